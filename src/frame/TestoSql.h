@@ -1,0 +1,50 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "values/Variant.h"
+
+namespace bukorval {
+
+/// Builds the text of a statement. Each line of the statement is one line of code; the line break is added here.
+class TestoSql {
+ public:
+  /// Fragments that form one line, then CR LF.
+  template <class... Parti>
+  TestoSql& riga(const Parti&... parti) {
+    (testo_.append(parti), ...);
+    testo_.append("\r\n");
+    return *this;
+  }
+  /// Fragments with no line break after them.
+  template <class... Parti>
+  TestoSql& testo(const Parti&... parti) {
+    (testo_.append(parti), ...);
+    return *this;
+  }
+  const std::string& str() const { return testo_; }
+  operator std::string_view() const { return testo_; }
+
+ private:
+  std::string testo_;
+};
+
+/// A value spliced without quotes: numbers with a point, text as it stands, Null and Empty as "".
+std::string numero(const values::Variant& valore);
+template <std::integral T>
+std::string numero(T valore) {
+  return std::to_string(valore);
+}
+/// A value between single quotes, not doubled inside: the codes of a selection as the client gave them.
+std::string apici(const values::Variant& valore);
+/// A value between single quotes with inner quotes doubled: data to be stored as given.
+std::string testoDati(const values::Variant& valore);
+/// A code between single quotes, padded with blanks to its width (BFill).
+std::string apiciRiempiti(const values::Variant& valore, int larghezza);
+/// A value of a detail: "NULL" for a blank, else its text with a decimal point. Text that is no number throws.
+std::string valoreDecimale(const values::Variant& valore, char separatore);
+
+}  // namespace bukorval

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "values/Variant.h"
+
+/// Conversions between kinds. Failures throw Errore: "Type mismatch: …" for text that is no number or date,
+/// "Invalid use of Null" for Null, "Overflow" for what does not fit.
+/// `separator` is the session's decimal sign for numbers given or shown as text.
+namespace values {
+
+inline constexpr char kDefaultSeparator = ',';
+
+/// Empty gives "", Null throws; decimals and doubles with `separator`; dates as Date::toText; True/False.
+std::string toText(const Variant& value, char separator = kDefaultSeparator);
+/// The same, but a number always has a point and Null gives "".
+std::string toPlainText(const Variant& value);
+
+/// A number in text: one sign (comma or point) is the decimal one whichever it is; when both stand, the session's
+/// is decimal and the other must group by threes. Blanks around are ignored. Empty gives 0.
+Decimal toDecimal(const Variant& value, char separator = kDefaultSeparator);
+double toDouble(const Variant& value, char separator = kDefaultSeparator);
+/// Halves round to even, as the suite's conversions do; "Overflow" beyond the range.
+std::int16_t toInt16(const Variant& value, char separator = kDefaultSeparator);
+std::int32_t toInt32(const Variant& value, char separator = kDefaultSeparator);
+std::int64_t toInt64(const Variant& value, char separator = kDefaultSeparator);
+/// Numbers: not zero. Text: "True"/"False" or a number.
+bool toBool(const Variant& value, char separator = kDefaultSeparator);
+/// A date, a text Date::TryParse reads, or a day number. Empty throws.
+Date toDate(const Variant& value);
+
+/// Null, Empty and text of blanks give `ifNull`; anything else comes back unchanged.
+const Variant& nvl(const Variant& value, const Variant& ifNull);
+/// True when nvl would replace the value.
+bool isBlank(const Variant& value);
+
+/// Arithmetic with Null propagation and Empty as 0. Whole numbers widen as needed; a Decimal on either side
+/// makes the result Decimal; otherwise a double makes it double. Division of whole numbers gives a double.
+Variant add(const Variant& a, const Variant& b);
+Variant subtract(const Variant& a, const Variant& b);
+Variant multiply(const Variant& a, const Variant& b);
+Variant divide(const Variant& a, const Variant& b);
+
+/// Orders numbers by value, dates by time, text by its characters; a number against text compares the text as a
+/// number. Null throws.
+int compare(const Variant& a, const Variant& b);
+
+}  // namespace values
