@@ -1,23 +1,16 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "ado/Connection.h"
 #include "frame/DatiBudget.h"
+#include "frame/Eventi.h"
 #include "frame/Proprieta.h"
 #include "suite/Servizi.h"
 
 namespace bukorval {
-
-/// The outgoing events, raised synchronously on the caller's thread.
-struct Eventi {
-  std::function<void(values::Variant& Description, values::Variant& NumSteps)> BeginProcess;
-  std::function<void(values::Variant& StepNumber)> StepProcess;
-  std::function<void()> EndProcess;
-};
 
 /// Thrown by Contesto::verifica when a nested operation has already recorded its failure; only the trap catches it.
 struct Segnalato {};
