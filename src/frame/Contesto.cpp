@@ -21,6 +21,12 @@ void Contesto::segnala(std::string_view descrizione, std::string_view procedura)
   errore_.assign(descrizione).append(" in ").append(procedura);
 }
 
+void Contesto::fallisce(std::string testo) {
+  stato_ = bdgStatoErrore;
+  errore_ = std::move(testo);
+  throw Segnalato{};
+}
+
 ado::Connection& Contesto::connessione() const {
   if (!connessione_) throw values::Errore("Object variable or With block variable not set: Connessione");
   return *connessione_;

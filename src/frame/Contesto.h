@@ -40,6 +40,8 @@ class Contesto {
   void rifiuta(std::string messaggio);
   /// Records a run-time error (Stato 99): description + " in " + procedure.
   void segnala(std::string_view descrizione, std::string_view procedura);
+  /// Records a run-time error (Stato 99) whose text is complete as it stands, and leaves the running operation.
+  [[noreturn]] void fallisce(std::string testo);
   /// Leaves the running operation when an operation it called has failed.
   void verifica() const {
     if (stato_ != bdgStatoOk) throw Segnalato{};

@@ -11,6 +11,7 @@ namespace bukorval {
 struct DatiBudget {
   BdgNatura natura = 0;
   BdgPeriodicita periodicita = 0;
+  BdgPeriodoFiscaleSolare fiscaleSolare = 1;  ///< 1: months counted from January
   values::Variant numeroPeriodi;
   BdgTipoPdc tipoPdc = 0;
   values::Variant codicePdc;

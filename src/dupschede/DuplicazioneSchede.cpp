@@ -1,0 +1,188 @@
+#include "dupschede/DuplicazioneSchede.h"
+
+#include "definition/Calendario.h"
+#include "definition/CaricaDatiBudget.h"
+#include "definition/ImpostazioniBudget.h"
+#include "dupschede/CopiaCashFlow.h"
+#include "dupschede/CopiaDettagli.h"
+#include "dupschede/CopiaScadenze.h"
+#include "dupschede/CopiaTestata.h"
+#include "dupschede/PianoDuplicazione.h"
+#include "dupschede/SelezioneDuplicazione.h"
+#include "frame/Connessione.h"
+#include "frame/Processo.h"
+#include "frame/Schede.h"
+#include "frame/TestoSql.h"
+#include "frame/Transazione.h"
+#include "frame/Trappola.h"
+#include "frame/Validazione.h"
+#include "maintenance/NuovaScheda.h"
+#include "values/Conversion.h"
+
+namespace bukorval {
+namespace {
+
+constexpr const char* kProcedura = "BdgDupSchede_Duplicazione";
+
+/// Puts the destination subtype in effect for the steps that create details, and the source's back.
+class SottoTipoInVigore {
+ public:
+  SottoTipoInVigore(Proprieta& prop, const values::Variant& sottoTipo)
+      : prop_(prop), precedente_(prop.SottoTipoBudget) {
+    prop_.SottoTipoBudget = sottoTipo;
+  }
+  ~SottoTipoInVigore() { prop_.SottoTipoBudget = precedente_; }
+  SottoTipoInVigore(const SottoTipoInVigore&) = delete;
+  SottoTipoInVigore& operator=(const SottoTipoInVigore&) = delete;
+
+ private:
+  Proprieta& prop_;
+  values::Variant precedente_;
+};
+
+/// One run over the source cards.
+class Duplicazione {
+ public:
+  explicit Duplicazione(Contesto& ctx) : ctx_(ctx) {}
+
+  void avvia() {
+    if (!prepara()) return;
+    Transazione transazione(ctx_.connessione());
+    const auto schede = chiedi(ctx_, BdgDupSchede_GetRstBdgSchedeDaDuplicare(ctx_, piano_));
+    if (schede) {
+      Processo processo(ctx_.eventi, "Duplicazione schede budget", schede->RecordCount());
+      for (schede->MoveFirst(); !schede->Eof(); schede->MoveNext()) {
+        duplicaScheda(*schede);
+        ctx_.verifica();
+        processo.passo();
+      }
+      processo.fine();
+    }
+    transazione.conferma();
+  }
+
+ private:
+  bool prepara() {
+    auto& prop = ctx_.prop;
+    if (!creaConnessioneDB(ctx_)) return false;
+    completaIntervalloSchede(prop);
+    if (values::isBlank(prop.TipoElaborazioneBO)) prop.TipoElaborazioneBO = bdgDuplicazioneSchede;
+    if (!IsDatiInputValidi(ctx_) || !GetDatiBudget(ctx_)) return false;
+    ctx_.verifica();
+    leggiDestinazione();
+    return sediIndicate() && periodicitaUguali();
+  }
+
+  void leggiDestinazione() {
+    const auto& prop = ctx_.prop;
+    piano_.sedeOrigine = ctx_.dati.gestioneSede;
+    piano_.inizioOrigine = ctx_.dati.dataInizio;
+    piano_.adesso = values::Date::Now();
+    ImpostazioniBudget(ctx_).GetGestioneSede(prop.TipoBudget, prop.BdgDestinazioneSottoTipo, piano_.sedeDestinazione);
+    ctx_.verifica();
+    Calendario(ctx_).GetBdgDataInizioBdgDataFine(prop.TipoBudget, prop.BdgDestinazioneSottoTipo, prop.CodiceDitta,
+                                                 prop.BdgDestinazioneAnnoEsercizio,
+                                                 prop.BdgDestinazioneProgressivoEsercizio, piano_.inizioDestinazione,
+                                                 piano_.fineDestinazione);
+    ctx_.verifica();
+  }
+
+  bool sediIndicate() {
+    if (piano_.sedeOrigine && values::isBlank(ctx_.prop.CodiceSede)) return rifiuta(" CodiceSede : Dato non definito nel BO ");
+    if (piano_.sedeDestinazione && values::isBlank(ctx_.prop.BdgDestinazioneCodiceSede))
+      return rifiuta(" BdgDestinazioneCodiceSede : Dato non definito nel BO ");
+    return true;
+  }
+
+  /// Details are copied period by period, which needs the same periods on both sides.
+  bool periodicitaUguali() {
+    const auto& prop = ctx_.prop;
+    const auto destinazione =
+        chiedi(ctx_, ImpostazioniBudget(ctx_).GetPeriodicitaBudget(prop.TipoBudget, prop.BdgDestinazioneSottoTipo));
+    if (destinazione == ctx_.dati.periodicita) return true;
+    return rifiuta("I budget di origine e di destinazione hanno periodicità diverse ");
+  }
+
+  bool rifiuta(const char* messaggio) {
+    ctx_.rifiuta(std::string(messaggio) + " in " + kProcedura);
+    return false;
+  }
+
+  void duplicaScheda(const ado::Recordset& schede) {
+    esegui(ctx_, "BdgDupSchede_DuplicazioneDaRstBdgSchedeDaDuplicare", [&] {
+      const auto& id = schede["BU65_ID"].Value();
+      const auto& scheda = schede["BU65_SCHEDA_BU07"].Value();
+      if (values::isBlank(id) || values::isBlank(scheda)) return;
+      const auto copia = preparaDestinazione(schede, scheda);
+      if (values::isBlank(copia.destinazione) || copiaSuSeStessa(copia)) return;
+      BdgDupSchede_DuplicazioneBU66(ctx_, copia);
+      ctx_.verifica();
+      BdgDupSchede_DuplicazioneBU67(ctx_, piano_, copia);
+      ctx_.verifica();
+      const auto& prop = ctx_.prop;
+      if (prop.TipoDettaglioOrigine != bdgDettaglioBudget || prop.TipoDettaglioDestinazione != bdgDettaglioBudget) return;
+      if (prop.IsDuplicaScadenzeCashFlow) BdgDupSchede_DuplicazioneBU14(ctx_, piano_, copia);
+    });
+  }
+
+  CopiaScheda preparaDestinazione(const ado::Recordset& schede, const values::Variant& scheda) {
+    CopiaScheda copia;
+    copia.origine = schede["BU65_ID"].Value();
+    const auto esistente = ctx_.connessione().Execute(testoSchedaDestinazione(ctx_, piano_, scheda));
+    if (esistente->RecordCount() > 0) {
+      copia.destinazione = (*esistente)["BU65_ID"].Value();
+      return copia;
+    }
+    copia.destinazione = chiedi(ctx_, BdgDupSchede_DuplicazioneBU65(ctx_, piano_, schede));
+    copia.nuova = true;
+    if (values::isBlank(copia.destinazione)) return copia;
+    {
+      SottoTipoInVigore sottoTipo(ctx_.prop, ctx_.prop.BdgDestinazioneSottoTipo);
+      NuovaScheda(ctx_).CreazioneBU66NULL(copia.destinazione);
+      ctx_.verifica();
+    }
+    ctx_.connessione().Execute(testoCompletaTestata(schede, copia.destinazione));
+    return copia;
+  }
+
+  bool copiaSuSeStessa(const CopiaScheda& copia) const {
+    return values::compare(copia.origine, copia.destinazione) == 0 &&
+           ctx_.prop.TipoDettaglioOrigine == ctx_.prop.TipoDettaglioDestinazione;
+  }
+
+  std::string testoCompletaTestata(const ado::Recordset& schede, const values::Variant& id) const {
+    const auto& cashFlow = schede["BU65_FLGCFLOW"].Value();
+    TestoSql sql;
+    sql.riga(" UPDATE  BU65_TESBUDGET ")
+        .riga(" SET                    ")
+        .riga("         BU65_FLGCFLOW = ", values::isBlank(cashFlow) ? "NULL " : numero(cashFlow));
+    if (ctx_.prop.IsForzoDuplicazioneContoCliFor) {
+      const auto& gruppo = schede["BU65_GRUPPO_CG10"].Value();
+      const auto& conto = schede["BU65_CONTO_CG24"].Value();
+      sql.riga("         ,BU65_GRUPPO_CG10 = ", values::isBlank(gruppo) ? "NULL " : apici(gruppo) + " ");
+      sql.riga("         ,BU65_CONTO_CG24 = ", values::isBlank(conto) ? "NULL " : contoNelTesto(conto));
+    }
+    sql.riga(" WHERE   BU65_ID = ", numero(id));
+    return sql.str();
+  }
+
+  /// The text carries an account code bare; one that a number would not give back as it was (leading zeros,
+  /// letters) goes between quotes.
+  static std::string contoNelTesto(const values::Variant& conto) {
+    const auto testo = RTrimN(conto);
+    const auto codice = numero(testo);
+    const bool cifre = codice.find_first_not_of("0123456789") == std::string::npos;
+    return cifre && codice.size() <= 9 && codice.front() != '0' ? codice : testoDati(testo);
+  }
+
+  Contesto& ctx_;
+  PianoDuplicazione piano_;
+};
+
+}  // namespace
+
+void BdgDupSchede_Duplicazione(Contesto& ctx) {
+  esegui(ctx, kProcedura, [&] { Duplicazione(ctx).avvia(); });
+}
+
+}  // namespace bukorval

@@ -1,0 +1,37 @@
+#include "elaeco/DettagliEsistenti.h"
+
+#include "frame/Schede.h"
+#include "frame/TestoSql.h"
+#include "frame/Trappola.h"
+#include "grid/GrigliaBudget.h"
+#include "values/Conversion.h"
+
+namespace bukorval {
+
+std::string_view colonnaConto(BdgTipoPdc tipoPdc) {
+  switch (tipoPdc) {
+    case bdgPdcCoGe: return "BU65_CONTO_CG24";
+    case bdgPdcRiclassificato: return "BU65_CODICE_CG23";
+    default: return "BU65_CONTO_PC03";
+  }
+}
+
+std::string testoDettagliEsistenti(Contesto& ctx) {
+  const auto& prop = ctx.prop;
+  TestoSql sql;
+  sql.riga(" SELECT * ")
+      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+      .riga(" INNER  JOIN BU66_DETBUDGET WITH (NOLOCK) ")
+      .riga("    ON  BU66_ID_BU65 = BU65_ID ")
+      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(prop.CodiceDitta))
+      .riga(" AND    BU65_INDTIPO_BU01 = ", numero(prop.TipoBudget))
+      .riga(" AND    BU65_SOTTOTIPO_BU01 = ", apiciRiempiti(prop.SottoTipoBudget, kLarghezzaSottoTipo))
+      .riga(" AND    BU65_ANNO = ", numero(prop.AnnoEsercizio))
+      .riga(" AND    BU65_PROGESER = ", numero(prop.ProgressivoEsercizio))
+      .riga(" AND    BU66_TIPO = ", numero(prop.TipoDettaglioDestinazione));
+  if (!values::isBlank(prop.CodiceSede)) sql.riga(" AND    BU65_CODICE_CG31 = ", numero(prop.CodiceSede));
+  sql.testo(chiedi(ctx, GrigliaBudget(ctx).GetStringaDaContoAConto()));
+  return sql.str();
+}
+
+}  // namespace bukorval

@@ -1,0 +1,61 @@
+#include "elaschede/Percentuali.h"
+
+#include "frame/TestoSql.h"
+#include "frame/Trappola.h"
+#include "frame/Valori.h"
+#include "values/Conversion.h"
+
+namespace bukorval {
+namespace {
+
+using values::Variant;
+
+constexpr std::int16_t kDecimaliImporto = 2;
+
+/// importo × percentuale / 100, not yet rounded.
+Variant parte(const Variant& importo, const Variant& percentuale) {
+  return values::divide(values::multiply(values::toDecimal(importo), values::toDecimal(percentuale)), 100);
+}
+
+}  // namespace
+
+ado::RecordsetPtr BdgElaSchede_GetRstPercentuali(Contesto& ctx, const Variant& id) {
+  return esegui(ctx, "BdgElaSchede_GetRstPercentuali ", ado::RecordsetPtr(), [&]() -> ado::RecordsetPtr {
+    const auto& prop = ctx.prop;
+    TestoSql sql;
+    sql.riga(" SELECT * ")
+        .riga(" FROM   BU90_TABPERCBUD WITH(NOLOCK) ")
+        .riga(" WHERE  BU90_DITTA_CG18 = ", numero(prop.CodiceDitta))
+        .riga(" AND    BU90_INDTIPO_BU01 = ", numero(prop.TipoBudget))
+        .riga(" AND    BU90_SOTTOTIPO_BU01 = ", apici(prop.SottoTipoBudget))
+        .riga(" AND    BU90_IDBUDGET = ", numero(id));
+    auto percentuali = ctx.connessione().Execute(sql);
+    if (percentuali->RecordCount() < 1) return nullptr;
+    return percentuali;
+  });
+}
+
+void BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC(Contesto& ctx, ado::Recordset& totali,
+                                                                         const Variant& id) {
+  esegui(ctx, "BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC", [&] {
+    if (!ctx.prop.IsApplicaPercentuali || values::isBlank(id)) return;
+    const auto percentuali = chiedi(ctx, BdgElaSchede_GetRstPercentuali(ctx, id));
+    if (!percentuali || totali.RecordCount() == 0) return;
+    const Variant ripartizione = (*percentuali)["BU90_PERCRIP"].Value();
+    const Variant scostamento = (*percentuali)["BU90_PERCSCO"].Value();
+
+    auto& importo = totali["IMPORTO"];
+    for (totali.MoveFirst(); !totali.Eof(); totali.MoveNext()) {
+      if (values::isBlank(importo.Value())) continue;
+      if (!values::isBlank(ripartizione))
+        importo.Value(chiedi(ctx, RoundZQ(ctx, parte(importo.Value(), ripartizione), kDecimaliImporto)));
+      if (!values::isBlank(scostamento)) {
+        const Variant scostato = values::add(importo.Value(), parte(importo.Value(), scostamento));
+        importo.Value(chiedi(ctx, RoundZQ(ctx, scostato, kDecimaliImporto)));
+      }
+      totali.Update();
+    }
+  });
+}
+
+}  // namespace bukorval

@@ -1,0 +1,118 @@
+#include "elaschede/TotaliMovimenti.h"
+
+#include <optional>
+#include <vector>
+
+#include "elaschede/Ripartizione.h"
+#include "frame/Trappola.h"
+#include "values/Conversion.h"
+
+namespace bukorval {
+namespace {
+
+using values::Decimal;
+
+constexpr int kDare = 1;
+constexpr int kAvere = 2;
+constexpr int kSenzaCompetenza = 4;
+
+/// The side (CG42_INDDAAV) that counts negative for the card kind; 0 for none.
+int segnoNegativo(const Contesto& ctx) {
+  if (values::isBlank(ctx.prop.BdgTipoScheda)) return 0;
+  switch (values::toInt32(ctx.prop.BdgTipoScheda)) {
+    case 0: return kAvere;
+    case 1: return kDare;
+    default: return 0;
+  }
+}
+
+bool uguale(const values::Variant& valore, int atteso) {
+  return !values::isBlank(valore) && values::toInt32(valore) == atteso;
+}
+
+Decimal importoDi(const values::Variant& valore) {
+  return values::isBlank(valore) ? Decimal() : values::toDecimal(valore);
+}
+
+/// Sums kept by period while the movements are read; written into the record set once, at the end. Periods without
+/// a row in the set have nowhere to go: no card holds them.
+class Somme {
+ public:
+  void aggiungi(int periodo, const Decimal& importo) {
+    if (periodo <= 0) return;
+    const auto posizione = static_cast<std::size_t>(periodo);
+    if (posizione >= somme_.size()) somme_.resize(posizione + 1);
+    auto& somma = somme_[posizione];
+    somma = somma ? *somma + importo : importo;
+  }
+
+  void scrivi(ado::Recordset& totali) const {
+    if (totali.RecordCount() == 0) return;
+    const auto& periodo = totali["PERIODO"];
+    auto& importo = totali["IMPORTO"];
+    for (totali.MoveFirst(); !totali.Eof(); totali.MoveNext()) {
+      const auto posizione = static_cast<std::size_t>(values::toInt32(periodo.Value()));
+      if (posizione >= somme_.size() || !somme_[posizione]) continue;
+      importo.Value(importoDi(importo.Value()) + *somme_[posizione]);
+      totali.Update();
+    }
+    totali.MoveFirst();
+  }
+
+ private:
+  std::vector<std::optional<Decimal>> somme_;
+};
+
+}  // namespace
+
+void BdgElaSchede_GetTotaliMovimentiPerPeriodo(Contesto& ctx, const PeriodiElaborazione& periodi,
+                                               ado::Recordset& totali, ado::Recordset& movimenti) {
+  esegui(ctx, "BdgElaSchede_GetTotaliMovimentiPerPeriodo", [&] {
+    const int negativo = segnoNegativo(ctx);
+    const auto& registrazione = movimenti["CG41_DATAREG"];
+    const auto& lato = movimenti["CG42_INDDAAV"];
+    const auto& totale = movimenti["CG42_IMPTOTALE"];
+    Somme somme;
+    for (movimenti.MoveFirst(); !movimenti.Eof(); movimenti.MoveNext()) {
+      const auto mese = static_cast<std::size_t>(values::toDate(registrazione.Value()).month());
+      const auto importo = importoDi(totale.Value());
+      somme.aggiungi(periodi.perMese[mese], uguale(lato.Value(), negativo) ? -importo : importo);
+    }
+    somme.scrivi(totali);
+  });
+}
+
+void BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(Contesto& ctx, const PeriodiElaborazione& periodi,
+                                                           ado::Recordset& totali, ado::Recordset& movimenti) {
+  esegui(ctx, "BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza", [&] {
+    const int negativo = segnoNegativo(ctx);
+    const auto& registrazione = movimenti["CG41_DATAREG"];
+    const auto& documento = movimenti["CG41_DATADOC"];
+    const auto& inizio = movimenti["CG42_DATAINICOMP"];
+    const auto& fine = movimenti["CG42_DATAFINCOMP"];
+    const auto& rateo = movimenti["CG42_INDRATRIS"];
+    const auto& lato = movimenti["CG42_INDDAAV"];
+    const auto& totale = movimenti["CG42_IMPTOTALE"];
+    Somme somme;
+    for (movimenti.MoveFirst(); !movimenti.Eof(); movimenti.MoveNext()) {
+      const auto importo = importoDi(totale.Value());
+      const bool inverti = uguale(lato.Value(), negativo);
+      const auto con = [&](std::size_t mese, const Decimal& quota) {
+        somme.aggiungi(periodi.perMese[mese], inverti ? -quota : quota);
+      };
+      const auto& da = values::nvl(inizio.Value(), fine.Value());
+      const auto& a = values::nvl(fine.Value(), inizio.Value());
+      if (uguale(rateo.Value(), kSenzaCompetenza) || values::isBlank(da)) {
+        const auto data = values::toDate(values::nvl(documento.Value(), registrazione.Value()));
+        con(static_cast<std::size_t>(data.month()), importo);
+        continue;
+      }
+      const auto quote = ripartisciPerMese(ctx, importo, values::toDate(da), values::toDate(a));
+      for (std::size_t mese = 1; mese < quote.size(); ++mese)
+        if (!quote[mese].isZero()) con(mese, quote[mese]);
+    }
+    somme.scrivi(totali);
+  });
+}
+
+}  // namespace bukorval
