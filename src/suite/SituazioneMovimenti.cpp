@@ -1,0 +1,139 @@
+#include "suite/SituazioneMovimenti.h"
+
+#include <algorithm>
+#include <exception>
+#include <map>
+#include <string>
+
+#include "values/Conversion.h"
+#include "values/Errore.h"
+#include "values/Text.h"
+
+namespace suite {
+namespace {
+
+using values::Date;
+using values::Decimal;
+using values::Variant;
+
+constexpr int kDecimaliImporto = 2;
+constexpr const char* kDataCompetenza = "ISNULL(ISNULL(CG42_DATAINICOMP, CG41_DATADOC), CG41_DATAREG)";
+constexpr const char* kImportoConSegno = "CASE WHEN CG42_INDDAAV = 2 THEN 0 - CG42_IMPTOTALE ELSE CG42_IMPTOTALE END";
+/// A line that accruals spread over its competence interval.
+constexpr const char* kRigaConIntervallo =
+    "(CG42_DATAINICOMP IS NOT NULL AND CG42_DATAFINCOMP IS NOT NULL AND CG42_DATAFINCOMP >= CG42_DATAINICOMP"
+    " AND ISNULL(CG42_INDRATRIS, 0) <> 4)";
+
+struct ConfrontoConti {
+  bool operator()(const std::string& a, const std::string& b) const { return values::compareText(a, b) < 0; }
+};
+using Saldi = std::map<std::string, Decimal, ConfrontoConti>;
+
+std::string data(const Variant& valore) { return "'" + values::toDate(valore).toSql() + "'"; }
+std::string testo(const Variant& valore) { return values::toPlainText(valore); }
+bool acceso(const Variant& valore) { return !values::isBlank(valore) && values::toInt32(valore) != 0; }
+
+/// Which movements count, whatever their dates.
+std::string condizioni(const SituazioneContabile& s) {
+  std::string sql = " WHERE CG41_DITTA_CG18 = " + testo(s.Ditta);
+  sql += " AND CG41_ANNO_CG19 = " + testo(s.AnnoEsercizio);
+  sql += " AND CG41_PROGESER_CG19 = " + testo(s.ProgrEsercizio);
+  sql += acceso(s.SimulaAmmCivilistico) ? " AND CG41_INDPROVREG IN (0, " + testo(s.TipoAmmortamento) + ")"
+                                        : std::string(" AND CG41_INDPROVREG = 0");
+  if (!values::isBlank(s.GruppoPdC)) sql += " AND CG42_GRUPPO_CG10 = " + testo(s.GruppoPdC);
+  if (!values::isBlank(s.SedeDaElaborare))
+    sql += " AND ISNULL(CG42_CODICE_CG31, CG41_CODICE_CG31) = " + testo(s.SedeDaElaborare);
+  if (!values::isBlank(s.TipiMov_WhereCondition)) sql += " AND (" + testo(s.TipiMov_WhereCondition) + ")";
+  return sql + testo(values::nvl(s.FiltroConto, ""));
+}
+
+std::string origine() {
+  return " FROM CG42_MOVCONT WITH (NOLOCK) INNER JOIN CG41_PRIMANOTA WITH (NOLOCK)"
+         " ON CG42_DITTA_CG18 = CG41_DITTA_CG18 AND CG42_NUMREG_CG41 = CG41_NUMREG";
+}
+
+void somma(Saldi& saldi, const Variant& conto, const Variant& importo) {
+  auto& saldo = saldi[testo(conto)];
+  saldo = saldo + values::toDecimal(values::nvl(importo, 0));
+}
+
+void aggiungiPerData(const SituazioneContabile& s, Saldi& saldi) {
+  const std::string giorno = acceso(s.TipoData) ? kDataCompetenza : "CG41_DATAREG";
+  std::string sql = "SELECT CG42_CONTOPAR_CG24 AS CONTO, SUM(" + std::string(kImportoConSegno) + ") AS SALDO";
+  sql += origine() + condizioni(s);
+  sql += " AND " + giorno + " >= " + data(s.DataInizioElab) + " AND " + giorno + " <= " + data(s.DataFineElab);
+  if (acceso(s.SimulaRisconti)) sql += std::string(" AND NOT ") + kRigaConIntervallo;
+  sql += " GROUP BY CG42_CONTOPAR_CG24";
+  const auto rst = s.Connection->Execute(sql);
+  for (; !rst->Eof(); rst->MoveNext()) somma(saldi, (*rst)["CONTO"].Value(), (*rst)["SALDO"].Value());
+}
+
+/// What has accrued of an amount after the first `passati` of `giorni` days. Differences of it never lose a cent.
+Decimal maturato(const Decimal& importo, int passati, int giorni) {
+  return (importo * Decimal::FromScaled(std::clamp(passati, 0, giorni)) / Decimal::FromScaled(giorni))
+      .rounded(kDecimaliImporto);
+}
+
+void aggiungiPerCompetenza(const SituazioneContabile& s, Saldi& saldi) {
+  std::string sql = "SELECT CG42_CONTOPAR_CG24 AS CONTO, " + std::string(kImportoConSegno) + " AS IMPORTO,";
+  sql += " CG42_DATAINICOMP, CG42_DATAFINCOMP" + origine() + condizioni(s) + " AND " + kRigaConIntervallo;
+  sql += " AND CG42_DATAINICOMP <= " + data(s.DataFineElab) + " AND CG42_DATAFINCOMP >= " + data(s.DataInizioElab);
+  const auto rst = s.Connection->Execute(sql);
+  const Date da = values::toDate(s.DataInizioElab);
+  const Date a = values::toDate(s.DataFineElab);
+  for (; !rst->Eof(); rst->MoveNext()) {
+    const Date inizio = values::toDate((*rst)["CG42_DATAINICOMP"].Value());
+    const int giorni = values::daysBetween(inizio, values::toDate((*rst)["CG42_DATAFINCOMP"].Value())) + 1;
+    const Decimal importo = values::toDecimal(values::nvl((*rst)["IMPORTO"].Value(), 0));
+    const Decimal quota = maturato(importo, values::daysBetween(inizio, a) + 1, giorni) -
+                          maturato(importo, values::daysBetween(inizio, da), giorni);
+    somma(saldi, (*rst)["CONTO"].Value(), quota);
+  }
+}
+
+ado::RecordsetPtr inDueColonne(const Saldi& saldi, bool senzaZeri) {
+  auto rst = std::make_shared<ado::Recordset>();
+  rst->Fields().Append("conto", ado::adVarWChar, 15, ado::adFldIsNullable);
+  for (const char* nome : {"ATTIVITA", "PASSIVITA"}) {
+    auto& campo = rst->Fields().Append(nome, ado::adDecimal, 0, ado::adFldIsNullable);
+    campo.Precision(15);
+    campo.NumericScale(kDecimaliImporto);
+  }
+  rst->Open();
+  for (const auto& [conto, saldo] : saldi) {
+    if (senzaZeri && saldo.isZero()) continue;
+    rst->AddNew();
+    (*rst)["conto"].Value(conto);
+    if (saldo.isNegative())
+      (*rst)["PASSIVITA"].Value(-saldo);
+    else
+      (*rst)["ATTIVITA"].Value(saldo);
+    rst->Update();
+  }
+  if (rst->RecordCount() > 0) rst->MoveFirst();
+  return rst;
+}
+
+}  // namespace
+
+void SituazioneMovimenti::calcola() {
+  if (!Connection) throw values::Errore("The accounting situation has no connection");
+  Saldi saldi;
+  aggiungiPerData(*this, saldi);
+  if (acceso(SimulaRisconti)) aggiungiPerCompetenza(*this, saldi);
+  RecordsetSituazioneEP = inDueColonne(saldi, acceso(SaldoDiversoDaZero));
+}
+
+void SituazioneMovimenti::CreaRecordsetSituazioneEconomicaPatrimoniale() {
+  Stato = 0;
+  errore.clear();
+  RecordsetSituazioneEP = nullptr;
+  try {
+    calcola();
+  } catch (const std::exception& e) {
+    Stato = 99;
+    errore = e.what();
+  }
+}
+
+}  // namespace suite

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+
+#include "suite/Servizi.h"
+
+namespace suite {
+
+/// The accounting situation from the movements: per general-ledger account the debits less the credits of
+/// CG42_MOVCONT in a date range, debit balances in ATTIVITA, credit balances in PASSIVITA.
+///
+/// - TipoData 0 takes a line by its registration date; any other value by the start of its competence, else the
+///   document date, else the registration date.
+/// - SimulaRisconti 1 counts a line with a competence interval by its days inside the range. The shares of
+///   neighbouring ranges add up to the line's amount.
+/// - SimulaAmmCivilistico 1 adds the simulated depreciation entries: those of provenance TipoAmmortamento.
+/// - A range that reaches past the year end takes the adjusting entries recorded there, because entries are
+///   selected by fiscal year as well.
+/// - SaldoDiversoDaZero 1 leaves accounts without a balance out.
+/// The other options do not change what is computed. Stato is 99 and errore the description after a failure.
+/// Reads CG41_PRIMANOTA and CG42_MOVCONT.
+class SituazioneMovimenti : public SituazioneContabile {
+ public:
+  void CreaRecordsetSituazioneEconomicaPatrimoniale() override;
+
+ private:
+  void calcola();
+};
+
+}  // namespace suite
