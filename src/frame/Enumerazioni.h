@@ -27,6 +27,9 @@ enum : BdgTipoValore { bdgValoreImporto = 0, bdgValoreQta1 = 1, bdgValoreQta2 = 
 /// Chart kinds: general ledger, reclassification scheme, analytic chart.
 enum : BdgTipoPdc { bdgPdcCoGe = 1, bdgPdcRiclassificato = 2, bdgPdcAnalitico = 3 };
 
+/// From which month the periods of a year are counted.
+enum : BdgPeriodoFiscaleSolare { bdgAnnoFiscale = 0, bdgAnnoSolare = 1 };
+
 /// Where the deviation percentage of the economic elaboration comes from.
 enum : BdgTipoScostamento {
   bdgScostamentoFisso = 0,

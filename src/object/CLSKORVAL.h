@@ -17,15 +17,16 @@ namespace bukorval {
 
 class Contesto;
 
-/// The budget business object. Create it, give it a session (`ActiveInterface`) and a connection or connection
-/// string, set the properties that select the budget, call a method, then read Stato() and errore().
+/// The budget business object. Create it, give it a session (`ActiveInterface`) and a connection or
+/// connection string, set the properties that select the budget, call a method, then read Stato() and
+/// errore().
 ///
 /// Outcome: no exception leaves a method. Each one (but NVL and BFill) first resets the outcome, then leaves
-/// 0 for success; 1 when it was refused for missing input or data, with a fixed message; 99 for a trapped run-time
-/// error, its description followed by " in " and the procedure that failed. A method that did not succeed returns
-/// its neutral value and leaves its in/out arguments as its own text says.
-/// A budget is a type (0 to 9) and a subtype (two characters). Amounts have 2 decimals, quantities 3, dates are
-/// calendar dates. One instance serves one caller at a time.
+/// 0 for success; 1 when it was refused for missing input or data, with a fixed message; 99 for a trapped
+/// run-time error, its description followed by " in " and the procedure that failed. A method that did not
+/// succeed returns its neutral value and leaves its in/out arguments as its own text says. A budget is a type
+/// (0 to 9) and a subtype (two characters). Amounts have 2 decimals, quantities 3, dates are calendar dates.
+/// One instance serves one caller at a time.
 class CLSKORVAL : public Proprieta {
  public:
   using Variant = values::Variant;
@@ -50,10 +51,11 @@ class CLSKORVAL : public Proprieta {
 
   // ---- Grids
 
-  /// The budget grid: one row per card of the selected budget with its codes, descriptions and totals; delta columns
-  /// are Null, for CalcolaDelta and CalcolaDeltaPercentuale. Reads `TipoBudget`, `SottoTipoBudget`, `AnnoEsercizio`,
-  /// `ProgressivoEsercizio`, `CodiceSede`, `BdgTipoScheda` and the session's company.
-  /// Reads BU01_ANABUDGET, BU65_TESBUDGET, BU66_DETBUDGET. No set after a failure; an empty grid without connection.
+  /// The budget grid: one row per card of the selected budget with its codes, descriptions and totals; delta
+  /// columns are Null, for CalcolaDelta and CalcolaDeltaPercentuale. Reads `TipoBudget`, `SottoTipoBudget`,
+  /// `AnnoEsercizio`, `ProgressivoEsercizio`, `CodiceSede`, `BdgTipoScheda` and the session's company. Reads
+  /// BU01_ANABUDGET, BU65_TESBUDGET, BU66_DETBUDGET. No set after a failure; an empty grid without
+  /// connection.
   ado::RecordsetPtr RecordSetBudget();
   /// One row per period of a card (BU65_ID), the detail kinds side by side; 0 gives the empty grid.
   /// Reads BU01_ANABUDGET, BU66_DETBUDGET.
@@ -76,20 +78,23 @@ class CLSKORVAL : public Proprieta {
   void UpdateNullValoriBU66(const Variant& MyBU65_ID, BdgTipoDettaglio MyTipoDettaglio);
   /// Whether the card has a row for the kind and period. MyBU66_ID receives its identity, 0 without one;
   /// MyImportoIsNull whether its amount is Null, true without a row. Reads BU66_DETBUDGET.
-  bool GetBdgDettaglioEsiste(const Variant& MyBU65_ID, BdgTipoDettaglio MyTipoDettaglio, BdgPeriodicita MyPeriodo,
-                             Variant& MyBU66_ID, Variant& MyImportoIsNull);
-  /// Creates a card of the selected budget from column names and values (BU65_ columns), with its empty details and,
-  /// for type 4, its empty cash-flow row. An empty dictionary, or none, writes nothing.
-  /// Writes BU65_TESBUDGET, BU66_DETBUDGET, BU67_BDGCASHFLOW.
+  bool GetBdgDettaglioEsiste(const Variant& MyBU65_ID, BdgTipoDettaglio MyTipoDettaglio,
+                             BdgPeriodicita MyPeriodo, Variant& MyBU66_ID, Variant& MyImportoIsNull);
+  /// Creates a card of the selected budget from column names and values (BU65_ columns), with its empty
+  /// details and, for type 4, its empty cash-flow row. An empty dictionary, or none, writes nothing. Writes
+  /// BU65_TESBUDGET, BU66_DETBUDGET, BU67_BDGCASHFLOW.
   void InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& Dict);
-  /// Nature (sign indicator) of an account of the chart. Reads PC03_ANAGPDC for kind 3, CG24_TABPDC otherwise.
+  /// Nature (sign indicator) of an account of the chart. Reads PC03_ANAGPDC for kind 3, CG24_TABPDC
+  /// otherwise.
   Variant GetNaturaConto(BdgTipoPdc& MyTipoPdc, Variant& MyCodicePdc, Variant& MyConto);
-  /// Deletes a card with all that hangs on it; 0 or Null deletes nothing. Writes BU66_DETBUDGET, BU65_TESBUDGET; for
-  /// type 4 also BU67_BDGCASHFLOW, BU14_SCADCFLOW, BU90_TABPERCBUD; for type 5 also BU63_DETMASTRI.
+  /// Deletes a card with all that hangs on it; 0 or Null deletes nothing. Writes BU66_DETBUDGET,
+  /// BU65_TESBUDGET; for type 4 also BU67_BDGCASHFLOW, BU14_SCADCFLOW, BU90_TABPERCBUD; for type 5 also
+  /// BU63_DETMASTRI.
   void CancellaRigaBU65(Variant& MyBU65_ID);
-  /// Deletes a company's card headers of a budget without looking for details (see GetIsBudgetConSolaTestata).
-  /// Writes BU65_TESBUDGET.
-  void EliminaBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
+  /// Deletes a company's card headers of a budget without looking for details (see
+  /// GetIsBudgetConSolaTestata). Writes BU65_TESBUDGET.
+  void EliminaBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
+                                   const Variant& MyBdgSottoTipo);
   /// Brings the cards in line with the budget structure (`CodiceStrutturaBU60`). Raises the progress events.
   /// Reads and writes BU65_TESBUDGET, BU66_DETBUDGET; reads the structure tables.
   void AllineaBU65_A_StrutturaBU60();
@@ -97,7 +102,8 @@ class CLSKORVAL : public Proprieta {
   // ---- The three elaborations
 
   /// Fills `RstSaldiElaEco` with one row per account and period from the accounting balances, and
-  /// `RstContiNonPresentiInStruttura`. 1 when an input is missing. Writes nothing. Raises the progress events.
+  /// `RstContiNonPresentiInStruttura`. 1 when an input is missing. Writes nothing. Raises the progress
+  /// events.
   void BdgElaEco_PopolaRstSaldiElaEco();
   /// Writes the rows of `RstSaldiElaEco` with SOVRASCRIVI 1 into the cards, in one transaction.
   /// Writes BU65_TESBUDGET, BU66_DETBUDGET.
@@ -105,18 +111,20 @@ class CLSKORVAL : public Proprieta {
   /// Recomputes the selected cards from accounting movements, in one transaction. 1 when an input is missing.
   /// Reads CG41_PRIMANOTA, CG42_MOVCONT, BU90_TABPERCBUD; writes BU66_DETBUDGET.
   void BdgElaSchede_Elaborazione();
-  /// Copies a range of cards into another subtype, year or site, in one transaction. 1 when an input is missing.
-  /// Writes BU65_TESBUDGET, BU66_DETBUDGET, BU67_BDGCASHFLOW, BU14_SCADCFLOW.
+  /// Copies a range of cards into another subtype, year or site, in one transaction. 1 when an input is
+  /// missing. Writes BU65_TESBUDGET, BU66_DETBUDGET, BU67_BDGCASHFLOW, BU14_SCADCFLOW.
   void BdgDupSchede_Duplicazione();
   /// Whether the company has personalised the levels of a card kind; MyBdgSchedaNrLivelli then receives their
   /// number, when one is stored. Reads BU05_PERSCHCOSGEN.
-  bool GetIsBdgSchedePersonalizzazioneLivelliEsiste(const Variant& MyCodiceDitta, const Variant& MyBdgTipoScheda,
+  bool GetIsBdgSchedePersonalizzazioneLivelliEsiste(const Variant& MyCodiceDitta,
+                                                    const Variant& MyBdgTipoScheda,
                                                     Variant& MyBdgSchedaNrLivelli);
   /// Whether exactly MyBdgSchedaNrLivelli levels of the card kind are configured. Reads BU06_CONFIGLIVCOSGEN.
   bool GetIsBdgSchedeConfigurazioneLivelliEsiste(const Variant& MyCodiceDitta, const Variant& MyBdgTipoScheda,
                                                  const Variant& MyBdgSchedaNrLivelli);
 
-  // ---- Settings of a budget (BU01_ANABUDGET); the value in brackets is the one for a budget that does not exist
+  // ---- Settings of a budget (BU01_ANABUDGET); the value in brackets is the one for a budget that does not
+  // exist
 
   /// Whether cards are kept per site [false].
   void GetGestioneSede(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo, bool& MyBdgFlgGestioneSede);
@@ -135,8 +143,8 @@ class CLSKORVAL : public Proprieta {
   std::int16_t GetTipoGestioneMultiAttivita(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
   /// Chart kind 1 to 3 [0]; budgets of any type but 5 are kept on the company's general ledger, 1.
   BdgTipoPdc GetTipoPdC(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
-  /// Chart code, Null when none is set [0]; `CodicePdcCoGeDitta`, by default the session's, when the loaded budget is
-  /// kept on the general ledger.
+  /// Chart code, Null when none is set [0]; `CodicePdcCoGeDitta`, by default the session's, when the loaded
+  /// budget is kept on the general ledger.
   Variant GetCodicePdC(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
   /// 1 for types 0, 1, 6, 7, 8; 2 for types 3 and 9; otherwise 0. Reads nothing.
   BdgNatura GetNaturaBudget(BdgTipo MyBdgTipo);
@@ -146,12 +154,14 @@ class CLSKORVAL : public Proprieta {
   /// Whether the company has a card of the budget. Reads BU65_TESBUDGET.
   bool GetIsBudgetConTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
   /// Whether it has cards and none has a detail. Reads BU65_TESBUDGET, BU66_DETBUDGET.
-  bool GetIsBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
-  /// Whether the company holds data of the budget. `TipoBudget` chooses the table: BU04_BUDGINVEST for 2, otherwise
-  /// BU65_TESBUDGET.
-  bool GetIsBudgetValorizzatoDitta(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
-  /// Whether any company does. `TipoBudget` chooses the table: BU04_BUDGINVEST for 2, BU08_TESBUDCOSGEN for 4,
+  bool GetIsBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
+                                 const Variant& MyBdgSottoTipo);
+  /// Whether the company holds data of the budget. `TipoBudget` chooses the table: BU04_BUDGINVEST for 2,
   /// otherwise BU65_TESBUDGET.
+  bool GetIsBudgetValorizzatoDitta(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
+                                   const Variant& MyBdgSottoTipo);
+  /// Whether any company does. `TipoBudget` chooses the table: BU04_BUDGINVEST for 2, BU08_TESBUDCOSGEN for
+  /// 4, otherwise BU65_TESBUDGET.
   bool GetIsBudgetValorizzato(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
 
   // ---- Structures: an element code of three characters per slot
@@ -168,7 +178,8 @@ class CLSKORVAL : public Proprieta {
   /// The analysis columns of a budget, comma-separated BU65_ names. Reads BU01_ANABUDGET.
   std::string GetElencoCampi(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
   /// Select list of the codes with their descriptions (NAME_DESCR), one indented line per column.
-  std::string GetStringaCodiciDescrizioni(const std::string& ElencoCampi, const std::string& StringaIndentazione = "");
+  std::string GetStringaCodiciDescrizioni(const std::string& ElencoCampi,
+                                          const std::string& StringaIndentazione = "");
   /// The joins that select list needs, one indented line per clause.
   std::string GetStringaJoinCodiciDescrizioni(const std::string& ElencoCampi,
                                               const std::string& StringaIndentazione = "");
@@ -188,8 +199,8 @@ class CLSKORVAL : public Proprieta {
 
   std::string GetDescrizioneTipoBudget(BdgTipo MyBdgTipo);
   std::string GetDescrizioneTipoBudgetShort(BdgTipo MyBdgTipo);
-  std::string GetDes_BdgTipoGestioneMultiAttivita(
-      BdgTipoGestioneMultiAttivita MyBdgTipoGestioneMultiAttivita, const Variant& MyTipoDes = {});
+  std::string GetDes_BdgTipoGestioneMultiAttivita(BdgTipoGestioneMultiAttivita MyBdgTipoGestioneMultiAttivita,
+                                                  const Variant& MyTipoDes = {});
   std::string GetDes_BdgPeriodoFiscaleSolare(BdgPeriodoFiscaleSolare MyBdgPeriodoFiscaleSolare,
                                              const Variant& MyTipoDes = {});
   std::string GetDes_BdgPeriodicita(BdgPeriodicita MyBdgPeriodicita, const Variant& MyTipoDes = {});
@@ -200,22 +211,24 @@ class CLSKORVAL : public Proprieta {
 
   /// Periods per year of a periodicity 0 to 5: 12, 6, 4, 3, 2, 1; Null for any other.
   Variant GetBdgNrPeriodi(BdgPeriodicita MyBdgPeriodicita);
-  /// The period (1 to the periods per year) that a calendar month falls in; 0 for a month outside 1 to 12 or an
-  /// unknown periodicity. MyBdgDataInizio, the budget's first date, gives the first month when
+  /// The period (1 to the periods per year) that a calendar month falls in; 0 for a month outside 1 to 12 or
+  /// an unknown periodicity. MyBdgDataInizio, the budget's first date, gives the first month when
   /// MyBdgPeriodoSolareFiscale is not 1.
   std::int16_t GetBdgPeriodo(std::int16_t MyMese, BdgPeriodicita MyBdgPeriodicita,
-                             BdgPeriodoFiscaleSolare MyBdgPeriodoSolareFiscale, const Variant& MyBdgDataInizio);
+                             BdgPeriodoFiscaleSolare MyBdgPeriodoSolareFiscale,
+                             const Variant& MyBdgDataInizio);
   /// First and last date of the budget: the accounting year's, but never more than twelve months.
   /// Reads CG19_ANADITTAESER.
-  void GetBdgDataInizioBdgDataFine(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo, const Variant& MyCodiceDitta,
-                                   const Variant& MyAnnoEsercizio, const Variant& MyProgressivoEsercizio,
-                                   Variant& MyBdgDataInizio, Variant& MyBdgDataFine);
+  void GetBdgDataInizioBdgDataFine(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo,
+                                   const Variant& MyCodiceDitta, const Variant& MyAnnoEsercizio,
+                                   const Variant& MyProgressivoEsercizio, Variant& MyBdgDataInizio,
+                                   Variant& MyBdgDataFine);
   /// Label of a period: a month name, or its number and the period word. Never reports an error.
   std::string GetDescrizionePeriodo(const Variant& MyCodiceDitta, BdgPeriodicita MyBdgPeriodicita,
                                     BdgPeriodoFiscaleSolare MyBdgPeriodoFiscaleSolare, std::int16_t MyPeriodo,
                                     const Variant& MyAnnoEsercizio, const Variant& MyProgressivoEsercizio);
-  /// Description of an account; Empty when the chart does not have it. Reads CG24_TABPDC with CG39_PRSDESPDC (kind
-  /// 1), CG23_RICLBILCEE (2) or PC03_ANAGPDC (3).
+  /// Description of an account; Empty when the chart does not have it. Reads CG24_TABPDC with CG39_PRSDESPDC
+  /// (kind 1), CG23_RICLBILCEE (2) or PC03_ANAGPDC (3).
   Variant GetDescrizioneConto(const Variant& MyCodiceDitta, BdgTipoPdc MyTipoPdc, const Variant& MyCodicePdc,
                               const Variant& MyConto);
   /// Progressive of the company's accounting year, 0 without one. Reads CG19_ANADITTAESER.
@@ -237,16 +250,18 @@ class CLSKORVAL : public Proprieta {
 
   /// MyValore2 - MyValore1; Null when either is Null.
   Variant CalcolaDelta(const Variant& MyValore2, const Variant& MyValore1);
-  /// (MyValore2 - MyValore1) / MyValore1, a ratio (0.25 for 25 %); Null when either is Null or MyValore1 is zero.
+  /// (MyValore2 - MyValore1) / MyValore1, a ratio (0.25 for 25 %); Null when either is Null or MyValore1 is
+  /// zero.
   Variant CalcolaDeltaPercentuale(const Variant& MyValore2, const Variant& MyValore1);
   /// ValIfNull for Null, Empty and text of blanks; otherwise Valore unchanged. Leaves the outcome alone.
   Variant NVL(const Variant& Valore, const Variant& ValIfNull);
-  /// Text trimmed, then padded with blanks or cut to exactly Pint_Len characters; Null for Null and Empty. Leaves
-  /// the outcome alone.
+  /// Text trimmed, then padded with blanks or cut to exactly Pint_Len characters; Null for Null and Empty.
+  /// Leaves the outcome alone.
   Variant BFill(const Variant& Pvar_Stringa, std::int16_t Pint_Len);
   /// Text without trailing blanks; "" for Null and Empty.
   Variant RTrimN(const Variant& fvar_Value);
-  /// The exact decimal of a value, read with the session's decimal sign when it is text; 0 for Null, Empty and "".
+  /// The exact decimal of a value, read with the session's decimal sign when it is text; 0 for Null, Empty
+  /// and "".
   Variant CDecN(const Variant& fvar_Value);
 
  private:
