@@ -26,7 +26,7 @@ class Decimal {
   static Decimal FromDouble(double value);
 
   /// Reads "-123.45" or "1.5E3"; point only, no blanks, no grouping. Nothing when it is no number;
-  /// digits beyond what fits are rounded.
+  /// digits beyond what fits are rounded, a number too large throws "Overflow".
   static std::optional<Decimal> TryParse(std::string_view text);
 
   int scale() const { return scale_; }
@@ -36,7 +36,7 @@ class Decimal {
   /// value × 10^scale as an integer; nothing when digits would be lost or it does not fit.
   std::optional<std::int64_t> toScaled(int scale) const;
 
-  /// Rounded half away from zero to `digits` decimals; a scale already smaller is kept.
+  /// Rounded half away from zero to `digits` decimals (not negative); a scale already smaller is kept.
   Decimal rounded(int digits) const;
   /// Number of digits before the decimal point; 0 for values below 1.
   int integerDigits() const;
@@ -58,6 +58,8 @@ class Decimal {
   friend bool operator==(const Decimal& a, const Decimal& b) { return (a <=> b) == 0; }
 
  private:
+  friend struct DecimalParts;
+
   std::uint64_t lo_ = 0;
   std::uint32_t hi_ = 0;
   std::uint8_t scale_ = 0;

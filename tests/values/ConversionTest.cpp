@@ -1,0 +1,141 @@
+#include "values/Conversion.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "values/Errore.h"
+
+namespace values {
+namespace {
+
+Decimal dec(std::string_view text) { return Decimal::TryParse(text).value(); }
+
+std::string failure(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const Errore& e) {
+    return e.what();
+  }
+  return "no failure";
+}
+
+TEST(Conversion, ReadsNumbersInEitherNotation) {
+  const struct { const char* text; char separator; const char* number; } kGood[] = {
+      {"1234,56", ',', "1234.56"}, {"1234.56", ',', "1234.56"}, {"1234,56", '.', "1234.56"}, {"1.234,56", ',', "1234.56"},
+      {"1,234.56", '.', "1234.56"}, {"-1.234.567,8", ',', "-1234567.8"}, {"  12,5 ", ',', "12.5"}, {"1.234.567", ',', "1234567"},
+      {"1,5E3", ',', "1500"}, {",5", ',', "0.5"}, {"+3", ',', "3"}, {"1.234", ',', "1.234"}};
+  for (const auto& row : kGood) {
+    EXPECT_EQ(toDecimal(row.text, row.separator), dec(row.number)) << row.text;
+    EXPECT_EQ(toDouble(row.text, row.separator), dec(row.number).toDouble()) << row.text;
+  }
+  const struct { const char* text; char separator; } kBad[] = {
+      {"", ','}, {"  ", ','}, {"abc", ','}, {"1.23,4", ','}, {"1234.567,8", ','}, {"1,2,3", ','}, {"1,234.56", ','},
+      {"1.234,56", '.'}, {".123,4", ','}, {"1..234,5", ','}, {"1.234.56", ','}, {"1.234.567", '.'}, {"1,234,", '.'},
+      {"1.2a4,5", ','}, {"1 000", ','}, {"-", ','}, {"1,5-", ','}, {"12 EUR", ','}, {"+-1", ','}, {"inf", ','}};
+  for (const auto& row : kBad) {
+    const std::string message = "Type mismatch: \"" + std::string(row.text) + "\" is no number";
+    EXPECT_EQ(failure([&] { toDecimal(row.text, row.separator); }), message);
+    EXPECT_EQ(failure([&] { toDouble(row.text, row.separator); }), message);
+  }
+}
+
+TEST(Conversion, IntegersRoundHalvesToEvenAndOverflow) {
+  const struct { Variant value; std::int64_t whole; } kGood[] = {
+      {2.5, 2}, {3.5, 4}, {-2.5, -2}, {"2,5", 2}, {"3.5", 4}, {dec("-3.5"), -4}, {dec("2.51"), 3}, {dec("-0.5"), 0},
+      {true, -1}, {Variant(), 0}, {dec("32767.4"), 32767}, {"-32768", -32768}, {Date::FromYmd(1900, 1, 1), 2}};
+  for (const auto& row : kGood) {
+    EXPECT_EQ(toInt16(row.value), row.whole);
+    EXPECT_EQ(toInt64(row.value), row.whole);
+  }
+  const auto overflows = [](const std::function<void()>& action) { return failure(action) == "Overflow"; };
+  EXPECT_TRUE(overflows([] { toInt16(32768); }));
+  EXPECT_TRUE(overflows([] { toInt16(32767.5); }));
+  EXPECT_TRUE(overflows([] { toInt32(dec("2147483647.5")); }));
+  EXPECT_TRUE(overflows([] { toInt32(-1e300); }));
+  EXPECT_TRUE(overflows([] { toInt32(std::numeric_limits<double>::quiet_NaN()); }));
+  EXPECT_TRUE(overflows([] { toInt64(9.3e18); }));
+  EXPECT_TRUE(overflows([] { toInt64("9223372036854775808"); }));
+  EXPECT_TRUE(overflows([] { toDecimal("1E40"); }));
+  EXPECT_TRUE(overflows([] { toDouble("1E400"); }));
+  EXPECT_EQ(toInt64("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
+}
+
+TEST(Conversion, WritesText) {
+  const struct { Variant value; const char *shown, *plain; } kRows[] = {
+      {Variant(), "", ""}, {-7, "-7", "-7"}, {dec("1234.50"), "1234,50", "1234.50"}, {0.1, "0,1", "0.1"},
+      {1e30, "1E+30", "1E+30"}, {-0.0, "0", "0"}, {true, "True", "True"}, {"a.b", "a.b", "a.b"},
+      {Date::FromYmd(2011, 1, 31, 8, 0, 1), "31/01/2011 08:00:01", "31/01/2011 08:00:01"}};
+  for (const auto& row : kRows) {
+    EXPECT_EQ(toText(row.value), row.shown);
+    EXPECT_EQ(toPlainText(row.value), row.plain);
+  }
+  EXPECT_EQ(toPlainText(Variant::Null()), "");
+  EXPECT_EQ(failure([] { toText(Variant::Null()); }), "Invalid use of Null");
+  EXPECT_EQ(failure([] { toDecimal(Variant::Null()); }), "Invalid use of Null");
+  EXPECT_EQ(failure([] { toInt32(Variant(std::make_shared<Object>())); }), "Type mismatch: an object is no number");
+}
+
+TEST(Conversion, DatesAndBooleans) {
+  EXPECT_EQ(toDate(" 31/01/2011 "), Date::FromYmd(2011, 1, 31));
+  EXPECT_EQ(toDate(40574), Date::FromYmd(2011, 1, 31));
+  EXPECT_EQ(toDate(40574.75), Date::FromYmd(2011, 1, 31, 18));
+  EXPECT_EQ(toDate(toDouble(Date::FromYmd(2011, 12, 31, 23, 59, 59))), Date::FromYmd(2011, 12, 31, 23, 59, 59));
+  EXPECT_EQ(failure([] { toDate(Variant()); }), "Type mismatch: an empty value is no date");
+  EXPECT_EQ(failure([] { toDate("31/02/2011"); }), "Type mismatch: \"31/02/2011\" is no date");
+  EXPECT_EQ(failure([] { toDate(1e9); }), "Overflow");
+  EXPECT_EQ(failure([] { toDate(-60000); }), "Overflow");
+  EXPECT_TRUE(toBool(" true "));
+  EXPECT_FALSE(toBool("False"));
+  EXPECT_FALSE(toBool("0,00"));
+  EXPECT_TRUE(toBool(0.5));
+  EXPECT_EQ(failure([] { toBool("vero"); }), "Type mismatch: \"vero\" is no number");
+}
+
+TEST(Conversion, BlankValuesGiveWay) {
+  const Variant other = 7;
+  for (const Variant& blank : {Variant(), Variant::Null(), Variant(""), Variant("   ")}) {
+    EXPECT_TRUE(isBlank(blank));
+    EXPECT_EQ(nvl(blank, other), other);
+  }
+  for (const Variant& kept : {Variant(0), Variant(false), Variant(" a "), Variant("\t"), Variant(0.0)}) {
+    EXPECT_FALSE(isBlank(kept));
+    EXPECT_EQ(nvl(kept, other), kept);
+  }
+}
+
+TEST(Arithmetic, KindsFollowTheirOperands) {
+  const auto shortOf = [](int v) { return Variant(static_cast<std::int16_t>(v)); };
+  EXPECT_TRUE(add(Variant::Null(), 1).isNull());
+  EXPECT_TRUE(divide(1, Variant::Null()).isNull());
+  EXPECT_EQ(add(shortOf(1), shortOf(2)), shortOf(3));
+  EXPECT_EQ(add(shortOf(32767), shortOf(1)), Variant(32768));
+  EXPECT_EQ(multiply(2'000'000'000, 4), Variant(dec("8000000000")));
+  EXPECT_EQ(subtract(Variant(), 5), Variant(-5));
+  EXPECT_EQ(add(0.5, dec("0.10")), Variant(dec("0.60")));
+  EXPECT_EQ(add(1, 0.5), Variant(1.5));
+  EXPECT_EQ(add("1,10", 2), Variant(dec("3.10")));
+  EXPECT_EQ(divide(1, 4), Variant(0.25));
+  EXPECT_EQ(divide(dec("1"), 8), Variant(dec("0.125")));
+  EXPECT_EQ(failure([] { divide(1, 0); }), "Division by zero");
+  EXPECT_EQ(failure([] { divide(dec("1"), 0); }), "Division by zero");
+  EXPECT_EQ(failure([] { multiply(1e300, 1e300); }), "Overflow");
+  EXPECT_EQ(failure([] { add(Date::FromYmd(2011, 1, 1), 1); }), "Type mismatch: dates and objects take no arithmetic");
+}
+
+TEST(Arithmetic, ComparesAcrossKinds) {
+  const struct { Variant a, b; int order; } kRows[] = {
+      {1, 1.0, 0}, {dec("1.00"), 1, 0}, {0.1, dec("0.1"), 0}, {"10", 9, 1}, {"1,50", dec("1.5"), 0}, {"10", "9", -1},
+      {"a", "A", 1}, {Variant(), 0, 0}, {Variant(), "", 0}, {1e40, dec("1"), 1}, {-1e40, 3, -1}, {true, -1, 0},
+      {Date::FromYmd(2011, 1, 1), Date::FromYmd(2011, 1, 1, 0, 0, 1), -1}, {Date::FromYmd(2011, 1, 31), "31/01/2011", 0},
+      {40573, Date::FromYmd(2011, 1, 31), -1}};
+  for (const auto& row : kRows) {
+    EXPECT_EQ(compare(row.a, row.b), row.order);
+    EXPECT_EQ(compare(row.b, row.a), -row.order);
+  }
+  EXPECT_EQ(failure([] { compare(Variant::Null(), 1); }), "Invalid use of Null");
+  EXPECT_EQ(failure([] { compare("abc", 1); }), "Type mismatch: \"abc\" is no number");
+}
+
+}  // namespace
+}  // namespace values
