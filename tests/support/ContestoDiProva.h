@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -21,6 +22,7 @@ class SessioneFinta : public suite::ActiveInterface {
   int struttura = 4;
   std::vector<int> livelli = {1, 1, 2, 4};
   std::vector<std::string> messaggi;
+  std::map<int, std::string> catalogo;
 
   values::Variant CodiceDitta() const override { return ditta; }
   values::Variant CodicePdcCoGe() const override { return pdc; }
@@ -29,7 +31,10 @@ class SessioneFinta : public suite::ActiveInterface {
   char SeparatoreDecimale() const override { return separatore; }
   int StrutturaConti() const override { return struttura; }
   std::vector<int> LunghezzeLivelli() const override { return livelli; }
-  values::Variant TestoMessaggio(int) const override { return values::Variant::Null(); }
+  values::Variant TestoMessaggio(int numero) const override {
+    const auto trovato = catalogo.find(numero);
+    return trovato == catalogo.end() ? values::Variant::Null() : values::Variant(trovato->second);
+  }
   void MostraMessaggio(std::string_view testo, int stile, std::string_view titolo) override {
     messaggi.push_back(std::to_string(stile) + "|" + std::string(titolo) + "|" + std::string(testo));
   }
