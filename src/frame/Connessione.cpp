@@ -1,0 +1,25 @@
+#include "frame/Connessione.h"
+
+#include "frame/Trappola.h"
+
+namespace bukorval {
+
+bool creaConnessioneDB(Contesto& ctx) {
+  return esegui(ctx, "CreaConnessioneDB", false, [&] {
+    if (ctx.connessionePtr()) return true;
+    if (ctx.stringaConnessione.empty()) {
+      ctx.rifiuta("Non è stata definita la stringa di connessione");
+      return false;
+    }
+    const ado::ConnectionPtr connessione = ado::createConnection();
+    connessione->ConnectionString = ctx.stringaConnessione;
+    connessione->CursorLocation = ado::adUseClient;
+    connessione->Mode = ado::adModeShareExclusive;
+    connessione->IsolationLevel = ado::adXactSerializable;
+    connessione->Open("", "", -1);
+    ctx.connessione(connessione);
+    return true;
+  });
+}
+
+}  // namespace bukorval

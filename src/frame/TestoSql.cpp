@@ -1,0 +1,39 @@
+#include "frame/TestoSql.h"
+
+#include "frame/Valori.h"
+#include "values/Conversion.h"
+#include "values/Errore.h"
+
+namespace bukorval {
+
+namespace {
+
+std::string traApici(std::string_view testo) {
+  std::string risultato;
+  risultato.reserve(testo.size() + 2);
+  return risultato.append("'").append(testo).append("'");
+}
+
+}  // namespace
+
+std::string numero(const values::Variant& valore) { return values::toPlainText(valore); }
+
+std::string apici(const values::Variant& valore) { return traApici(values::toPlainText(valore)); }
+
+std::string testoDati(const values::Variant& valore) {
+  std::string risultato = "'";
+  for (const char c : values::toPlainText(valore)) risultato.append(c == '\'' ? 2 : 1, c);
+  return risultato += '\'';
+}
+
+std::string apiciRiempiti(const values::Variant& valore, int larghezza) { return apici(BFill(valore, larghezza)); }
+
+std::string valoreDecimale(const values::Variant& valore, char separatore) {
+  if (values::isBlank(valore)) return "NULL";
+  // Dates and Booleans have numbers of their own, but none of them is an amount.
+  if (!valore.isNumber() && valore.kind() != values::Kind::String)
+    throw values::Errore("Type mismatch: " + values::toPlainText(valore) + " is no number");
+  return values::toDecimal(valore, separatore).toString();
+}
+
+}  // namespace bukorval
