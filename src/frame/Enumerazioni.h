@@ -39,7 +39,9 @@ enum : BdgTipoScostamento {
 };
 
 /// Values of TipoElaborazioneBO.
-enum : std::int32_t { bdgElaborazioneEconomica = 10, bdgElaborazioneSchede = 40, bdgDuplicazioneSchede = 42 };
+inline constexpr std::int32_t bdgElaborazioneEconomica = 10;
+inline constexpr std::int32_t bdgElaborazioneSchede = 40;
+inline constexpr std::int32_t bdgDuplicazioneSchede = 42;
 
 /// Budget types with rules of their own.
 enum : BdgTipo { bdgTipoInvestimenti = 2, bdgTipoSpeseGenerali = 4, bdgTipoMastri = 5 };

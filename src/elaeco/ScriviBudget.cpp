@@ -1,0 +1,106 @@
+#include "elaeco/ScriviBudget.h"
+
+#include <string>
+#include <unordered_set>
+
+#include "definition/CaricaDatiBudget.h"
+#include "elaeco/InsiemiSaldi.h"
+#include "elaeco/SchedePerConto.h"
+#include "frame/Connessione.h"
+#include "frame/Processo.h"
+#include "frame/TestoSql.h"
+#include "frame/Transazione.h"
+#include "frame/Trappola.h"
+#include "frame/Validazione.h"
+#include "maintenance/ValoriScheda.h"
+#include "values/Conversion.h"
+#include "values/Errore.h"
+#include "values/Text.h"
+
+namespace bukorval {
+namespace {
+
+using values::Variant;
+
+bool daScrivere(const Variant& sovrascrivi) {
+  return !values::isBlank(sovrascrivi) && values::toInt32(sovrascrivi) == 1;
+}
+
+/// One run over the proposed rows.
+class Scrittura {
+ public:
+  explicit Scrittura(Contesto& ctx) : ctx_(ctx), schede_(ctx) {}
+
+  void scrivi(ado::Recordset& righe) {
+    const auto& conto = righe["CONTO"];
+    const auto& descrizione = righe["DESCRIZIONE"];
+    const auto& periodo = righe["PERIODO"];
+    const auto& importo = righe["IMPORTO"];
+    const auto& sovrascrivi = righe["SOVRASCRIVI"];
+    Processo processo(ctx_.eventi, "Scrittura del budget dai saldi", righe.RecordCount());
+    for (; !righe.Eof(); righe.MoveNext()) {
+      if (daScrivere(sovrascrivi.Value()))
+        scriviRiga(conto.Value(), descrizione.Value(), periodo.Value(), importo.Value());
+      processo.passo();
+    }
+    processo.fine();
+  }
+
+ private:
+  void scriviRiga(const Variant& conto, const Variant& descrizione, const Variant& periodo, const Variant& importo) {
+    const auto numeroPeriodo = periodoValido(periodo);
+    const Variant scheda = chiedi(ctx_, schede_.trovaOCrea(conto));
+    if (values::isBlank(scheda)) return segnalaNonPresente(conto, descrizione);
+    const auto tipo = ctx_.prop.TipoDettaglioDestinazione;
+    ValoriScheda valori(ctx_);
+    Variant dettaglio;
+    Variant senzaImporto;
+    chiedi(ctx_, valori.GetBdgDettaglioEsiste(scheda, tipo, numeroPeriodo, dettaglio, senzaImporto));
+    Variant nuovo;
+    valori.AggiornaSingoloValoreBU66(dettaglio, scheda, tipo, bdgValoreImporto, numeroPeriodo, importo, nuovo);
+    ctx_.verifica();
+  }
+
+  /// The client edits the set: a period that the budget does not have must not become a detail.
+  std::int16_t periodoValido(const Variant& periodo) const {
+    const auto numeroPeriodo = values::toInt16(periodo);
+    const int periodi = values::isBlank(ctx_.dati.numeroPeriodi) ? 0 : values::toInt32(ctx_.dati.numeroPeriodi);
+    if (numeroPeriodo < 1 || numeroPeriodo > periodi)
+      throw values::Errore("Period " + numero(numeroPeriodo) + " is outside the budget's 1 to " + numero(periodi));
+    return numeroPeriodo;
+  }
+
+  void segnalaNonPresente(const Variant& conto, const Variant& descrizione) {
+    if (ctx_.prop.ElaboraSoloContiBudgettizzati) return;
+    if (!segnalati_.insert(values::foldText(values::toPlainText(conto))).second) return;
+    auto& mancanti = *ctx_.prop.RstContiNonPresentiInStruttura;
+    mancanti.AddNew();
+    mancanti["CONTO"].Value(conto);
+    mancanti["DESCRIZIONE"].Value(descrizione);
+    mancanti.Update();
+  }
+
+  Contesto& ctx_;
+  SchedePerConto schede_;
+  std::unordered_set<std::string> segnalati_;
+};
+
+}  // namespace
+
+void BdgElaEco_ScriviBudget_DaRstSaldiElaEco(Contesto& ctx) {
+  esegui(ctx, "BdgElaEco_ScriviBudget_DaRstSaldiElaEco", [&] {
+    if (!creaConnessioneDB(ctx) || !IsDatiInputValidi(ctx) || !GetDatiBudget(ctx)) return;
+    if (!ctx.prop.RstSaldiElaEco) return ctx.rifiuta("RstSaldiElaEco  : Dato non definito nel BO ");
+    BdgElaEco_DefinisciRstContiNonPresentiInStruttura(ctx);
+    ctx.verifica();
+    // A view of its own: the client's cursor and filter stay as they are, and every row counts.
+    const auto righe = ctx.prop.RstSaldiElaEco->Clone();
+    if (righe->RecordCount() == 0) return;
+    righe->MoveFirst();
+    Transazione transazione(ctx.connessione());
+    Scrittura(ctx).scrivi(*righe);
+    transazione.conferma();
+  });
+}
+
+}  // namespace bukorval
