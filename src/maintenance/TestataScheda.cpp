@@ -1,0 +1,118 @@
+#include "maintenance/TestataScheda.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+#include "definition/ImpostazioniBudget.h"
+#include "definition/Strutture.h"
+#include "frame/TestoSql.h"
+#include "frame/Trappola.h"
+#include "frame/Valori.h"
+#include "values/Conversion.h"
+#include "values/Text.h"
+
+namespace bukorval {
+namespace {
+
+/// An account column and the column of the chart that its code belongs to.
+struct ContoPiano {
+  std::string_view conto, piano;
+};
+constexpr ContoPiano kConti[] = {{"BU65_CONTO_CG24", "BU65_GRUPPO_CG10"},
+                                 {"BU65_CODICE_CG23", "BU65_CODICE_CG21"},
+                                 {"BU65_CONTO_PC03", "BU65_CODICE_PC01"},
+                                 {"BU65_VDS_PC03", "BU65_PDCVDS_PC01"},
+                                 {"BU65_CONTOPDC_PC03", "BU65_PDC_PC01"},
+                                 {"BU65_CONTOCONTROPART_PC03", "BU65_PDC_PC01"}};
+
+/// Customer or supplier, for the budget types that have one.
+std::string_view tipoClienteFornitore(BdgTipo tipo) {
+  switch (tipo) {
+    case 0: return ", 0";
+    case 1:
+    case 7: return ", 1";
+    default: return {};
+  }
+}
+
+/// The two lists of an insert.
+class ElencoColonne {
+ public:
+  ElencoColonne(Contesto& ctx, const ado::Dictionary& date) : ctx_(ctx), date_(date) {
+    for (std::size_t i = 0; i < date.Count(); ++i) aggiungi(values::toText(date.Keys()[i]), date.Items()[i]);
+  }
+
+  std::string colonne, valori;
+
+ private:
+  void aggiungi(const std::string& colonna, const values::Variant& valore) {
+    elenca(colonna, testoValore(colonna, valore));
+    for (const auto& [conto, piano] : kConti)
+      if (values::compareText(colonna, conto) == 0 && !presente(piano)) elenca(piano, codicePdc());
+  }
+
+  void elenca(std::string_view colonna, std::string_view valore) {
+    const std::string_view separatore = colonne.empty() ? "" : ", ";
+    colonne.append(separatore).append(colonna);
+    valori.append(separatore).append(valore);
+  }
+
+  std::string testoValore(const std::string& colonna, const values::Variant& valore) {
+    const auto tipo = chiedi(ctx_, Strutture(ctx_).GetTipoCampo(colonna));
+    if (valore.isNothing()) return "NULL";
+    if (valore.kind() == values::Kind::Date) return chiedi(ctx_, DataDB(ctx_, valore));
+    switch (tipo) {
+      case ado::adDecimal: return valoreDecimale(valore, ctx_.separatore());
+      case ado::adWChar:
+      case ado::adVarWChar: return "N" + testoDati(valore);
+      default: return testoDati(valore);
+    }
+  }
+
+  /// The client gives the column itself, or another account has brought it.
+  bool presente(std::string_view colonna) const {
+    const auto& chiavi = date_.Keys();
+    return colonne.find(colonna) != std::string::npos ||
+           std::any_of(chiavi.begin(), chiavi.end(),
+                       [&](const auto& chiave) { return values::compareText(values::toText(chiave), colonna) == 0; });
+  }
+
+  /// The chart of the budget's definition, read only for a card that needs it.
+  const std::string& codicePdc() {
+    if (!codicePdc_) {
+      const auto& prop = ctx_.prop;
+      const ImpostazioniBudget impostazioni(ctx_);
+      ctx_.dati.tipoPdc = chiedi(ctx_, impostazioni.GetTipoPdC(prop.TipoBudget, prop.SottoTipoBudget));
+      const auto codice = chiedi(ctx_, impostazioni.GetCodicePdC(prop.TipoBudget, prop.SottoTipoBudget));
+      codicePdc_ = valoreDecimale(codice, ctx_.separatore());
+    }
+    return *codicePdc_;
+  }
+
+  Contesto& ctx_;
+  const ado::Dictionary& date_;
+  std::optional<std::string> codicePdc_;
+};
+
+}  // namespace
+
+std::string testoInserimentoTestata(Contesto& ctx, const ado::Dictionary& colonne, const values::Date& adesso) {
+  const auto& prop = ctx.prop;
+  const ElencoColonne elenco(ctx, colonne);
+  const auto tipoCliFor = tipoClienteFornitore(prop.TipoBudget);
+  const std::string flgBudget = prop.TipoBudget == bdgTipoSpeseGenerali ? ", 1 " : ", 0 ";
+  TestoSql sql;
+  sql.riga(" INSERT INTO BU65_TESBUDGET ")
+      .testo(" (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO, BU65_PROGESER, ", elenco.colonne)
+      .testo(tipoCliFor.empty() ? "" : ", BU65_TIPOCF_CG44")
+      .riga(", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG )")
+      .riga("VALUES")
+      .testo(" (", numero(prop.TipoBudget), ", ", testoDati(prop.SottoTipoBudget), ", ")
+      .testo(numero(ctx.sessione().CodiceDitta()), ", ", numero(prop.AnnoEsercizio), ", ")
+      .testo(numero(prop.ProgressivoEsercizio), ", ", elenco.valori, tipoCliFor, flgBudget, ", 0 ")
+      .riga(", ", chiedi(ctx, DataDB(ctx, adesso)), ")");
+  return sql.str();
+}
+
+}  // namespace bukorval
