@@ -4,8 +4,8 @@
 
 namespace bukorval {
 
-/// Makes sure that a connection is there: the one given, or one opened with `StringaConnessione`, which is then kept.
-/// Outcome: 1 when there is neither, 99 when it cannot be opened; false in both cases.
+/// Makes sure that a connection is there: the one given, or one opened with `StringaConnessione`, which is
+/// then kept. Outcome: 1 when there is neither, 99 when it cannot be opened; false in both cases.
 bool creaConnessioneDB(Contesto& ctx);
 
 }  // namespace bukorval

@@ -20,8 +20,8 @@ Variant leggi(const Proprieta& prop) {
   return prop.*Campo;
 }
 
-/// A property and the label that messages give it. Numbers and Booleans are always set; they stand here so that the
-/// table says what each operation needs.
+/// A property and the label that messages give it. Numbers and Booleans are always set; they stand here so
+/// that the table says what each operation needs.
 struct Controllo {
   const char* etichetta;
   Variant (*leggi)(const Proprieta&);
@@ -55,7 +55,8 @@ constexpr std::array kEconomica{
     Controllo{"Sovrascrivi esistenti ", leggi<&P::IsSovrascriviEsistenti>},
 };
 
-constexpr std::array kSchede{kTipoScheda, kDitta, kAnno, kProgressivo, kDaData, kAData, kDestinazione, kTipoMovimenti};
+constexpr std::array kSchede{kTipoScheda, kDitta, kAnno,         kProgressivo,
+                             kDaData,     kAData, kDestinazione, kTipoMovimenti};
 
 constexpr std::array kDuplicazione{
     kDitta,
@@ -105,7 +106,8 @@ bool IsDatiInputValidi(Contesto& ctx) {
   return esegui(ctx, "IsDatiInputValidi", false, [&] {
     if (!verificaTutti(ctx, kSempre)) return false;
     for (const Elaborazione& elaborazione : kElaborazioni)
-      if (isTipo(ctx.prop.TipoElaborazioneBO, elaborazione.tipo)) return verificaTutti(ctx, elaborazione.controlli);
+      if (isTipo(ctx.prop.TipoElaborazioneBO, elaborazione.tipo))
+        return verificaTutti(ctx, elaborazione.controlli);
     return true;
   });
 }

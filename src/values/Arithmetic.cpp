@@ -15,13 +15,18 @@ enum class Level { Short, Whole, Double, Decimal };
 Level levelOf(const Variant& value) {
   switch (value.kind()) {
     case Kind::Empty:
-    case Kind::Int16: return Level::Short;
+    case Kind::Int16:
+      return Level::Short;
     case Kind::Boolean:
-    case Kind::Int32: return Level::Whole;
-    case Kind::Double: return Level::Double;
+    case Kind::Int32:
+      return Level::Whole;
+    case Kind::Double:
+      return Level::Double;
     case Kind::Decimal:
-    case Kind::String: return Level::Decimal;
-    default: throw Errore("Type mismatch: dates and objects take no arithmetic");
+    case Kind::String:
+      return Level::Decimal;
+    default:
+      throw Errore("Type mismatch: dates and objects take no arithmetic");
   }
 }
 
@@ -41,12 +46,16 @@ Variant compute(const Variant& a, const Variant& b, Operation operation) {
   switch (common(a, b)) {
     case Level::Short: {
       const std::int64_t result = operation(toInt64(a), toInt64(b));
-      if (!a.isEmpty() && !b.isEmpty() && std::in_range<std::int16_t>(result)) return static_cast<std::int16_t>(result);
+      if (!a.isEmpty() && !b.isEmpty() && std::in_range<std::int16_t>(result))
+        return static_cast<std::int16_t>(result);
       return result;
     }
-    case Level::Whole: return operation(toInt64(a), toInt64(b));
-    case Level::Double: return finite(operation(toDouble(a), toDouble(b)));
-    case Level::Decimal: break;
+    case Level::Whole:
+      return operation(toInt64(a), toInt64(b));
+    case Level::Double:
+      return finite(operation(toDouble(a), toDouble(b)));
+    case Level::Decimal:
+      break;
   }
   return operation(toDecimal(a), toDecimal(b));
 }
@@ -61,7 +70,9 @@ int compareNumbers(const Variant& a, const Variant& b) {
   if (isWhole(a) && isWhole(b)) return order(toInt64(a), toInt64(b));
   const bool doubles = a.kind() == Kind::Double || b.kind() == Kind::Double;
   constexpr double kDecimalRange = 7e28;
-  const auto fits = [](const Variant& v) { return v.kind() != Kind::Double || std::fabs(v.as<double>()) < kDecimalRange; };
+  const auto fits = [](const Variant& v) {
+    return v.kind() != Kind::Double || std::fabs(v.as<double>()) < kDecimalRange;
+  };
   if (a.kind() == b.kind() && doubles) return order(a.as<double>(), b.as<double>());
   if (doubles && !(fits(a) && fits(b))) return order(toDouble(a), toDouble(b));
   return order(toDecimal(a), toDecimal(b));

@@ -57,12 +57,13 @@ Decimal build(const Digits& digits, bool negative) {
   }
   if (digits.scale < 0) {
     if (digits.full || digits.scale < -Decimal::kMaxScale) throw Errore("Overflow");
-    return DecimalParts::fit(Uint192::product(digits.magnitude, powerOfTen(static_cast<int>(-digits.scale))), 0,
-                             negative);
+    return DecimalParts::fit(Uint192::product(digits.magnitude, powerOfTen(static_cast<int>(-digits.scale))),
+                             0, negative);
   }
   constexpr long kVanishes = Decimal::kMaxScale + 30;
   if (digits.scale > kVanishes) return {};
-  return DecimalParts::fit(Uint192(digits.magnitude), static_cast<int>(digits.scale), negative, digits.dropped);
+  return DecimalParts::fit(Uint192(digits.magnitude), static_cast<int>(digits.scale), negative,
+                           digits.dropped);
 }
 
 }  // namespace
@@ -94,15 +95,16 @@ std::optional<Decimal> Decimal::TryParse(std::string_view text) {
 
 Decimal Decimal::FromDouble(double value) {
   if (!std::isfinite(value) || std::fabs(value) >= 79228162514264337593543950336.0) throw Errore("Overflow");
-  // A decimal of at most 15 digits comes back unchanged from the nearest double: if one with four decimals gives
-  // this double, it is the answer, and no text is needed.
+  // A decimal of at most 15 digits comes back unchanged from the nearest double: if one with four decimals
+  // gives this double, it is the answer, and no text is needed.
   if (std::fabs(value) < 1e11) {
     const double units = std::nearbyint(value * 1e4);
     if (units / 1e4 == value) return FromScaled(static_cast<std::int64_t>(units), 4).normalized();
   }
   char text[64];
   constexpr int kExactEnough = 32;  // so many digits that the rounding at the fifteenth sees a true half
-  const char* end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, kExactEnough).ptr;
+  const char* end =
+      std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, kExactEnough).ptr;
   const bool negative = text[0] == '-';
   const std::string_view all(text, static_cast<std::size_t>(end - text));
   Digits digits;

@@ -3,7 +3,8 @@
 #include <array>
 #include <cstdint>
 
-/// Unsigned integers wider than the language's: what exact decimals are computed with. Internal to this folder.
+/// Unsigned integers wider than the language's: what exact decimals are computed with. Internal to this
+/// folder.
 namespace values {
 
 __extension__ typedef unsigned __int128 Uint128;
