@@ -16,6 +16,7 @@
 namespace bukorval {
 
 class Contesto;
+class Identita;
 
 /// The budget business object. Create it, give it a session (`ActiveInterface`) and a connection or
 /// connection string, set the properties that select the budget, call a method, then read Stato() and
@@ -265,6 +266,7 @@ class CLSKORVAL : public Proprieta {
   Variant CDecN(const Variant& fvar_Value);
 
  private:
+  std::unique_ptr<Identita> identita_;
   std::unique_ptr<Contesto> ctx_;
 };
 
