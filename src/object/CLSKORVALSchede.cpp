@@ -3,7 +3,6 @@
 #include "elaeco/ScriviBudget.h"
 #include "elaschede/ElaborazioneSchede.h"
 #include "elaschede/LivelliSchede.h"
-#include "frame/Identita.h"
 #include "grid/GrigliaBudget.h"
 #include "grid/GrigliaPeriodi.h"
 #include "maintenance/Allineamento.h"
@@ -38,7 +37,8 @@ void CLSKORVAL::UpdateNullValoriBU66(const Variant& MyBU65_ID, BdgTipoDettaglio 
 }
 
 bool CLSKORVAL::GetBdgDettaglioEsiste(const Variant& MyBU65_ID, BdgTipoDettaglio MyTipoDettaglio,
-                                      BdgPeriodicita MyPeriodo, Variant& MyBU66_ID, Variant& MyImportoIsNull) {
+                                      BdgPeriodicita MyPeriodo, Variant& MyBU66_ID,
+                                      Variant& MyImportoIsNull) {
   return ValoriScheda(*ctx_).GetBdgDettaglioEsiste(MyBU65_ID, MyTipoDettaglio, MyPeriodo, MyBU66_ID,
                                                    MyImportoIsNull);
 }
@@ -51,7 +51,9 @@ values::Variant CLSKORVAL::GetNaturaConto(BdgTipoPdc& MyTipoPdc, Variant& MyCodi
   return NuovaScheda(*ctx_).GetNaturaConto(MyTipoPdc, MyCodicePdc, MyConto);
 }
 
-void CLSKORVAL::CancellaRigaBU65(Variant& MyBU65_ID) { CancellazioneScheda(*ctx_).CancellaRigaBU65(MyBU65_ID); }
+void CLSKORVAL::CancellaRigaBU65(Variant& MyBU65_ID) {
+  CancellazioneScheda(*ctx_).CancellaRigaBU65(MyBU65_ID);
+}
 
 void CLSKORVAL::EliminaBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
                                             const Variant& MyBdgSottoTipo) {
