@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "ado/Types.h"
 #include "values/Variant.h"
@@ -9,13 +11,14 @@
 namespace ado {
 
 class Recordset;
+struct FieldType;
 
 /// One field of a record set: its type, and its value in the current row.
 /// A Field stays valid for the life of its Recordset and follows the cursor, so look it up once before a loop.
 class Field {
  public:
   const std::string& Name() const { return name_; }
-  DataTypeEnum Type() const { return type_; }
+  DataTypeEnum Type() const;
   /// Characters for text, 0 otherwise.
   std::int32_t DefinedSize() const { return definedSize_; }
   std::int32_t Attributes() const { return attributes_; }
@@ -25,7 +28,8 @@ class Field {
   void Precision(int digits);
   void NumericScale(int digits);
 
-  /// The value in the current row. Throws when the cursor stands on no row.
+  /// The value in the current row; the reference holds until the row is updated or the cursor moves.
+  /// Throws when the cursor stands on no row.
   const values::Variant& Value() const;
   /// Converts to the field's type first: a decimal is rounded half away from zero to the scale and refused when it
   /// has too many digits; text longer than the field is refused; Null is refused where the field is not nullable.
@@ -34,15 +38,22 @@ class Field {
  private:
   friend class Fields;
   friend class Recordset;
-  Field(Recordset& owner, std::size_t position, std::string name, DataTypeEnum type, std::int32_t definedSize,
+  friend class FilterTerm;
+  Field(Recordset& owner, std::size_t position, std::string name, const FieldType& type, std::int32_t definedSize,
         std::int32_t attributes);
   /// The value as this field stores it; throws Errore naming the field.
   values::Variant accept(const values::Variant& value) const;
+  values::Variant acceptDecimal(const values::Variant& value) const;
+  values::Variant acceptText(const values::Variant& value) const;
+  [[noreturn]] void refuse(const values::Variant& value, std::string_view why) const;
+  /// "decimal(15,2)", "text(10)": the type as error texts name it.
+  std::string typeText() const;
+  bool isNullable() const { return (attributes_ & adFldIsNullable) != 0; }
 
   Recordset* owner_;
   std::size_t position_;
   std::string name_;
-  DataTypeEnum type_;
+  const FieldType* type_;
   std::int32_t definedSize_;
   std::int32_t attributes_;
   std::uint8_t precision_ = 0;

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "ado/Field.h"
@@ -28,9 +28,16 @@ class Fields {
   Field* Find(std::string_view name) const;
 
  private:
+  friend class Recordset;
+  /// The slot of a name, or the free one where it belongs.
+  std::size_t slotOf(std::string_view name) const;
+  void grow();
+
+  static constexpr std::uint32_t kFree = ~std::uint32_t{0};
   Recordset* owner_;
   std::vector<std::unique_ptr<Field>> fields_;
-  std::unordered_map<std::string, std::size_t> byName_;
+  /// Open addressing over positions in fields_: a look-up by name allocates nothing. Size a power of two.
+  std::vector<std::uint32_t> slots_;
 };
 
 }  // namespace ado
