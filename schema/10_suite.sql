@@ -1,0 +1,45 @@
+-- What the hosting suite keeps: companies, accounting years, sites, customers and suppliers, texts.
+
+CREATE TABLE CG18_ANADITTE (
+  CG18_CODICE       DECIMAL(5,0)  NOT NULL,
+  CG18_RAGSOC       NVARCHAR(60)  NOT NULL,
+  CG18_GRUPPO_CG10  DECIMAL(2,0)  NOT NULL,               -- general-ledger chart of accounts
+  CG18_STRUTTCONTI  SMALLINT      NOT NULL DEFAULT 4,     -- levels of an account code, 2 to 5
+  CG18_MASTROCLI    NVARCHAR(15)  NULL,                   -- ledger account of the customers
+  CG18_MASTROFOR    NVARCHAR(15)  NULL,                   -- and of the suppliers
+  CG18_SEGNODEC     CHAR(1)       NOT NULL DEFAULT ',',   -- decimal sign of numbers given as text
+  CONSTRAINT PK_CG18 PRIMARY KEY (CG18_CODICE)
+)
+GO
+CREATE TABLE CG19_ANADITTAESER (
+  CG19_DITTA_CG18  DECIMAL(5,0)  NOT NULL,
+  CG19_ANNO        DECIMAL(4,0)  NOT NULL,
+  CG19_PROGESER    DECIMAL(2,0)  NOT NULL,
+  CG19_DATAINIZIO  DATETIME      NOT NULL,
+  CG19_DATAFINE    DATETIME      NOT NULL,
+  CG19_FLGCHIUSO   SMALLINT      NOT NULL DEFAULT 0,
+  CONSTRAINT PK_CG19 PRIMARY KEY (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER)
+)
+GO
+CREATE TABLE CG31_SEDI (
+  CG31_DITTA_CG18  DECIMAL(5,0)  NOT NULL,
+  CG31_CODICE      DECIMAL(2,0)  NOT NULL,
+  CG31_DESCR       NVARCHAR(40)  NULL,
+  CONSTRAINT PK_CG31 PRIMARY KEY (CG31_DITTA_CG18, CG31_CODICE)
+)
+GO
+CREATE TABLE CG44_CLIFOR (
+  CG44_DITTA_CG18  DECIMAL(5,0)  NOT NULL,
+  CG44_TIPOCF      DECIMAL(1,0)  NOT NULL,                -- 0 customer, 1 supplier
+  CG44_CLIFOR      DECIMAL(8,0)  NOT NULL,
+  CG44_RAGSOC      NVARCHAR(60)  NULL,
+  CONSTRAINT PK_CG44 PRIMARY KEY (CG44_DITTA_CG18, CG44_TIPOCF, CG44_CLIFOR)
+)
+GO
+-- A company's own wording of catalogue texts; a number that is not here has its built-in text.
+CREATE TABLE CG00_MESSAGGI (
+  CG00_NUMERO  INT            NOT NULL,
+  CG00_TESTO   NVARCHAR(250)  NULL,
+  CONSTRAINT PK_CG00 PRIMARY KEY (CG00_NUMERO)
+)
+GO
