@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+
+#include "suite/Servizi.h"
+#include "values/Date.h"
+
+namespace suite {
+
+/// The date service: reads what values::Date::TryParse reads.
+class DateTesto : public ServizioDate {
+ public:
+  void Data(std::string_view testo) override { data_ = values::Date::TryParse(testo); }
+  int CodiceErrore() const override { return data_ ? 0 : 1; }
+  std::string DataDB() const override { return data_ ? data_->toSql() : std::string(); }
+
+ private:
+  std::optional<values::Date> data_;
+};
+
+}  // namespace suite
