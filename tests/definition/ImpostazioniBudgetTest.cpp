@@ -50,7 +50,8 @@ TEST_P(DomandeDefinizione, AnswersForAMissingRow) {
 
 TEST_P(DomandeDefinizione, AnswersForNullColumns) {
   banco.rispondi(d.campi, {std::vector<Variant>(d.campi.size(), Variant::Null())});
-  EXPECT_EQ(chiedi() + "|" + banco.esito(), d.conNull);
+  const std::string risposta = chiedi();
+  EXPECT_EQ(risposta + "|" + banco.esito(), d.conNull);
 }
 
 TEST_P(DomandeDefinizione, AnswersWithoutAConnection) {
