@@ -16,6 +16,7 @@
 #include "frame/Transazione.h"
 #include "frame/Trappola.h"
 #include "frame/Validazione.h"
+#include "frame/Valori.h"
 #include "maintenance/NuovaScheda.h"
 #include "values/Conversion.h"
 
