@@ -16,20 +16,20 @@ using values::Variant;
 
 std::string si(bool valore) { return valore ? "si" : "no"; }
 
-/// One question about a budget, its statement and its answers in every situation.
+/// One question about a budget, its statement and its answers.
 struct Domanda {
   const char* nome;
-  std::function<std::string(const ImpostazioniBudget&)> chiedi;
   std::vector<std::string> campi;
   std::vector<Variant> riga;
+  std::string conRiga, senzaRiga, senzaConnessione,
+      conNull;  ///< a failure answers as a missing connection does
+  std::function<std::string(const ImpostazioniBudget&)> chiedi;
   const char* testo;
-  std::string conRiga, senzaRiga, senzaConnessione, conNull, dopoGuasto;
 };
 
 void PrintTo(const Domanda& d, std::ostream* os) { *os << d.nome; }
 
-class DomandeDefinizione : public testing::TestWithParam<Domanda> {
- protected:
+struct DomandeDefinizione : testing::TestWithParam<Domanda> {
   Banco banco;
   const Domanda& d = GetParam();
   std::string chiedi() { return d.chiedi(ImpostazioniBudget(banco.ctx)); }
@@ -42,157 +42,76 @@ TEST_P(DomandeDefinizione, SendsItsStatementAndReadsTheFirstRow) {
   EXPECT_EQ(banco.esito(), "0 ");
 }
 
-TEST_P(DomandeDefinizione, AnswersForAMissingRow) {
+TEST_P(DomandeDefinizione, HasAnAnswerForEveryLack) {
   banco.rispondi(d.campi, {});
   EXPECT_EQ(chiedi(), d.senzaRiga);
   EXPECT_EQ(banco.esito(), "0 ");
-}
 
-TEST_P(DomandeDefinizione, AnswersForNullColumns) {
   banco.rispondi(d.campi, {std::vector<Variant>(d.campi.size(), Variant::Null())});
   const std::string risposta = chiedi();
   EXPECT_EQ(risposta + "|" + banco.esito(), d.conNull);
-}
 
-TEST_P(DomandeDefinizione, AnswersWithoutAConnection) {
+  banco.guasta();
+  EXPECT_EQ(chiedi(), d.senzaConnessione);
+  EXPECT_EQ(banco.esito(), std::string("99 boom in ") + d.nome);
+
   banco.ctx.connessione(nullptr);
   EXPECT_EQ(chiedi(), d.senzaConnessione);
   EXPECT_EQ(banco.esito(), "1 Non è stata definita la stringa di connessione");
 }
 
-TEST_P(DomandeDefinizione, ReportsAFailureUnderItsName) {
-  banco.guasta();
-  EXPECT_EQ(chiedi(), d.dopoGuasto);
-  EXPECT_EQ(banco.esito(), std::string("99 boom in ") + d.nome);
-}
+using IB = const ImpostazioniBudget&;
+constexpr const char* kVuotoNonNumero = "0|99 Type mismatch: \"\" is no number in ";
 
 // Subtype "A" shows which statements pad it to its column.
+// clang-format off
 const Domanda kDomande[] = {
-    {"GetGestioneSede",
-     [](const ImpostazioniBudget& i) {
-       bool flag = true;
-       i.GetGestioneSede(4, "A", flag);
-       return si(flag);
-     },
-     {"BU01_FLGSEDI"},
-     {2},
-     "SELECT BU01_FLGSEDI  FROM BU01_ANABUDGET WITH (NOLOCK)  WHERE BU01_INDTIPO = 4 AND BU01_SOTTOTIPO = "
-     "'A'",
-     "si",
-     "no",
-     "no",
-     "no|0 ",
-     "no"},
-    {"GetAnnoBudgetFiscaleSolare",
-     [](const ImpostazioniBudget& i) { return std::to_string(i.GetAnnoBudgetFiscaleSolare(4, "A")); },
-     {"BU01_INDPERFISO"},
-     {0},
+    {"GetGestioneSede", {"BU01_FLGSEDI"}, {2}, "si", "no", "no", "no|0 ",
+     [](IB i) { bool flag = true; i.GetGestioneSede(4, "A", flag); return si(flag); },
+     "SELECT BU01_FLGSEDI  FROM BU01_ANABUDGET WITH (NOLOCK)  WHERE BU01_INDTIPO = 4 AND BU01_SOTTOTIPO = 'A'"},
+    {"GetAnnoBudgetFiscaleSolare", {"BU01_INDPERFISO"}, {0}, "0", "1", "1", "0|0 ",
+     [](IB i) { return std::to_string(i.GetAnnoBudgetFiscaleSolare(4, "A")); },
      " SELECT BU01_INDPERFISO  FROM   BU01_ANABUDGET WITH (NOLOCK)  WHERE  BU01_INDTIPO = 4"
-     " AND    BU01_SOTTOTIPO = 'A'",
-     "0",
-     "1",
-     "1",
-     "0|0 ",
-     "1"},
-    {"GetIsGestioneMastri",
-     [](const ImpostazioniBudget& i) { return si(i.GetIsGestioneMastri(4, "A")); },
-     {"BU01_FLGMASTRO"},
-     {-1},
+     " AND    BU01_SOTTOTIPO = 'A'"},
+    {"GetIsGestioneMastri", {"BU01_FLGMASTRO"}, {-1}, "si", "no", "no", "no|0 ",
+     [](IB i) { return si(i.GetIsGestioneMastri(4, "A")); },
      " SELECT BU01_FLGMASTRO \r\n FROM   BU01_ANABUDGET WITH (NOLOCK)\r\n WHERE  BU01_INDTIPO = 4\r\n"
-     " AND    BU01_SOTTOTIPO = 'A'\r\n",
-     "si",
-     "no",
-     "no",
-     "no|0 ",
-     "no"},
-    {"GetGestioneQta",
-     [](const ImpostazioniBudget& i) {
-       bool qta1 = true, qta2 = true;
-       i.GetGestioneQta(4, "A", qta1, qta2);
-       return si(qta1) + si(qta2);
-     },
-     {"BU01_FLGGESQTA", "BU01_FLGGESQTA2"},
-     {0, 1},
+     " AND    BU01_SOTTOTIPO = 'A'\r\n"},
+    {"GetGestioneQta", {"BU01_FLGGESQTA", "BU01_FLGGESQTA2"}, {0, 1}, "nosi", "nono", "nono", "nono|0 ",
+     [](IB i) { bool q1 = true, q2 = true; i.GetGestioneQta(4, "A", q1, q2); return si(q1) + si(q2); },
      " SELECT BU01_FLGGESQTA, BU01_FLGGESQTA2 \r\n FROM   BU01_ANABUDGET WITH (NOLOCK)\r\n"
-     " WHERE  BU01_INDTIPO = 4\r\n AND    BU01_SOTTOTIPO = 'A '\r\n",
-     "nosi",
-     "nono",
-     "nono",
-     "nono|0 ",
-     "nono"},
-    {"GetPeriodicitaBudget",
-     [](const ImpostazioniBudget& i) { return std::to_string(i.GetPeriodicitaBudget(4, "A")); },
-     {"BU01_INDPERIODO"},
-     {5},
+     " WHERE  BU01_INDTIPO = 4\r\n AND    BU01_SOTTOTIPO = 'A '\r\n"},
+    {"GetPeriodicitaBudget", {"BU01_INDPERIODO"}, {5}, "5", "99", "0", kVuotoNonNumero + std::string("GetPeriodicitaBudget"),
+     [](IB i) { return std::to_string(i.GetPeriodicitaBudget(4, "A")); },
      " SELECT BU01_INDPERIODO  FROM  BU01_ANABUDGET WITH (NOLOCK)  WHERE BU01_INDTIPO = 4"
-     " AND   BU01_SOTTOTIPO = 'A'",
-     "5",
-     "99",
-     "0",
-     "0|99 Type mismatch: \"\" is no number in GetPeriodicitaBudget",
-     "0"},
-    {"GetNumeroForecast",
-     [](const ImpostazioniBudget& i) { return std::to_string(i.GetNumeroForecast(4, "A")); },
-     {"BU01_NUMFORECAST"},
-     {3},
+     " AND   BU01_SOTTOTIPO = 'A'"},
+    {"GetNumeroForecast", {"BU01_NUMFORECAST"}, {3}, "3", "1", "1", "1|0 ",
+     [](IB i) { return std::to_string(i.GetNumeroForecast(4, "A")); },
      " SELECT BU01_NUMFORECAST  FROM   BU01_ANABUDGET WITH (NOLOCK)  WHERE  BU01_INDTIPO = 4"
-     " AND    BU01_SOTTOTIPO = 'A'",
-     "3",
-     "1",
-     "1",
-     "1|0 ",
-     "1"},
-    {"GetTipoGestioneMultiAttivita",
-     [](const ImpostazioniBudget& i) { return std::to_string(i.GetTipoGestioneMultiAttivita(4, "A")); },
-     {"BU01_INDMULTIATTIVITA"},
-     {2},
+     " AND    BU01_SOTTOTIPO = 'A'"},
+    {"GetTipoGestioneMultiAttivita", {"BU01_INDMULTIATTIVITA"}, {2}, "2", "0", "0",
+     kVuotoNonNumero + std::string("GetTipoGestioneMultiAttivita"),
+     [](IB i) { return std::to_string(i.GetTipoGestioneMultiAttivita(4, "A")); },
      " SELECT BU01_INDMULTIATTIVITA  FROM   BU01_ANABUDGET WITH (NOLOCK)  WHERE  BU01_INDTIPO = 4"
-     " AND    BU01_SOTTOTIPO = 'A'",
-     "2",
-     "0",
-     "0",
-     "0|99 Type mismatch: \"\" is no number in GetTipoGestioneMultiAttivita",
-     "0"},
-    {"GetTipoPdC",
-     [](const ImpostazioniBudget& i) { return std::to_string(i.GetTipoPdC(5, "A")); },
-     {"BU01_INDTIPOPDC"},
-     {3},
+     " AND    BU01_SOTTOTIPO = 'A'"},
+    {"GetTipoPdC", {"BU01_INDTIPOPDC"}, {3}, "3", "0", "1", "1|99 Invalid use of Null in GetTipoPdC",
+     [](IB i) { return std::to_string(i.GetTipoPdC(5, "A")); },
      "SELECT BU01_INDTIPOPDC FROM BU01_ANABUDGET WITH (NOLOCK) WHERE BU01_INDTIPO = 5"
-     "  AND BU01_SOTTOTIPO = 'A '",
-     "3",
-     "0",
-     "1",
-     "1|99 Invalid use of Null in GetTipoPdC",
-     "1"},
-    {"GetCodicePdC",
-     [](const ImpostazioniBudget& i) {
+     "  AND BU01_SOTTOTIPO = 'A '"},
+    {"GetCodicePdC", {"CODICEPDC"}, {12}, "12", "0", "Empty", "Null|0 ",
+     [](IB i) {
        const auto codice = i.GetCodicePdC(4, "A");
-       return codice.isEmpty()  ? "Empty"
-              : codice.isNull() ? "Null"
-                                : std::to_string(codice.as<std::int32_t>());
+       return codice.isEmpty() ? "Empty" : codice.isNull() ? "Null" : values::toText(codice);
      },
-     {"CODICEPDC"},
-     {12},
      " SELECT \r\n   CASE WHEN BU01_INDTIPOPDC = 2 THEN BU01_CODICE_CG21 \r\n"
      "        WHEN BU01_INDTIPOPDC = 3 THEN BU01_CODICE_PC01 \r\n   END AS CODICEPDC \r\n"
-     " FROM  BU01_ANABUDGET WITH (NOLOCK) \r\n WHERE BU01_INDTIPO = 4\r\n AND   BU01_SOTTOTIPO = 'A '\r\n",
-     "12",
-     "0",
-     "Empty",
-     "Null|0 ",
-     "Empty"},
-    {"GetIsBudgetConTestata",
-     [](const ImpostazioniBudget& i) { return si(i.GetIsBudgetConTestata(7, 4, "A")); },
-     {"BU65_INDTIPO_BU01", "BU65_SOTTOTIPO_BU01"},
-     {4, "A "},
+     " FROM  BU01_ANABUDGET WITH (NOLOCK) \r\n WHERE BU01_INDTIPO = 4\r\n AND   BU01_SOTTOTIPO = 'A '\r\n"},
+    {"GetIsBudgetConTestata", {"BU65_INDTIPO_BU01", "BU65_SOTTOTIPO_BU01"}, {4, "A "}, "si", "no", "no", "si|0 ",
+     [](IB i) { return si(i.GetIsBudgetConTestata(7, 4, "A")); },
      " SELECT TOP 1 BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 \r\n FROM BU65_TESBUDGET WITH (NOLOCK) \r\n"
-     " WHERE BU65_INDTIPO_BU01 = 4\r\n   AND BU65_SOTTOTIPO_BU01 = 'A'\r\n   AND BU65_DITTA_CG18 = 7\r\n",
-     "si",
-     "no",
-     "no",
-     "si|0 ",
-     "no"},
+     " WHERE BU65_INDTIPO_BU01 = 4\r\n   AND BU65_SOTTOTIPO_BU01 = 'A'\r\n   AND BU65_DITTA_CG18 = 7\r\n"},
 };
+// clang-format on
 INSTANTIATE_TEST_SUITE_P(Definizione, DomandeDefinizione, testing::ValuesIn(kDomande),
                          [](const auto& caso) { return std::string(caso.param.nome); });
 
