@@ -1,5 +1,6 @@
 #include "ado/Field.h"
 
+#include <array>
 #include <utility>
 
 #include "ado/FieldType.h"
@@ -26,6 +27,18 @@ std::uint8_t digitCount(const std::string& field, std::string_view what, int dig
                  std::to_string(Decimal::kMaxScale));
   }
   return static_cast<std::uint8_t>(digits);
+}
+
+constexpr int kDigitsOf64Bits = 18;
+constexpr auto kPowersOfTen = [] {
+  std::array<std::int64_t, kDigitsOf64Bits + 1> powers{1};
+  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+  return powers;
+}();
+
+/// False when it is not certain, too.
+bool hasAtMost(std::uint8_t digits, std::int64_t units) {
+  return digits <= kDigitsOf64Bits && units < kPowersOfTen[digits] && units > -kPowersOfTen[digits];
 }
 
 std::string shown(const Variant& value) {
@@ -88,12 +101,12 @@ Variant Field::accept(const Variant& value) const {
 Variant Field::acceptDecimal(const Variant& value) const {
   const Decimal number = values::toDecimal(value);
   if (precision_ == 0) return scale_ == 0 ? number : number.rounded(scale_);
+  // One scale a column: amounts show their cents whoever wrote them.
+  if (const auto units = number.toScaled(scale_); units && hasAtMost(precision_, *units))
+    return Decimal::FromScaled(*units, scale_);
   const Decimal rounded = number.rounded(scale_);
   if (rounded.integerDigits() > precision_ - scale_) refuse(value, "does not fit");
-  // One scale a column: amounts show their cents whoever wrote them.
-  if (rounded.scale() < scale_)
-    if (const auto units = rounded.toScaled(scale_)) return Decimal::FromScaled(*units, scale_);
-  return rounded;
+  return rounded.scale() < scale_ ? rounded + Decimal::FromScaled(0, scale_) : rounded;
 }
 
 Variant Field::acceptText(const Variant& value) const {

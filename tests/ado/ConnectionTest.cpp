@@ -1,0 +1,79 @@
+#include "ado/Connection.h"
+
+#include <gtest/gtest.h>
+
+#include "Sets.h"
+#include "support/RecordingConnection.h"
+
+namespace {
+
+using sets::errorOf;
+
+TEST(ConnectionString, FindsAnEntryWhateverItsDress) {
+  constexpr std::string_view kText =
+      " provider = SQLite ;Data Source=\"C:\\a;b\"\"c.db\";;Flag; PWD={x};y}}z};Note='it''s';Empty=;Data Source=second";
+  const std::vector<std::pair<std::string_view, std::string_view>> entries = {
+      {"Provider", "SQLite"}, {"DATA SOURCE", "C:\\a;b\"c.db"}, {"pwd", "x"},   {"Note", "it's"},
+      {"Empty", ""},          {"Flag", ""},                     {"Absent", ""}};
+  for (const auto& [key, value] : entries) EXPECT_EQ(ado::connectionEntry(kText, key), value) << key;
+  EXPECT_EQ(ado::connectionEntry("PWD={a;b}}c}", "PWD"), "a;b}c");
+  EXPECT_EQ(ado::connectionEntry("A='never closed;B=1", "A"), "never closed;B=1");
+}
+
+/// A provider that keeps what it was opened with.
+class Recorder : public testing_support::RecordingConnection {
+ public:
+  void Open(std::string_view user, std::string_view, std::int32_t) override {
+    if (user == "nobody") throw values::Errore("Login failed");
+    state = ado::adStateOpen;
+  }
+  void Close() override { state = ado::adStateClosed; }
+  ado::ObjectStateEnum State() const override { return state; }
+  ado::ObjectStateEnum state = ado::adStateClosed;
+};
+
+TEST(Connection, BecomesTheProviderThatItsStringNames) {
+  std::shared_ptr<Recorder> made;
+  for (const char* name : {"Recorder", "ODBC"})
+    ado::registerProvider(name, [&made] { return made = std::make_shared<Recorder>(); });
+  for (const char* text : {"Provider=RECORDER;Data Source=x", "Driver={Some Driver};Server=s", "DSN=budget"}) {
+    const auto connection = ado::createConnection();
+    connection->ConnectionString = text;
+    connection->CursorLocation = ado::adUseClient;
+    connection->Mode = ado::adModeShareExclusive;
+    connection->IsolationLevel = ado::adXactSerializable;
+    EXPECT_EQ(connection->State(), ado::adStateClosed);
+    connection->Open();
+    EXPECT_EQ(made->ConnectionString, text);
+    EXPECT_EQ(made->CursorLocation, ado::adUseClient);
+    EXPECT_EQ(made->Mode, ado::adModeShareExclusive);
+    EXPECT_EQ(made->IsolationLevel, ado::adXactSerializable);
+    connection->BeginTrans();
+    connection->Execute("SELECT 1");
+    connection->CommitTrans();
+    connection->RollbackTrans();
+    EXPECT_EQ(made->texts, (std::vector<std::string>{"BeginTrans", "SELECT 1", "CommitTrans", "RollbackTrans"}));
+    EXPECT_EQ(errorOf([&] { connection->Open(); }), "Operation is not allowed when the object is open");
+    connection->Close();
+    EXPECT_EQ(made->State(), ado::adStateClosed);
+    connection->Open();
+    EXPECT_EQ(connection->State(), ado::adStateOpen);
+  }
+}
+
+TEST(Connection, RefusesWhatItCannotOpenAndStaysClosed) {
+  ado::registerProvider("Recorder", [] { return std::make_shared<Recorder>(); });
+  const auto connection = ado::createConnection();
+  EXPECT_EQ(errorOf([&] { connection->Open(); }), "The connection string names no Provider");
+  connection->ConnectionString = "Provider=Nowhere";
+  EXPECT_NE(errorOf([&] { connection->Open(); }).find("Provider Nowhere cannot be found; known providers: "),
+            std::string::npos);
+  connection->ConnectionString = "Provider=Recorder";
+  EXPECT_EQ(errorOf([&] { connection->Open("nobody"); }), "Login failed");
+  EXPECT_EQ(connection->State(), ado::adStateClosed);
+  for (const auto& call : std::vector<std::function<void()>>{
+           [&] { connection->Execute("SELECT 1"); }, [&] { connection->BeginTrans(); }, [&] { connection->Close(); }})
+    EXPECT_EQ(errorOf(call), "Operation is not allowed when the object is closed");
+}
+
+}  // namespace

@@ -1,0 +1,210 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "Sets.h"
+
+namespace {
+
+using sets::add;
+using sets::column;
+using sets::errorOf;
+using sets::make;
+using values::Date;
+using values::Decimal;
+using values::Variant;
+
+struct Case {
+  std::string filter;
+  std::string expected;  ///< the N of the rows shown, or the start of the error
+};
+
+ado::RecordsetPtr accounts() {
+  auto set = make({{"N", ado::adInteger},
+                   {"CONTO", ado::adWChar, 8},
+                   {"IMPORTO", ado::adDecimal, 15, 2},
+                   {"DATA", ado::adDBTimeStamp},
+                   {"CHIUSO", ado::adBoolean},
+                   {"Nota libera", ado::adVariant},
+                   {"PESO", ado::adDouble}});
+  const Variant null = Variant::Null();
+  const auto cents = [](std::int64_t units) { return Decimal::FromScaled(units, 2); };
+  add(*set, {1, "A100", cents(1050), Date::FromYmd(2011, 1, 31), true, "007", 0.1});
+  add(*set, {2, "a100", cents(-325), Date::FromYmd(2011, 2, 28, 13, 5, 9), false, 7, 2.5});
+  add(*set, {3, "L'OR", null, null, null, null, null});
+  add(*set, {4, "Àà 1", cents(999999999999999), Date::FromYmd(2012, 2, 29), true, Date::FromYmd(2011, 1, 31), 1e30});
+  add(*set, {5, "12", cents(0), Date::FromYmd(2011, 1, 31), false, "31/01/2011", -1e30});
+  return set;
+}
+
+void check(const std::vector<Case>& cases) {
+  const auto set = accounts();
+  for (const auto& [filter, expected] : cases) {
+    const auto error = errorOf([&] { set->Filter(filter); });
+    EXPECT_EQ(error.empty() ? column(*set, "N") : error.substr(0, expected.size()), expected) << filter;
+    set->Filter("");
+  }
+}
+
+TEST(Filter, ComparesByTheFieldsType) {
+  check({{"CONTO = 'a100  '", "1,2"},
+         {"conto = 'L''or'", "3"},
+         {"CONTO = 'àÀ 1'", "4"},
+         {"CONTO <> 'A100'", "3,4,5"},
+         {"CONTO > 'A100'", "3,4"},
+         {"CONTO <= '12'", "5"},
+         {"CONTO = 12", "5"},
+         {"CONTO = ''", ""},
+         {"IMPORTO = 10.5", "1"},
+         {"IMPORTO = '10.500'", "1"},
+         {"IMPORTO = 10.501", ""},
+         {"IMPORTO = 9999999999999.99", "4"},
+         {"IMPORTO < -3.249 OR IMPORTO > +10.50", "2,4"},
+         {"IMPORTO >= .0 AND IMPORTO <= 1.05e1", "1,5"},
+         {"IMPORTO <> 0", "1,2,4"},
+         {"IMPORTO = NULL", "3"},
+         {"IMPORTO <> null", "1,2,4,5"},
+         {"DATA = #31/01/2011#", "1,5"},
+         {"DATA > '20110131'", "2,4"},
+         {"DATA = #2011-02-28 13:05:09#", "2"},
+         {"DATA = #2011-02-28#", ""},
+         {"CHIUSO = True", "1,4"},
+         {"CHIUSO = 0", "2,5"},
+         {"CHIUSO <> 'true'", "2,5"},
+         {"PESO = 0.1", "1"},
+         {"PESO > 2.5", "4"},
+         {"PESO < 0", "5"}});
+}
+
+TEST(Filter, ComparesAVariantFieldByWhatTheRowHolds) {
+  check({{"[Nota libera] = 7", "1,2"},
+         {"[nota LIBERA] = '7'", "2"},
+         {"[Nota libera] = '007'", "1,2"},
+         {"[Nota libera] = #20110131#", "4,5"},
+         {"[Nota libera] = '20110131'", "4"},
+         {"[Nota libera] < 8", "1,2"},
+         {"[Nota libera] <> 7", "4,5"},
+         {"[Nota libera] LIKE '*0*'", "1,4,5"}});
+}
+
+TEST(Filter, LikeOpensTheEndsThatHaveAWildcard) {
+  check({{"CONTO LIKE 'A1*'", "1,2"},
+         {"CONTO LIKE 'a1%'", "1,2"},
+         {"CONTO LIKE '*00'", "1,2"},
+         {"CONTO LIKE '%O%'", "3"},
+         {"CONTO LIKE 'A100'", "1,2"},
+         {"CONTO LIKE 'A'", ""},
+         {"CONTO LIKE 'àà *'", "4"},
+         {"CONTO LIKE '12  %'", "5"},
+         {"CONTO LIKE '*'", "1,2,3,4,5"},
+         {"CONTO LIKE 'A*0'", "LIKE takes * and % only at the ends"},
+         {"CONTO LIKE 12", "LIKE takes a text"},
+         {"IMPORTO LIKE '1*'", "Field IMPORTO cannot be compared"},
+         {"N LIKE '1'", "LIKE takes a text"}});
+}
+
+TEST(Filter, JoinsTermsWithAndBeforeOr) {
+  check({{"N=1 OR N=2 AND CHIUSO=True", "1"},
+         {"(N=1 OR N=2) AND CHIUSO=True", "1"},
+         {"(N=1 OR N=2) AND (CHIUSO=False)", "2"},
+         {"N>=2 and N<=4 And CONTO<>'L''OR'", "2,4"},
+         {"N=1 AND N=2", ""},
+         {"((((N=3))))", "3"},
+         {"CONTO='A100' AND N=1 OR CONTO='A100' AND N=2 OR N=5", "1,2,5"},
+         {"   ", "1,2,3,4,5"}});
+}
+
+TEST(Filter, SaysWhereATextDoesNotParse) {
+  check({{"CONTO", "Filter does not parse at character 6, a comparison is expected: CONTO"},
+         {"CONTO = ", "Filter does not parse at character 9, a value is expected"},
+         {"CONTO = 'abc", "Filter does not parse at character 9, a text is not closed"},
+         {"CONTO = abc", "Filter does not parse at character 9, a value is expected, text between quotes"},
+         {"CONTO == 'a'", "Filter does not parse at character 8, a value"},
+         {"= 1", "Filter does not parse at character 1, the name of a field"},
+         {"N = 1 N = 2", "Filter does not parse at character 7, AND, OR or the end"},
+         {"N = 1 AND", "Filter does not parse at character 10, the name of a field"},
+         {"(N = 1", "Filter does not parse at character 7, a closing parenthesis"},
+         {"N = 1)", "Filter does not parse at character 6"},
+         {"N ! 1", "Filter does not parse at character 3, an unknown sign"},
+         {"N = 1.2.3", "Filter does not parse at character 5, a number is malformed"},
+         {"N = 99999999999999999999999999999999", "Filter does not parse at character 5, a number"},
+         {"N = 3x", "Filter does not parse at character 5, a number"},
+         {"DATA = #31/02/2011#", "Filter does not parse at character 8, a date is malformed"},
+         {"DATA = #2011", "Filter does not parse at character 8, no # follows"},
+         {"[N = 1", "Filter does not parse at character 1, no ] follows"},
+         {"N = 1; DELETE", "Filter does not parse at character 6, an unknown sign"},
+         {std::string(65, '(') + "N=1" + std::string(65, ')'), "Filter does not parse at character 65, the parentheses"},
+         {"MANCA = 1", "Item cannot be found in the collection: MANCA"},
+         {"N = 'uno'", "Field N cannot be compared with a value that is no number"},
+         {"N = #2011-01-31#", "Field N cannot be compared"},
+         {"DATA = 5", "Field DATA cannot be compared with a value that is no date"},
+         {"CONTO = #2011-01-31#", "Field CONTO cannot be compared with a date"},
+         {"CHIUSO = 'forse'", "Field CHIUSO cannot be compared"},
+         {"N > NULL", "Only = and <> can be used with NULL"},
+         {"CONTO LIKE NULL", "LIKE takes a text"}});
+}
+
+TEST(Filter, ABadTextLeavesTheOldFilterAndRow) {
+  const auto set = accounts();
+  set->Filter("CONTO = 'A100'");
+  set->MoveNext();
+  EXPECT_NE(errorOf([&] { set->Filter("CONTO ="); }), "");
+  EXPECT_EQ(set->Filter(), "CONTO = 'A100'");
+  EXPECT_EQ((*set)["N"].Value(), Variant(2));
+  EXPECT_EQ(set->RecordCount(), 2);
+  set->Filter("");
+  EXPECT_EQ(set->Filter(), "");
+  EXPECT_EQ((*set)["N"].Value(), Variant(1));
+}
+
+TEST(Filter, ARowThatNoLongerPassesStaysCurrentUntilTheNextMove) {
+  const auto set = accounts();
+  set->Filter("CHIUSO = False");
+  auto& closed = (*set)["CHIUSO"];
+  closed.Value(true);
+  set->Update();
+  EXPECT_EQ((*set)["N"].Value(), Variant(2));
+  EXPECT_EQ(set->RecordCount(), 1);
+  set->MoveNext();
+  EXPECT_EQ((*set)["N"].Value(), Variant(5));
+  set->MovePrevious();
+  EXPECT_TRUE(set->Bof());
+  add(*set, {6, "B", Variant::Null(), Variant::Null(), true});
+  EXPECT_EQ((*set)["N"].Value(), Variant(6));
+  EXPECT_EQ(set->RecordCount(), 1);
+  closed.Value(false);
+  EXPECT_EQ(column(*set, "N"), "5,6");
+}
+
+/// Random cuts, doublings and swaps of good texts: each is either refused with a message or shows a part of the rows.
+TEST(Filter, AnyTextIsEitherAnsweredOrRefused) {
+  const auto set = accounts();
+  const std::vector<std::string> seeds = {"CONTO = 'A100' AND (IMPORTO >= -10.5e0 OR N <> NULL)",
+                                          "[Nota libera] LIKE '*0%' OR DATA = #2011-01-31 10:00#",
+                                          "CHIUSO = True AND ((N=1) OR (N = '2')) AND PESO < .5"};
+  constexpr std::string_view kSigns = "'#[]()<>=*%.-+eE \t\0aZ_9\xC3\xA0\xFF";
+  std::mt19937 random(7);
+  const auto below = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(random); };
+  int answered = 0;
+  for (int i = 0; i < 6'000; ++i) {
+    std::string text = seeds[below(seeds.size())];
+    for (auto edits = 1 + below(2); edits > 0 && !text.empty(); --edits) {
+      const auto at = below(text.size()), length = 1 + below(6);
+      switch (below(4)) {
+        case 0: text.erase(at, length); break;
+        case 1: text.insert(at, 1, kSigns[below(kSigns.size())]); break;
+        case 2: text.insert(at, text.substr(below(text.size()), length)); break;
+        default: text[at] = kSigns[below(kSigns.size())];
+      }
+    }
+    const std::string before = set->Filter();
+    const auto error = errorOf([&] { set->Filter(text); });
+    answered += error.empty() ? 1 : 0;
+    ASSERT_LE(set->RecordCount(), 5) << text;
+    ASSERT_EQ(set->Filter(), error.empty() ? (values::isBlank(text) ? "" : text) : before) << text;
+  }
+  EXPECT_GT(answered, 200);
+  EXPECT_LT(answered, 5'500);
+}
+
+}  // namespace
