@@ -39,9 +39,9 @@ ado::RecordsetPtr accounts() {
 
 void check(const std::vector<Case>& cases) {
   const auto set = accounts();
-  for (const auto& [filter, expected] : cases) {
-    const auto error = errorOf([&] { set->Filter(filter); });
-    EXPECT_EQ(error.empty() ? column(*set, "N") : error.substr(0, expected.size()), expected) << filter;
+  for (const auto& each : cases) {
+    const auto error = errorOf([&] { set->Filter(each.filter); });
+    EXPECT_EQ(error.empty() ? column(*set, "N") : error.substr(0, each.expected.size()), each.expected) << each.filter;
     set->Filter("");
   }
 }
