@@ -1,6 +1,7 @@
 #include <string>
 
 #include "definition/ImpostazioniBudget.h"
+#include "definition/Slot.h"
 #include "definition/Strutture.h"
 #include "frame/Trappola.h"
 #include "values/Conversion.h"
@@ -12,17 +13,6 @@ namespace {
 
 using values::isBlank;
 using values::Variant;
-
-constexpr std::size_t kLarghezzaSlot = 3;
-
-template <class Visita>
-void perOgniSlot(std::string_view struttura, Visita visita) {
-  while (!struttura.empty()) {
-    const auto slot = values::left(struttura, kLarghezzaSlot);
-    visita(slot);
-    struttura.remove_prefix(slot.size());
-  }
-}
 
 bool contiene(Contesto& ctx, BdgTipo tipo, const Variant& sottoTipo, std::string_view elemento) {
   if (isBlank(sottoTipo) || values::trim(elemento).empty()) return false;
@@ -51,9 +41,7 @@ std::int16_t ImpostazioniBudget::GetBdgNrElementiInStruttura(const Variant& stru
   return esegui(ctx_, "GetBdgNrElementiInStruttura", std::int16_t{0}, [&] {
     std::int32_t elementi = 0;
     if (!isBlank(struttura))
-      perOgniSlot(values::toText(struttura), [&](std::string_view slot) {
-        if (!values::trim(slot).empty()) ++elementi;
-      });
+      perOgniElemento(values::toText(struttura), [&](std::string_view) { ++elementi; });
     return values::toInt16(elementi);
   });
 }
