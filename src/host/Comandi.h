@@ -1,0 +1,15 @@
+#pragma once
+
+#include "host/Comando.h"
+
+/// One function per command, each in its own file.
+namespace bukorval::host {
+
+Comando comandoCreate();
+Comando comandoImport();
+Comando comandoBudgets();
+Comando comandoGrid();
+Comando comandoPeriods();
+Comando comandoCall();
+
+}  // namespace bukorval::host

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace bukorval::host {
+
+/// What heads a column of an aligned table: words for the value columns of the grids, a shortened field name for
+/// the rest (BU65_CODART_MG66 becomes CODART).
+std::string titolo(std::string_view campo);
+
+}  // namespace bukorval::host

@@ -1,0 +1,3 @@
+#include "host/Programma.h"
+
+int main(int argc, char** argv) { return bukorval::host::eseguiProgramma(argc, argv); }
