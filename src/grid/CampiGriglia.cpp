@@ -2,7 +2,9 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
+#include "definition/Colonne.h"
 #include "grid/Misure.h"
 
 namespace bukorval {
@@ -83,7 +85,28 @@ void colonneMisure(Campi& campi, int numeroForecast, const Stile& stile) {
   }
 }
 
+void colonneAnalisi(Campi& campi, std::string_view elencoCampi) {
+  for (const auto* colonna : colonneElenco(elencoCampi)) {
+    if (colonna->isNumero())
+      campi.decimale(colonna->nome, {colonna->lunghezza, 0});
+    else
+      campi.testo(colonna->nome, colonna->lunghezza);
+    if (colonna->haDescrizione()) campi.testo(std::string(colonna->nome) + "_DESCR", kLarghezzaDescrizione);
+  }
+}
+
 }  // namespace
+
+ado::RecordsetPtr creaGrigliaBudget(std::string_view elencoCampi, int numeroForecast) {
+  Campi campi;
+  campi.decimale("BU65_ID", kIdentificativo, ado::adFldUnspecified);
+  campi.decimale("BU65_DITTA_CG18", {5, 0}, ado::adFldUnspecified);
+  campi.decimale("BU65_TIPOCF_CG44", {1, 0});
+  colonneAnalisi(campi, elencoCampi);
+  campi.decimale("FLGESISTECRITPREL", {2, 0});
+  colonneMisure(campi, numeroForecast, kStileBudget);
+  return campi.apri();
+}
 
 ado::RecordsetPtr creaGrigliaPeriodi(int numeroForecast) {
   Campi campi;
