@@ -17,10 +17,8 @@ using values::Variant;
 bool contiene(Contesto& ctx, BdgTipo tipo, const Variant& sottoTipo, std::string_view elemento) {
   if (isBlank(sottoTipo) || values::trim(elemento).empty()) return false;
   const auto struttura = chiedi(ctx, Strutture(ctx).GetStruttura(tipo, sottoTipo));
-  if (isBlank(struttura)) return false;
   bool trovato = false;
-  perOgniSlot(values::toText(struttura),
-              [&](std::string_view slot) { trovato = trovato || slot == elemento; });
+  perOgniSlot(struttura, [&](std::string_view slot) { trovato = trovato || slot == elemento; });
   return trovato;
 }
 

@@ -2,10 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
 #include <random>
 #include <regex>
 
+#include "ado/sqlite/Provider.h"
 #include "object/Interfaccia.h"
+#include "schema/Schema.h"
+#include "suite/Suite.h"
 #include "support/ContestoDiProva.h"
 #include "values/Errore.h"
 
@@ -112,7 +116,8 @@ class Caso {
   Variant insieme() {
     if (numero(3) == 0) return Variant();
     auto insieme = std::make_shared<ado::Recordset>();
-    for (const auto* campo : {"CONTO", "PERIODO", "IMPORTO", "SOVRASCRIVI", "PERCSCOST", "FLGPERIODI"})
+    insieme->Fields().Append("CONTO", ado::adVariant, 0, ado::adFldIsNullable);
+    for (const auto* campo : {"PERIODO", "IMPORTO", "SOVRASCRIVI", "PERCSCOST", "FLGPERIODI"})
       if (numero(4) != 0) insieme->Fields().Append(campo, ado::adVariant, 0, ado::adFldIsNullable);
     if (numero(4) == 0) return Variant(std::shared_ptr<values::Object>(insieme));
     insieme->Open();
@@ -156,21 +161,23 @@ void controlla(const CLSKORVAL& bo, const std::string& metodo, unsigned seme) {
   }
 }
 
-void prova(CLSKORVAL& bo, const Membro& membro, Caso& caso, unsigned seme) {
+/// @return whether the arguments let the method run.
+bool prova(CLSKORVAL& bo, const Membro& membro, Caso& caso, unsigned seme) {
   std::vector<Variant> argomenti;
   for (const auto& parametro : membro.parametri) argomenti.push_back(caso.valore(parametro.tipo));
   try {
     membro.chiama(bo, argomenti);
   } catch (const ErroreArgomento&) {
-    return;
+    return false;
   } catch (...) {
     ADD_FAILURE() << membro.nome << " seed " << seme << ": an exception left the object";
-    return;
+    return false;
   }
   controlla(bo, membro.nome, seme);
+  return true;
 }
 
-void impostaAProprietaCasuali(CLSKORVAL& bo, Caso& caso) {
+void impostaProprietaCasuali(CLSKORVAL& bo, Caso& caso) {
   for (const auto& membro : interfaccia()) {
     if (!membro.scrivi || membro.tipo == TipoDato::Connection || membro.tipo == TipoDato::ActiveInterface)
       continue;
@@ -182,20 +189,34 @@ void impostaAProprietaCasuali(CLSKORVAL& bo, Caso& caso) {
   }
 }
 
+/// Chooses the company's own budget as often as not.
+void scegliBudget(CLSKORVAL& bo, Caso& caso) {
+  if (caso.numero(3) == 0) return;
+  const int tipi[] = {0, 3, 4, 5};
+  bo.CodiceDitta = 1;
+  bo.TipoBudget = tipi[caso.numero(4)];
+  bo.SottoTipoBudget = "A1";
+  bo.AnnoEsercizio = bo.AnnoEsercizioMovimenti = 2024;
+  bo.ProgressivoEsercizio = bo.ProgressivoEsercizioMovimenti = 1;
+}
+
 /// Each environment: what the object is given before its methods are called.
 using Ambiente = std::function<void(CLSKORVAL&, Caso&)>;
 
 void percorri(unsigned semi, const Ambiente& ambiente) {
+  std::map<std::string, unsigned> corse;
   for (unsigned seme = 1; seme <= semi; ++seme) {
     Caso caso(seme);
     CLSKORVAL bo;
     ambiente(bo, caso);
     for (const auto& membro : interfaccia()) {
       if (membro.genere != Genere::Metodo) continue;
-      impostaAProprietaCasuali(bo, caso);
-      prova(bo, membro, caso, seme);
+      impostaProprietaCasuali(bo, caso);
+      scegliBudget(bo, caso);
+      corse[membro.nome] += prova(bo, membro, caso, seme) ? 1 : 0;
     }
   }
+  for (const auto& [metodo, volte] : corse) EXPECT_GT(volte, semi / 4) << metodo << " was hardly ever run";
 }
 
 TEST(Fuzz, WithNothingGiven) {
@@ -207,6 +228,54 @@ TEST(Fuzz, WithASessionAndAWhimsicalDatabase) {
     bo.Connessione(connessioneCasuale(caso));
     if (caso.numero(3) != 0) bo.ActiveInterface = std::make_shared<testing_support::SessioneFinta>();
   });
+}
+
+/// A small company: a year that begins in July, budgets of several kinds, some cards with values.
+ado::ConnectionPtr databasePiccolo() {
+  ado::sqlite::registerSqlite();
+  suite::registraServiziSuite();
+  auto db = ado::createConnection();
+  db->ConnectionString = "Provider=SQLite;Data Source=:memory:";
+  db->Open();
+  schema::create(*db);
+  const std::vector<std::string> dati = {
+      "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10, CG18_MASTROCLI, CG18_MASTROFOR)"
+      " VALUES (1, 'Prova', 1, '10010000', '20010000')",
+      "INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, "
+      "CG19_DATAFINE)"
+      " VALUES (1, 2024, 1, '20240701', '20250630')"};
+  for (const auto& testo : dati) db->Execute(testo);
+  for (const int tipo : {0, 3, 4, 5}) {
+    const std::string t = std::to_string(tipo);
+    db->Execute(
+        "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_FLGSEDI, "
+        "BU01_INDPERIODO,"
+        " BU01_INDPERFISO, BU01_NUMFORECAST, BU01_INDTIPOPDC) VALUES (" +
+        t + ", 'A1', 'CTOSEDVAR', 0, 2, 0, 2, 1)");
+    for (int scheda = 1; scheda <= 2; ++scheda) {
+      db->Execute(
+          "INSERT INTO BU65_TESBUDGET (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO,"
+          " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_CONTO_CG24) VALUES (" +
+          t + ", 'A1', 1, 2024, 1, 0, 'A" + std::to_string(scheda) + "', '50010001')");
+      const auto id =
+          values::toPlainText(db->Execute("SELECT @@IDENTITY")->Fields().Item(std::size_t{0}).Value());
+      db->Execute("INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65, BU67_FLGSCADMAN) VALUES (" + id + ", 0)");
+      db->Execute(
+          "INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO) VALUES (" + id +
+          ", 0, 1, 100.25)");
+    }
+  }
+  return db;
+}
+
+TEST(Fuzz, WithASmallDatabase) {
+  const auto db = databasePiccolo();
+  const auto sessione = std::make_shared<suite::Sessione>(db);
+  percorri(60, [&](CLSKORVAL& bo, Caso& caso) {
+    bo.Connessione(db);
+    if (caso.numero(4) != 0) bo.ActiveInterface = sessione;
+  });
+  EXPECT_NO_THROW(db->BeginTrans()) << "no operation leaves a transaction open";
 }
 
 }  // namespace
