@@ -13,12 +13,11 @@ constexpr std::size_t kMostIndexes = 16;
 }  // namespace
 
 const std::vector<Row>& RowIndex::find(Key key) {
-  for (; indexed_ < rows_.size(); ++indexed_)
-    if (rows_.isLive(indexed_)) put(keyAt(indexed_), indexed_);
+  for (; indexed_ < rows_.size(); ++indexed_) put(keyAt(indexed_), indexed_);
   static const std::vector<Row> kNone;
   const auto found = buckets_.find(key);
   if (found == buckets_.end()) return kNone;
-  if (found->second.stale > 0 || !found->second.sorted) tidy(key, found->second);
+  if (!found->second.sorted) tidy(key, found->second);
   return found->second.rows;
 }
 
@@ -31,7 +30,7 @@ void RowIndex::enter(Row row) {
   const Key key = keyAt(row);
   if (key == left_) return;
   auto& old = buckets_[left_];
-  // Rows that wander to and fro must not pile up where nobody looks.
+  // Until they are half of the bucket, old entries cost less than their removal.
   if (++old.stale * 2 > old.rows.size()) tidy(left_, old);
   put(key, row);
 }

@@ -14,13 +14,13 @@
 namespace ado {
 
 /// Rows by the key of a few fields. Follows appended rows by itself; an edited row is entered under its new key and
-/// its old entry left to be cleared when that key is asked for, so that no edit costs more than a few steps.
+/// its old entry cleared together with others later, so that an edit costs no more than a few steps.
 class RowIndex {
  public:
   RowIndex(const RowStore& rows, std::vector<std::size_t> fields) : rows_(rows), fields_(std::move(fields)) {}
 
   std::span<const std::size_t> fields() const { return fields_; }
-  /// Rows that may have the key, ascending; deleted ones may be among them.
+  /// The rows with the key, ascending; rows that are deleted or had the key once may be among them.
   const std::vector<Row>& find(Key key);
   /// To be called before and after the cells of a row change.
   void leave(Row row);

@@ -113,12 +113,13 @@ class Oracle {
     const int period = static_cast<int>(below(4));
     const std::string is = "CONTO = '" + account + "'", at = "PERIODO = " + std::to_string(period);
     const auto sameAccount = [wanted](const Account& row) { return key(row.account) == wanted; };
-    switch (below(6)) {
+    switch (below(7)) {
       case 0: view = {view.set, "", [](const Account&) { return true; }}; break;
       case 1: view = {view.set, is, sameAccount}; break;
       case 2: view = {view.set, at + ".0", [=](const Account& row) { return row.period == period; }}; break;
       case 3: view = {view.set, at + " AND " + is, [=](const Account& row) { return sameAccount(row) && row.period == period; }}; break;
       case 4: view = {view.set, is + " AND PERIODO = NULL", [=](const Account& row) { return sameAccount(row) && !row.period; }}; break;
+      case 5: view = {view.set, is + " OR " + at, [=](const Account& row) { return sameAccount(row) || row.period == period; }}; break;
       default: view = {view.set, is + " AND PERIODO >= 1 AND PERIODO<=2", [=](const Account& row) {
                          return sameAccount(row) && row.period && *row.period >= 1 && *row.period <= 2;
                        }};

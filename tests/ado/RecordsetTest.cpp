@@ -102,6 +102,16 @@ TEST(Recordset, ANewRowIsKeptByUpdateOrMoveAndDroppedByCancel) {
   set->AddNew();
   set->Delete();
   EXPECT_EQ(set->RecordCount(), 4);
+  set->MoveLast();
+  set->MoveNext();
+  set->AddNew();
+  set->CancelUpdate();
+  EXPECT_TRUE(set->Eof());
+  clone->Filter("N >= 3");
+  add(*set, {5});
+  add(*clone, {6});
+  clone->MovePrevious();
+  EXPECT_EQ((*clone)["N"].Value(), Variant(5));
 }
 
 TEST(Recordset, ADeletedRowIsGoneForEveryClone) {
@@ -126,8 +136,27 @@ TEST(Recordset, ADeletedRowIsGoneForEveryClone) {
   for (set->MoveFirst(); !set->Eof(); set->MoveNext()) set->Delete();
   EXPECT_TRUE(set->Bof() && set->Eof());
   EXPECT_EQ(filtered->RecordCount(), 0);
-  add(*set, {6, "pari"});
-  EXPECT_EQ(column(*clone, "N"), "6");
+  for (int n = 6; n <= 8; ++n) add(*set, {n, "pari"});
+  EXPECT_EQ(column(*clone, "N"), "6,7,8");
+  for (set->MoveLast(); !set->Bof(); set->MovePrevious()) set->Delete();
+  add(*set, {9, "dispari"});
+  EXPECT_EQ(column(*clone, "N"), "9");
+  EXPECT_EQ(column(*filtered, "N"), "9");
+}
+
+TEST(Recordset, AViewThatLosesMostOfItsRowsKeepsTheOthers) {
+  const auto set = numbers(200);
+  set->Filter("N > 10");
+  for (set->MoveFirst(); !set->Eof(); set->MoveNext()) {
+    const int n = (*set)["N"].Value().as<std::int32_t>();
+    if (n % 50 != 0) (*set)["N"].Value(-n);
+  }
+  EXPECT_EQ(column(*set, "N"), "50,100,150,200");
+  const auto clone = set->Clone();
+  for (clone->MoveFirst(); !clone->Eof(); clone->MoveNext())
+    if ((*clone)["N"].Value() == Variant(-60) || (*clone)["N"].Value() == Variant(-11)) (*clone)["N"].Value(99);
+  EXPECT_EQ(set->RecordCount(), 6);
+  EXPECT_EQ(column(*set, "N"), "99,50,99,100,150,200");
 }
 
 TEST(Recordset, ClonesMoveFilterAndCloseOnTheirOwn) {
