@@ -9,22 +9,12 @@
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
+#include "maintenance/ContiPiano.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
 namespace bukorval {
 namespace {
-
-/// An account column and the column of the chart that its code belongs to.
-struct ContoPiano {
-  std::string_view conto, piano;
-};
-constexpr ContoPiano kConti[] = {{"BU65_CONTO_CG24", "BU65_GRUPPO_CG10"},
-                                 {"BU65_CODICE_CG23", "BU65_CODICE_CG21"},
-                                 {"BU65_CONTO_PC03", "BU65_CODICE_PC01"},
-                                 {"BU65_VDS_PC03", "BU65_PDCVDS_PC01"},
-                                 {"BU65_CONTOPDC_PC03", "BU65_PDC_PC01"},
-                                 {"BU65_CONTOCONTROPART_PC03", "BU65_PDC_PC01"}};
 
 /// Customer or supplier, for the budget types that have one.
 std::string_view tipoClienteFornitore(BdgTipo tipo) {
@@ -48,8 +38,8 @@ class ElencoColonne {
  private:
   void aggiungi(const std::string& colonna, const values::Variant& valore) {
     elenca(colonna, testoValore(colonna, valore));
-    for (const auto& [conto, piano] : kConti)
-      if (values::compareText(colonna, conto) == 0 && !presente(piano)) elenca(piano, codicePdc());
+    for (const auto& coppia : kContiPiano)
+      if (values::compareText(colonna, coppia.conto) == 0 && !presente(coppia.piano)) elenca(coppia.piano, codicePdc());
   }
 
   void elenca(std::string_view colonna, std::string_view valore) {
