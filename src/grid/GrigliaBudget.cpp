@@ -33,6 +33,7 @@ ado::RecordsetPtr GrigliaBudget::RecordSetBudget() {
     const auto& prop = ctx_.prop;
     const bool connesso = creaConnessioneDB(ctx_);
     const std::string elenco = Strutture(ctx_).GetElencoCampi(prop.TipoBudget, prop.SottoTipoBudget);
+    if (connesso) ctx_.verifica();
     const int numeroForecast = ImpostazioniBudget(ctx_).GetNumeroForecast(prop.TipoBudget, prop.SottoTipoBudget);
     if (connesso) ctx_.verifica();
     auto griglia = CreaRecordSetBudget(elenco, numeroForecast);
