@@ -9,7 +9,9 @@ struct File {
   std::string_view name, text;
 };
 
-/// The statement files in the order they are run, as they stand in this folder.
+/// The statement files of this folder, as they stand, in the order they are run.
 const std::vector<File>& files();
+/// Those of the folder demo: what the demo company has that needs no computing.
+const std::vector<File>& demoFiles();
 
 }  // namespace schema
