@@ -48,11 +48,13 @@ ConnectionPtr createProvider(const std::string& name) {
   throw Errore("Provider " + name + " cannot be found; known providers: " + (names.empty() ? "none" : names));
 }
 
-/// Becomes a connection of the provider that its string names when it is opened.
+/// Becomes a connection of the provider that its string names when it is opened. Clients make a connection before
+/// they know the string, so the choice has to wait until then.
 class AnyConnection : public Connection {
  public:
   void Open(std::string_view user, std::string_view password, std::int32_t options) override {
     if (real_ && real_->State() == adStateOpen) throw Errore(kObjectOpen);
+    // Made anew each time: a closed connection may be given another string.
     real_ = createProvider(providerName(ConnectionString));
     real_->ConnectionString = ConnectionString;
     opened(false).Open(user, password, options);

@@ -20,8 +20,9 @@ std::string identity(const Variant& key) {
     case Kind::Date: return "d" + key.as<values::Date>().toSql();
     case Kind::Boolean: return key.as<bool>() ? "b1" : "b0";
     case Kind::Object: {
+      const void* const object = key.as<std::shared_ptr<values::Object>>().get();
       char text[32];
-      std::snprintf(text, sizeof text, "o%p", static_cast<const void*>(key.as<std::shared_ptr<values::Object>>().get()));
+      std::snprintf(text, sizeof text, "o%p", object);
       return text;
     }
     default: break;

@@ -92,6 +92,7 @@ Variant Field::accept(const Variant& value) const {
     if (type_->isText()) return acceptText(value);
     return type_->convert(value);
   } catch (const values::Errore& error) {
+    // The conversions do not know for whom they work.
     const std::string_view why = error.what();
     if (why.starts_with("Field ")) throw;
     refuse(value, why == "Overflow" ? "does not fit" : "is no");
@@ -115,6 +116,7 @@ Variant Field::acceptText(const Variant& value) const {
   const auto size = static_cast<std::size_t>(definedSize_);
   // Bytes bound characters from above, so most texts need no count.
   if (text.size() > size && values::length(text) > size) {
+    // Blanks beyond the size are padding of the column the text comes from.
     if (values::length(values::rtrim(text)) > size) refuse(value, "is too long for");
     text = values::left(text, size);
   }

@@ -13,16 +13,24 @@ using values::Variant;
 
 Variant unchanged(const Variant& value) { return value; }
 
+Variant int16(const Variant& value) { return values::toInt16(value); }
+Variant int32(const Variant& value) { return values::toInt32(value); }
+/// A 32-bit integer where it fits, otherwise a Decimal.
+Variant int64(const Variant& value) { return values::toInt64(value); }
+Variant real(const Variant& value) { return values::toDouble(value); }
+Variant date(const Variant& value) { return values::toDate(value); }
+Variant boolean(const Variant& value) { return values::toBool(value); }
+
 constexpr std::array kTypes{
-    FieldType{adSmallInt, FieldFamily::Number, "smallint", [](const Variant& v) { return Variant(values::toInt16(v)); }},
-    FieldType{adInteger, FieldFamily::Number, "integer", [](const Variant& v) { return Variant(values::toInt32(v)); }},
-    FieldType{adBigInt, FieldFamily::Number, "bigint", [](const Variant& v) { return Variant(values::toInt64(v)); }},
-    FieldType{adDouble, FieldFamily::Number, "double", [](const Variant& v) { return Variant(values::toDouble(v)); }},
+    FieldType{adSmallInt, FieldFamily::Number, "smallint", int16},
+    FieldType{adInteger, FieldFamily::Number, "integer", int32},
+    FieldType{adBigInt, FieldFamily::Number, "bigint", int64},
+    FieldType{adDouble, FieldFamily::Number, "double", real},
     FieldType{adDecimal, FieldFamily::Decimal, "decimal", unchanged},
     FieldType{adNumeric, FieldFamily::Decimal, "decimal", unchanged},
-    FieldType{adDate, FieldFamily::Date, "date", [](const Variant& v) { return Variant(values::toDate(v)); }},
-    FieldType{adDBTimeStamp, FieldFamily::Date, "date", [](const Variant& v) { return Variant(values::toDate(v)); }},
-    FieldType{adBoolean, FieldFamily::Boolean, "boolean", [](const Variant& v) { return Variant(values::toBool(v)); }},
+    FieldType{adDate, FieldFamily::Date, "date", date},
+    FieldType{adDBTimeStamp, FieldFamily::Date, "date", date},
+    FieldType{adBoolean, FieldFamily::Boolean, "boolean", boolean},
     FieldType{adVarWChar, FieldFamily::Text, "text", unchanged},
     FieldType{adVarChar, FieldFamily::Text, "text", unchanged},
     FieldType{adWChar, FieldFamily::FixedText, "text", unchanged},

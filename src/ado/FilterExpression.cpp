@@ -32,6 +32,7 @@ FilterExpression::Equalities FilterExpression::equalities() const {
   std::ranges::stable_sort(found, {}, &FilterTerm::field);
   Equalities result;
   for (const auto* term : found) {
+    // A second equality on a field is left to the test of the rows found.
     if (!result.fields.empty() && result.fields.back() == term->field()) continue;
     result.fields.push_back(term->field());
     result.key = combine(result.key, term->key());

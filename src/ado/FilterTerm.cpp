@@ -75,6 +75,7 @@ Order orderCell(const Variant& cell, const FilterValue& value) {
 }
 
 bool holds(FilterOperator op, Order cell) {
+  // What has no order with the value is certainly not equal to it.
   if (!cell) return op == FilterOperator::NotEqual;
   switch (op) {
     case FilterOperator::Equal: return *cell == 0;
@@ -101,7 +102,8 @@ Variant booleanFor(const Field& field, const FilterValue& written) {
   cannotCompare(field, "a value that is neither true nor false");
 }
 
-/// The value in the kind of the field, so that every cell compares with it without conversion.
+/// The value in the kind of the field, so that every cell compares with it without conversion. A value that has no
+/// such form is refused here: a filter that could never match is a mistake in the caller's text.
 FilterValue adapted(const Field& field, const FieldType& type, FilterValue written) {
   const Kind kind = written.value.kind();
   if (kind == Kind::Null || type.family == FieldFamily::Any) return written;
@@ -116,7 +118,7 @@ FilterValue adapted(const Field& field, const FieldType& type, FilterValue writt
     return FilterValue(*written.date);
   }
   if (kind == Kind::Date) cannotCompare(field, "a date");
-  return written;
+  return written;  // a number stays one: it finds the texts that hold it
 }
 
 /// Case folded, blanks at the end kept: in a pattern they may stand before a wildcard.
@@ -160,6 +162,7 @@ LikePattern::LikePattern(std::string_view pattern) {
 }
 
 bool LikePattern::matches(std::string_view text) const {
+  // Fixed columns are padded: the padding may fill an open end, but never stands between the text and a closed one.
   const std::string cell = folded(openEnd ? text : values::rtrim(text));
   if (openStart && openEnd) return cell.find(core) != std::string::npos;
   if (openStart) return cell.ends_with(core);

@@ -42,6 +42,7 @@ class FilterTerm {
 
   bool matches(const values::Variant* cells) const;
   std::size_t field() const { return field_; }
+  /// Whether an index can find the rows: by key(), in the field's column.
   bool isEquality() const { return op_ == FilterOperator::Equal; }
   Key key() const { return keyOf(value_.value); }
 

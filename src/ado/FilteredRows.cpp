@@ -22,6 +22,7 @@ void FilteredRows::assign(std::vector<Row> rows) {
   recent_ = 0;
 }
 
+/// Entries before begin_ are never looked at: a row hidden there and shown again gets a new entry.
 std::size_t FilteredRows::positionOf(Row row) const {
   const std::size_t size = entries_.size();
   const std::size_t near = std::max(recent_, begin_);

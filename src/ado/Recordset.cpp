@@ -62,7 +62,7 @@ void Recordset::AddNew() { settled().beginRow(); }
 void Recordset::Update() {
   auto& cursor = opened();
   if (!cursor.editing()) return;
-  // Fields of a new row that were never set are Null too.
+  // Set values have been checked; the fields of a new row that were never set have not.
   for (const auto* field : required_)
     if (cursor.cells[field->position_].isNull()) field->accept(Variant::Null());
   cursor.update();

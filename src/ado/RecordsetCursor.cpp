@@ -101,6 +101,7 @@ void Recordset::Cursor::movePrevious() {
 }
 
 void Recordset::Cursor::show(std::optional<FilterExpression> condition, std::string text) {
+  // Everything that may fail comes first, so that the old view stands when it does.
   if (condition) shown_.assign(table->matching(*condition));
   considered_ = table->rows.size();
   filter_ = std::move(condition);
@@ -115,6 +116,7 @@ void Recordset::Cursor::rowChanged(Row changed) {
 void Recordset::Cursor::rowDeleted(Row deleted) {
   if (filter_ && deleted < considered_) shown_.set(deleted, false);
   if (place != Place::OnRow || row != deleted || edit_ == Edit::NewRow) return;
+  // place and row stay: the next move goes on from where the row was.
   cells = nullptr;
   edit_ = Edit::None;
   changed_.clear();

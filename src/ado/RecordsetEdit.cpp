@@ -9,6 +9,7 @@ namespace ado {
 
 using values::Variant;
 
+/// Edits go to a copy, so that clones see them at once or not at all.
 void Recordset::Cursor::beginEdit() {
   const auto* from = table->rows.cells(row);
   draft_.assign(from, from + table->rows.width());
@@ -40,12 +41,13 @@ void Recordset::Cursor::writeChanges() {
   table->indexes.leave(row, changed_);
   for (const auto field : changed_) target[field] = std::move(draft_[field]);
   table->indexes.enter(row, changed_);
-  for (auto* cursor : table->cursors) cursor->rowChanged(row);
+  for (auto* cursor : table->cursors) cursor->rowChanged(row);  // this set's own view, too
   edit_ = Edit::None;
   changed_.clear();
   cells = target;
 }
 
+/// Views and indexes find the new row by themselves when they are next asked.
 void Recordset::Cursor::appendDraft() {
   table->rows.append(draft_);
   edit_ = Edit::None;

@@ -28,7 +28,7 @@ void RowIndex::leave(Row row) {
 void RowIndex::enter(Row row) {
   if (row >= indexed_) return;
   const Key key = keyAt(row);
-  if (key == left_) return;
+  if (key == left_) return;  // the same to a filter: another case, another scale
   auto& old = buckets_[left_];
   // Until they are half of the bucket, old entries cost less than their removal.
   if (++old.stale * 2 > old.rows.size()) tidy(left_, old);
@@ -88,7 +88,9 @@ void RowIndexes::enter(Row row, std::span<const std::size_t> changedFields) {
 
 void RowIndexes::forEachWith(std::span<const std::size_t> changedFields, void (RowIndex::*step)(Row), Row row) {
   for (auto& index : indexes_) {
-    const auto uses = [&](std::size_t field) { return std::ranges::find(index.fields(), field) != index.fields().end(); };
+    const auto fields = index.fields();
+    const auto uses = [&](std::size_t field) { return std::ranges::find(fields, field) != fields.end(); };
+    // An amount that changes leaves the indexes over accounts and periods alone.
     if (std::ranges::any_of(changedFields, uses)) (index.*step)(row);
   }
 }

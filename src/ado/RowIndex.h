@@ -41,18 +41,20 @@ class RowIndex {
   const RowStore& rows_;
   std::vector<std::size_t> fields_;
   std::unordered_map<Key, Bucket> buckets_;
-  Row indexed_ = 0;
-  Key left_ = 0;
+  Row indexed_ = 0;  ///< rows before it are in the buckets
+  Key left_ = 0;     ///< of the row between leave and enter
   std::uint64_t rowsRead_ = 0;
 };
 
-/// The indexes of one set, one for each combination of fields that filters ask for more than once.
+/// The indexes of one set, one for each combination of fields that filters ask for more than once. A loop that sets
+/// the same filter with other values builds one index and then looks only at the rows it finds.
 class RowIndexes {
  public:
   explicit RowIndexes(const RowStore& rows) : rows_(rows) {}
 
   /// The index over the fields (ascending), or null when a scan is the better answer.
   RowIndex* find(std::span<const std::size_t> fields);
+  /// To be called before and after the given fields of a row change.
   void leave(Row row, std::span<const std::size_t> changedFields);
   void enter(Row row, std::span<const std::size_t> changedFields);
   std::uint64_t rowsRead() const;

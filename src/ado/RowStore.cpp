@@ -64,6 +64,7 @@ void RowStore::append(std::span<Variant> cells) {
 }
 
 Variant* RowStore::cells(Row row) const {
+  // Block n holds the rows whose shifted number has its top bit n places above the first block's.
   const Row shifted = row + kFirstRows;
   const auto block = static_cast<std::size_t>(std::bit_width(shifted) - std::bit_width(kFirstRows));
   return blocks_[block] + (shifted - std::bit_floor(shifted)) * width_;
@@ -74,6 +75,7 @@ void RowStore::remove(Row row) {
   if (gone_.size() < size_) gone_.resize(size_);
   gone_[row] = true;
   ++removed_;
+  // Deleting from either end, again and again, must not leave a run of dead rows to step over.
   while (begin_ < end_ && !isLive(begin_)) ++begin_;
   while (end_ > begin_ && !isLive(end_ - 1)) --end_;
 }

@@ -34,14 +34,17 @@ class RowStore {
   Row size() const { return size_; }
   Row live() const { return size_ - removed_; }
   bool isLive(Row row) const { return removed_ == 0 || row >= gone_.size() || !gone_[row]; }
+  /// Marks a row as deleted; its cells stay, because a clone may still be reading them.
   void remove(Row row);
 
+  /// The live rows in order.
   std::optional<Row> first() const;
   std::optional<Row> last() const;
   std::optional<Row> after(Row row) const;
   std::optional<Row> before(Row row) const;
 
  private:
+  /// Where the next row's cells go; not yet constructed, so that memory is touched only row by row.
   values::Variant* nextPlace();
   void grow();
   void count();

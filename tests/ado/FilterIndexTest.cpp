@@ -117,9 +117,15 @@ class Oracle {
       case 0: view = {view.set, "", [](const Account&) { return true; }}; break;
       case 1: view = {view.set, is, sameAccount}; break;
       case 2: view = {view.set, at + ".0", [=](const Account& row) { return row.period == period; }}; break;
-      case 3: view = {view.set, at + " AND " + is, [=](const Account& row) { return sameAccount(row) && row.period == period; }}; break;
-      case 4: view = {view.set, is + " AND PERIODO = NULL", [=](const Account& row) { return sameAccount(row) && !row.period; }}; break;
-      case 5: view = {view.set, is + " OR " + at, [=](const Account& row) { return sameAccount(row) || row.period == period; }}; break;
+      case 3:
+        view = {view.set, at + " AND " + is, [=](const Account& row) { return sameAccount(row) && row.period == period; }};
+        break;
+      case 4:
+        view = {view.set, is + " AND PERIODO = NULL", [=](const Account& row) { return sameAccount(row) && !row.period; }};
+        break;
+      case 5:
+        view = {view.set, is + " OR " + at, [=](const Account& row) { return sameAccount(row) || row.period == period; }};
+        break;
       default: view = {view.set, is + " AND PERIODO >= 1 AND PERIODO<=2", [=](const Account& row) {
                          return sameAccount(row) && row.period && *row.period >= 1 && *row.period <= 2;
                        }};
@@ -164,7 +170,8 @@ TEST(FilterIndex, LoopsOverAccountsAndPeriodsLookAtEachRowAFewTimes) {
   };
   const auto sumQuarters = [&](ado::Recordset& set, int account) {
     for (int month = 1; month <= 12; month += 3) {
-      set.Filter(conto(account) + " AND  MESE>=" + std::to_string(month) + " AND MESE<=" + std::to_string(month + 2) + " ");
+      const std::string from = std::to_string(month), to = std::to_string(month + 2);
+      set.Filter(conto(account) + " AND  MESE>=" + from + " AND MESE<=" + to + " ");
       ASSERT_EQ(set.GetRows("IMPORTO").front().size(), 3U);
     }
     set.Filter("");
