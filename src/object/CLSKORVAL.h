@@ -70,6 +70,8 @@ class CLSKORVAL : public Proprieta {
   /// @param MyBdgTipoDettaglio  0 budget, 1 actuals, 2 orders, 2 + n forecast n.
   /// @param MyBdgTipoValore     0 amount, 1 quantity 1, 2 quantity 2.
   /// @param MyPeriodo           1 to the periods of the year.
+  /// @param MyValore            amount with 2 decimals, quantity with 3, as a number or as text with comma or
+  /// point.
   /// @param MyNewBU66_ID        receives the new row's identity; untouched by an update.
   /// Writes BU66_DETBUDGET and the last-update date in BU65_TESBUDGET.
   void AggiornaSingoloValoreBU66(const Variant& MyBU66_ID, const Variant& MyBU65_ID,
@@ -96,8 +98,10 @@ class CLSKORVAL : public Proprieta {
   /// GetIsBudgetConSolaTestata). Writes BU65_TESBUDGET.
   void EliminaBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
                                    const Variant& MyBdgSottoTipo);
-  /// Brings the cards in line with the budget structure (`CodiceStrutturaBU60`). Raises the progress events.
-  /// Reads and writes BU65_TESBUDGET, BU66_DETBUDGET; reads the structure tables.
+  /// Adds the cards that the budget's structure (`CodiceStrutturaBU60`, by default the definition's) has and
+  /// the budget lacks, for each site where it is per site, in one transaction; removes nothing. 1 when an
+  /// input is missing or the structure does not exist. Raises the progress events. Reads BU60_STRUTTANAG,
+  /// BU61_STRUTTELEM; writes BU65_TESBUDGET, BU66_DETBUDGET, for type 4 BU67_BDGCASHFLOW.
   void AllineaBU65_A_StrutturaBU60();
 
   // ---- The three elaborations
@@ -124,8 +128,7 @@ class CLSKORVAL : public Proprieta {
   bool GetIsBdgSchedeConfigurazioneLivelliEsiste(const Variant& MyCodiceDitta, const Variant& MyBdgTipoScheda,
                                                  const Variant& MyBdgSchedaNrLivelli);
 
-  // ---- Settings of a budget (BU01_ANABUDGET); the value in brackets is the one for a budget that does not
-  // exist
+  // ---- Settings of a budget (BU01_ANABUDGET); in brackets the value for a budget that does not exist
 
   /// Whether cards are kept per site [false].
   void GetGestioneSede(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo, bool& MyBdgFlgGestioneSede);
