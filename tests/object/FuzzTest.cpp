@@ -1,10 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <limits>
 #include <map>
 #include <random>
-#include <regex>
 
 #include "ado/sqlite/Provider.h"
 #include "object/Interfaccia.h"
@@ -12,6 +13,7 @@
 #include "suite/Suite.h"
 #include "support/ContestoDiProva.h"
 #include "values/Errore.h"
+#include "values/Text.h"
 
 /// Random calls of every member: whatever comes in, only an outcome comes out.
 namespace bukorval {
@@ -143,21 +145,32 @@ std::shared_ptr<testing_support::RecordingConnection> connessioneCasuale(Caso& c
   return db;
 }
 
+/// Whether the text ends with " in " and a procedure's name, or is the one that the situation component's own
+/// text stands in.
+bool nominaLaProcedura(const std::string& errore) {
+  if (errore.starts_with("Errore in CreaRecordsetSaldiDaSituazioneEP")) return true;
+  const auto inizio = errore.rfind(" in ");
+  if (inizio == errore.npos) return false;
+  const auto nome = values::rtrim(std::string_view(errore).substr(inizio + 4));
+  return !nome.empty() && std::all_of(nome.begin(), nome.end(), [](char c) {
+    return c == '_' || std::isalnum(static_cast<unsigned char>(c));
+  });
+}
+
 void controlla(const CLSKORVAL& bo, const std::string& metodo, unsigned seme) {
-  static const std::regex kProcedura("[\\s\\S]* in [A-Za-z][A-Za-z0-9_]* ?");
+  SCOPED_TRACE(metodo + " seed " + std::to_string(seme) + ": " + bo.errore().substr(0, 300));
   switch (static_cast<int>(bo.Stato())) {
     case 0:
-      EXPECT_EQ(bo.errore(), "") << metodo << " seed " << seme;
+      EXPECT_EQ(bo.errore(), "");
       break;
     case 1:
-      EXPECT_NE(bo.errore(), "") << metodo << " seed " << seme;
+      EXPECT_NE(bo.errore(), "");
       break;
     case 99:
-      EXPECT_TRUE(std::regex_match(bo.errore(), kProcedura))
-          << metodo << " seed " << seme << ": " << bo.errore();
+      EXPECT_TRUE(nominaLaProcedura(bo.errore()));
       break;
     default:
-      ADD_FAILURE() << metodo << " seed " << seme << " Stato " << bo.Stato();
+      ADD_FAILURE() << "Stato " << bo.Stato();
   }
 }
 
