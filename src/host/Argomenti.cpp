@@ -48,7 +48,7 @@ values::Variant leggiArgomento(std::string_view testo) {
   if (testo == "EMPTY") return {};
   if (tra(testo, '\'')) return testo.substr(1, testo.size() - 2);
   if (tra(testo, '#')) return leggiData(testo);
-  if (pareNumero(testo)) return leggiNumero(testo);
+  if (pareNumero(values::trim(testo))) return leggiNumero(values::trim(testo));
   return testo;
 }
 

@@ -95,15 +95,6 @@ void elenca() {
   }
 }
 
-/// What the option parser left over: arguments, among them negative numbers, which look like options to it.
-std::vector<std::string> verificaResto(std::vector<std::string> resto) {
-  for (const auto& testo : resto) {
-    const bool opzione = testo.size() > 1 && testo.front() == '-' && !leggiArgomento(testo).isNumber();
-    if (opzione) throw ErroreUso("Unknown option " + testo);
-  }
-  return resto;
-}
-
 }  // namespace
 
 Comando comandoCall() {
@@ -116,13 +107,14 @@ Comando comandoCall() {
           [](CLI::App& app, Ambiente& ambiente) {
             auto nome = std::make_shared<std::string>();
             auto elenco = std::make_shared<bool>(false);
-            app.add_option("METHOD", *nome, "name of the method; its arguments follow");
+            auto argomenti = std::make_shared<std::vector<std::string>>();
+            app.add_option("METHOD", *nome, "name of the method");
+            app.add_option("ARG", *argomenti, "its arguments");
             app.add_flag("--list", *elenco, "show every method with its parameters");
-            app.allow_extras();
-            app.callback([&app, &ambiente, nome, elenco] {
+            app.callback([&ambiente, nome, argomenti, elenco] {
               if (*elenco) return elenca();
               if (nome->empty()) throw ErroreUso("METHOD is needed; `bukorval call --list` shows them all");
-              chiama(ambiente, *nome, verificaResto(app.remaining()));
+              chiama(ambiente, *nome, *argomenti);
             });
           }};
 }

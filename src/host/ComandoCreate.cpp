@@ -33,6 +33,7 @@ values::Variant proprieta(const Ambiente& ambiente, const std::string& nome, con
 void creaAzienda(ado::Connection& connessione, const Ambiente& ambiente, const OpzioniCreate& opzioni) {
   const auto ditta = proprieta(ambiente, "CodiceDitta", 1);
   const auto anno = proprieta(ambiente, "AnnoEsercizio", values::Date::Now().year());
+  Transazione transazione(connessione);
   RigaDati("CG10_GRUPPIPDC").colonna("CG10_CODICE", 1).colonna("CG10_DESCR", "Piano dei conti").inserisci(connessione);
   RigaDati("CG18_ANADITTE")
       .colonna("CG18_CODICE", ditta)
@@ -41,22 +42,21 @@ void creaAzienda(ado::Connection& connessione, const Ambiente& ambiente, const O
       .colonna("CG18_STRUTTCONTI", opzioni.struttura)
       .inserisci(connessione);
   Archivio(connessione, ditta, 1).scriviAnno(values::toInt32(anno));
+  transazione.conferma();
 }
 
 void crea(const Ambiente& ambiente, const OpzioniCreate& opzioni) {
   if (std::filesystem::exists(opzioni.file)) throw Rifiuto(opzioni.file + " exists already and is left as it is");
   try {
     const auto connessione = ado::createConnection();
-    connessione->ConnectionString = stringaSqlite(opzioni.file);
+    connessione->ConnectionString = stringaSqlite(opzioni.file) + ";Create=True";
     connessione->Open();
     schema::create(*connessione);
-    Transazione transazione(*connessione);
     if (opzioni.demo) {
       demo::creaDemo(*connessione);
     } else {
       creaAzienda(*connessione, ambiente, opzioni);
     }
-    transazione.conferma();
   } catch (...) {
     // A half-made database would be in the way of the next attempt.
     std::error_code ignorato;

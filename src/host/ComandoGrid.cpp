@@ -1,12 +1,28 @@
 #include <CLI/CLI.hpp>
+#include <cstddef>
 
 #include "host/Ambiente.h"
 #include "host/Comandi.h"
 #include "host/Delta.h"
 #include "host/Selezione.h"
+#include "values/Conversion.h"
 
 namespace bukorval::host {
 namespace {
+
+/// A description begins with its code, so the aligned table needs only one of the two columns; a code that nothing
+/// describes stands in for its description.
+void unisciDescrizioni(Tabella& tabella) {
+  for (std::size_t i = 0; i < tabella.colonne.size(); ++i) {
+    const auto descrizione = tabella.posizione(tabella.colonne[i].nome + "_DESCR");
+    if (!descrizione) continue;
+    tabella.colonne[i].secondaria = true;
+    tabella.colonne[*descrizione].titolo = tabella.colonne[i].titolo;
+    for (auto& riga : tabella.righe) {
+      if (values::isBlank(riga[*descrizione])) riga[*descrizione] = riga[i];
+    }
+  }
+}
 
 void mostraGriglia(Ambiente& ambiente) {
   richiediBudget(ambiente);
@@ -14,7 +30,8 @@ void mostraGriglia(Ambiente& ambiente) {
   const auto griglia = oggetto.RecordSetBudget();
   ambiente.controlla();
   auto tabella = daRecordset(*griglia);
-  tabella.nascondi({"BU65_DITTA_CG18", "BU65_TIPOCF_CG44", "FLGESISTECRITPREL"});
+  tabella.nascondi({"BU65_DITTA_CG18", "BU65_TIPOCF_CG44", "BU65_GRUPPO_CG10", "BU65_FLGBUDGET", "BU65_FLGCFLOW"});
+  if (ambiente.scelte.formato == "table") unisciDescrizioni(tabella);
   segnaTotali(tabella);
   tabella.somma();
   riempiDelta(oggetto, tabella);

@@ -15,38 +15,68 @@ namespace {
 
 struct Aiuto {
   std::string_view proprieta;
+  std::string_view gruppo;
   std::string_view breve;  ///< short form, "" for none
   std::string_view testo;
 };
 
-/// The properties that select a budget: they have help of their own, most a short form.
-constexpr std::array kSelezione{
-    Aiuto{"CodiceDitta", "c", "company (default: the session's)"},
-    Aiuto{"TipoBudget", "t", "budget type, 0 to 9"},
-    Aiuto{"SottoTipoBudget", "s", "budget subtype, two characters"},
-    Aiuto{"AnnoEsercizio", "y", "fiscal year of the budget"},
-    Aiuto{"ProgressivoEsercizio", "p", "progressive of the fiscal year (default: the year's own)"},
-    Aiuto{"CodiceSede", "b", "site (branch), for budgets kept per site"},
-    Aiuto{"BdgTipoScheda", "k", "card kind, for budget type 4: 0 cost, 1 revenue"},
-    Aiuto{"DaScheda", "", "first card of a range"},
-    Aiuto{"AScheda", "", "last card of a range"},
-    Aiuto{"DaConto", "", "first account of a range"},
-    Aiuto{"AConto", "", "last account of a range"},
-    Aiuto{"DaData", "", "first date of the movements"},
-    Aiuto{"AData", "", "last date of the movements"},
-    Aiuto{"ElencoSedi", "", "sites to elaborate: 1,2,3"},
-    Aiuto{"TipoMovimenti", "", "SQL condition that selects movement kinds: \"CG41_INDTIPOMOV = 0\""},
-    Aiuto{"TipoDataMovimenti", "", "0 registration date, 1 competence dates"},
-    Aiuto{"TipoDettaglioDestinazione", "", "detail kind written: 0 budget, 1 actuals, 2 orders, 2 + n forecast n"},
-    Aiuto{"TipoDettaglioOrigine", "", "detail kind read by a duplication"},
+constexpr std::string_view kSelezione = "Selection";
+constexpr std::string_view kElaborazioni = "Elaborations";
+
+/// A property that is not here shows its type, in a group of its own.
+// clang-format off
+constexpr std::array kAiuti{
+    Aiuto{"CodiceDitta", kSelezione, "c", "company (default: the session's)"},
+    Aiuto{"TipoBudget", kSelezione, "t", "budget type, 0 to 9"},
+    Aiuto{"SottoTipoBudget", kSelezione, "s", "budget subtype, two characters"},
+    Aiuto{"AnnoEsercizio", kSelezione, "y", "fiscal year of the budget"},
+    Aiuto{"ProgressivoEsercizio", kSelezione, "p", "progressive of the fiscal year (default: the year's own)"},
+    Aiuto{"CodiceSede", kSelezione, "b", "site (branch), for budgets kept per site"},
+    Aiuto{"BdgTipoScheda", kSelezione, "k", "card kind, for budget type 4: 0 cost, 1 revenue"},
+    Aiuto{"CodiceStrutturaBU60", kSelezione, "", "budget structure that cards are aligned to"},
+    Aiuto{"CodicePdcCoGeDitta", kSelezione, "", "the company's general-ledger chart (default: the session's)"},
+    Aiuto{"DaScheda", kElaborazioni, "", "first card of a range"},
+    Aiuto{"AScheda", kElaborazioni, "", "last card of a range"},
+    Aiuto{"ElencoSedi", kElaborazioni, "", "sites to elaborate: 1,2,3"},
+    Aiuto{"TipoElaborazioneBO", kElaborazioni, "", "10 from balances, 40 cards from movements, 42 duplication"},
+    Aiuto{"TipoDettaglioOrigine", kElaborazioni, "", "detail kind that a duplication reads"},
+    Aiuto{"TipoDettaglioDestinazione", kElaborazioni, "", "detail kind written: 0 budget, 1 actuals, 2 orders, 2 + n forecast n"},
+    Aiuto{"AnnoEsercizioMovimenti", kElaborazioni, "", "accounting year of the movements"},
+    Aiuto{"ProgressivoEsercizioMovimenti", kElaborazioni, "", "and its progressive"},
+    Aiuto{"DaConto", kElaborazioni, "", "first account of a range"},
+    Aiuto{"AConto", kElaborazioni, "", "last account of a range"},
+    Aiuto{"DaData", kElaborazioni, "", "first date of the movements"},
+    Aiuto{"AData", kElaborazioni, "", "last date of the movements"},
+    Aiuto{"TipoDataMovimenti", kElaborazioni, "", "0 registration date, 1 competence dates"},
+    Aiuto{"TipoMovimenti", kElaborazioni, "", "SQL condition for movement kinds: \"CG41_INDTIPOMOV = 0\""},
+    Aiuto{"MovimentiConsolidati", kElaborazioni, "", "include consolidated movements"},
+    Aiuto{"MovimentiDaConsolidare", kElaborazioni, "", "include movements still to be consolidated"},
+    Aiuto{"MovimentiPrevisionali", kElaborazioni, "", "include forecast movements"},
+    Aiuto{"GestioneAmmortamenti", kElaborazioni, "", "include depreciation"},
+    Aiuto{"GestioneRateiRisconti", kElaborazioni, "", "include accruals and deferrals"},
+    Aiuto{"GestioneRettifiche", kElaborazioni, "", "include adjusting entries after the year end"},
+    Aiuto{"ElaboraSoloContiBudgettizzati", kElaborazioni, "", "only accounts that have a card already"},
+    Aiuto{"IsSovrascriviEsistenti", kElaborazioni, "", "overwrite existing values"},
+    Aiuto{"TipoScostamento", kElaborazioni, "", "deviation: 0 one percentage, 2 per account, 3 per period, 99 none"},
+    Aiuto{"PercentualeScostamento", kElaborazioni, "", "the one percentage: 10 is ten per cent"},
+    Aiuto{"IsSoloMovCliFor", kElaborazioni, "", "only movements of the card's customer or supplier"},
+    Aiuto{"IsApplicaPercentuali", kElaborazioni, "", "apply the cards' distribution and deviation percentages"},
+    Aiuto{"BdgDestinazioneSottoTipo", kElaborazioni, "", "subtype that a duplication writes"},
+    Aiuto{"BdgDestinazioneAnnoEsercizio", kElaborazioni, "", "its fiscal year"},
+    Aiuto{"BdgDestinazioneProgressivoEsercizio", kElaborazioni, "", "and progressive"},
+    Aiuto{"BdgDestinazioneCodiceSede", kElaborazioni, "", "and site"},
+    Aiuto{"IsForzoDuplicazioneContoCliFor", kElaborazioni, "", "copy the account into new cards"},
+    Aiuto{"IsDuplicaScadenzeCashFlow", kElaborazioni, "", "copy cash-flow due dates"},
+    Aiuto{"IsDuplicaScadenzeManualiCashFlow", kElaborazioni, "", "and those entered by hand"},
 };
+// clang-format on
 
 /// These are the program's to set.
 constexpr std::array<std::string_view, 3> kEscluse{"ActiveInterface", "Connessione", "StringaConnessione"};
 
 const Aiuto* aiuto(std::string_view proprieta) {
-  const auto trovato = std::ranges::find(kSelezione, proprieta, &Aiuto::proprieta);
-  return trovato == kSelezione.end() ? nullptr : &*trovato;
+  const auto trovato = std::ranges::find(kAiuti, proprieta, &Aiuto::proprieta);
+  return trovato == kAiuti.end() ? nullptr : &*trovato;
 }
 
 void dichiaraProprieta(CLI::App& app, Ambiente& ambiente, const Membro& membro) {
@@ -65,7 +95,7 @@ void dichiaraProprieta(CLI::App& app, Ambiente& ambiente, const Membro& membro) 
         breve + "--" + membro.nome,
         [&proprieta, nome = membro.nome](const std::string& valore) { proprieta[nome] = valore; }, testo);
   }
-  opzione->group(parole ? "Selection" : "Other properties of the object");
+  opzione->group(parole ? std::string(parole->gruppo) : "Other properties of the object");
 }
 
 }  // namespace

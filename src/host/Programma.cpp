@@ -1,11 +1,14 @@
 #include "host/Programma.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include "host/Ambiente.h"
+#include "host/Argomenti.h"
 #include "host/Comando.h"
 #include "host/Errori.h"
 #include "host/Opzioni.h"
@@ -42,6 +45,24 @@ void dichiara(CLI::App& app, Ambiente& ambiente) {
   }
 }
 
+/// A negative number would be taken for an option: a blank in front of it makes it a value, and numbers are read with
+/// their blanks trimmed. The parser wants its arguments last to first.
+std::vector<std::string> argomenti(int argc, const char* const* argv) {
+  std::vector<std::string> testi(argv + 1, argv + argc);
+  for (auto& testo : testi) {
+    if (testo.starts_with('-') && leggiArgomento(testo).isNumber()) testo.insert(0, 1, ' ');
+  }
+  std::ranges::reverse(testi);
+  return testi;
+}
+
+int usoErrato(const CLI::App& app, const CLI::ParseError& errore) {
+  if (app.exit(errore) == 0) return uscitaOk;
+  const auto resto = app.remaining();
+  if (errore.get_name() == "RequiredError" && !resto.empty()) std::cerr << "Unknown command: " << resto.front() << '\n';
+  return uscitaUso;
+}
+
 int fallito(int codice, const char* messaggio) {
   std::cout << std::flush;
   std::cerr << "bukorval: " << messaggio << '\n';
@@ -56,9 +77,9 @@ int eseguiProgramma(int argc, const char* const* argv) noexcept {
     CLI::App app(kDescrizione, "bukorval");
     dichiara(app, ambiente);
     try {
-      app.parse(argc, argv);
+      app.parse(argomenti(argc, argv));
     } catch (const CLI::ParseError& e) {
-      return app.exit(e) == 0 ? uscitaOk : uscitaUso;
+      return usoErrato(app, e);
     }
     return uscitaOk;
   } catch (const Interrotto& e) {

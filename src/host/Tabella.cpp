@@ -27,6 +27,12 @@ Colonna daCampo(const ado::Field& campo) {
   return colonna;
 }
 
+/// Fixed-length text comes padded; nobody reads the blanks.
+values::Variant senzaSpaziFinali(const values::Variant& valore) {
+  const auto* testo = valore.get_if<std::string>();
+  return testo && testo->ends_with(' ') ? values::Variant(values::rtrim(*testo)) : valore;
+}
+
 }  // namespace
 
 std::optional<std::size_t> Tabella::posizione(std::string_view nome) const {
@@ -64,7 +70,7 @@ Tabella daRecordset(ado::Recordset& rs) {
   for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
     auto& riga = tabella.righe.emplace_back();
     riga.reserve(campi.size());
-    for (const auto* campo : campi) riga.push_back(campo->Value());
+    for (const auto* campo : campi) riga.push_back(senzaSpaziFinali(campo->Value()));
   }
   rs.MoveFirst();
   return tabella;

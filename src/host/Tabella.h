@@ -37,7 +37,7 @@ struct Tabella {
   void somma();
 };
 
-/// Reads a record set from its first row; the titles come from the field names.
+/// Reads a record set from its first row; the titles come from the field names, padding is trimmed.
 Tabella daRecordset(ado::Recordset& rs);
 
 }  // namespace bukorval::host

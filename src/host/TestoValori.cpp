@@ -58,7 +58,7 @@ std::string testoPiano(const values::Variant& valore, const Colonna& colonna) {
   if (const auto* logico = valore.get_if<bool>()) return *logico ? "true" : "false";
   if (const auto* data = valore.get_if<values::Date>()) return dataIso(*data);
   if (valore.isNumber() && colonna.decimali > 0) return conDecimali(values::toDecimal(valore), colonna.decimali);
-  return std::string(values::rtrim(values::toPlainText(valore)));
+  return values::toPlainText(valore);
 }
 
 }  // namespace bukorval::host

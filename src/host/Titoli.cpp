@@ -11,8 +11,8 @@ struct Parola {
   std::string_view titolo;  ///< %: what follows the beginning (the forecast's number)
 };
 
-/// The value columns of both grids; the first that fits counts, so longer beginnings stand first.
-constexpr std::array kValori{
+/// Columns that people know by a word.
+constexpr std::array kParole{
     Parola{"ID_FORECAST", "ID F%"},      Parola{"ID_BUDGET", "ID Bdg"},       Parola{"ID_CONSUNTIVO", "ID Cons"},
     Parola{"ID_ORDINI", "ID Ord"},       Parola{"IMP_BUDGET", "Budget"},      Parola{"IMP_CONSUNTIVO", "Consuntivo"},
     Parola{"IMP_ORDINI", "Ordini"},      Parola{"IMP_FORECAST", "Forecast %"}, Parola{"DELTAIMP_CONS", "Delta"},
@@ -25,6 +25,10 @@ constexpr std::array kValori{
     Parola{"QTA2_FORECAST", "Q2 F%"},    Parola{"DELTAQTA2_CONS", "Q2 Delta"},
     Parola{"DELTAPERCQTA2_CONS", "Q2 Delta %%"}, Parola{"DELTAQTA2_FORE", "Q2 Delta F%"},
     Parola{"DELTAPERCQTA2_FORE", "Q2 Delta F% %%"}, Parola{"PERIODO", "Periodo"}, Parola{"BU65_ID", "ID"},
+    Parola{"BU65_CODICE_CG31", "Sede"},  Parola{"BU65_INDCOSRIC_BU07", "Tipo"}, Parola{"BU65_SCHEDA_BU07", "Scheda"},
+    Parola{"BU65_CONTO_CG24", "Conto"},  Parola{"BU65_CODICE_CG23", "Voce"},   Parola{"BU65_CONTO_PC03", "Conto"},
+    Parola{"BU65_CLIFOR_CG44", "Cliente/Fornitore"}, Parola{"BU65_AREA_MG08", "Area"},
+    Parola{"BU65_CODART_MG66", "Articolo"}, Parola{"BU65_OPZIONE_MG5E", "Variante"},
 };
 
 std::string sostituisci(std::string_view modello, std::string_view numero) {
@@ -65,7 +69,7 @@ std::string accorcia(std::string_view campo) {
 }  // namespace
 
 std::string titolo(std::string_view campo) {
-  for (const auto& parola : kValori) {
+  for (const auto& parola : kParole) {
     if (campo.starts_with(parola.inizio) && soloCifre(campo.substr(parola.inizio.size()))) {
       return sostituisci(parola.titolo, campo.substr(parola.inizio.size()));
     }

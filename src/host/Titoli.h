@@ -5,8 +5,8 @@
 
 namespace bukorval::host {
 
-/// What heads a column of an aligned table: words for the value columns of the grids, a shortened field name for
-/// the rest (BU65_CODART_MG66 becomes CODART).
+/// What heads a column of an aligned table: words for the usual columns of the grids, a shortened field name
+/// for the rest (BU65_MARCA_MG64 becomes MARCA).
 std::string titolo(std::string_view campo);
 
 }  // namespace bukorval::host

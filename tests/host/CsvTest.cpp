@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -11,7 +10,6 @@
 namespace bukorval::host {
 namespace {
 
-using ::testing::ElementsAre;
 using Record = std::vector<std::string>;
 
 struct Letto {

@@ -2,7 +2,6 @@
 
 #include <sstream>
 
-#include "host/DatiFinance.h"
 #include "host/Stampa.h"
 #include "host/Titoli.h"
 
@@ -73,20 +72,10 @@ TEST(Titoli, ShortenFieldNames) {
   const std::pair<const char*, const char*> cases[] = {
       {"IMP_BUDGET", "Budget"},           {"IMP_FORECAST12", "Forecast 12"},
       {"DELTAPERCIMP_FORE2", "Delta F2 %"}, {"DELTAPERCIMP_CONS", "Delta %"},
-      {"BU65_CODART_MG66", "CODART"},     {"BU65_CODART_MG66_DESCR", "CODART descr."},
+      {"BU65_MARCA_MG64", "MARCA"},     {"BU65_MARCA_MG64_DESCR", "MARCA descr."},
       {"BU65_DATAULTAGG", "DATAULTAGG"},  {"FLGESISTECRITPREL", "FLGESISTECRITPREL"},
   };
   for (const auto& [field, expected] : cases) EXPECT_EQ(titolo(field), expected);
-}
-
-TEST(DatiFinance, ADayNearAMonthEndStandsForItsMonth) {
-  const std::pair<Date, Date> cases[] = {
-      {Date::FromYmd(2011, 3, 1), Date::FromYmd(2011, 2, 28)},
-      {Date::FromYmd(2011, 3, 31), Date::FromYmd(2011, 3, 31)},
-      {Date::FromYmd(2012, 1, 1), Date::FromYmd(2011, 12, 31)},
-      {Date::FromYmd(2012, 2, 28), Date::FromYmd(2012, 2, 29)},
-  };
-  for (const auto& [day, month] : cases) EXPECT_EQ(meseDi(day), month) << day.toText();
 }
 
 }  // namespace
