@@ -7,10 +7,8 @@
 #include <map>
 #include <random>
 
-#include "ado/sqlite/Provider.h"
+#include "object/DatabasePiccolo.h"
 #include "object/Interfaccia.h"
-#include "schema/Schema.h"
-#include "suite/Suite.h"
 #include "support/ContestoDiProva.h"
 #include "values/Errore.h"
 #include "values/Text.h"
@@ -57,6 +55,7 @@ class Caso {
                                                true,
                                                false,
                                                "",
+                                               "A",
                                                "  ",
                                                "A1",
                                                "01",
@@ -208,7 +207,7 @@ void scegliBudget(CLSKORVAL& bo, Caso& caso) {
   const int tipi[] = {0, 3, 4, 5};
   bo.CodiceDitta = 1;
   bo.TipoBudget = tipi[caso.numero(4)];
-  bo.SottoTipoBudget = "A1";
+  bo.SottoTipoBudget = "A";
   bo.AnnoEsercizio = bo.AnnoEsercizioMovimenti = 2024;
   bo.ProgressivoEsercizio = bo.ProgressivoEsercizioMovimenti = 1;
 }
@@ -243,46 +242,8 @@ TEST(Fuzz, WithASessionAndAWhimsicalDatabase) {
   });
 }
 
-/// A small company: a year that begins in July, budgets of several kinds, some cards with values.
-ado::ConnectionPtr databasePiccolo() {
-  ado::sqlite::registerSqlite();
-  suite::registraServiziSuite();
-  auto db = ado::createConnection();
-  db->ConnectionString = "Provider=SQLite;Data Source=:memory:";
-  db->Open();
-  schema::create(*db);
-  const std::vector<std::string> dati = {
-      "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10, CG18_MASTROCLI, CG18_MASTROFOR)"
-      " VALUES (1, 'Prova', 1, '10010000', '20010000')",
-      "INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, "
-      "CG19_DATAFINE)"
-      " VALUES (1, 2024, 1, '20240701', '20250630')"};
-  for (const auto& testo : dati) db->Execute(testo);
-  for (const int tipo : {0, 3, 4, 5}) {
-    const std::string t = std::to_string(tipo);
-    db->Execute(
-        "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_FLGSEDI, "
-        "BU01_INDPERIODO,"
-        " BU01_INDPERFISO, BU01_NUMFORECAST, BU01_INDTIPOPDC) VALUES (" +
-        t + ", 'A1', 'CTOSEDVAR', 0, 2, 0, 2, 1)");
-    for (int scheda = 1; scheda <= 2; ++scheda) {
-      db->Execute(
-          "INSERT INTO BU65_TESBUDGET (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO,"
-          " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_CONTO_CG24) VALUES (" +
-          t + ", 'A1', 1, 2024, 1, 0, 'A" + std::to_string(scheda) + "', '50010001')");
-      const auto id =
-          values::toPlainText(db->Execute("SELECT @@IDENTITY")->Fields().Item(std::size_t{0}).Value());
-      db->Execute("INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65, BU67_FLGSCADMAN) VALUES (" + id + ", 0)");
-      db->Execute(
-          "INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO) VALUES (" + id +
-          ", 0, 1, 100.25)");
-    }
-  }
-  return db;
-}
-
 TEST(Fuzz, WithASmallDatabase) {
-  const auto db = databasePiccolo();
+  const auto db = object_tests::databasePiccolo();
   const auto sessione = std::make_shared<suite::Sessione>(db);
   percorri(60, [&](CLSKORVAL& bo, Caso& caso) {
     bo.Connessione(db);
