@@ -6,6 +6,7 @@ namespace ado::sqlite::dialect {
 ParsedStatement Parser::statement() {
   while (takeSymbol(";")) {
   }
+  if (peek().kind == Token::Kind::End) throw values::Errore("Command text was not set for the command object");
   ParsedStatement parsed = body();
   end();
   return parsed;
