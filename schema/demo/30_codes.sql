@@ -17,7 +17,7 @@ GO
 INSERT INTO MG87_DESCRARTICOLI (MG87_DITTA_CG18, MG87_CODART_MG66, MG87_DESCART) VALUES
   (1, N'PO-16', N'Pompa a ingranaggi 16 cc'),
   (1, N'PO-32', N'Pompa a ingranaggi 32 cc'),
-  (1, N'VR-10', N'Valvola regolatrice di pressione 10 l/min')
+  (1, N'VR-10', N'Valvola regolatrice pressione 10 l/min')
 GO
 INSERT INTO MG5E_OPZIONI (MG5E_DITTA_CG18, MG5E_CODART_MG66, MG5E_OPZIONE, MG5E_DESCR) VALUES
   (1, N'PO-16', N'STD', N'Esecuzione standard'),

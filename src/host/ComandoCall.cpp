@@ -2,38 +2,53 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/Ambiente.h"
 #include "host/Argomenti.h"
 #include "host/Comandi.h"
 #include "host/Errori.h"
+#include "host/Json.h"
 #include "object/Interfaccia.h"
-#include "values/Conversion.h"
 
 namespace bukorval::host {
 namespace {
 
-/// Named values that a call left behind, shown as one table; record sets follow as tables of their own.
+/// What a call left behind, by name: plain values and record sets.
 class Risultati {
  public:
   void aggiungi(const std::string& nome, const values::Variant& valore) {
     if (const auto rs = oggetto<ado::Recordset>(valore)) {
-      if (rs->State() == ado::adStateOpen) insiemi_.emplace_back(nome, rs);
+      if (rs->State() == ado::adStateOpen) insiemi_.emplace_back(nome, daRecordset(*rs));
     } else if (valore.kind() != values::Kind::Object) {
       semplici_.emplace_back(nome, valore);
     }
   }
 
+  bool vuoti() const { return semplici_.empty() && insiemi_.empty(); }
+
+  /// Plain values as one table, each record set as a table of its own; JSON as one object.
   void mostra(Ambiente& ambiente) const {
-    if (!semplici_.empty() || insiemi_.empty()) ambiente.mostra(tabellaSemplici());
-    for (const auto& [nome, rs] : insiemi_) {
-      if (ambiente.scelte.formato == "table") std::cout << nome << " (" << rs->RecordCount() << " rows)\n";
-      ambiente.mostra(daRecordset(*rs));
+    if (ambiente.scelte.formato == "json") {
+      std::cout << json().dump(2) << '\n';
+      return;
+    }
+    if (!semplici_.empty()) ambiente.mostra(tabellaSemplici());
+    for (const auto& [nome, tabella] : insiemi_) {
+      if (ambiente.scelte.formato == "table") std::cout << nome << " (" << tabella.righe.size() << " rows)\n";
+      ambiente.mostra(tabella);
     }
   }
 
  private:
+  nlohmann::ordered_json json() const {
+    auto tutto = nlohmann::ordered_json::object();
+    for (const auto& [nome, valore] : semplici_) tutto[nome] = inJson(valore, {});
+    for (const auto& [nome, tabella] : insiemi_) tutto[nome] = inJson(tabella);
+    return tutto;
+  }
+
   Tabella tabellaSemplici() const {
     Tabella tabella{{{"name", "Name"}, {"value", "Value"}}, {}, {}};
     for (const auto& [nome, valore] : semplici_) {
@@ -43,7 +58,7 @@ class Risultati {
   }
 
   std::vector<std::pair<std::string, values::Variant>> semplici_;
-  std::vector<std::pair<std::string, std::shared_ptr<ado::Recordset>>> insiemi_;
+  std::vector<std::pair<std::string, Tabella>> insiemi_;
 };
 
 const Membro& trovaMetodo(const std::string& nome) {
@@ -84,8 +99,8 @@ void chiama(Ambiente& ambiente, const std::string& nome, const std::vector<std::
   for (std::size_t i = 0; i < metodo.parametri.size(); ++i) {
     if (metodo.parametri[i].inOut) risultati.aggiungi(metodo.parametri[i].nome, argomenti[i]);
   }
-  risultati.aggiungi("Stato", static_cast<std::int32_t>(oggetto.Stato()));
   aggiungiInsiemi(oggetto, risultati);
+  if (risultati.vuoti()) risultati.aggiungi("Stato", static_cast<std::int32_t>(oggetto.Stato()));
   risultati.mostra(ambiente);
 }
 

@@ -24,13 +24,22 @@ void unisciDescrizioni(Tabella& tabella) {
   }
 }
 
+/// What the selection fixes is the same on every line.
+void nascondiSelezione(const Ambiente& ambiente, Tabella& tabella) {
+  const auto& proprieta = ambiente.scelte.proprieta;
+  if (proprieta.contains("CodiceSede")) tabella.nascondi({"BU65_CODICE_CG31", "BU65_CODICE_CG31_DESCR"});
+  if (proprieta.contains("BdgTipoScheda")) tabella.nascondi({"BU65_INDCOSRIC_BU07"});
+}
+
 void mostraGriglia(Ambiente& ambiente) {
   richiediBudget(ambiente);
   auto& oggetto = ambiente.oggetto();
   const auto griglia = oggetto.RecordSetBudget();
   ambiente.controlla();
   auto tabella = daRecordset(*griglia);
-  tabella.nascondi({"BU65_DITTA_CG18", "BU65_TIPOCF_CG44", "BU65_GRUPPO_CG10", "BU65_FLGBUDGET", "BU65_FLGCFLOW"});
+  tabella.nascondi({"BU65_DITTA_CG18", "BU65_TIPOCF_CG44", "BU65_GRUPPO_CG10", "BU65_CODICE_CG21", "BU65_CODICE_PC01",
+                    "BU65_PDCVDS_PC01", "BU65_PDC_PC01", "BU65_FLGBUDGET", "BU65_FLGCFLOW"});
+  nascondiSelezione(ambiente, tabella);
   if (ambiente.scelte.formato == "table") unisciDescrizioni(tabella);
   segnaTotali(tabella);
   tabella.somma();

@@ -21,8 +21,8 @@ namespace {
 
 constexpr BdgTipo kTipo = bdgTipoSpeseGenerali;
 constexpr const char* kSottotipo = "01";
-/// Site, card kind and code, account.
-constexpr const char* kStruttura = "SEDSCHCON";
+/// The account; site, card kind and code are every such budget's.
+constexpr const char* kStruttura = "CON";
 
 /// What identifies a card of one year: site, department, account.
 using Posto = std::tuple<int, int, std::string>;

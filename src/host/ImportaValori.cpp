@@ -9,7 +9,6 @@
 #include "host/SchedeBudget.h"
 #include "host/Selezione.h"
 #include "values/Conversion.h"
-#include "values/Text.h"
 
 namespace bukorval::host {
 namespace {
@@ -36,9 +35,12 @@ class Valori : public Importatore {
  public:
   void leggi(const std::string& file, Importazione& importazione) override {
     richiedi(importazione.ambiente, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
+    auto& oggetto = importazione.ambiente.oggetto();
+    if (!importazione.archivio.haBudget(oggetto.TipoBudget, oggetto.SottoTipoBudget)) {
+      throw Rifiuto("This budget is not defined; `bukorval budgets` lists what is");
+    }
     const auto modello = preparaModello(importazione.ambiente);
     lotto_ = leggiCsv(file, modello, importazione.separatore, importazione.segnalazioni);
-    auto& oggetto = importazione.ambiente.oggetto();
     const auto periodicita = oggetto.GetPeriodicitaBudget(oggetto.TipoBudget, oggetto.SottoTipoBudget);
     const int periodi = values::toInt32(values::nvl(oggetto.GetBdgNrPeriodi(periodicita), 0));
     const int ultimoTipo = oggetto.GetNumeroForecast(oggetto.TipoBudget, oggetto.SottoTipoBudget) + bdgDettaglioOrdini;
@@ -80,7 +82,6 @@ class Valori : public Importatore {
     auto& oggetto = ambiente.oggetto();
     const auto elenco = oggetto.GetElencoCampi(oggetto.TipoBudget, oggetto.SottoTipoBudget);
     ambiente.controlla();
-    if (values::trim(elenco).empty()) throw Rifiuto("This budget is not defined; `bukorval budgets` lists what is");
     TestoSql sql;
     sql.riga(" SELECT TOP 1 ", elenco).riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ");
     const auto campi = ambiente.connessione()->Execute(sql);

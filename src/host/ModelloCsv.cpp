@@ -107,8 +107,9 @@ LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separ
   if (!ingresso) throw Rifiuto("Cannot open " + file);
   LottoCsv lotto{file, {}};
   LettoreCsv lettore(ingresso);
+  const auto prima = segnalazioni.numero();
   const auto posizioni = mappa(lettore, modello, file, segnalazioni);
-  if (!segnalazioni.vuote()) return lotto;
+  if (segnalazioni.numero() > prima) return lotto;  // the lines cannot be told apart
   std::vector<std::string> campi;
   while (lettore.prossima(campi)) {
     if (campi.size() != posizioni.size()) {

@@ -11,12 +11,18 @@ namespace bukorval::host {
 class Segnalazioni {
  public:
   void aggiungi(std::string_view file, std::size_t linea, std::string_view testo);
-  bool vuote() const { return testi_.empty(); }
-  /// Throws Rifiuto with the whole list (the first hundred) when there is any; nothing must have been written yet.
+  std::size_t numero() const { return segnalazioni_.size(); }
+  /// Throws Rifiuto with the list by file and line (the first hundred) when there is any; nothing must have been
+  /// written yet.
   void verifica() const;
 
  private:
-  std::vector<std::string> testi_;
+  struct Segnalazione {
+    std::string file;
+    std::size_t linea;
+    std::string testo;
+  };
+  std::vector<Segnalazione> segnalazioni_;
 };
 
 }  // namespace bukorval::host

@@ -10,6 +10,8 @@
 namespace bukorval::host {
 namespace {
 
+/// Longer descriptions are cut, unless everything is asked for.
+constexpr std::size_t kDescrizioneMassima = 30;
 constexpr std::string_view kGrassetto = "\033[1m";
 constexpr std::string_view kRosso = "\033[31m";
 constexpr std::string_view kFine = "\033[0m";
@@ -25,6 +27,13 @@ bool vuota(const Tabella& tabella, std::size_t colonna) {
   return std::ranges::all_of(tabella.righe, [&](const auto& riga) { return values::isBlank(riga[colonna]); });
 }
 
+std::string testoCella(const values::Variant& cella, const Colonna& colonna, const OpzioniStampa& opzioni) {
+  auto testo = testoUmano(cella, colonna, opzioni.separatore);
+  const bool intera = opzioni.tutte || !colonna.nome.ends_with("_DESCR");
+  if (intera || values::length(testo) <= kDescrizioneMassima) return testo;
+  return std::string(values::rtrim(values::left(testo, kDescrizioneMassima - 1))) + "…";
+}
+
 Griglia prepara(const Tabella& tabella, const OpzioniStampa& opzioni) {
   Griglia griglia;
   griglia.righe.resize(tabella.righe.size() + (tabella.totali.empty() ? 0 : 1));
@@ -34,7 +43,7 @@ Griglia prepara(const Tabella& tabella, const OpzioniStampa& opzioni) {
     std::size_t larghezza = values::length(colonna.titolo);
     for (std::size_t r = 0; r < griglia.righe.size(); ++r) {
       const auto& cella = r < tabella.righe.size() ? tabella.righe[r][i] : tabella.totali[i];
-      auto& testo = griglia.righe[r].emplace_back(testoUmano(cella, colonna, opzioni.separatore));
+      auto& testo = griglia.righe[r].emplace_back(testoCella(cella, colonna, opzioni));
       larghezza = std::max(larghezza, values::length(testo));
     }
     griglia.colonne.push_back(&colonna);

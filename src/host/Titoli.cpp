@@ -29,6 +29,7 @@ constexpr std::array kParole{
     Parola{"BU65_CONTO_CG24", "Conto"},  Parola{"BU65_CODICE_CG23", "Voce"},   Parola{"BU65_CONTO_PC03", "Conto"},
     Parola{"BU65_CLIFOR_CG44", "Cliente/Fornitore"}, Parola{"BU65_AREA_MG08", "Area"},
     Parola{"BU65_CODART_MG66", "Articolo"}, Parola{"BU65_OPZIONE_MG5E", "Variante"},
+    Parola{"FLGESISTECRITPREL", "Criteri"},
 };
 
 std::string sostituisci(std::string_view modello, std::string_view numero) {

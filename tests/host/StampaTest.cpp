@@ -73,7 +73,7 @@ TEST(Titoli, ShortenFieldNames) {
       {"IMP_BUDGET", "Budget"},           {"IMP_FORECAST12", "Forecast 12"},
       {"DELTAPERCIMP_FORE2", "Delta F2 %"}, {"DELTAPERCIMP_CONS", "Delta %"},
       {"BU65_MARCA_MG64", "MARCA"},     {"BU65_MARCA_MG64_DESCR", "MARCA descr."},
-      {"BU65_DATAULTAGG", "DATAULTAGG"},  {"FLGESISTECRITPREL", "FLGESISTECRITPREL"},
+      {"BU65_DATAULTAGG", "DATAULTAGG"},  {"BU65", "BU65"},
   };
   for (const auto& [field, expected] : cases) EXPECT_EQ(titolo(field), expected);
 }
