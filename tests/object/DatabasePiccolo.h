@@ -10,7 +10,8 @@
 namespace object_tests {
 
 /// A small company in memory: an accounting year 2024 that begins in July, budgets of types 0, 3, 4 and 5 by
-/// quarter with two cards each, one value on each card, and an investment budget.
+/// quarter with two cards each, one value on each card, an investment budget and a structure of one
+/// element.
 inline ado::ConnectionPtr databasePiccolo() {
   ado::sqlite::registerSqlite();
   suite::registraServiziSuite();
@@ -50,6 +51,11 @@ inline ado::ConnectionPtr databasePiccolo() {
   db->Execute(
       "INSERT INTO BU04_BUDGINVEST (BU04_DITTA_CG18, BU04_INDTIPO_BU01, BU04_SOTTOTIPO_BU01) VALUES (1, 2, "
       "'A')");
+  db->Execute(
+      "INSERT INTO BU60_STRUTTANAG (BU60_CODICE, BU60_INDTIPOPDC, BU60_CODICEPDC) VALUES ('S1', 1, 1)");
+  db->Execute(
+      "INSERT INTO BU61_STRUTTELEM (BU61_CODICE_BU60, BU61_ELEMENTO, BU61_CAMPO, BU61_VALORE) VALUES ('S1', "
+      "1, 'BU65_CONTO_CG24', '50010002')");
   return db;
 }
 

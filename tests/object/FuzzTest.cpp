@@ -28,63 +28,29 @@ class Caso {
   }
 
   Variant valore() {
-    static const std::vector<Variant> kNoti = {Variant(),
-                                               Variant::Null(),
-                                               0,
-                                               1,
-                                               2,
-                                               4,
-                                               5,
-                                               7,
-                                               -1,
-                                               99,
-                                               2024,
-                                               std::int16_t{12},
-                                               std::int16_t{-32768},
-                                               std::numeric_limits<std::int32_t>::max(),
-                                               std::numeric_limits<std::int32_t>::min(),
-                                               0.5,
-                                               -1e300,
-                                               std::numeric_limits<double>::infinity(),
-                                               std::numeric_limits<double>::quiet_NaN(),
-                                               *values::Decimal::TryParse("79228162514264337593543950335"),
-                                               values::Decimal::FromScaled(-12345, 2),
-                                               values::Date::FromYmd(1753, 1, 1),
-                                               values::Date::FromYmd(9999, 12, 31),
-                                               values::Date::FromYmd(2024, 7, 1),
-                                               true,
-                                               false,
-                                               "",
-                                               "A",
-                                               "  ",
-                                               "A1",
-                                               "01",
-                                               "VAR",
-                                               "1",
-                                               "12",
-                                               "3,5",
-                                               "1.234,56",
-                                               "01/01/2024",
-                                               "20241231",
-                                               "O'Brien",
-                                               "''",
-                                               "1; DELETE FROM BU65_TESBUDGET",
-                                               "' OR 1 = 1 --",
-                                               "BU65_CODART_MG66,BU65_CLIFOR_CG44",
-                                               "BU65_",
-                                               ",,,",
-                                               "\xff\xfe",
-                                               std::string("a\0b", 3),
-                                               "Perché",
-                                               std::string(5000, 'x'),
-                                               std::string(300, '9'),
-                                               std::shared_ptr<values::Object>(),
-                                               std::make_shared<values::Object>()};
+    // clang-format off
+    static const std::vector<Variant> kNoti = {
+        Variant(), Variant::Null(), 0, 1, 2, 4, 5, 7, -1, 99, 2024, std::int16_t{12}, std::int16_t{-32768},
+        std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::min(), 0.5, -1e300,
+        std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN(),
+        *values::Decimal::TryParse("79228162514264337593543950335"),
+        values::Decimal::FromScaled(-12345, 2), values::Date::FromYmd(1753, 1, 1),
+        values::Date::FromYmd(9999, 12, 31), values::Date::FromYmd(2024, 7, 1), true, false, "", "A", " ",
+        "A1", "01", "VAR", "1", "12", "3,5", "1.234,56", "01/01/2024", "20241231", "O'Brien", "''",
+        "1; DELETE FROM BU65_TESBUDGET", "' OR 1 = 1 --", "BU65_CODART_MG66,BU65_CLIFOR_CG44", "BU65_",
+        ",,,", "\xff\xfe", std::string("a\0b", 3), "Perché", std::string(5000, 'x'), std::string(300, '9'),
+        std::shared_ptr<values::Object>(), std::make_shared<values::Object>()};
+    // clang-format on
     return kNoti[numero(kNoti.size())];
   }
 
-  /// Often an argument of the right kind, so that calls get past the conversions.
+  /// Mostly an argument of the right kind, so that calls get past the conversions and to the data.
   Variant valore(TipoDato tipo) {
+    // clang-format off
+    static const Variant kSensati[] = {
+        0, 1, 2, 3, 2024, 100.25, "A", "A1", "50010001", "BU65_CONTO_CG24",
+        values::Date::FromYmd(2024, 10, 1), Variant::Null()};
+    // clang-format on
     if (numero(5) == 0) return valore();
     switch (tipo) {
       case TipoDato::Integer:
@@ -101,7 +67,7 @@ class Caso {
       case TipoDato::ActiveInterface:
         return Variant();
       default:
-        return valore();
+        return kSensati[numero(std::size(kSensati))];
     }
   }
 
@@ -210,6 +176,13 @@ void scegliBudget(CLSKORVAL& bo, Caso& caso) {
   bo.SottoTipoBudget = "A";
   bo.AnnoEsercizio = bo.AnnoEsercizioMovimenti = 2024;
   bo.ProgressivoEsercizio = bo.ProgressivoEsercizioMovimenti = 1;
+  bo.DaData = values::Date::FromYmd(2024, 7, 1);
+  bo.AData = values::Date::FromYmd(2024, 12, 31);
+  bo.BdgTipoScheda = 0;
+  bo.TipoMovimenti = "1 = 1";
+  bo.CodiceStrutturaBU60 = "S1";
+  bo.TipoElaborazioneBO = Variant();
+  if (caso.numero(2) == 0) bo.DaConto = bo.AConto = bo.DaScheda = bo.AScheda = Variant();
 }
 
 /// Each environment: what the object is given before its methods are called.
