@@ -101,7 +101,7 @@ bool ImpostazioniBudget::GetIsBudgetConTestata(const Variant& ditta, BdgTipo tip
 bool ImpostazioniBudget::GetIsBudgetConSolaTestata(const Variant& ditta, BdgTipo tipo,
                                                    const Variant& sottoTipo) const {
   return esegui(ctx_, "GetIsBudgetConSolaTestata", false, [&] {
-    return chiedi(ctx_, GetIsBudgetConTestata(ditta, tipo, sottoTipo)) && creaConnessioneDB(ctx_) &&
+    return GetIsBudgetConTestata(ditta, tipo, sottoTipo) && creaConnessioneDB(ctx_) &&
            !haRighe(ctx_, testoDettagli(chiave(tipo, sottoTipo, ditta)));
   });
 }
