@@ -71,9 +71,9 @@ TEST_F(InterfacciaTest, RefusesValuesThatAreNotOfThePropertysType) {
       {"ElencoSedi", std::shared_ptr<values::Object>(std::make_shared<ado::Recordset>())}};
   bo.TipoBudget = 5;
   bo.TipoMovimenti = "prima";
-  for (const auto& [nome, valore] : casi)
-    EXPECT_THAT([&] { imposta(nome, valore); },
-                ThrowsMessage<ErroreArgomento>(HasSubstr(std::string(nome) + ": ")));
+  for (const auto& caso : casi)
+    EXPECT_THAT([&] { imposta(caso.first, caso.second); },
+                ThrowsMessage<ErroreArgomento>(HasSubstr(std::string(caso.first) + ": ")));
   EXPECT_EQ(bo.TipoBudget, 5);
   EXPECT_EQ(bo.TipoMovimenti, "prima");
 }
