@@ -97,10 +97,12 @@ def main():
             rows = program.rows(["grid"], site, kind)
             budget = year_totals(sums["budget", site, kind], args.year)
             actuals = year_totals(sums["actual", site, kind], args.year)
+            forecasts = year_totals(sums["forecast", site, kind], args.year)
+            wanted = budget.keys() | actuals.keys() | forecasts.keys()
             grid = {r["BU65_SCHEDA_BU07"]: amount(r["IMP_BUDGET"]) for r in rows}
-            compare(f"site {site} kind {kind} budget", {c: budget.get(c) for c in budget.keys() | actuals.keys()}, grid, problems)
-            if len(rows) != len(grid) or grid.keys() != budget.keys() | actuals.keys():
-                problems.append(f"site {site} kind {kind}: {len(rows)} cards, CSV has {len(budget.keys() | actuals.keys())}")
+            compare(f"site {site} kind {kind} budget", {c: budget.get(c) for c in wanted}, grid, problems)
+            if len(rows) != len(grid) or grid.keys() != wanted:
+                problems.append(f"site {site} kind {kind}: {len(rows)} cards, CSV has {len(wanted)}")
             if sum(v for v in grid.values() if v is not None) != sum(budget.values()):
                 problems.append(f"site {site} kind {kind}: the totals differ")
             if args.actuals:
