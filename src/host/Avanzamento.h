@@ -18,7 +18,7 @@ class Avanzamento {
   void passo(std::int64_t fatti);
   void fine();
 
-  /// Follows the object's BeginProcess, StepProcess and EndProcess; it must outlive the operation.
+  /// Follows the object's BeginProcess, StepProcess and EndProcess; it must outlive the operations that raise them.
   void collega(CLSKORVAL& oggetto);
 
  private:

@@ -7,6 +7,7 @@
 
 #include "host/Ambiente.h"
 #include "host/Argomenti.h"
+#include "host/Avanzamento.h"
 #include "host/Comandi.h"
 #include "host/Errori.h"
 #include "host/Json.h"
@@ -92,6 +93,8 @@ void chiama(Ambiente& ambiente, const std::string& nome, const std::vector<std::
   const auto& metodo = trovaMetodo(nome);
   auto argomenti = leggiArgomenti(metodo, testi);
   auto& oggetto = ambiente.oggetto();
+  Avanzamento avanzamento;
+  avanzamento.collega(oggetto);
   const auto risultato = metodo.chiama(oggetto, argomenti);
   ambiente.controlla();
   Risultati risultati;

@@ -13,26 +13,27 @@ namespace {
 
 constexpr char kPunto = '.';
 
-const ModelloCsv kConti{"accounts", "chart of accounts",
-                        {{"code", TipoCsv::Testo, true, 4, "account"},
-                         {"parent", TipoCsv::Testo, false, 4, "parent account"},
-                         {"description", TipoCsv::Testo, true, 80, "description"},
-                         {"type", TipoCsv::Testo, false, 20, "kind of account"},
-                         {"operator", TipoCsv::Testo, false, 1, "sign in the parent's total"}}};
+const ModelloCsv kConti{"accounts",
+                        {{"code", TipoCsv::Testo, true, 4, ""},
+                         {"parent", TipoCsv::Testo, false, 4, ""},
+                         {"description", TipoCsv::Testo, true, 80, ""},
+                         {"type", TipoCsv::Testo, false, 20, ""},
+                         {"operator", TipoCsv::Testo, false, 1, ""}}};
 
-const ModelloCsv kCodici{"codes", "sites or departments",
-                         {{"code", TipoCsv::Intero, true, 2, "code"},
-                          {"parent", TipoCsv::Intero, false, 2, "parent"},
-                          {"description", TipoCsv::Testo, true, 80, "description"}}};
+/// Sites and departments.
+const ModelloCsv kCodici{"codes",
+                         {{"code", TipoCsv::Intero, true, 2, ""},
+                          {"parent", TipoCsv::Intero, false, 2, ""},
+                          {"description", TipoCsv::Testo, true, 80, ""}}};
 
 enum : std::size_t { kData, kSede, kReparto, kScenario, kConto, kImporto };
-const ModelloCsv kImporti{"amounts", "monthly amounts",
-                          {{"date", TipoCsv::Data, true, 0, "a day near the month's end"},
-                           {"site", TipoCsv::Intero, true, 2, "site"},
-                           {"department", TipoCsv::Intero, true, 2, "department"},
-                           {"scenario", TipoCsv::Testo, true, 10, "actual, budget or forecast"},
-                           {"account", TipoCsv::Testo, true, 4, "account"},
-                           {"amount", TipoCsv::Importo, true, 0, "amount"}}};
+const ModelloCsv kImporti{"amounts",
+                          {{"date", TipoCsv::Data, true, 0, ""},
+                           {"site", TipoCsv::Intero, true, 2, ""},
+                           {"department", TipoCsv::Intero, true, 2, ""},
+                           {"scenario", TipoCsv::Testo, true, 10, ""},
+                           {"account", TipoCsv::Testo, true, 4, ""},
+                           {"amount", TipoCsv::Importo, true, 0, ""}}};
 
 std::map<int, std::string> leggiCodici(const std::string& file, Segnalazioni& segnalazioni) {
   std::map<int, std::string> codici;

@@ -8,9 +8,8 @@ namespace {
 
 enum : std::size_t { kCodice, kDescrizione, kNatura, kTotale };
 const ModelloCsv kModello{"accounts",
-                          "code, description, nature (balance, revenue or cost), total (1 for a total of accounts)",
-                          {{"code", TipoCsv::Testo, true, 15, "account"},
-                           {"description", TipoCsv::Testo, true, 80, "description"},
+                          {{"code", TipoCsv::Testo, true, 15, ""},
+                           {"description", TipoCsv::Testo, true, 80, ""},
                            {"nature", TipoCsv::Testo, false, 10, "balance, revenue or cost"},
                            {"total", TipoCsv::Intero, false, 1, "1 for a total of accounts"}}};
 
@@ -60,7 +59,7 @@ class Conti : public Importatore {
 }  // namespace
 
 GenereImportazione importaConti() {
-  return {kModello.nome, kModello.aiuto, []() -> std::unique_ptr<Importatore> { return std::make_unique<Conti>(); }};
+  return {kModello.nome, elencoColonne(kModello), []() -> std::unique_ptr<Importatore> { return std::make_unique<Conti>(); }};
 }
 
 }  // namespace bukorval::host

@@ -9,19 +9,17 @@ namespace {
 enum : std::size_t { kTipo, kSottotipo, kDescrizione, kStruttura, kSedi, kPeriodicita, kSolare, kForecast, kQta1, kQta2 };
 const ModelloCsv kModello{
     "definitions",
-    "type (0 to 9), subtype, structure (element codes of three letters), description, per_site (1), "
-    "periodicity (0 monthly, 1 two months, 2 quarters, 3 four months, 4 half-years, 5 year), "
-    "from_january (0: from the accounting year's first month), forecasts, quantity1 (1), quantity2 (1)",
-    {{"type", TipoCsv::Intero, true, 1, "budget type"},
-     {"subtype", TipoCsv::Testo, true, 2, "budget subtype"},
-     {"description", TipoCsv::Testo, false, 40, "description"},
-     {"structure", TipoCsv::Testo, true, 120, "element codes"},
-     {"per_site", TipoCsv::Intero, false, 1, "1: cards per site"},
-     {"periodicity", TipoCsv::Intero, false, 1, "0 to 5"},
-     {"from_january", TipoCsv::Intero, false, 1, "1: months count from January"},
-     {"forecasts", TipoCsv::Intero, false, 1, "number of forecasts"},
-     {"quantity1", TipoCsv::Intero, false, 1, "1: quantity 1 is kept"},
-     {"quantity2", TipoCsv::Intero, false, 1, "1: quantity 2 is kept"}}};
+    {{"type", TipoCsv::Intero, true, 1, "0 to 9"},
+     {"subtype", TipoCsv::Testo, true, 2, ""},
+     {"description", TipoCsv::Testo, false, 40, ""},
+     {"structure", TipoCsv::Testo, true, 120, "element codes of three letters"},
+     {"per_site", TipoCsv::Intero, false, 1, "1 for cards per site"},
+     {"periodicity", TipoCsv::Intero, false, 1,
+      "0 monthly, 1 two months, 2 quarters, 3 four months, 4 half-years, 5 year"},
+     {"from_january", TipoCsv::Intero, false, 1, "0 for months from the accounting year's first"},
+     {"forecasts", TipoCsv::Intero, false, 1, "how many"},
+     {"quantity1", TipoCsv::Intero, false, 1, "1 when it is kept"},
+     {"quantity2", TipoCsv::Intero, false, 1, "1 when it is kept"}}};
 
 class Definizioni : public Importatore {
  public:
@@ -68,7 +66,7 @@ class Definizioni : public Importatore {
 }  // namespace
 
 GenereImportazione importaDefinizioni() {
-  return {kModello.nome, kModello.aiuto,
+  return {kModello.nome, elencoColonne(kModello),
           []() -> std::unique_ptr<Importatore> { return std::make_unique<Definizioni>(); }};
 }
 

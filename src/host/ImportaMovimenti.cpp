@@ -10,20 +10,17 @@ namespace {
 enum : std::size_t { kNumero, kData, kConto, kSegno, kImporto, kSede, kTipo, kDocumento, kInizio, kFine, kDescrizione };
 const ModelloCsv kModello{
     "movements",
-    "date, account, amount, side (D or C, by default D), registration (lines with one number belong together), site, "
-    "kind (0 consolidated, 1 to be consolidated, 2 forecast), document_date, competence_from, competence_to, "
-    "description",
-    {{"registration", TipoCsv::Intero, false, 9, "number of the registration"},
-     {"date", TipoCsv::Data, true, 0, "registration date"},
-     {"account", TipoCsv::Testo, true, 15, "account"},
-     {"side", TipoCsv::Testo, false, 1, "D debit, C credit"},
-     {"amount", TipoCsv::Importo, true, 0, "amount"},
-     {"site", TipoCsv::Intero, false, 2, "site"},
-     {"kind", TipoCsv::Intero, false, 1, "0, 1 or 2"},
-     {"document_date", TipoCsv::Data, false, 0, "document date"},
-     {"competence_from", TipoCsv::Data, false, 0, "first day of competence"},
-     {"competence_to", TipoCsv::Data, false, 0, "last day of competence"},
-     {"description", TipoCsv::Testo, false, 60, "description"}}};
+    {{"registration", TipoCsv::Intero, false, 9, "lines with one number belong together"},
+     {"date", TipoCsv::Data, true, 0, ""},
+     {"account", TipoCsv::Testo, true, 15, ""},
+     {"side", TipoCsv::Testo, false, 1, "D debit or C credit, by default D"},
+     {"amount", TipoCsv::Importo, true, 0, ""},
+     {"site", TipoCsv::Intero, false, 2, ""},
+     {"kind", TipoCsv::Intero, false, 1, "0 consolidated, 1 to be consolidated, 2 forecast"},
+     {"document_date", TipoCsv::Data, false, 0, ""},
+     {"competence_from", TipoCsv::Data, false, 0, ""},
+     {"competence_to", TipoCsv::Data, false, 0, ""},
+     {"description", TipoCsv::Testo, false, 60, ""}}};
 
 class Movimenti : public Importatore {
  public:
@@ -115,7 +112,7 @@ class Movimenti : public Importatore {
 }  // namespace
 
 GenereImportazione importaMovimenti() {
-  return {kModello.nome, kModello.aiuto,
+  return {kModello.nome, elencoColonne(kModello),
           []() -> std::unique_ptr<Importatore> { return std::make_unique<Movimenti>(); }};
 }
 

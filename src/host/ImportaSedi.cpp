@@ -5,10 +5,8 @@ namespace bukorval::host {
 namespace {
 
 enum : std::size_t { kCodice, kDescrizione };
-const ModelloCsv kModello{"sites",
-                          "code (1 to 99), description",
-                          {{"code", TipoCsv::Intero, true, 2, "site"},
-                           {"description", TipoCsv::Testo, true, 40, "description"}}};
+const ModelloCsv kModello{
+    "sites", {{"code", TipoCsv::Intero, true, 2, "1 to 99"}, {"description", TipoCsv::Testo, true, 40, ""}}};
 
 class Sedi : public Importatore {
  public:
@@ -36,7 +34,7 @@ class Sedi : public Importatore {
 }  // namespace
 
 GenereImportazione importaSedi() {
-  return {kModello.nome, kModello.aiuto, []() -> std::unique_ptr<Importatore> { return std::make_unique<Sedi>(); }};
+  return {kModello.nome, elencoColonne(kModello), []() -> std::unique_ptr<Importatore> { return std::make_unique<Sedi>(); }};
 }
 
 }  // namespace bukorval::host

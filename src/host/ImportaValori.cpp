@@ -13,13 +13,15 @@
 namespace bukorval::host {
 namespace {
 
-enum : std::size_t { kPeriodo, kTipo, kImporto, kQta1, kQta2, kFissi };
+enum : std::size_t { kPeriodo, kTipo, kImporto, kQta1, kQta2, kPrimaColonna };
 /// The columns that tell one card from another follow: those of the selected budget.
-const std::vector<CampoCsv> kCampiFissi{{"period", TipoCsv::Intero, true, 2, "period"},
-                                        {"kind", TipoCsv::Intero, false, 2, "detail kind"},
-                                        {"amount", TipoCsv::Importo, false, 0, "amount"},
-                                        {"quantity1", TipoCsv::Quantita, false, 0, "quantity 1"},
-                                        {"quantity2", TipoCsv::Quantita, false, 0, "quantity 2"}};
+const ModelloCsv kFissi{
+    "values",
+    {{"period", TipoCsv::Intero, true, 2, ""},
+     {"kind", TipoCsv::Intero, false, 2, "0 budget, 1 actuals, 2 orders, 2 + n forecast n; by default 0"},
+     {"amount", TipoCsv::Importo, false, 0, ""},
+     {"quantity1", TipoCsv::Quantita, false, 0, ""},
+     {"quantity2", TipoCsv::Quantita, false, 0, ""}}};
 
 constexpr std::array<std::pair<std::size_t, BdgTipoValore>, 3> kMisure{
     std::pair{kImporto, bdgValoreImporto}, {kQta1, bdgValoreQta1}, {kQta2, bdgValoreQta2}};
@@ -85,7 +87,7 @@ class Valori : public Importatore {
     TestoSql sql;
     sql.riga(" SELECT TOP 1 ", elenco).riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ");
     const auto campi = ambiente.connessione()->Execute(sql);
-    ModelloCsv modello{"values", "", kCampiFissi};
+    ModelloCsv modello = kFissi;
     for (std::size_t i = 0; i < campi->Fields().Count(); ++i) {
       const auto& campo = campi->Fields().Item(i);
       colonne_.push_back(campo.Name());
@@ -108,7 +110,7 @@ class Valori : public Importatore {
   ChiaveScheda chiave(const RigaCsv& riga) const {
     ChiaveScheda chiave;
     for (std::size_t i = 0; i < colonne_.size(); ++i) {
-      if (!riga.valori[kFissi + i].isEmpty()) chiave.emplace_back(colonne_[i], riga.valori[kFissi + i]);
+      if (!riga.valori[kPrimaColonna + i].isEmpty()) chiave.emplace_back(colonne_[i], riga.valori[kPrimaColonna + i]);
     }
     return chiave;
   }
@@ -123,10 +125,10 @@ class Valori : public Importatore {
 }  // namespace
 
 GenereImportazione importaValori() {
-  return {"values",
-          "period, kind (0 budget, 1 actuals, 2 orders, 2 + n forecast n; by default 0), amount, quantity1, quantity2, "
-          "and the columns of the selected budget (-t, -s, -y) that tell its cards apart, among them card, card_kind, "
-          "site, account; a card that is missing is made",
+  return {kFissi.nome,
+          elencoColonne(kFissi) +
+              ", and the columns of the selected budget (-t, -s, -y) that tell its cards apart, among them card, "
+              "card_kind, site, account; a card that is missing is made",
           []() -> std::unique_ptr<Importatore> { return std::make_unique<Valori>(); }};
 }
 

@@ -44,7 +44,7 @@ class Importatore {
 
 struct GenereImportazione {
   std::string_view opzione;  ///< of the command: "accounts" for --accounts FILE
-  std::string_view aiuto;    ///< the columns
+  std::string aiuto;         ///< the columns
   std::unique_ptr<Importatore> (*crea)();
 };
 

@@ -77,6 +77,17 @@ void leggiRiga(RigaCsv& riga, const std::vector<std::string>& campi,
 
 }  // namespace
 
+std::string elencoColonne(const ModelloCsv& modello) {
+  std::string elenco;
+  for (const auto& campo : modello.campi) {
+    std::string voce(campo.nome);
+    if (!campo.aiuto.empty()) voce.append(": ").append(campo.aiuto);
+    if (!campo.obbligatorio) voce = '[' + voce + ']';
+    elenco += (elenco.empty() ? "" : ", ") + voce;
+  }
+  return elenco;
+}
+
 values::Variant leggiValore(std::string_view testo, const CampoCsv& campo, char separatore) {
   testo = values::trim(testo);
   if (testo.empty()) {

@@ -23,15 +23,17 @@ struct CampoCsv {
   TipoCsv tipo;
   bool obbligatorio;
   int larghezza;          ///< for Testo and Intero
-  std::string_view aiuto;
+  std::string_view aiuto;  ///< what the name does not say, for the list of columns
 };
 
 /// A kind of file that can be imported.
 struct ModelloCsv {
   std::string_view nome;
-  std::string_view aiuto;
   std::vector<CampoCsv> campi;
 };
+
+/// "code, description, [nature: balance, revenue or cost]": optional columns in brackets.
+std::string elencoColonne(const ModelloCsv& modello);
 
 struct RigaCsv {
   std::size_t linea;
