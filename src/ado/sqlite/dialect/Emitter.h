@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -50,6 +51,8 @@ class Emitter {
   /// Emission of a recursive query's columns, before anything reads it.
   std::vector<ResultColumn> recursiveColumns(const CommonTable& table);
 
+  std::optional<std::size_t> keyColumn(const Select& select, const std::vector<ResultColumn>& columns) const;
+
   std::string insert(const Change& change);
   std::string update(const Change& change);
   std::string erase(const Change& change);
@@ -67,7 +70,8 @@ class Emitter {
   // Selects (EmitterSelect.cpp)
   Rows core(const Select& select, const Scope* outer, const std::vector<Type>* targets,
             const std::vector<OrderItem>* orderBy);
-  std::string from(const std::vector<Source>& sources, const std::vector<bool>& dropped, Scope& scope);
+  std::string from(const std::vector<Source>& sources, const std::vector<bool>& dropped, Scope& scope, bool stageFirst);
+  bool readsStageFirst(const Select& select) const;
   std::vector<bool> droppedJoins(const Select& select, const std::vector<OrderItem>* orderBy) const;
   std::vector<Piece> items(const Select& select, const Scope& scope, std::vector<ResultColumn>& columns);
   std::string order(const std::vector<OrderItem>& orderBy, const std::vector<ResultColumn>& columns, const Scope& scope);

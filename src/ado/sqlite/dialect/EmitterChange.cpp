@@ -83,7 +83,7 @@ std::string Emitter::update(const Change& change) {
   std::string from;
   if (!change.sources.empty()) {
     Scope sources;
-    from = this->from(change.sources, std::vector<bool>(change.sources.size(), false), sources);
+    from = this->from(change.sources, std::vector<bool>(change.sources.size(), false), sources, false);
     for (auto& relation : sources.relations) scope.relations.push_back(std::move(relation));
   }
   std::string sql = "UPDATE " + quotedName(target.name) + " SET ";

@@ -48,7 +48,7 @@ Emitter::Rows Emitter::select(const Select& select, const Scope* outer, const st
 Emitter::Rows Emitter::core(const Select& select, const Scope* outer, const std::vector<Type>* targets,
                             const std::vector<OrderItem>* orderBy) {
   Scope scope{{}, outer};
-  const auto sources = from(select.sources, droppedJoins(select, orderBy), scope);
+  const auto sources = from(select.sources, droppedJoins(select, orderBy), scope, readsStageFirst(select));
   Rows rows;
   auto values = items(select, scope, rows.columns);
   if (targets && targets->size() != values.size())
@@ -96,21 +96,84 @@ std::vector<Piece> Emitter::items(const Select& select, const Scope& scope, std:
   return pieces;
 }
 
-std::string Emitter::from(const std::vector<Source>& sources, const std::vector<bool>& dropped, Scope& scope) {
-  std::string sql;
+namespace {
+
+/// Rows that a join adds without a partner show Null in the other side's columns.
+void makeNullable(Relation& relation) {
+  for (auto& column : relation.columns) column.type.nullable = true;
+}
+
+}  // namespace
+
+std::string Emitter::from(const std::vector<Source>& sources, const std::vector<bool>& dropped, Scope& scope,
+                          bool stageFirst) {
+  std::vector<std::string> words(sources.size());
+  std::vector<std::string> conditions(sources.size());
   for (std::size_t i = 0; i < sources.size(); ++i) {
     if (dropped[i]) continue;
     const Source& source = sources[i];
-    std::string words;
-    Relation found = relation(source, scope.outer, words);
+    Relation found = relation(source, scope.outer, words[i]);
     for (const auto& other : scope.relations)
       if (sameName(other.alias, found.alias)) fail("The name '" + found.alias + "' stands twice in FROM", source.offset);
+    const bool full = source.join == "FULL OUTER JOIN";
+    if (full || source.join == "LEFT OUTER JOIN") makeNullable(found);
+    if (full || source.join == "RIGHT OUTER JOIN")
+      for (auto& other : scope.relations) makeNullable(other);
     scope.relations.push_back(std::move(found));
-    sql += i == 0 ? " FROM " : source.join == "," ? ", " : " " + source.join + " ";
-    sql += words;
-    if (source.condition) sql += " ON " + predicate(*source.condition, scope);
+    if (source.condition) conditions[i] = " ON " + predicate(*source.condition, scope);
+  }
+  std::string sql;
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    if (dropped[i]) continue;
+    if (i == 0)
+      sql += " FROM " + (stageFirst ? words[1] + " CROSS JOIN " + words[0] + conditions[1] : words[0]);
+    else if (i > 1 || !stageFirst)
+      sql += (sources[i].join == "," ? ", " : " " + sources[i].join + " ") + words[i] + conditions[i];
   }
   return sql;
+}
+
+/// A table joined to a stage is better looked up from the stage: the engine does not know how few rows a stage has,
+/// and a stage's order serves a grouping by its key. CROSS JOIN is how the engine is told the order.
+bool Emitter::readsStageFirst(const Select& select) const {
+  if (select.sources.size() < 2 || select.sources[1].join != "INNER JOIN") return false;
+  const Source& first = select.sources[0];
+  const Source& second = select.sources[1];
+  const auto isNamed = [&](const Source& source) { return !source.select && named.count(upperName(source.table)) > 0; };
+  if (isNamed(first) || first.select || !isNamed(second)) return false;
+  const NamedQuery& stage = named.at(upperName(second.table));
+  if (stage.recursive) return false;
+  if (select.groupBy.empty()) return true;
+  const Expression& key = *select.groupBy.front();
+  const std::string& alias = second.alias.empty() ? second.table : second.alias;
+  if (key.kind != Expression::Kind::Column) return false;
+  if (!key.qualifier.empty()) return sameName(key.qualifier, alias);
+  return std::any_of(stage.columns.begin(), stage.columns.end(), [&](const auto& c) { return sameName(c.name, key.name); });
+}
+
+/// The whole-number column that no two rows of the select share and that is never Null, if one can be told.
+std::optional<std::size_t> Emitter::keyColumn(const Select& select, const std::vector<ResultColumn>& columns) const {
+  if (select.next || columns.size() != select.items.size()) return std::nullopt;
+  const Table* only = nullptr;
+  if (select.groupBy.empty()) {
+    const auto dropped = droppedJoins(select, nullptr);
+    if (std::count(dropped.begin(), dropped.end(), false) != 1 || select.sources[0].select) return std::nullopt;
+    if (named.count(upperName(select.sources[0].table)) > 0) return std::nullopt;
+    only = &table(select.sources[0].table);
+  } else if (select.groupBy.size() != 1 || select.groupBy[0]->kind != Expression::Kind::Column) {
+    return std::nullopt;
+  }
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    const Expression& value = *select.items[i].value;
+    const Type& type = columns[i].type;
+    if (value.kind != Expression::Kind::Column || !isNumeric(type) || scaleOf(type) != 0 || isWide(type) || type.nullable)
+      continue;
+    const bool key = only ? only->find(value.name) && only->find(value.name)->identity
+                          : sameName(value.name, select.groupBy[0]->name) &&
+                                sameName(value.qualifier, select.groupBy[0]->qualifier);
+    if (key) return i;
+  }
+  return std::nullopt;
 }
 
 /// Under DISTINCT a LEFT JOIN whose table is named nowhere else can only repeat rows that DISTINCT removes again.

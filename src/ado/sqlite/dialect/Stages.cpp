@@ -17,6 +17,17 @@ bool reads(const Select& select, std::string_view name) {
   return found;
 }
 
+/// An index serves an equality only when both sides have the same affinity. A wide sum has none: as a number its digits
+/// would be rounded.
+std::string_view stageAffinity(const Type& type) {
+  switch (type.kind) {
+    case TypeKind::Text: return " TEXT COLLATE BK_TEXT";
+    case TypeKind::Float: return " REAL";
+    case TypeKind::Unknown: return "";
+    default: return isWide(type) ? "" : " NUMERIC";
+  }
+}
+
 /// Calls back with the two sides of every equality between columns that an AND condition demands.
 template <class Visit>
 void equalities(const Expression* e, const Visit& visit) {
@@ -73,18 +84,21 @@ void Stages::stage(const CommonTable& table, const std::set<std::string>& lookup
     for (std::size_t i = 0; i < rows.columns.size(); ++i) rows.columns[i].name = table.columns[i];
   }
   const std::string name = std::string(prefix_) + upperName(table.name);
+  const auto key = emitter.keyColumn(*table.select, rows.columns);
   std::string columns;
-  for (const auto& column : rows.columns) {
+  for (std::size_t i = 0; i < rows.columns.size(); ++i) {
+    const auto& column = rows.columns[i];
     if (column.name.empty()) throw values::Errore("A column of '" + table.name + "' has no name");
-    columns += (columns.empty() ? "" : ", ") + quotedName(column.name);
-    if (column.type.kind == TypeKind::Text) columns += " COLLATE BK_TEXT";
+    columns.append(columns.empty() ? "" : ", ").append(quotedName(column.name));
+    // A key that is the row number needs no index of its own.
+    columns.append(key == i ? " INTEGER PRIMARY KEY" : stageAffinity(column.type));
   }
   const auto bare = [](std::string sql) { return Statement{std::move(sql), {}}; };
   translation.setup.push_back(bare("CREATE TEMP TABLE " + quotedName(name) + " (" + columns + ")"));
   for (const auto& lookup : lookups) {
-    const bool known = std::any_of(rows.columns.begin(), rows.columns.end(),
-                                   [&](const auto& column) { return sameName(column.name, lookup); });
-    if (known)
+    const auto known = std::find_if(rows.columns.begin(), rows.columns.end(),
+                                    [&](const auto& column) { return sameName(column.name, lookup); });
+    if (known != rows.columns.end() && !(key && rows.columns.begin() + static_cast<std::ptrdiff_t>(*key) == known))
       translation.setup.push_back(bare("CREATE INDEX temp." + quotedName(name + "_" + lookup) + " ON " + quotedName(name) +
                                        " (" + quotedName(lookup) + ")"));
   }
