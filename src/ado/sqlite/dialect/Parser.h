@@ -84,7 +84,7 @@ class Parser {
   ExpressionPtr caseExpression();
   ExpressionPtr cast();
   ExpressionPtr convert();
-  ExpressionPtr node(Expression::Kind kind) const;
+  ExpressionPtr node(Expression::Kind kind);
 
   /// Guards the depth of nesting: a text may nest deeper than the stack.
   class Depth;
@@ -92,6 +92,7 @@ class Parser {
   const Scan& scan_;
   std::size_t position_ = 0;
   int depth_ = 0;
+  int operators_ = 0;  ///< in the outermost expression being read
 };
 
 }  // namespace ado::sqlite::dialect

@@ -10,6 +10,8 @@ namespace ado::sqlite::dialect {
 namespace {
 
 constexpr int kDeepest = 200;
+/// Operators of one expression: as many as the engine takes one inside the other.
+constexpr int kMostOperators = 1000;
 constexpr std::array<std::string_view, 7> kComparisons = {"=", "<>", "!=", "<=", ">=", "<", ">"};
 
 }  // namespace
@@ -29,7 +31,9 @@ class Parser::Depth {
   Parser& parser_;
 };
 
-ExpressionPtr Parser::node(Expression::Kind kind) const {
+ExpressionPtr Parser::node(Expression::Kind kind) {
+  const bool operation = kind == Expression::Kind::Binary || kind == Expression::Kind::Unary;
+  if (operation && ++operators_ > kMostOperators) throw values::Errore("The expression has too many operators");
   auto expression = std::make_unique<Expression>();
   expression->kind = kind;
   expression->offset = peek().offset;
@@ -38,6 +42,7 @@ ExpressionPtr Parser::node(Expression::Kind kind) const {
 
 ExpressionPtr Parser::expression() {
   const Depth depth(*this);
+  if (depth_ == 1) operators_ = 0;
   auto left = conjunction();
   while (isWord("OR")) {
     auto both = node(Expression::Kind::Binary);

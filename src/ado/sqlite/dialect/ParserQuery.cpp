@@ -40,9 +40,11 @@ Query Parser::query() {
 }
 
 SelectPtr Parser::selectExpression() {
+  constexpr int kMostBranches = 500;
   SelectPtr first = selectCore();
   Select* last = first.get();
-  for (;;) {
+  for (int branches = 1;; ++branches) {
+    if (branches > kMostBranches) unexpected("fewer queries joined by UNION, EXCEPT or INTERSECT");
     std::string operation;
     if (takeWord("UNION")) operation = takeWord("ALL") ? "UNION ALL" : "UNION";
     else if (takeWord("EXCEPT")) operation = "EXCEPT";
