@@ -44,7 +44,7 @@ TEST(Scostamenti, EverySourceGivesItsPercentage) {
       {"past a row with zero", 2, "50010001", 1, 10},
       {"from the first level", 2, "50030000", 1, 10},
       {"none up the tree", 2, "60010001", 1, 0},
-      {"row of nulls at the top", 2, "51000000", 1, 0},
+      {"past a row of nulls", 2, "51000000", 1, 10},
       {"per period of the account", 2, "50020001", 3, -25},
       {"per period without a row goes up", 2, "50020001", 9, 7.5},
       {"per period with zero goes up", 2, "50020001", 4, 7.5},
