@@ -48,7 +48,7 @@ std::string testoSchedaDestinazione(const Contesto& ctx, const PianoDuplicazione
       .riga(" AND     BU65_ANNO = ", numero(prop.BdgDestinazioneAnnoEsercizio))
       .riga(" AND     BU65_PROGESER = ", numero(prop.BdgDestinazioneProgressivoEsercizio))
       .riga(" AND     BU65_INDCOSRIC_BU07 = ", numero(prop.BdgTipoScheda))
-      .riga(" AND     BU65_SCHEDA_BU07 = ", apici(scheda));
+      .riga(" AND     BU65_SCHEDA_BU07 = ", testoDati(scheda));
   if (piano.sedeDestinazione && !values::isBlank(prop.BdgDestinazioneCodiceSede))
     sql.riga(" AND     BU65_CODICE_CG31 = ", numero(prop.BdgDestinazioneCodiceSede));
   return sql.str();

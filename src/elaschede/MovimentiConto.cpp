@@ -58,7 +58,7 @@ void aggiungiDate(TestoSql& sql, Contesto& ctx) {
 
 void aggiungiConto(TestoSql& sql, Contesto& ctx, const values::Variant& conto) {
   if (chiedi(ctx, IsContoAnalitico(ctx, conto, false)))
-    sql.riga(" AND CG42_CONTOPAR_CG24 = ", apici(conto));
+    sql.riga(" AND CG42_CONTOPAR_CG24 = ", testoDati(conto));
   else
     sql.riga(" AND CG42_CONTOPAR_CG24 LIKE '", chiedi(ctx, BdgElaSchede_GetUltimoPadrePdc(ctx, conto)), "%'");
 }

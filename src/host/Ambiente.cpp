@@ -37,7 +37,8 @@ const ado::ConnectionPtr& Ambiente::connessione() {
   if (connessione_) return connessione_;
   if (!haDatabase()) throw ErroreUso("Which database? Give -d FILE or set BUKORVAL_DATABASE");
   if (scelte.connessione.empty() && !std::filesystem::exists(scelte.database)) {
-    throw Rifiuto("There is no database " + scelte.database + "; `bukorval create " + scelte.database + "` makes one");
+    throw Rifiuto("There is no database " + scelte.database + "; `bukorval create " + scelte.database +
+                  "` makes one");
   }
   auto nuova = ado::createConnection();
   nuova->ConnectionString = scelte.connessione.empty() ? stringaSqlite(scelte.database) : scelte.connessione;
@@ -79,8 +80,10 @@ CLSKORVAL& Ambiente::oggetto() {
 }
 
 void Ambiente::completaSelezione() {
-  if (!haDatabase() || oggetto_->AnnoEsercizio.isNothing() || !oggetto_->ProgressivoEsercizio.isNothing()) return;
-  oggetto_->ProgressivoEsercizio = oggetto_->GetProgressivoEsercizio(oggetto_->CodiceDitta, oggetto_->AnnoEsercizio);
+  if (!haDatabase() || oggetto_->AnnoEsercizio.isNothing() || !oggetto_->ProgressivoEsercizio.isNothing())
+    return;
+  oggetto_->ProgressivoEsercizio =
+      oggetto_->GetProgressivoEsercizio(oggetto_->CodiceDitta, oggetto_->AnnoEsercizio);
   controlla();
 }
 

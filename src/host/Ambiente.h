@@ -19,11 +19,12 @@ struct Scelte {
   std::string database;     ///< file of the embedded database
   std::string connessione;  ///< a whole connection string, instead of a file
   std::string formato = "table";
-  bool tutte = false;       ///< show empty columns too
+  bool tutte = false;                            ///< show empty columns too
   std::map<std::string, std::string> proprieta;  ///< the object's properties as given, by name
 };
 
-/// What a command works with: the connection, the session and the object, made on first use from the shared options.
+/// What a command works with: the connection, the session and the object, made on first use from the shared
+/// options.
 class Ambiente {
  public:
   Ambiente();
@@ -38,8 +39,8 @@ class Ambiente {
   const ado::ConnectionPtr& connessione();
   suite::Sessione& sessione();
   /// The object on that connection and session, with the properties given on the command line; company and
-  /// progressive default to the session's company and the year's own progressive. Without a database the object
-  /// stands alone: what needs one is refused by the object itself.
+  /// progressive default to the session's company and the year's own progressive. Without a database the
+  /// object stands alone: what needs one is refused by the object itself.
   CLSKORVAL& oggetto();
   /// Ends the command with the object's outcome when its last operation did not succeed.
   void controlla();

@@ -9,7 +9,8 @@
 
 namespace bukorval::host {
 
-/// Progress of a long step, on standard error: a bar with times on a terminal, plain lines at every tenth elsewhere.
+/// Progress of a long step, on standard error: a bar with times on a terminal, plain lines at every tenth
+/// elsewhere.
 class Avanzamento {
  public:
   Avanzamento();
@@ -18,7 +19,8 @@ class Avanzamento {
   void passo(std::int64_t fatti);
   void fine();
 
-  /// Follows the object's BeginProcess, StepProcess and EndProcess; it must outlive the operations that raise them.
+  /// Follows the object's BeginProcess, StepProcess and EndProcess; it must outlive the operations that raise
+  /// them.
   void collega(CLSKORVAL& oggetto);
 
  private:

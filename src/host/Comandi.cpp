@@ -6,7 +6,8 @@ namespace bukorval::host {
 
 std::span<const Comando> comandi() {
   static const std::vector<Comando> kComandi{
-      comandoCreate(), comandoImport(), comandoBudgets(), comandoGrid(), comandoPeriods(), comandoCall(),
+      comandoCreate(), comandoImport(), comandoBudgets(), comandoGrid(), comandoPeriods(), comandoSet(),
+      comandoClear(), comandoNew(), comandoDelete(), comandoAlign(), comandoElaborateCards(), comandoDuplicate(), comandoCall(),
   };
   return kComandi;
 }

@@ -10,6 +10,13 @@ Comando comandoImport();
 Comando comandoBudgets();
 Comando comandoGrid();
 Comando comandoPeriods();
+Comando comandoSet();
+Comando comandoClear();
+Comando comandoNew();
+Comando comandoDelete();
+Comando comandoAlign();
+Comando comandoElaborateCards();
+Comando comandoDuplicate();
 Comando comandoCall();
 
 }  // namespace bukorval::host

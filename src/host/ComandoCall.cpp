@@ -119,8 +119,10 @@ Comando comandoCall() {
   return {"call", "Call any public method of the object by name",
           "  bukorval call GetBdgDataInizioBdgDataFine 4 01 1 2025 1 -d demo.db\n"
           "  bukorval call CalcolaDeltaPercentuale 150 120 -d demo.db\n"
-          "Arguments: 12 and 12.50 are numbers, #2025-01-31# a date, NULL and EMPTY themselves, 'text' that text,\n"
-          "NAME=VALUE,NAME=VALUE a dictionary; in/out arguments at the end may be left out. A result that is a record\n"
+          "Arguments: 12 and 12.50 are numbers, #2025-01-31# a date, NULL and EMPTY themselves, 'text' that "
+          "text,\n"
+          "NAME=VALUE,NAME=VALUE a dictionary; in/out arguments at the end may be left out. A result that is "
+          "a record\n"
           "set is shown as a table.",
           [](CLI::App& app, Ambiente& ambiente) {
             auto nome = std::make_shared<std::string>();

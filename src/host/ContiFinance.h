@@ -7,8 +7,8 @@
 
 /// How accounts and departments of the finance folder become codes of the suite.
 ///
-/// Movements are selected by account and site, so a department is the last level of the account: 6020 of department
-/// 3 is 60200003. Accounts 60xx make the group 60000000.
+/// Movements are selected by account and site, so a department is the last level of the account: 6020 of
+/// department 3 is 60200003. Accounts 60xx make the group 60000000.
 namespace bukorval::host {
 
 /// Levels of 2, 2 and 4 digits.

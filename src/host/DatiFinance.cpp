@@ -52,9 +52,10 @@ Scenario leggiScenario(const std::string& testo) {
 }
 
 ImportoFinance leggiImporto(const RigaCsv& riga, const DatiFinance& dati) {
-  ImportoFinance importo{meseDi(values::toDate(riga.valori[kData])), values::toInt32(riga.valori[kSede]),
-                         values::toInt32(riga.valori[kReparto]), leggiScenario(values::toText(riga.valori[kScenario])),
-                         values::toText(riga.valori[kConto]), values::toDecimal(riga.valori[kImporto])};
+  ImportoFinance importo{
+      meseDi(values::toDate(riga.valori[kData])), values::toInt32(riga.valori[kSede]),
+      values::toInt32(riga.valori[kReparto]),     leggiScenario(values::toText(riga.valori[kScenario])),
+      values::toText(riga.valori[kConto]),        values::toDecimal(riga.valori[kImporto])};
   if (!dati.conti.contains(importo.conto)) throw values::Errore("no account " + importo.conto);
   if (!dati.sedi.contains(importo.sede)) throw values::Errore("no site " + std::to_string(importo.sede));
   if (!dati.reparti.contains(importo.reparto)) {
@@ -75,7 +76,8 @@ bool DatiFinance::eRicavo(const std::string& conto) const {
 }
 
 bool DatiFinance::haPrevisioni() const {
-  return std::ranges::any_of(importi, [](const auto& importo) { return importo.scenario == Scenario::Previsione; });
+  return std::ranges::any_of(importi,
+                             [](const auto& importo) { return importo.scenario == Scenario::Previsione; });
 }
 
 values::Date meseDi(const values::Date& giorno) {

@@ -1,6 +1,5 @@
 #pragma once
 
-
 #include <map>
 #include <string>
 #include <vector>
@@ -26,7 +25,8 @@ struct ImportoFinance {
   values::Decimal importo;
 };
 
-/// A folder of monthly amounts by site, department and account: amounts.csv, accounts.csv, sites.csv, departments.csv.
+/// A folder of monthly amounts by site, department and account: amounts.csv, accounts.csv, sites.csv,
+/// departments.csv.
 struct DatiFinance {
   std::map<std::string, ContoFinance> conti;
   std::map<int, std::string> sedi, reparti;

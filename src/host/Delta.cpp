@@ -7,9 +7,9 @@ namespace bukorval::host {
 namespace {
 
 struct Misura {
-  std::string_view prefisso;    ///< of the value columns
-  std::string_view delta;       ///< of the difference
-  std::string_view percentuale; ///< of the ratio
+  std::string_view prefisso;     ///< of the value columns
+  std::string_view delta;        ///< of the difference
+  std::string_view percentuale;  ///< of the ratio
 };
 
 constexpr std::array kMisure{
@@ -29,7 +29,9 @@ struct Confronto {
 /// Nothing when the table lacks one of the columns.
 void aggiungi(std::vector<Confronto>& confronti, const Tabella& tabella, const Misura& misura,
               const std::string& valore, const std::string& suffisso) {
-  const auto nome = [](std::string_view prefisso, std::string_view resto) { return std::string(prefisso).append(resto); };
+  const auto nome = [](std::string_view prefisso, std::string_view resto) {
+    return std::string(prefisso).append(resto);
+  };
   const auto v = tabella.posizione(nome(misura.prefisso, valore));
   const auto b = tabella.posizione(nome(misura.prefisso, "BUDGET"));
   const auto d = tabella.posizione(nome(misura.delta, suffisso));

@@ -28,7 +28,8 @@ class Conti : public Importatore {
       }
       if (natura(riga) == kNature.size()) {
         importazione.segnalazioni.aggiungi(
-            file, riga.linea, "column nature: '" + values::toText(riga.valori[kNatura]) + "' is not balance, revenue or cost");
+            file, riga.linea,
+            "column nature: '" + values::toText(riga.valori[kNatura]) + "' is not balance, revenue or cost");
       }
     }
   }
@@ -59,7 +60,8 @@ class Conti : public Importatore {
 }  // namespace
 
 GenereImportazione importaConti() {
-  return {kModello.nome, elencoColonne(kModello), []() -> std::unique_ptr<Importatore> { return std::make_unique<Conti>(); }};
+  return {kModello.nome, elencoColonne(kModello),
+          []() -> std::unique_ptr<Importatore> { return std::make_unique<Conti>(); }};
 }
 
 }  // namespace bukorval::host

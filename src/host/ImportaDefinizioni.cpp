@@ -6,7 +6,18 @@
 namespace bukorval::host {
 namespace {
 
-enum : std::size_t { kTipo, kSottotipo, kDescrizione, kStruttura, kSedi, kPeriodicita, kSolare, kForecast, kQta1, kQta2 };
+enum : std::size_t {
+  kTipo,
+  kSottotipo,
+  kDescrizione,
+  kStruttura,
+  kSedi,
+  kPeriodicita,
+  kSolare,
+  kForecast,
+  kQta1,
+  kQta2
+};
 const ModelloCsv kModello{
     "definitions",
     {{"type", TipoCsv::Intero, true, 1, "0 to 9"},
@@ -34,14 +45,17 @@ class Definizioni : public Importatore {
         importazione.segnalazioni.aggiungi(file, riga.linea, "budget " + nome + " is defined already");
       }
       if (values::toText(riga.valori[kStruttura]).size() % 3 != 0) {
-        importazione.segnalazioni.aggiungi(file, riga.linea, "column structure: codes of three letters are needed");
+        importazione.segnalazioni.aggiungi(file, riga.linea,
+                                           "column structure: codes of three letters are needed");
       }
     }
   }
 
   void scrivi(Importazione& importazione) override {
     for (const auto& riga : lotto_.righe) {
-      const auto numero = [&](std::size_t campo, int altrimenti) { return values::nvl(riga.valori[campo], altrimenti); };
+      const auto numero = [&](std::size_t campo, int altrimenti) {
+        return values::nvl(riga.valori[campo], altrimenti);
+      };
       RigaDati("BU01_ANABUDGET")
           .colonna("BU01_INDTIPO", riga.valori[kTipo])
           .colonna("BU01_SOTTOTIPO", riga.valori[kSottotipo])

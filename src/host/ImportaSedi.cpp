@@ -22,7 +22,8 @@ class Sedi : public Importatore {
   }
 
   void scrivi(Importazione& importazione) override {
-    for (const auto& riga : lotto_.righe) importazione.archivio.scriviSede(riga.valori[kCodice], riga.valori[kDescrizione]);
+    for (const auto& riga : lotto_.righe)
+      importazione.archivio.scriviSede(riga.valori[kCodice], riga.valori[kDescrizione]);
   }
 
   std::string esito() const override { return conta(lotto_.righe.size(), "site"); }
@@ -34,7 +35,8 @@ class Sedi : public Importatore {
 }  // namespace
 
 GenereImportazione importaSedi() {
-  return {kModello.nome, elencoColonne(kModello), []() -> std::unique_ptr<Importatore> { return std::make_unique<Sedi>(); }};
+  return {kModello.nome, elencoColonne(kModello),
+          []() -> std::unique_ptr<Importatore> { return std::make_unique<Sedi>(); }};
 }
 
 }  // namespace bukorval::host

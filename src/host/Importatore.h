@@ -60,8 +60,8 @@ GenereImportazione importaValori();
 /// "12 accounts", "1 account".
 std::string conta(std::size_t numero, const std::string& nome);
 
-/// Imports a folder of monthly amounts by site, department and account (see DatiFinance.h) into a company that has no
-/// accounts yet, in one transaction.
+/// Imports a folder of monthly amounts by site, department and account (see DatiFinance.h) into a company
+/// that has no accounts yet, in one transaction.
 void importaFinance(Ambiente& ambiente, const std::string& cartella);
 
 }  // namespace bukorval::host

@@ -9,10 +9,12 @@
 namespace bukorval::host {
 namespace {
 
-/// A double carries every number of up to 15 digits unchanged; a longer one goes as text rather than lose a digit.
+/// A double carries every number of up to 15 digits unchanged; a longer one goes as text rather than lose a
+/// digit.
 nlohmann::ordered_json numeroJson(const std::string& testo) {
   constexpr std::size_t kCifreSicure = 15;
-  const auto cifre = static_cast<std::size_t>(std::ranges::count_if(testo, [](char c) { return c >= '0' && c <= '9'; }));
+  const auto cifre =
+      static_cast<std::size_t>(std::ranges::count_if(testo, [](char c) { return c >= '0' && c <= '9'; }));
   if (cifre > kCifreSicure) return testo;
   if (testo.find('.') == std::string::npos) return std::stoll(testo);
   return std::stod(testo);
@@ -31,7 +33,8 @@ nlohmann::ordered_json inJson(const Tabella& tabella) {
   auto righe = nlohmann::ordered_json::array();
   for (const auto& riga : tabella.righe) {
     auto& oggetto = righe.emplace_back(nlohmann::ordered_json::object());
-    for (std::size_t i = 0; i < riga.size(); ++i) oggetto[tabella.colonne[i].nome] = inJson(riga[i], tabella.colonne[i]);
+    for (std::size_t i = 0; i < riga.size(); ++i)
+      oggetto[tabella.colonne[i].nome] = inJson(riga[i], tabella.colonne[i]);
   }
   return righe;
 }

@@ -1,6 +1,5 @@
 #include "host/LettoreCsv.h"
 
-
 #include "values/Errore.h"
 #include "values/Text.h"
 

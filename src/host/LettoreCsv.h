@@ -7,9 +7,9 @@
 
 namespace bukorval::host {
 
-/// Reads comma-separated text as spreadsheets write it: quoted fields with doubled quotes and line breaks inside,
-/// LF or CRLF, an optional byte-order mark. A header line that holds semicolons and no comma makes the semicolon the
-/// separator of the whole file. Lines that hold nothing are skipped.
+/// Reads comma-separated text as spreadsheets write it: quoted fields with doubled quotes and line breaks
+/// inside, LF or CRLF, an optional byte-order mark. A header line that holds semicolons and no comma makes
+/// the semicolon the separator of the whole file. Lines that hold nothing are skipped.
 class LettoreCsv {
  public:
   explicit LettoreCsv(std::istream& ingresso);

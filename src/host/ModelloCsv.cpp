@@ -24,7 +24,8 @@ values::Variant leggiDecimale(std::string_view testo, int interi, int decimali, 
   } catch (const values::Errore&) {
     throw inaccettabile(testo, "is not a number");
   }
-  if (numero.scale() > decimali) throw inaccettabile(testo, "has more than " + std::to_string(decimali) + " decimals");
+  if (numero.scale() > decimali)
+    throw inaccettabile(testo, "has more than " + std::to_string(decimali) + " decimals");
   if (numero.integerDigits() > interi) throw inaccettabile(testo, "is too large");
   return numero;
 }
@@ -32,7 +33,8 @@ values::Variant leggiDecimale(std::string_view testo, int interi, int decimali, 
 values::Variant leggiIntero(std::string_view testo, int cifre) {
   const bool soloCifre = std::ranges::all_of(testo, [](char c) { return c >= '0' && c <= '9'; });
   if (!soloCifre) throw inaccettabile(testo, "is not a whole number");
-  if (testo.size() > static_cast<std::size_t>(cifre)) throw inaccettabile(testo, "has more than " + std::to_string(cifre) + " digits");
+  if (testo.size() > static_cast<std::size_t>(cifre))
+    throw inaccettabile(testo, "has more than " + std::to_string(cifre) + " digits");
   return std::stoll(std::string(testo));
 }
 
@@ -62,8 +64,8 @@ std::vector<std::optional<std::size_t>> mappa(const LettoreCsv& lettore, const M
 }
 
 void leggiRiga(RigaCsv& riga, const std::vector<std::string>& campi,
-               const std::vector<std::optional<std::size_t>>& posizioni, const ModelloCsv& modello, char separatore,
-               const std::string& file, Segnalazioni& segnalazioni) {
+               const std::vector<std::optional<std::size_t>>& posizioni, const ModelloCsv& modello,
+               char separatore, const std::string& file, Segnalazioni& segnalazioni) {
   for (std::size_t i = 0; i < campi.size(); ++i) {
     if (!posizioni[i]) continue;
     const auto& campo = modello.campi[*posizioni[i]];
@@ -113,7 +115,8 @@ values::Variant leggiValore(std::string_view testo, const CampoCsv& campo, char 
   return testo;
 }
 
-LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore, Segnalazioni& segnalazioni) {
+LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore,
+                  Segnalazioni& segnalazioni) {
   std::ifstream ingresso(file, std::ios::binary);
   if (!ingresso) throw Rifiuto("Cannot open " + file);
   LottoCsv lotto{file, {}};
@@ -124,8 +127,9 @@ LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separ
   std::vector<std::string> campi;
   while (lettore.prossima(campi)) {
     if (campi.size() != posizioni.size()) {
-      segnalazioni.aggiungi(file, lettore.linea(), std::to_string(campi.size()) + " fields where the header has " +
-                                                       std::to_string(posizioni.size()));
+      segnalazioni.aggiungi(
+          file, lettore.linea(),
+          std::to_string(campi.size()) + " fields where the header has " + std::to_string(posizioni.size()));
       continue;
     }
     lotto.righe.push_back({lettore.linea(), std::vector<values::Variant>(modello.campi.size())});

@@ -22,7 +22,7 @@ struct CampoCsv {
   std::string_view nome;  ///< as the header line spells it, without regard to case
   TipoCsv tipo;
   bool obbligatorio;
-  int larghezza;          ///< for Testo and Intero
+  int larghezza;           ///< for Testo and Intero
   std::string_view aiuto;  ///< what the name does not say, for the list of columns
 };
 
@@ -37,7 +37,8 @@ std::string elencoColonne(const ModelloCsv& modello);
 
 struct RigaCsv {
   std::size_t linea;
-  std::vector<values::Variant> valori;  ///< by the position of the field in the model; Empty where the file has none
+  std::vector<values::Variant>
+      valori;  ///< by the position of the field in the model; Empty where the file has none
 };
 
 struct LottoCsv {
@@ -45,9 +46,10 @@ struct LottoCsv {
   std::vector<RigaCsv> righe;
 };
 
-/// Reads and checks a whole file. What is wrong (unknown or missing columns, bad dates, bad amounts, texts too long)
-/// goes to `segnalazioni` with its line number. Throws Rifiuto when the file cannot be opened.
-LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore, Segnalazioni& segnalazioni);
+/// Reads and checks a whole file. What is wrong (unknown or missing columns, bad dates, bad amounts, texts
+/// too long) goes to `segnalazioni` with its line number. Throws Rifiuto when the file cannot be opened.
+LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore,
+                  Segnalazioni& segnalazioni);
 
 /// One field; throws values::Errore with a text that follows "column NAME: ".
 values::Variant leggiValore(std::string_view testo, const CampoCsv& campo, char separatore);

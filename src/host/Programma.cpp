@@ -45,8 +45,8 @@ void dichiara(CLI::App& app, Ambiente& ambiente) {
   }
 }
 
-/// A negative number would be taken for an option: a blank in front of it makes it a value, and numbers are read with
-/// their blanks trimmed. The parser wants its arguments last to first.
+/// A negative number would be taken for an option: a blank in front of it makes it a value, and numbers are
+/// read with their blanks trimmed. The parser wants its arguments last to first.
 std::vector<std::string> argomenti(int argc, const char* const* argv) {
   std::vector<std::string> testi(argv + 1, argv + argc);
   for (auto& testo : testi) {
@@ -59,7 +59,8 @@ std::vector<std::string> argomenti(int argc, const char* const* argv) {
 int usoErrato(const CLI::App& app, const CLI::ParseError& errore) {
   if (app.exit(errore) == 0) return uscitaOk;
   const auto resto = app.remaining();
-  if (errore.get_name() == "RequiredError" && !resto.empty()) std::cerr << "Unknown command: " << resto.front() << '\n';
+  if (errore.get_name() == "RequiredError" && !resto.empty())
+    std::cerr << "Unknown command: " << resto.front() << '\n';
   return uscitaUso;
 }
 

@@ -8,12 +8,14 @@
 
 namespace bukorval::host {
 
-/// One row to insert into a table of the suite, column by column. Rows of the same shape share one prepared statement.
+/// One row to insert into a table of the suite, column by column. Rows of the same shape share one prepared
+/// statement.
 class RigaDati {
  public:
   explicit RigaDati(std::string_view tabella) : tabella_(tabella) {}
 
-  /// Empty and Null are written as NULL, text with its quotes doubled, dates so that they read alike everywhere.
+  /// Empty and Null are written as NULL, text with its quotes doubled, dates so that they read alike
+  /// everywhere.
   RigaDati& colonna(std::string_view nome, const values::Variant& valore);
   void inserisci(ado::Connection& connessione) const;
 

@@ -13,8 +13,8 @@ namespace bukorval::host {
 /// The columns of BU65_TESBUDGET that tell one card from another, with their values.
 using ChiaveScheda = std::vector<std::pair<std::string, values::Variant>>;
 
-/// Cards of the selected budget for an import: found by their columns, made when missing, filled value by value, all
-/// through the public object. Each card is looked for once.
+/// Cards of the selected budget for an import: found by their columns, made when missing, filled value by
+/// value, all through the public object. Each card is looked for once.
 class SchedeBudget {
  public:
   explicit SchedeBudget(Ambiente& ambiente) : ambiente_(ambiente) {}

@@ -12,8 +12,8 @@ class Segnalazioni {
  public:
   void aggiungi(std::string_view file, std::size_t linea, std::string_view testo);
   std::size_t numero() const { return segnalazioni_.size(); }
-  /// Throws Rifiuto with the list by file and line (the first hundred) when there is any; nothing must have been
-  /// written yet.
+  /// Throws Rifiuto with the list by file and line (the first hundred) when there is any; nothing must have
+  /// been written yet.
   void verifica() const;
 
  private:

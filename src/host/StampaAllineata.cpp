@@ -94,7 +94,8 @@ void stampaAllineata(std::ostream& uscita, const Tabella& tabella, const Opzioni
     return opzioni.colore ? std::string(kGrassetto).append(testo).append(kFine) : testo;
   };
   uscita << grassetto(titoli(griglia)) << '\n' << linea(griglia) << '\n';
-  for (std::size_t r = 0; r < tabella.righe.size(); ++r) uscita << riga(griglia, griglia.righe[r], opzioni.colore) << '\n';
+  for (std::size_t r = 0; r < tabella.righe.size(); ++r)
+    uscita << riga(griglia, griglia.righe[r], opzioni.colore) << '\n';
   if (!tabella.totali.empty()) {
     uscita << linea(griglia) << '\n' << grassetto(riga(griglia, griglia.righe.back(), false)) << '\n';
   }

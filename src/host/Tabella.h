@@ -14,13 +14,13 @@ namespace bukorval::host {
 
 /// One column of a table to show.
 struct Colonna {
-  std::string nome;            ///< heads CSV and is the key in JSON
-  std::string titolo;          ///< heads the aligned table
-  bool numero = false;         ///< right-aligned
-  int decimali = 0;            ///< decimals of a number
-  bool percentuale = false;    ///< a ratio that people read as a percentage
-  bool totale = false;         ///< summed in the totals row
-  bool secondaria = false;     ///< in the aligned table only on request
+  std::string nome;          ///< heads CSV and is the key in JSON
+  std::string titolo;        ///< heads the aligned table
+  bool numero = false;       ///< right-aligned
+  int decimali = 0;          ///< decimals of a number
+  bool percentuale = false;  ///< a ratio that people read as a percentage
+  bool totale = false;       ///< summed in the totals row
+  bool secondaria = false;   ///< in the aligned table only on request
 };
 
 /// What a command shows, independent of the format.
