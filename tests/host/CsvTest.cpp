@@ -35,8 +35,9 @@ TEST(LettoreCsv, ReadsWhatSpreadsheetsWrite) {
   const Case cases[] = {
       {"plain", "a,b\n1,2\n3,4\n", {"a", "b"}, {{2, {"1", "2"}}, {3, {"3", "4"}}}},
       {"no line end after the last record", "a,b\n1,2", {"a", "b"}, {{2, {"1", "2"}}}},
-      {"CRLF and byte-order mark", "\xEF\xBB\xBF"
-                                   "a,b\r\n1,2\r\n",
+      {"CRLF and byte-order mark",
+       "\xEF\xBB\xBF"
+       "a,b\r\n1,2\r\n",
        {"a", "b"},
        {{2, {"1", "2"}}}},
       {"semicolons", "a; b\n1,5;2\n", {"a", "b"}, {{2, {"1,5", "2"}}}},

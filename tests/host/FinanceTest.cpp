@@ -29,11 +29,14 @@ TEST(ContiFinance, TheChartHasGroupsAccountsAndDepartments) {
                 {"2210", {"2200", "Notes Payable", "Liabilities"}}};
   data.reparti = {{3, "Manufacturing"}};
   for (const char* account : {"6000", "6020", "6100", "2210"}) {
-    data.importi.push_back({Date::FromYmd(2011, 1, 31), 1, 3, Scenario::Budget, account, Decimal::FromScaled(1)});
+    data.importi.push_back(
+        {Date::FromYmd(2011, 1, 31), 1, 3, Scenario::Budget, account, Decimal::FromScaled(1)});
   }
   const std::tuple<const char*, const char*, int, bool> cases[] = {
-      {"60000003", "Salaries - Manufacturing", 2, false}, {"60000000", "Labor Expenses", 2, true},
-      {"60200000", "Payroll Taxes", 2, true},             {"61000000", "Commissions", 2, true},
+      {"60000003", "Salaries - Manufacturing", 2, false},
+      {"60000000", "Labor Expenses", 2, true},
+      {"60200000", "Payroll Taxes", 2, true},
+      {"61000000", "Commissions", 2, true},
       {"22100003", "Notes Payable - Manufacturing", 0, false},
   };
   const auto chart = contiFinance(data);

@@ -42,7 +42,8 @@ TEST(Stampa, AlignsForPeople) {
             "        1.234.567,39\n");
   EXPECT_NE(printed(Formato::Tabella, '.').find("1,234,567.89    25.00"), std::string::npos);
   EXPECT_NE(printed(Formato::Tabella, ',', true).find("Code    Empty  "), std::string::npos);
-  EXPECT_NE(printed(Formato::Tabella, ',', false, true).find("\033[31m       -0,50\033[0m"), std::string::npos);
+  EXPECT_NE(printed(Formato::Tabella, ',', false, true).find("\033[31m       -0,50\033[0m"),
+            std::string::npos);
 }
 
 TEST(Stampa, WritesPlainValuesForPrograms) {
@@ -70,10 +71,14 @@ TEST(Stampa, JsonNeverLosesADigit) {
 
 TEST(Titoli, ShortenFieldNames) {
   const std::pair<const char*, const char*> cases[] = {
-      {"IMP_BUDGET", "Budget"},           {"IMP_FORECAST12", "Forecast 12"},
-      {"DELTAPERCIMP_FORE2", "Delta F2 %"}, {"DELTAPERCIMP_CONS", "Delta %"},
-      {"BU65_MARCA_MG64", "MARCA"},     {"BU65_MARCA_MG64_DESCR", "MARCA descr."},
-      {"BU65_DATAULTAGG", "DATAULTAGG"},  {"BU65", "BU65"},
+      {"IMP_BUDGET", "Budget"},
+      {"IMP_FORECAST12", "Forecast 12"},
+      {"DELTAPERCIMP_FORE2", "Delta F2 %"},
+      {"DELTAPERCIMP_CONS", "Delta %"},
+      {"BU65_MARCA_MG64", "MARCA"},
+      {"BU65_MARCA_MG64_DESCR", "MARCA descr."},
+      {"BU65_DATAULTAGG", "DATAULTAGG"},
+      {"BU65", "BU65"},
   };
   for (const auto& [field, expected] : cases) EXPECT_EQ(titolo(field), expected);
 }
