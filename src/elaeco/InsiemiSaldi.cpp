@@ -86,7 +86,8 @@ ado::DictionaryPtr BdgElaEco_ValoriDistinti(Contesto& ctx, const ado::Recordset&
     copia->Filter(rst.Filter());
     if (copia->RecordCount() < 1) return distinti;
     copia->MoveFirst();
-    for (const auto& valore : copia->GetRows(campo).front())
+    const auto colonne = copia->GetRows(campo);
+    for (const auto& valore : colonne.front())
       if (!distinti->Exists(valore)) distinti->Add(valore, valore);
     return distinti;
   });

@@ -16,6 +16,7 @@ Comando comandoNew();
 Comando comandoDelete();
 Comando comandoAlign();
 Comando comandoElaborateCards();
+Comando comandoElaborateBalances();
 Comando comandoDuplicate();
 Comando comandoCall();
 
