@@ -5,7 +5,7 @@ check_balances.py PROPOSED.csv FINANCE_DIR DEVIATIONS.csv [--year 2011]
 
 PROPOSED.csv is what `bukorval elaborate-balances --format csv` printed for a quarterly budget of all sites. Every
 account and quarter must carry the sum of its months' balances, each month raised by its account's percentage (the
-nearest of account, its group of four digits) and rounded to cents; no row may be missing. Exit code 0 when all agree.
+nearest of the account and the levels above it, four and two digits) and rounded to cents; no row may be missing. Exit code 0 when all agree.
 """
 
 import argparse
@@ -49,7 +49,7 @@ def main():
         for quarter in range(1, 5):
             expected[account, quarter] = Decimal(0)
     for (account, month), balance in months.items():
-        p = percent.get(account) or percent.get(account[:4] + "0000") or Decimal(0)
+        p = percent.get(account) or percent.get(account[:4] + "0000") or percent.get(account[:2] + "000000") or Decimal(0)
         value = (balance * (1 + p / 100)).quantize(Decimal("0.01"), ROUND_HALF_UP)
         expected[account, (month + 2) // 3] += value
 
