@@ -3,8 +3,9 @@
 -- The lines of a card's account, exactly or by prefix; the registration is then found by its key.
 CREATE INDEX IX_CG42_CONTO ON CG42_MOVCONT (CG42_CONTOPAR_CG24, CG42_DITTA_CG18, CG42_NUMREG_CG41)
 GO
--- The registrations of a month for the accounting situation.
-CREATE INDEX IX_CG41_DATAREG ON CG41_PRIMANOTA (CG41_DITTA_CG18, CG41_ANNO_CG19, CG41_PROGESER_CG19, CG41_DATAREG)
+-- The registrations of a month for the accounting situation. The date stands alone: behind company and year it would
+-- look better than a card's account to a planner without statistics, and every card would read every registration.
+CREATE INDEX IX_CG41_DATAREG ON CG41_PRIMANOTA (CG41_DATAREG)
 GO
 -- The cards of a budget, in the order the elaborations take them.
 CREATE INDEX IX_BU65_SCHEDE ON BU65_TESBUDGET (BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO, BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_CODICE_CG31)

@@ -1,0 +1,207 @@
+// The card elaboration against the raw engine fetching the same movements with the same prepared query, card by card.
+// 500 movement lines a card; one line in two has a competence interval of up to three months.
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "ado/sqlite/Binder.h"
+#include "ado/sqlite/FunctionRegistry.h"
+#include "ado/sqlite/Handle.h"
+#include "ado/sqlite/SchemaCatalog.h"
+#include "ado/sqlite/SqliteConnection.h"
+#include "ado/sqlite/dialect/Translate.h"
+#include "object/CLSKORVAL.h"
+#include "schema/Schema.h"
+#include "suite/Sessione.h"
+#include "suite/Suite.h"
+
+namespace {
+
+using namespace ado::sqlite;
+
+constexpr int kLinesPerCard = 500;
+
+void fill(sqlite3* database, int lines) {
+  const int cards = lines / kLinesPerCard;
+  const std::string n = std::to_string(lines), c = std::to_string(cards), r = std::to_string(lines / 10);
+  const auto series = [](const std::string& last) {
+    return "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " + last + ") ";
+  };
+  run(database, "BEGIN");
+  run(database, (series(r) + "INSERT INTO CG41_PRIMANOTA (CG41_DITTA_CG18, CG41_NUMREG, CG41_DATAREG, CG41_ANNO_CG19,"
+                 " CG41_PROGESER_CG19, CG41_INDPROVREG) SELECT 1, i, 20110000000000 + (i % 12 + 1) * 100000000 + (i % 28 + 1) *"
+                 " 1000000, 2011, 1, 0 FROM n").c_str());
+  run(database, (series(n) + "INSERT INTO CG42_MOVCONT (CG42_DITTA_CG18, CG42_NUMREG_CG41, CG42_NUMRIGACONT, CG42_GRUPPO_CG10,"
+                 " CG42_CONTOPAR_CG24, CG42_INDDAAV, CG42_IMPTOTALE, CG42_CODICE_CG33, CG42_DATAINICOMP, CG42_DATAFINCOMP)"
+                 " SELECT 1, (i - 1) / 10 + 1, (i - 1) % 10 + 1, 1, printf('6%07d', i * 7919 % " + c + " + 1), 1 + (i % 9 = 0),"
+                 " i * 7919 % 1000000, '    ', CASE WHEN i % 2 THEN 20110000000000 + (i % 9 + 1) * 100000000 + 5000000 END,"
+                 " CASE WHEN i % 2 THEN 20110000000000 + (i % 9 + 3) * 100000000 + 17000000 END FROM n").c_str());
+  run(database, (series(c) + "INSERT INTO BU65_TESBUDGET (BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO,"
+                 " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_GRUPPO_CG10, BU65_CONTO_CG24)"
+                 " SELECT 1, 4, '01', 2011, 1, 0, printf('C%06d', i), 1, printf('6%07d', i) FROM n").c_str());
+  run(database, "INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65) SELECT BU65_ID FROM BU65_TESBUDGET");
+  run(database, "COMMIT");
+}
+
+/// Passes everything on and keeps the last movement query.
+class Listener : public ado::Connection {
+ public:
+  explicit Listener(ado::ConnectionPtr real) : real_(std::move(real)) {}
+  std::string query;
+  void Open(std::string_view = {}, std::string_view = {}, std::int32_t = -1) override {}
+  void Close() override {}
+  ado::ObjectStateEnum State() const override { return real_->State(); }
+  ado::RecordsetPtr Execute(std::string_view text) override {
+    if (text.find("CG42_MOVCONT") != std::string_view::npos) query = text;
+    return real_->Execute(text);
+  }
+  void BeginTrans() override { real_->BeginTrans(); }
+  void CommitTrans() override { real_->CommitTrans(); }
+  void RollbackTrans() override { real_->RollbackTrans(); }
+
+ private:
+  ado::ConnectionPtr real_;
+};
+
+class Bench {
+ public:
+  Bench(int lines, int dateKind) : cards_(lines / kLinesPerCard), file_(std::filesystem::temp_directory_path() / "bench_cards.db") {
+    remove();
+    connection_->ConnectionString = "Provider=SQLite;Create=True;Data Source=" + file_.string();
+    connection_->Open();
+    schema::create(*connection_);
+    connection_->Execute("INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
+    connection_->Execute("INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE)"
+                         " VALUES (1, 2011, 1, '20110101', '20111231')");
+    connection_->Execute("INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA) VALUES (4, '01', N'CON')");
+    sqlite3* raw = nullptr;
+    if (sqlite3_open(file_.string().c_str(), &raw) != SQLITE_OK) throw std::runtime_error("cannot open");
+    raw_.reset(raw);
+    registerFunctions(raw);
+    run(raw, "PRAGMA cache_size = -65536");
+    fill(raw, lines);
+    object_.ActiveInterface = std::make_shared<suite::Sessione>(connection_);
+    object_.CodiceDitta = 1;
+    object_.TipoBudget = 4;
+    object_.SottoTipoBudget = "01";
+    object_.AnnoEsercizio = object_.AnnoEsercizioMovimenti = 2011;
+    object_.ProgressivoEsercizio = object_.ProgressivoEsercizioMovimenti = 1;
+    object_.BdgTipoScheda = 0;
+    object_.TipoDettaglioDestinazione = 1;
+    object_.TipoDataMovimenti = dateKind;
+    object_.TipoMovimenti = "1 = 1";
+    object_.DaData = values::Date::FromYmd(2011, 1, 1);
+    object_.AData = values::Date::FromYmd(2011, 12, 31);
+    const auto listener = std::make_shared<Listener>(connection_);
+    object_.Connessione(listener);
+    elaborate();
+    object_.Connessione(connection_);
+    query_ = listener->query;
+    scan_ = dialect::scan(query_);
+    translation_ = dialect::translate(scan_, SchemaCatalog(raw), "raw_");
+    statement_ = prepare(raw, translation_.main.sql);
+  }
+  ~Bench() {
+    statement_.reset();
+    raw_.reset();
+    object_.Connessione(nullptr);
+    connection_->Close();
+    remove();
+  }
+
+  void elaborate() {
+    object_.BdgElaSchede_Elaborazione();
+    if (object_.Stato() != 0) throw std::runtime_error(object_.errore());
+  }
+
+  /// Every card's rows, every column read and dropped.
+  long fetch() {
+    const std::string last = account(cards_);
+    std::size_t position = 0;
+    while (scan_.literals[position].text != last) ++position;
+    long rows = 0;
+    for (int card = 1; card <= cards_; ++card) {
+      scan_.literals[position].text = account(card);
+      const ResetAtEnd reset(statement_.get());
+      bindLiterals(statement_.get(), translation_.main.bindings, scan_.literals);
+      while (sqlite3_step(statement_.get()) == SQLITE_ROW) {
+        ++rows;
+        for (int i = 0; i < sqlite3_column_count(statement_.get()); ++i)
+          benchmark::DoNotOptimize(sqlite3_column_type(statement_.get(), i) == SQLITE_TEXT
+                                       ? static_cast<sqlite3_int64>(sqlite3_column_bytes(statement_.get(), i))
+                                       : sqlite3_column_int64(statement_.get(), i));
+      }
+    }
+    return rows;
+  }
+
+ private:
+  static std::string account(int card) {
+    char text[16];
+    std::snprintf(text, sizeof text, "6%07d", card);
+    return text;
+  }
+  void remove() const {
+    for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(file_.string() + suffix);
+  }
+
+  int cards_;
+  std::filesystem::path file_;
+  std::shared_ptr<SqliteConnection> connection_ = std::make_shared<SqliteConnection>();
+  Database raw_;
+  Prepared statement_;
+  bukorval::CLSKORVAL object_;
+  std::string query_;
+  dialect::Scan scan_;
+  dialect::Translation translation_;
+};
+
+double seconds(const auto& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+std::map<std::pair<int, int>, double> objectSeconds;
+
+void elaborate(benchmark::State& state) {
+  const int dateKind = static_cast<int>(state.range(0));
+  const int lines = static_cast<int>(state.range(1));
+  Bench bench(lines, dateKind);
+  double object = 0, raw = 0;
+  long rows = 0;
+  for (auto _ : state) {
+    const double once = seconds([&] { bench.elaborate(); });
+    object += once;
+    raw += seconds([&] { rows = bench.fetch(); });
+    state.SetIterationTime(once);
+  }
+  objectSeconds[{dateKind, lines}] = object / static_cast<double>(state.iterations());
+  state.counters["rows"] = static_cast<double>(rows);
+  state.counters["object/raw"] = object / raw;
+  if (lines > 10000)
+    state.counters["exponent"] = std::log(objectSeconds[{dateKind, lines}] / objectSeconds[{dateKind, 10000}]) /
+                                 std::log(static_cast<double>(lines) / 10000);
+}
+BENCHMARK(elaborate)
+    ->ArgNames({"competence", "lines"})
+    ->ArgsProduct({{0, 1}, {10000, 100000, 1000000}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  suite::registraServiziSuite();
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+}
