@@ -3,8 +3,6 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <chrono>
-#include <cmath>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -12,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "Timing.h"
 #include "ado/sqlite/Handle.h"
 #include "ado/sqlite/FunctionRegistry.h"
 #include "ado/sqlite/SqliteConnection.h"
@@ -23,6 +22,7 @@
 namespace {
 
 using namespace ado::sqlite;
+using bench::seconds;
 
 constexpr int kPeriods = 12;
 
@@ -138,13 +138,7 @@ struct Raw {
   }
 };
 
-double seconds(const auto& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-std::map<int, double> objectSeconds;
+std::map<long, double> objectSeconds;
 
 void duplicate(benchmark::State& state) {
   const int cards = static_cast<int>(state.range(0));
@@ -159,7 +153,7 @@ void duplicate(benchmark::State& state) {
   }
   objectSeconds[cards] = object / static_cast<double>(state.iterations());
   state.counters["object/raw"] = object / raw;
-  if (cards > 1000) state.counters["exponent"] = std::log10(objectSeconds[cards] / objectSeconds[1000]) / std::log10(cards / 1000.0);
+  if (objectSeconds.size() > 1) state.counters["exponent"] = bench::growthExponent(objectSeconds, cards);
 }
 BENCHMARK(duplicate)->Arg(1000)->Arg(10000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 

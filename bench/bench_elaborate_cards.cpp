@@ -3,8 +3,6 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <chrono>
-#include <cmath>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -12,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "Recorder.h"
+#include "Timing.h"
 #include "ado/sqlite/Binder.h"
 #include "ado/sqlite/FunctionRegistry.h"
 #include "ado/sqlite/Handle.h"
@@ -26,6 +26,7 @@
 namespace {
 
 using namespace ado::sqlite;
+using bench::seconds;
 
 constexpr int kLinesPerCard = 500;
 
@@ -50,26 +51,6 @@ void fill(sqlite3* database, int lines) {
   run(database, "INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65) SELECT BU65_ID FROM BU65_TESBUDGET");
   run(database, "COMMIT");
 }
-
-/// Passes everything on and keeps the last movement query.
-class Listener : public ado::Connection {
- public:
-  explicit Listener(ado::ConnectionPtr real) : real_(std::move(real)) {}
-  std::string query;
-  void Open(std::string_view = {}, std::string_view = {}, std::int32_t = -1) override {}
-  void Close() override {}
-  ado::ObjectStateEnum State() const override { return real_->State(); }
-  ado::RecordsetPtr Execute(std::string_view text) override {
-    if (text.find("CG42_MOVCONT") != std::string_view::npos) query = text;
-    return real_->Execute(text);
-  }
-  void BeginTrans() override { real_->BeginTrans(); }
-  void CommitTrans() override { real_->CommitTrans(); }
-  void RollbackTrans() override { real_->RollbackTrans(); }
-
- private:
-  ado::ConnectionPtr real_;
-};
 
 class Bench {
  public:
@@ -100,11 +81,12 @@ class Bench {
     object_.TipoMovimenti = "1 = 1";
     object_.DaData = values::Date::FromYmd(2011, 1, 1);
     object_.AData = values::Date::FromYmd(2011, 12, 31);
-    const auto listener = std::make_shared<Listener>(connection_);
-    object_.Connessione(listener);
+    const auto recorder = std::make_shared<bench::Recorder>(connection_);
+    object_.Connessione(recorder);
     elaborate();
     object_.Connessione(connection_);
-    query_ = listener->query;
+    for (const auto& text : recorder->texts)
+      if (text.find("CG42_MOVCONT") != std::string::npos) query_ = text;
     scan_ = dialect::scan(query_);
     translation_ = dialect::translate(scan_, SchemaCatalog(raw), "raw_");
     statement_ = prepare(raw, translation_.main.sql);
@@ -164,13 +146,7 @@ class Bench {
   dialect::Translation translation_;
 };
 
-double seconds(const auto& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-std::map<std::pair<int, int>, double> objectSeconds;
+std::map<int, std::map<long, double>> objectSeconds;
 
 void elaborate(benchmark::State& state) {
   const int dateKind = static_cast<int>(state.range(0));
@@ -184,12 +160,11 @@ void elaborate(benchmark::State& state) {
     raw += seconds([&] { rows = bench.fetch(); });
     state.SetIterationTime(once);
   }
-  objectSeconds[{dateKind, lines}] = object / static_cast<double>(state.iterations());
+  auto& times = objectSeconds[dateKind];
+  times[lines] = object / static_cast<double>(state.iterations());
   state.counters["rows"] = static_cast<double>(rows);
   state.counters["object/raw"] = object / raw;
-  if (lines > 10000)
-    state.counters["exponent"] = std::log(objectSeconds[{dateKind, lines}] / objectSeconds[{dateKind, 10000}]) /
-                                 std::log(static_cast<double>(lines) / 10000);
+  if (times.size() > 1) state.counters["exponent"] = bench::growthExponent(times, lines);
 }
 BENCHMARK(elaborate)
     ->ArgNames({"competence", "lines"})

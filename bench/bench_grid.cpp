@@ -3,8 +3,6 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <map>
@@ -12,6 +10,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "Timing.h"
 #include "ado/sqlite/Binder.h"
 #include "ado/sqlite/FunctionRegistry.h"
 #include "ado/sqlite/Handle.h"
@@ -26,6 +25,7 @@
 namespace {
 
 using namespace ado::sqlite;
+using bench::seconds;
 
 /// One pass over the details, card by card and period by period; orders count by their latest row.
 constexpr const char* kByHand = R"(
@@ -201,13 +201,7 @@ class Bench {
   dialect::Translation translation_;
 };
 
-double seconds(const auto& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-std::map<int, double> engineSeconds;
+std::map<long, double> engineSeconds;
 
 /// Each iteration times every way once, in turn, so that a machine that slows down slows them alike.
 void grid(benchmark::State& state) {
@@ -231,9 +225,7 @@ void grid(benchmark::State& state) {
   state.counters["object/engine"] = object / engine;
   state.counters["engine/by_hand"] = engine / hand;
   state.counters["engine/sums_only"] = engine / sums;
-  if (cards > 1000)
-    state.counters["exponent"] =
-        std::log(engineSeconds[cards] / engineSeconds[1000]) / std::log(static_cast<double>(cards) / 1000);
+  if (engineSeconds.size() > 1) state.counters["exponent"] = bench::growthExponent(engineSeconds, cards);
 }
 BENCHMARK(grid)->Arg(1000)->Arg(10000)->Arg(50000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 

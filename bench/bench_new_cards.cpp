@@ -3,11 +3,11 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <chrono>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "Timing.h"
 #include "ado/sqlite/Handle.h"
 #include "ado/sqlite/FunctionRegistry.h"
 #include "ado/sqlite/SqliteConnection.h"
@@ -19,6 +19,7 @@
 namespace {
 
 using namespace ado::sqlite;
+using bench::seconds;
 
 constexpr int kKinds[] = {0, 1, 3, 4, 5};
 constexpr int kPeriods = 12;
@@ -97,12 +98,6 @@ struct Raw {
     run(raw, "COMMIT");
   }
 };
-
-double seconds(const auto& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 void newCards(benchmark::State& state) {
   const int cards = static_cast<int>(state.range(0));

@@ -8,14 +8,6 @@
 
 namespace bukorval {
 
-std::string_view colonnaConto(BdgTipoPdc tipoPdc) {
-  switch (tipoPdc) {
-    case bdgPdcCoGe: return "BU65_CONTO_CG24";
-    case bdgPdcRiclassificato: return "BU65_CODICE_CG23";
-    default: return "BU65_CONTO_PC03";
-  }
-}
-
 std::string testoDettagliEsistenti(Contesto& ctx) {
   const auto& prop = ctx.prop;
   TestoSql sql;

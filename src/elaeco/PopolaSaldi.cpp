@@ -11,6 +11,7 @@
 #include "elaeco/InsiemiSaldi.h"
 #include "elaeco/SaldiMensili.h"
 #include "frame/Connessione.h"
+#include "frame/ContiPiano.h"
 #include "frame/Processo.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
@@ -122,12 +123,13 @@ void segnaPresenti(Contesto& ctx) {
   auto& righe = *ctx.prop.RstSaldiElaEco;
   if (righe.RecordCount() == 0) return;
   const auto esistenti = ctx.connessione().Execute(testoDettagliEsistenti(ctx));
+  const auto colonna = contoDelPiano(ctx.dati.tipoPdc).conto;
   const auto& conto = righe["CONTO"];
   const auto& periodo = righe["PERIODO"];
   auto& presente = righe["BUDGETPRESENTE"];
   auto& sovrascrivi = righe["SOVRASCRIVI"];
   for (righe.MoveFirst(); !righe.Eof(); righe.MoveNext()) {
-    esistenti->Filter(filtroUguale(colonnaConto(ctx.dati.tipoPdc), conto.Value()) +
+    esistenti->Filter(filtroUguale(colonna, conto.Value()) +
                       " AND BU66_PERIODO = " + numero(periodo.Value()) + " AND BU66_IMPORTO <> NULL ");
     if (esistenti->RecordCount() == 0) continue;
     presente.Value(1);

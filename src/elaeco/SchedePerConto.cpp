@@ -1,9 +1,9 @@
 #include "elaeco/SchedePerConto.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "definition/Strutture.h"
-#include "elaeco/DettagliEsistenti.h"
+#include "frame/ContiPiano.h"
 #include "frame/Schede.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
@@ -24,18 +24,18 @@ bool strutturaElenca(Contesto& ctx, std::string_view struttura, const Variant& c
   sql.riga(" SELECT TOP 1 BU61_ELEMENTO ")
       .riga(" FROM   BU61_STRUTTELEM WITH (NOLOCK) ")
       .riga(" WHERE  BU61_CODICE_BU60 = ", testoDati(struttura))
-      .riga(" AND    BU61_CAMPO = ", testoDati(colonnaConto(ctx.dati.tipoPdc)))
+      .riga(" AND    BU61_CAMPO = ", testoDati(contoDelPiano(ctx.dati.tipoPdc).conto))
       .riga(" AND    BU61_VALORE = ", testoDati(conto));
   return ctx.connessione().Execute(sql)->RecordCount() > 0;
 }
 
 }  // namespace
 
-SchedePerConto::SchedePerConto(Contesto& ctx) : ctx_(ctx) { leggi({}); }
+SchedePerConto::SchedePerConto(Contesto& ctx) : ctx_(ctx) { leggi(); }
 
-void SchedePerConto::leggi(const Variant& soloConto) {
+void SchedePerConto::leggi() {
   const auto& prop = ctx_.prop;
-  const std::string colonna(colonnaConto(ctx_.dati.tipoPdc));
+  const std::string colonna(contoDelPiano(ctx_.dati.tipoPdc).conto);
   TestoSql sql;
   sql.riga(" SELECT BU65_ID, ", colonna)
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
@@ -45,7 +45,6 @@ void SchedePerConto::leggi(const Variant& soloConto) {
       .riga(" AND    BU65_ANNO = ", numero(prop.AnnoEsercizio))
       .riga(" AND    BU65_PROGESER = ", numero(prop.ProgressivoEsercizio));
   if (!values::isBlank(prop.CodiceSede)) sql.riga(" AND    BU65_CODICE_CG31 = ", numero(prop.CodiceSede));
-  if (!soloConto.isEmpty()) sql.riga(" AND    ", colonna, " = ", testoDati(soloConto));
   sql.riga(" ORDER BY BU65_ID ");
   const auto schede = ctx_.connessione().Execute(sql);
   const auto& id = (*schede)["BU65_ID"];
@@ -56,36 +55,38 @@ void SchedePerConto::leggi(const Variant& soloConto) {
 
 Variant SchedePerConto::trovaOCrea(const Variant& conto) {
   return esegui(ctx_, "BdgElaEco_TrovaSchedaConto", Variant::Null(), [&]() -> Variant {
-    auto trovata = perConto_.find(chiave(conto));
-    if (trovata == perConto_.end()) {
-      if (!creabile(conto)) return Variant::Null();
-      crea(conto);
-      trovata = perConto_.find(chiave(conto));
-    }
-    return trovata == perConto_.end() ? Variant::Null() : trovata->second;
+    const auto cercato = chiave(conto);
+    if (const auto trovata = perConto_.find(cercato); trovata != perConto_.end()) return trovata->second;
+    return perConto_.emplace(cercato, creabile(conto) ? crea(conto) : Variant::Null()).first->second;
   });
+}
+
+const SchedePerConto::Regola& SchedePerConto::regola() {
+  if (regola_) return *regola_;
+  const auto& prop = ctx_.prop;
+  Strutture strutture(ctx_);
+  Regola regola;
+  const auto campi = chiedi(ctx_, strutture.GetElencoCampi(prop.TipoBudget, prop.SottoTipoBudget));
+  regola.conConto = campi.find(contoDelPiano(ctx_.dati.tipoPdc).conto) != std::string::npos;
+  regola.struttura = values::rtrim(values::toPlainText(prop.CodiceStrutturaBU60));
+  if (regola.struttura.empty())
+    regola.struttura = chiedi(ctx_, strutture.GetStrutturaBU60(prop.TipoBudget, prop.SottoTipoBudget));
+  return regola_.emplace(std::move(regola));
 }
 
 /// A card that its account alone identifies can be made from a balance: the budget shows the account's column, and
 /// the structure that it follows, where it follows one, lists the account.
 bool SchedePerConto::creabile(const Variant& conto) {
-  const auto& prop = ctx_.prop;
-  if (prop.ElaboraSoloContiBudgettizzati || prop.TipoBudget == bdgTipoSpeseGenerali) return false;
-  Strutture strutture(ctx_);
-  const auto campi = chiedi(ctx_, strutture.GetElencoCampi(prop.TipoBudget, prop.SottoTipoBudget));
-  if (campi.find(colonnaConto(ctx_.dati.tipoPdc)) == std::string::npos) return false;
-  std::string struttura(values::rtrim(values::toPlainText(prop.CodiceStrutturaBU60)));
-  if (struttura.empty()) struttura = chiedi(ctx_, strutture.GetStrutturaBU60(prop.TipoBudget, prop.SottoTipoBudget));
-  return struttura.empty() || strutturaElenca(ctx_, struttura, conto);
+  if (ctx_.prop.ElaboraSoloContiBudgettizzati || ctx_.prop.TipoBudget == bdgTipoSpeseGenerali) return false;
+  const auto& [conConto, struttura] = regola();
+  return conConto && (struttura.empty() || strutturaElenca(ctx_, struttura, conto));
 }
 
-void SchedePerConto::crea(const Variant& conto) {
+Variant SchedePerConto::crea(const Variant& conto) {
   auto colonne = std::make_shared<ado::Dictionary>();
   if (ctx_.dati.gestioneSede) colonne->Add("BU65_CODICE_CG31", ctx_.prop.CodiceSede);
-  colonne->Add(std::string(colonnaConto(ctx_.dati.tipoPdc)), conto);
-  NuovaScheda(ctx_).InserimentoNuovaSchedaBudget(colonne);
-  ctx_.verifica();
-  leggi(conto);
+  colonne->Add(std::string(contoDelPiano(ctx_.dati.tipoPdc).conto), conto);
+  return chiedi(ctx_, NuovaScheda(ctx_).InserimentoNuovaSchedaBudget(colonne));
 }
 
 }  // namespace bukorval

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -17,12 +18,19 @@ class SchedePerConto {
   values::Variant trovaOCrea(const values::Variant& conto);
 
  private:
-  void leggi(const values::Variant& soloConto);
+  /// What the budget's structure says of new cards.
+  struct Regola {
+    bool conConto = false;  ///< an account alone makes a card
+    std::string struttura;  ///< code of the structure that lists the accounts allowed; "" allows all
+  };
+  const Regola& regola();
+  void leggi();
   bool creabile(const values::Variant& conto);
-  void crea(const values::Variant& conto);
+  values::Variant crea(const values::Variant& conto);
 
   Contesto& ctx_;
-  std::unordered_map<std::string, values::Variant> perConto_;
+  std::unordered_map<std::string, values::Variant> perConto_;  ///< Null: no card, and none may be created
+  std::optional<Regola> regola_;
 };
 
 }  // namespace bukorval

@@ -3,6 +3,7 @@
 #include "definition/ImpostazioniBudget.h"
 #include "definition/Strutture.h"
 #include "frame/Connessione.h"
+#include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "grid/CampiGriglia.h"
@@ -11,23 +12,6 @@
 #include "values/Conversion.h"
 
 namespace bukorval {
-namespace {
-
-/// Where a chart kind keeps its code and its accounts.
-struct ColonneConto {
-  std::string_view piano, conto;
-};
-
-constexpr ColonneConto colonneConto(BdgTipoPdc tipo) {
-  switch (tipo) {
-    case bdgPdcCoGe: return {"BU65_GRUPPO_CG10", "BU65_CONTO_CG24"};
-    case bdgPdcRiclassificato: return {"BU65_CODICE_CG21", "BU65_CODICE_CG23"};
-    default: return {"BU65_CODICE_PC01", "BU65_CONTO_PC03"};
-  }
-}
-
-}  // namespace
-
 ado::RecordsetPtr GrigliaBudget::RecordSetBudget() {
   return esegui(ctx_, "RecordSetBudget", ado::RecordsetPtr{}, [&]() -> ado::RecordsetPtr {
     const auto& prop = ctx_.prop;
@@ -67,7 +51,7 @@ std::string GrigliaBudget::GetStringaBudget(const std::string& elencoCampi, int 
 std::string GrigliaBudget::GetStringaDaContoAConto() {
   return esegui(ctx_, "GetStringaDaContoAConto", std::string{}, [&] {
     const auto& prop = ctx_.prop;
-    const auto colonne = colonneConto(ctx_.dati.tipoPdc);
+    const auto colonne = contoDelPiano(ctx_.dati.tipoPdc);
     TestoSql sql;
     sql.riga(" AND    ", colonne.piano, " = ", numero(ctx_.dati.codicePdc));
     if (!values::isBlank(prop.DaConto)) sql.riga(" AND    ", colonne.conto, " >= ", apici(prop.DaConto));

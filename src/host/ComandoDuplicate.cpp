@@ -87,8 +87,8 @@ Comando comandoDuplicate() {
   return {"duplicate", "Copy cards into another year, subtype or site",
           "  bukorval duplicate -d demo.db -t 4 -s 01 -y 2025 --BdgTipoScheda 0 --CodiceSede 1 \\\n"
           "      --BdgDestinazioneAnnoEsercizio 2026 --BdgDestinazioneProgressivoEsercizio 1 --percent 5\n"
-          "What is not said of the destination is the source's. --IsSovrascriviEsistenti true replaces values that\n"
-          "destination cards have; --IsDuplicaScadenzeCashFlow true makes their due dates.",
+          "What is not said of the destination is the source's. --IsSovrascriviEsistenti replaces values that\n"
+          "destination cards have; --IsDuplicaScadenzeCashFlow makes their due dates.",
           [](CLI::App& app, Ambiente& ambiente) {
             auto opzioni = std::make_shared<Opzioni>();
             app.add_flag("--dry-run", opzioni->prova, "show the amounts it would write, and write nothing");

@@ -1,8 +1,9 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <string>
-#include <tuple>
+#include <utility>
 
 #include "host/Ambiente.h"
 #include "host/Argomenti.h"
@@ -10,10 +11,12 @@
 #include "host/Comandi.h"
 #include "host/ConnessioneOsservata.h"
 #include "host/Errori.h"
-#include "host/ModelloCsv.h"
+#include "host/FileScostamenti.h"
+#include "host/FotoDettagli.h"
 #include "host/Selezione.h"
 #include "suite/Sessione.h"
 #include "values/Conversion.h"
+#include "values/Text.h"
 
 namespace bukorval::host {
 namespace {
@@ -44,68 +47,96 @@ void completaInput(Ambiente& ambiente) {
   if (values::isBlank(oggetto.AData)) oggetto.AData = fine;
 }
 
-ado::RecordsetPtr insieme(std::initializer_list<const char*> campi) {
-  auto rst = std::make_shared<ado::Recordset>();
-  for (const char* campo : campi) rst->Fields().Append(campo, ado::adVariant, 0, ado::adFldIsNullable);
-  rst->Open();
-  return rst;
-}
-
-const ModelloCsv& modelloPercentuali() {
-  static const ModelloCsv kModello{"deviations",
-                                   {{"account", TipoCsv::Testo, true, 15, ""},
-                                    {"period", TipoCsv::Intero, false, 2, "month; empty for the whole account"},
-                                    {"percent", TipoCsv::Importo, true, 0, ""}}};
-  return kModello;
-}
-
-/// The account's row of RstScostPerConto, made current; added when there is none.
-void trovaConto(ado::Recordset& conti, const Variant& conto) {
-  conti.Filter("CONTO = '" + values::toPlainText(conto) + "'");
-  if (conti.RecordCount() > 0) return;
-  conti.AddNew();
-  conti["CONTO"].Value(conto);
-  conti["FLGPERIODI"].Value(0);
-  conti["PERCSCOST"].Value(0);
-  conti.Update();
-}
-
-/// Reads the deviations of accounts and of their periods into the object's two sets.
-void leggiPercentuali(Ambiente& ambiente, const std::string& file) {
-  auto& oggetto = ambiente.oggetto();
-  oggetto.RstScostPerConto = insieme({"CONTO", "FLGPERIODI", "PERCSCOST"});
-  oggetto.RstScostPerPeriodo = insieme({"CONTO", "PERIODO", "PERCSCOST"});
-  auto& conti = *oggetto.RstScostPerConto;
-  auto& periodi = *oggetto.RstScostPerPeriodo;
-  Segnalazioni segnalazioni;
-  const auto lotto = leggiCsv(file, modelloPercentuali(), ambiente.sessione().SeparatoreDecimale(), segnalazioni);
-  segnalazioni.verifica();
-  for (const auto& riga : lotto.righe) {
-    const auto& [conto, periodo, percentuale] = std::tie(riga.valori[0], riga.valori[1], riga.valori[2]);
-    trovaConto(conti, conto);
-    if (values::isBlank(periodo)) {
-      conti["PERCSCOST"].Value(percentuale);
-    } else {
-      conti["FLGPERIODI"].Value(1);
-      periodi.AddNew();
-      periodi["CONTO"].Value(conto);
-      periodi["PERIODO"].Value(periodo);
-      periodi["PERCSCOST"].Value(percentuale);
-      periodi.Update();
+/// What the cards of each account hold now, by account and period.
+class Presenti {
+ public:
+  Presenti(const FotoDettagli& foto, const Variant& sede) {
+    for (const auto& [chiave, importo] : foto.importi()) {
+      const auto& scheda = foto.schede().at(chiave.scheda);
+      if (importo.isNothing() || (!values::isBlank(sede) && values::compare(scheda.sede, sede) != 0)) continue;
+      auto& presente = importi_[{chiaveConto(scheda.conto), chiave.periodo}];
+      presente = presente.isNothing() ? importo : values::add(presente, importo);
     }
-    conti.Update();
-    conti.Filter("");
   }
-  oggetto.TipoScostamento = bdgScostamentoPerConto;
+  /// Null when they hold nothing.
+  Variant importo(const Variant& conto, const Variant& periodo) const {
+    const auto trovato = importi_.find({chiaveConto(conto), values::toInt32(periodo)});
+    return trovato == importi_.end() ? Variant::Null() : trovato->second;
+  }
+
+ private:
+  static std::string chiaveConto(const Variant& conto) { return values::foldText(values::toPlainText(conto)); }
+  std::map<std::pair<std::string, int>, Variant> importi_;
+};
+
+/// The proposed rows beside what the cards hold, and what writing them would add.
+Tabella proposte(ado::Recordset& righe, const Presenti& presenti) {
+  Tabella tabella{{{"CONTO", "Conto"},
+                   {"DESCRIZIONE", "Descrizione"},
+                   {"PERIODO", "Periodo", true},
+                   {"PRESENTE", "Presente", true, 2, false, true},
+                   {"IMPORTO", "Proposto", true, 2, false, true},
+                   {"DIFFERENZA", "Differenza", true, 2, false, true},
+                   {"BUDGETPRESENTE", "BUDGETPRESENTE", true, 0, false, false, true},
+                   {"SOVRASCRIVI", "Sovrascrivi", true}},
+                  {},
+                  {}};
+  for (; !righe.Eof(); righe.MoveNext()) {
+    const auto& importo = righe["IMPORTO"].Value();
+    const auto presente = presenti.importo(righe["CONTO"].Value(), righe["PERIODO"].Value());
+    tabella.righe.push_back({righe["CONTO"].Value(), righe["DESCRIZIONE"].Value(), righe["PERIODO"].Value(), presente, importo,
+                             values::subtract(importo, values::nvl(presente, 0)), righe["BUDGETPRESENTE"].Value(),
+                             righe["SOVRASCRIVI"].Value()});
+  }
+  if (tabella.righe.size() > 1) tabella.somma();
+  return tabella;
 }
 
-void scrivi(Ambiente& ambiente, bool prova) {
+void sovrascriviTutte(ado::Recordset& righe) {
+  for (; !righe.Eof(); righe.MoveNext()) {
+    righe["SOVRASCRIVI"].Value(1);
+    righe.Update();
+  }
+  if (righe.RecordCount() > 0) righe.MoveFirst();
+}
+
+void spiegaVuoto(CLSKORVAL& oggetto) {
+  const bool mensile = oggetto.GetPeriodicitaBudget(oggetto.TipoBudget, oggetto.SottoTipoBudget) == 0;
+  std::cerr << (mensile ? "The budget is kept by months: balances give it no rows\n"
+                        : "There are no balances in the range\n");
+}
+
+void segnalaMancanti(const ado::RecordsetPtr& mancanti) {
+  if (!mancanti || mancanti->RecordCount() == 0) return;
+  std::cerr << mancanti->RecordCount() << " accounts have no card and the budget's structure allows none; they were not written:\n";
+  for (mancanti->MoveFirst(); !mancanti->Eof(); mancanti->MoveNext())
+    std::cerr << "  " << values::toPlainText((*mancanti)["CONTO"].Value()) << "  "
+              << values::toPlainText((*mancanti)["DESCRIZIONE"].Value()) << '\n';
+}
+
+/// Writes the proposed rows, or only shows what that changes.
+void scrivi(Ambiente& ambiente, const FotoDettagli& prima, const RitaglioDettagli& ritaglio, bool prova) {
   auto& oggetto = ambiente.oggetto();
   const auto vera = ambiente.connessione();
-  oggetto.Connessione(std::make_shared<ConnessioneOsservata>(vera, prova, [] {}));
+  FotoDettagli dopo = prima;
+  oggetto.Connessione(std::make_shared<ConnessioneOsservata>(vera, prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
   oggetto.BdgElaEco_ScriviBudget_DaRstSaldiElaEco();
   oggetto.Connessione(vera);
   ambiente.controlla();
+  const auto cambiamenti = differenze(prima, dopo);
+  if (prova) {
+    ambiente.mostra(cambiamenti);
+  } else {
+    auto& righe = *oggetto.RstSaldiElaEco;
+    const auto proposte = righe.RecordCount();
+    righe.Filter("SOVRASCRIVI = 0");
+    ambiente.mostra({{{"PROPOSTE", "Rows proposed", true}, {"CONSERVATE", "Present and kept", true},
+                      {"CAMBIATI", "Amounts changed", true}, {"NUOVE", "New cards", true}},
+                     {{proposte, righe.RecordCount(), cambiamenti.righe.size(), dopo.schede().size() - prima.schede().size()}},
+                     {}});
+    righe.Filter("");
+  }
+  segnalaMancanti(oggetto.RstContiNonPresentiInStruttura);
 }
 
 void elabora(Ambiente& ambiente, const Opzioni& opzioni) {
@@ -113,7 +144,7 @@ void elabora(Ambiente& ambiente, const Opzioni& opzioni) {
   completaInput(ambiente);
   auto& oggetto = ambiente.oggetto();
   if (!opzioni.filePercentuali.empty()) {
-    leggiPercentuali(ambiente, opzioni.filePercentuali);
+    leggiScostamenti(ambiente, opzioni.filePercentuali);
   } else if (!opzioni.percentuale.empty()) {
     oggetto.TipoScostamento = bdgScostamentoFisso;
     oggetto.PercentualeScostamento = leggiArgomento(opzioni.percentuale);
@@ -122,21 +153,14 @@ void elabora(Ambiente& ambiente, const Opzioni& opzioni) {
   avanzamento.collega(oggetto);
   oggetto.BdgElaEco_PopolaRstSaldiElaEco();
   ambiente.controlla();
-  if (oggetto.IsSovrascriviEsistenti) {
-    auto& righe = *oggetto.RstSaldiElaEco;
-    for (; !righe.Eof(); righe.MoveNext()) {
-      righe["SOVRASCRIVI"].Value(1);
-      righe.Update();
-    }
-    if (righe.RecordCount() > 0) righe.MoveFirst();
-  }
-  if (opzioni.scrivi || opzioni.prova) scrivi(ambiente, opzioni.prova);
-  auto tabella = daRecordset(*oggetto.RstSaldiElaEco);
-  tabella.nascondi({"ID"});
-  ambiente.mostra(tabella);
-  const auto& mancanti = oggetto.RstContiNonPresentiInStruttura;
-  if (mancanti && mancanti->RecordCount() > 0 && (opzioni.scrivi || opzioni.prova))
-    std::cerr << mancanti->RecordCount() << " accounts are not in the budget's structure and were not written\n";
+  if (oggetto.RstSaldiElaEco->RecordCount() == 0) spiegaVuoto(oggetto);
+  if (oggetto.IsSovrascriviEsistenti) sovrascriviTutte(*oggetto.RstSaldiElaEco);
+  const RitaglioDettagli ritaglio{oggetto.CodiceDitta,          oggetto.SottoTipoBudget, oggetto.AnnoEsercizio,
+                                  oggetto.ProgressivoEsercizio, oggetto.TipoBudget,      oggetto.TipoDettaglioDestinazione,
+                                  oggetto.GetTipoPdC(oggetto.TipoBudget, oggetto.SottoTipoBudget)};
+  const FotoDettagli prima(*ambiente.connessione(), ritaglio);
+  if (opzioni.scrivi || opzioni.prova) return scrivi(ambiente, prima, ritaglio, opzioni.prova);
+  ambiente.mostra(proposte(*oggetto.RstSaldiElaEco, Presenti(prima, oggetto.CodiceSede)));
 }
 
 }  // namespace
@@ -145,14 +169,16 @@ Comando comandoElaborateBalances() {
   return {"elaborate-balances", "Propose a budget from accounting balances, and write it",
           "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent 5\n"
           "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent-file deviations.csv --write\n"
-          "Takes the year before the budget's unless options say otherwise. Rows whose card already holds an amount have\n"
-          "SOVRASCRIVI 0 and are not written, unless --IsSovrascriviEsistenti true. A budget by months yields no rows.",
+          "Shows the proposed rows beside what the cards hold now. Takes the year before the budget's unless options\n"
+          "say otherwise. Rows whose card already holds an amount have SOVRASCRIVI 0 and are not written, unless\n"
+          "--IsSovrascriviEsistenti. A budget by months yields no rows.",
           [](CLI::App& app, Ambiente& ambiente) {
             auto opzioni = std::make_shared<Opzioni>();
-            app.add_option("--percent", opzioni->percentuale, "one deviation for all balances");
-            app.add_option("--percent-file", opzioni->filePercentuali, "CSV with " + elencoColonne(modelloPercentuali()));
-            app.add_flag("--write", opzioni->scrivi, "write the proposed rows into the budget");
-            app.add_flag("--dry-run", opzioni->prova, "go through the writing too, and take it back");
+            auto* percentuale = app.add_option("--percent", opzioni->percentuale, "one deviation for all balances");
+            app.add_option("--percent-file", opzioni->filePercentuali, "CSV with " + colonneScostamenti())
+                ->excludes(percentuale);
+            app.add_flag("--write", opzioni->scrivi, "write the proposed rows into the budget, in one transaction");
+            app.add_flag("--dry-run", opzioni->prova, "show the amounts that --write would change, and write nothing");
             app.callback([&ambiente, opzioni] { elabora(ambiente, *opzioni); });
           }};
 }

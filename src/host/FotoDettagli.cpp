@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
 
@@ -15,7 +16,8 @@ constexpr int kLarghezzaSottoTipo = 2;
 
 std::string testoFoto(const RitaglioDettagli& ritaglio) {
   TestoSql sql;
-  sql.riga(" SELECT BU65_ID, BU65_CODICE_CG31, BU65_SCHEDA_BU07, BU65_CONTO_CG24, BU66_PERIODO, BU66_IMPORTO ")
+  sql.riga(" SELECT BU65_ID, BU65_CODICE_CG31, BU65_SCHEDA_BU07, ", contoDelPiano(ritaglio.tipoPdc).conto, " AS CONTO, ")
+      .riga("        BU66_PERIODO, BU66_IMPORTO ")
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
       .riga(" LEFT OUTER JOIN BU66_DETBUDGET WITH (NOLOCK) ")
       .riga("    ON  BU66_ID_BU65 = BU65_ID AND BU66_TIPO = ", numero(ritaglio.dettaglio))
@@ -55,7 +57,7 @@ FotoDettagli::FotoDettagli(ado::Connection& connessione, const RitaglioDettagli&
   const auto& id = (*righe)["BU65_ID"];
   const auto& sede = (*righe)["BU65_CODICE_CG31"];
   const auto& codice = (*righe)["BU65_SCHEDA_BU07"];
-  const auto& conto = (*righe)["BU65_CONTO_CG24"];
+  const auto& conto = (*righe)["CONTO"];
   const auto& periodo = (*righe)["BU66_PERIODO"];
   const auto& valore = (*righe)["BU66_IMPORTO"];
   for (; !righe->Eof(); righe->MoveNext()) {

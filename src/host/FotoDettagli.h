@@ -12,11 +12,12 @@
 
 namespace bukorval::host {
 
-/// Which details a snapshot takes: one company's budget of one year, all subtypes' details of one kind.
+/// Which details a snapshot takes: one company's budget of one year, its details of one kind.
 struct RitaglioDettagli {
   values::Variant ditta, sottoTipo, anno, progressivo;
   BdgTipo tipo = 0;
   BdgTipoDettaglio dettaglio = 0;
+  BdgTipoPdc tipoPdc = bdgPdcCoGe;  ///< which of a card's accounts is the budget's
 };
 
 /// The values of a budget's cards at one moment.

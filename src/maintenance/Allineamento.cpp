@@ -13,7 +13,7 @@
 #include "frame/TestoSql.h"
 #include "frame/Transazione.h"
 #include "frame/Trappola.h"
-#include "maintenance/ContiPiano.h"
+#include "frame/ContiPiano.h"
 #include "maintenance/ElementiBU60.h"
 #include "maintenance/NuovaScheda.h"
 #include "maintenance/SchedePresenti.h"

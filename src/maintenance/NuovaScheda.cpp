@@ -32,10 +32,10 @@ std::string testoNaturaConto(BdgTipoPdc tipoPdc, const values::Variant& codicePd
 
 }  // namespace
 
-void NuovaScheda::InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& colonne) {
-  esegui(ctx_, "InserimentoNuovaSchedaBudget", [&] {
-    if (!creaConnessioneDB(ctx_)) return;
-    if (!colonne || colonne->Count() == 0) return;
+values::Variant NuovaScheda::InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& colonne) {
+  return esegui(ctx_, "InserimentoNuovaSchedaBudget", values::Variant::Null(), [&] {
+    if (!creaConnessioneDB(ctx_)) return values::Variant::Null();
+    if (!colonne || colonne->Count() == 0) return values::Variant::Null();
     const auto adesso = values::Date::Now();
     auto& connessione = ctx_.connessione();
     connessione.Execute(testoInserimentoTestata(ctx_, *colonne, adesso));
@@ -43,6 +43,7 @@ void NuovaScheda::InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& colonne
     CreazioneBU66NULL(id);
     ctx_.verifica();
     if (ctx_.prop.TipoBudget == bdgTipoSpeseGenerali) CreazioneBU67NULL(id);
+    return id;
   });
 }
 

@@ -13,8 +13,9 @@ class NuovaScheda {
   /// Creates a card with its empty details and, for type 4, its empty cash-flow row. Reads the properties that select
   /// the budget and the session's company.
   /// @param colonne  BU65_ column names and values, written in this order; none, or an empty one, writes nothing.
+  /// @return BU65_ID of the new card, Null without one.
   /// Reads BU01_ANABUDGET; writes BU65_TESBUDGET, BU66_DETBUDGET, BU67_BDGCASHFLOW.
-  void InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& colonne);
+  values::Variant InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& colonne);
 
   /// Creates the details that a card (BU65_ID) lacks, values Null: one for each kind and period of the budget. Orders
   /// only where the budget's nature is 1. Safe to run again. Writes BU66_DETBUDGET.

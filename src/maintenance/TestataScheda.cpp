@@ -9,7 +9,7 @@
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
-#include "maintenance/ContiPiano.h"
+#include "frame/ContiPiano.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 

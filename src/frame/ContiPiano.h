@@ -19,4 +19,11 @@ inline constexpr ContoPiano kContiPiano[] = {{"BU65_CONTO_CG24", "BU65_GRUPPO_CG
                                              {"BU65_CONTOPDC_PC03", "BU65_PDC_PC01", bdgPdcAnalitico},
                                              {"BU65_CONTOCONTROPART_PC03", "BU65_PDC_PC01", bdgPdcAnalitico}};
 
+/// The account column by which a budget on a chart of this kind finds its cards.
+constexpr const ContoPiano& contoDelPiano(BdgTipoPdc tipoPdc) {
+  for (const auto& conto : kContiPiano)
+    if (conto.tipoPdc == tipoPdc) return conto;
+  return contoDelPiano(bdgPdcAnalitico);
+}
+
 }  // namespace bukorval

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "ado/sqlite/Binder.h"
+#include "ado/sqlite/Handle.h"
+#include "ado/sqlite/SchemaCatalog.h"
+#include "ado/sqlite/dialect/Translate.h"
+
+namespace bench {
+
+/// Steps recorded texts on a handle of its own: compiled once a shape, values bound, every column read and dropped.
+class Replay {
+ public:
+  Replay(sqlite3* database, std::vector<std::string> texts) : database_(database), texts_(std::move(texts)) {
+    const ado::sqlite::SchemaCatalog catalog(database);
+    for (const auto& text : texts_) calls_.push_back(callFor(text, catalog));
+  }
+
+  void run() {
+    for (const auto& call : calls_) {
+      if (!call.shape) {
+        ado::sqlite::run(database_, call.command);
+        continue;
+      }
+      auto* statement = call.shape->statement.get();
+      const ado::sqlite::ResetAtEnd reset(statement);
+      ado::sqlite::bindLiterals(statement, call.shape->translation.main.bindings, call.literals);
+      int outcome = SQLITE_ROW;
+      while ((outcome = sqlite3_step(statement)) == SQLITE_ROW) read(statement);
+      if (outcome != SQLITE_DONE) ado::sqlite::throwFailure(database_);
+    }
+  }
+
+ private:
+  struct Shape {
+    ado::sqlite::dialect::Translation translation;
+    ado::sqlite::Prepared statement;
+  };
+  struct Call {
+    Shape* shape = nullptr;
+    const char* command = "";
+    std::vector<ado::sqlite::dialect::Literal> literals;
+  };
+
+  Call callFor(const std::string& text, const ado::sqlite::SchemaCatalog& catalog) {
+    using ado::sqlite::dialect::Translation;
+    if (text == "BEGIN") return {nullptr, "BEGIN IMMEDIATE", {}};
+    if (text == "COMMIT") return {nullptr, "COMMIT", {}};
+    auto scan = ado::sqlite::dialect::scan(text);
+    auto& shape = shapes_[scan.key];
+    if (!shape) {
+      shape = std::make_unique<Shape>();
+      shape->translation = ado::sqlite::dialect::translate(scan, catalog, "replay_");
+      if (!shape->translation.setup.empty()) throw std::runtime_error("a staged text: " + text);
+      // The connection itself answers for the last identity; the engine has nothing to do.
+      if (shape->translation.kind != Translation::Kind::Identity)
+        shape->statement = ado::sqlite::prepare(database_, shape->translation.main.sql);
+    }
+    if (!shape->statement) return {nullptr, "", {}};
+    return {shape.get(), "", std::move(scan.literals)};
+  }
+
+  static void read(sqlite3_stmt* statement) {
+    for (int i = 0; i < sqlite3_column_count(statement); ++i)
+      benchmark::DoNotOptimize(sqlite3_column_type(statement, i) == SQLITE_TEXT
+                                   ? static_cast<sqlite3_int64>(sqlite3_column_bytes(statement, i))
+                                   : sqlite3_column_int64(statement, i));
+  }
+
+  sqlite3* database_;
+  std::vector<std::string> texts_;
+  std::map<std::string, std::unique_ptr<Shape>> shapes_;
+  std::vector<Call> calls_;
+};
+
+}  // namespace bench
