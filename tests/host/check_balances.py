@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
 """Compares proposed budget rows with the finance CSV files, by an independent calculation.
 
-check_balances.py PROPOSED.csv FINANCE_DIR DEVIATIONS.csv [--year 2011]
+check_balances.py PROPOSED.csv FINANCE_DIR DEVIATIONS.csv [--year 2011] [--site 3] [--grid GRID.csv]
 
-PROPOSED.csv is what `bukorval elaborate-balances --format csv` printed for a quarterly budget of all sites. Every
-account and quarter must carry the sum of its months' balances, each month raised by its account's percentage (the
-nearest of the account and the levels above it, four and two digits) and rounded to cents; no row may be missing. Exit code 0 when all agree.
+PROPOSED.csv is what `bukorval elaborate-balances --format csv` printed for a quarterly budget. Every account and
+quarter must carry the sum of its months' balances, each month raised by its account's percentage (the nearest of the
+account and the levels above it, four and two digits) and rounded to cents; no row may be missing. GRID.csv is the
+budget's grid after the rows were written: one card an account, holding the sum of its quarters. Exit code 0 when all
+agree.
 """
 
 import argparse
@@ -26,12 +28,23 @@ def month_of(text):
     return day.year, day.month
 
 
+def differences(what, found, expected):
+    wrong = [(k, found.get(k), expected.get(k)) for k in sorted(set(found) | set(expected)) if found.get(k) != expected.get(k)]
+    for key, is_, should in wrong[:20]:
+        print(f"{key}: {is_}, should be {should}")
+    print(f"{len(expected)} {what}, {len(wrong)} differ")
+    return len(wrong)
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("proposed", type=Path)
     parser.add_argument("finance", type=Path)
     parser.add_argument("deviations", type=Path)
     parser.add_argument("--year", type=int, default=2011)
+    parser.add_argument("--site")
+    parser.add_argument("--column", default="IMPORTO", help="PRESENTE for what the cards hold")
+    parser.add_argument("--grid", type=Path)
     options = parser.parse_args()
     rows = lambda path: list(csv.DictReader(open(path, newline="", encoding="utf-8")))
 
@@ -40,7 +53,7 @@ def main():
     months = collections.defaultdict(Decimal)
     for r in rows(options.finance / "amounts.csv"):
         year, month = month_of(r["date"])
-        if r["scenario"] == "actual" and year == options.year:
+        if r["scenario"] == "actual" and year == options.year and options.site in (None, r["site"]):
             account = f"{r['account']}{int(r['department']):04d}"
             months[account, month] += -Decimal(r["amount"]) if credit[r["account"]] else Decimal(r["amount"])
 
@@ -53,12 +66,15 @@ def main():
         value = (balance * (1 + p / 100)).quantize(Decimal("0.01"), ROUND_HALF_UP)
         expected[account, (month + 2) // 3] += value
 
-    found = {(r["CONTO"], int(r["PERIODO"])): Decimal(r["IMPORTO"]) for r in rows(options.proposed)}
-    wrong = [(k, found.get(k), expected.get(k)) for k in sorted(set(found) | set(expected)) if found.get(k) != expected.get(k)]
-    for key, is_, should in wrong[:20]:
-        print(f"{key[0]} quarter {key[1]}: {is_}, should be {should}")
-    print(f"{len(expected)} rows of {len(expected) // 4} accounts, {len(wrong)} differ")
-    return 1 if wrong else 0
+    found = {(r["CONTO"], int(r["PERIODO"])): Decimal(r[options.column]) for r in rows(options.proposed)}
+    wrong = differences("proposed rows", found, expected)
+    if options.grid:
+        cards = collections.defaultdict(Decimal)
+        for (account, _), amount in expected.items():
+            cards[account] += amount
+        grid = {r["BU65_CONTO_CG24"]: Decimal(r["IMP_BUDGET"]) for r in rows(options.grid)}
+        wrong += differences("cards of the grid", grid, cards)
+    return 1 if wrong or not expected else 0
 
 
 if __name__ == "__main__":
