@@ -31,7 +31,7 @@ TestoSql contoCoGe(const Variant& ditta, const Variant& codicePdc, const Variant
       .riga("      AND CG39_GRUPPO_CG10 = CG24_GRUPPO_CG10 ")
       .riga("      AND CG39_CONTO_CG24 = CG24_CONTO ")
       .riga(" WHERE CG24_GRUPPO_CG10 = ", numero(codicePdc))
-      .riga(" AND   CG24_CONTO = ", apici(conto));
+      .riga(" AND   CG24_CONTO = ", testoDati(conto));
   return sql;
 }
 
@@ -40,7 +40,7 @@ TestoSql contoRiclassificato(const Variant& codicePdc, const Variant& conto) {
   sql.riga(" SELECT CG23_DESCR AS DESCRIZIONECONTO ")
       .riga(" FROM   CG23_RICLBILCEE WITH (NOLOCK) ")
       .riga(" WHERE  CG23_CODICE_CG21 = ", numero(codicePdc))
-      .riga(" AND    CG23_CODICE = ", apici(conto));
+      .riga(" AND    CG23_CODICE = ", testoDati(conto));
   return sql;
 }
 
@@ -49,7 +49,7 @@ TestoSql contoAnalitico(const Variant& codicePdc, const Variant& conto) {
   sql.riga(" SELECT PC03_DESCR AS DESCRIZIONECONTO ")
       .riga(" FROM   PC03_ANAGPDC WITH (NOLOCK) ")
       .riga(" WHERE  PC03_CODICE_PC01 = ", numero(codicePdc))
-      .riga(" AND    PC03_CONTO = ", apici(conto));
+      .riga(" AND    PC03_CONTO = ", testoDati(conto));
   return sql;
 }
 

@@ -21,12 +21,12 @@ std::string testoNaturaConto(BdgTipoPdc tipoPdc, const values::Variant& codicePd
     sql.testo("SELECT PC03_INDSEGNO")
         .testo(" FROM   PC03_ANAGPDC WITH (NOLOCK)")
         .testo(" WHERE  PC03_CODICE_PC01 = ", numero(codicePdc))
-        .testo(" AND    PC03_CONTO = ", apici(conto));
+        .testo(" AND    PC03_CONTO = ", testoDati(conto));
   else
     sql.testo("SELECT CG24_INDCONTORICAV")
         .testo(" FROM   CG24_TABPDC WITH (NOLOCK)")
         .testo(" WHERE  CG24_GRUPPO_CG10 = ", numero(codicePdc))
-        .testo(" AND    CG24_CONTO = ", apici(conto));
+        .testo(" AND    CG24_CONTO = ", testoDati(conto));
   return sql.str();
 }
 
