@@ -29,7 +29,11 @@ struct ConfrontoConti {
 };
 using Saldi = std::map<std::string, Decimal, ConfrontoConti>;
 
-std::string data(const Variant& valore) { return "'" + values::toDate(valore).toSql() + "'"; }
+std::string primoGiorno(const SituazioneContabile& s) { return "'" + values::toDate(s.DataInizioElab).dateOnly().toSql() + "'"; }
+/// The range ends before this day: entries of its last day count whatever their time.
+std::string giornoDopo(const SituazioneContabile& s) {
+  return "'" + values::toDate(s.DataFineElab).dateOnly().addDays(1).toSql() + "'";
+}
 std::string testo(const Variant& valore) { return values::toPlainText(valore); }
 bool acceso(const Variant& valore) { return !values::isBlank(valore) && values::toInt32(valore) != 0; }
 
@@ -61,7 +65,7 @@ void aggiungiPerData(const SituazioneContabile& s, Saldi& saldi) {
   const std::string giorno = acceso(s.TipoData) ? kDataCompetenza : "CG41_DATAREG";
   std::string sql = "SELECT CG42_CONTOPAR_CG24 AS CONTO, SUM(" + std::string(kImportoConSegno) + ") AS SALDO";
   sql += origine() + condizioni(s);
-  sql += " AND " + giorno + " >= " + data(s.DataInizioElab) + " AND " + giorno + " <= " + data(s.DataFineElab);
+  sql += " AND " + giorno + " >= " + primoGiorno(s) + " AND " + giorno + " < " + giornoDopo(s);
   if (acceso(s.SimulaRisconti)) sql += std::string(" AND NOT ") + kRigaConIntervallo;
   sql += " GROUP BY CG42_CONTOPAR_CG24";
   const auto rst = s.Connection->Execute(sql);
@@ -77,7 +81,7 @@ Decimal maturato(const Decimal& importo, int passati, int giorni) {
 void aggiungiPerCompetenza(const SituazioneContabile& s, Saldi& saldi) {
   std::string sql = "SELECT CG42_CONTOPAR_CG24 AS CONTO, " + std::string(kImportoConSegno) + " AS IMPORTO,";
   sql += " CG42_DATAINICOMP, CG42_DATAFINCOMP" + origine() + condizioni(s) + " AND " + kRigaConIntervallo;
-  sql += " AND CG42_DATAINICOMP <= " + data(s.DataFineElab) + " AND CG42_DATAFINCOMP >= " + data(s.DataInizioElab);
+  sql += " AND CG42_DATAINICOMP < " + giornoDopo(s) + " AND CG42_DATAFINCOMP >= " + primoGiorno(s);
   const auto rst = s.Connection->Execute(sql);
   const Date da = values::toDate(s.DataInizioElab);
   const Date a = values::toDate(s.DataFineElab);
