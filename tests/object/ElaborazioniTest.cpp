@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "ado/sqlite/Provider.h"
 #include "demo/DemoAzienda.h"
@@ -230,6 +232,69 @@ TEST_F(Elaborazioni, WritingBalancesSurvivesAFaultInAnyStatement) {
     ASSERT_GT(bo.RstSaldiElaEco->RecordCount(), 0);
   };
   EXPECT_GT(spazza(prepara, [](CLSKORVAL& bo) { bo.BdgElaEco_ScriviBudget_DaRstSaldiElaEco(); }), 15);
+}
+
+/// The proposal of a budget on another chart, worked out from monthly sums and the table of links.
+std::map<std::pair<std::string, int>, values::Decimal> riclassificati(ado::Connection& db, const std::string& collegamenti,
+                                                                      int mesiPerPeriodo) {
+  std::map<std::pair<std::string, int>, std::string> verso;
+  const auto link = db.Execute(collegamenti);
+  for (; !link->Eof(); link->MoveNext())
+    verso[{values::toPlainText((*link)["CONTO"].Value()), values::toInt32((*link)["SEGNO"].Value())}] =
+        values::toPlainText((*link)["VERSO"].Value());
+  std::map<std::pair<std::string, int>, values::Decimal> attesi;
+  const auto saldi = db.Execute(
+      "SELECT CG42_CONTOPAR_CG24 AS CONTO, MONTH(CG41_DATAREG) AS MESE, SUM(CASE WHEN CG42_INDDAAV = 2 THEN 0 - CG42_IMPTOTALE"
+      " ELSE CG42_IMPTOTALE END) AS SALDO FROM CG42_MOVCONT INNER JOIN CG41_PRIMANOTA ON CG42_DITTA_CG18 = CG41_DITTA_CG18 AND"
+      " CG42_NUMREG_CG41 = CG41_NUMREG WHERE CG41_ANNO_CG19 = 2025 AND CG41_INDPROVREG = 0"
+      " GROUP BY CG42_CONTOPAR_CG24, MONTH(CG41_DATAREG)");
+  for (; !saldi->Eof(); saldi->MoveNext()) {
+    const auto saldo = values::toDecimal((*saldi)["SALDO"].Value());
+    const auto conto = verso.find({values::toPlainText((*saldi)["CONTO"].Value()), saldo.isNegative() ? 2 : 1});
+    if (conto == verso.end() || conto->second.empty()) continue;
+    auto& totale = attesi[{conto->second, (values::toInt32((*saldi)["MESE"].Value()) - 1) / mesiPerPeriodo + 1}];
+    totale = totale + saldo;
+  }
+  return attesi;
+}
+
+TEST_F(Elaborazioni, ProposalsOnOtherChartsEqualPlainSumsAndAreWritten) {
+  struct Caso {
+    const char *sottoTipo, *collegamenti, *colonna;
+    int mesiPerPeriodo;
+  };
+  const Caso casi[] = {
+      {"02", "SELECT CG20_CONTO_CG24 AS CONTO, CG20_INDSEGNO AS SEGNO, CG20_CODICE_CG23 AS VERSO FROM CG20_COLLPDCRICL",
+       "BU65_CODICE_CG23", 6},
+      {"03", "SELECT CG83_CONTO_CG24 AS CONTO, CG83_INDSEGNO AS SEGNO, CG83_CONTORICL_PC03 AS VERSO FROM CG83_COLLRICL",
+       "BU65_CONTO_PC03", 12},
+  };
+  for (const auto& caso : casi) {
+    const auto bo = nuovo(vera_);
+    bo->TipoBudget = 5;
+    bo->SottoTipoBudget = caso.sottoTipo;
+    bo->AnnoEsercizio = 2026;
+    bo->BdgElaEco_PopolaRstSaldiElaEco();
+    ASSERT_EQ(bo->Stato(), bdgStatoOk) << bo->errore();
+    auto attesi = riclassificati(*vera_, caso.collegamenti, caso.mesiPerPeriodo);
+    EXPECT_GT(attesi.size(), 3u);
+    bo->BdgElaEco_ScriviBudget_DaRstSaldiElaEco();
+    ASSERT_EQ(bo->Stato(), bdgStatoOk) << bo->errore();
+    auto& righe = *bo->RstSaldiElaEco;
+    for (righe.MoveFirst(); !righe.Eof(); righe.MoveNext()) {
+      const auto conto = values::toPlainText(righe["CONTO"].Value());
+      const auto periodo = values::toInt32(righe["PERIODO"].Value());
+      const auto atteso = values::toPlainText(attesi[{conto, periodo}].rounded(2));
+      EXPECT_EQ(values::toPlainText(righe["IMPORTO"].Value()), atteso) << conto << " " << periodo;
+      EXPECT_EQ(valore("SELECT BU66_IMPORTO FROM BU66_DETBUDGET INNER JOIN BU65_TESBUDGET ON BU65_ID = BU66_ID_BU65 WHERE"
+                       " BU65_ANNO = 2026 AND BU65_INDTIPO_BU01 = 5 AND BU66_TIPO = 0 AND BU65_SOTTOTIPO_BU01 = '" +
+                       std::string(caso.sottoTipo) + "' AND " + caso.colonna + " = '" + conto + "' AND BU66_PERIODO = " +
+                       std::to_string(periodo)),
+                atteso);
+      attesi.erase({conto, periodo});
+    }
+    EXPECT_TRUE(attesi.empty()) << attesi.begin()->first.first;
+  }
 }
 
 }  // namespace
