@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "definition/Strutture.h"
+#include "frame/BudgetAnno.h"
 #include "frame/ContiPiano.h"
 #include "frame/Schede.h"
 #include "frame/TestoSql.h"
@@ -39,11 +40,7 @@ void SchedePerConto::leggi() {
   TestoSql sql;
   sql.riga(" SELECT BU65_ID, ", colonna)
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(prop.CodiceDitta))
-      .riga(" AND    BU65_INDTIPO_BU01 = ", numero(prop.TipoBudget))
-      .riga(" AND    BU65_SOTTOTIPO_BU01 = ", apiciRiempiti(prop.SottoTipoBudget, kLarghezzaSottoTipo))
-      .riga(" AND    BU65_ANNO = ", numero(prop.AnnoEsercizio))
-      .riga(" AND    BU65_PROGESER = ", numero(prop.ProgressivoEsercizio));
+      .testo(condizioniSchede(budgetScelto(prop)));
   if (!values::isBlank(prop.CodiceSede)) sql.riga(" AND    BU65_CODICE_CG31 = ", numero(prop.CodiceSede));
   sql.riga(" ORDER BY BU65_ID ");
   const auto schede = ctx_.connessione().Execute(sql);

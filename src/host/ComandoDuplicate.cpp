@@ -59,9 +59,9 @@ void duplica(Ambiente& ambiente, const Opzioni& opzioni) {
   if (opzioni.prova && !opzioni.percentuale.empty()) throw ErroreUso("--percent changes what a run has written; it does not go with --dry-run");
   completaDestinazione(ambiente);
   auto& oggetto = ambiente.oggetto();
-  const RitaglioDettagli ritaglio{oggetto.CodiceDitta, oggetto.BdgDestinazioneSottoTipo,
-                                  oggetto.BdgDestinazioneAnnoEsercizio, oggetto.BdgDestinazioneProgressivoEsercizio,
-                                  oggetto.TipoBudget, oggetto.TipoDettaglioDestinazione};
+  const RitaglioDettagli ritaglio{{oggetto.CodiceDitta, oggetto.TipoBudget, oggetto.BdgDestinazioneSottoTipo,
+                                   oggetto.BdgDestinazioneAnnoEsercizio, oggetto.BdgDestinazioneProgressivoEsercizio},
+                                  oggetto.TipoDettaglioDestinazione};
   const auto vera = ambiente.connessione();
   const FotoDettagli prima(*vera, ritaglio);
   FotoDettagli dopo;

@@ -155,8 +155,7 @@ void elabora(Ambiente& ambiente, const Opzioni& opzioni) {
   ambiente.controlla();
   if (oggetto.RstSaldiElaEco->RecordCount() == 0) spiegaVuoto(oggetto);
   if (oggetto.IsSovrascriviEsistenti) sovrascriviTutte(*oggetto.RstSaldiElaEco);
-  const RitaglioDettagli ritaglio{oggetto.CodiceDitta,          oggetto.SottoTipoBudget, oggetto.AnnoEsercizio,
-                                  oggetto.ProgressivoEsercizio, oggetto.TipoBudget,      oggetto.TipoDettaglioDestinazione,
+  const RitaglioDettagli ritaglio{budgetScelto(oggetto), oggetto.TipoDettaglioDestinazione,
                                   oggetto.GetTipoPdC(oggetto.TipoBudget, oggetto.SottoTipoBudget)};
   const FotoDettagli prima(*ambiente.connessione(), ritaglio);
   if (opzioni.scrivi || opzioni.prova) return scrivi(ambiente, prima, ritaglio, opzioni.prova);

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
 #include "host/Ambiente.h"
 #include "host/Avanzamento.h"
@@ -20,11 +21,7 @@ ado::DictionaryPtr sediConSchede(Ambiente& ambiente) {
   const auto& oggetto = ambiente.oggetto();
   TestoSql sql;
   sql.riga(" SELECT DISTINCT BU65_CODICE_CG31 FROM BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(oggetto.CodiceDitta))
-      .riga(" AND    BU65_INDTIPO_BU01 = ", numero(oggetto.TipoBudget))
-      .riga(" AND    BU65_SOTTOTIPO_BU01 = ", apici(oggetto.SottoTipoBudget))
-      .riga(" AND    BU65_ANNO = ", numero(oggetto.AnnoEsercizio))
-      .riga(" AND    BU65_PROGESER = ", numero(oggetto.ProgressivoEsercizio))
+      .testo(condizioniSchede(budgetScelto(oggetto)))
       .riga(" AND    BU65_CODICE_CG31 IS NOT NULL ")
       .riga(" ORDER BY BU65_CODICE_CG31 ");
   auto sedi = std::make_shared<ado::Dictionary>();
@@ -69,8 +66,7 @@ void completaInput(Ambiente& ambiente) {
 void elaboraTipo(Ambiente& ambiente, int tipoScheda, bool prova, RiepilogoSedi& riepilogo, Tabella& cambiamenti) {
   auto& oggetto = ambiente.oggetto();
   oggetto.BdgTipoScheda = tipoScheda;
-  const RitaglioDettagli ritaglio{oggetto.CodiceDitta,          oggetto.SottoTipoBudget, oggetto.AnnoEsercizio,
-                                  oggetto.ProgressivoEsercizio, oggetto.TipoBudget,      oggetto.TipoDettaglioDestinazione};
+  const RitaglioDettagli ritaglio{budgetScelto(oggetto), oggetto.TipoDettaglioDestinazione};
   const auto vera = ambiente.connessione();
   const FotoDettagli prima(*vera, ritaglio);
   FotoDettagli dopo;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
 #include "host/Ambiente.h"
 #include "host/Argomenti.h"
@@ -83,11 +84,7 @@ void allinea(Ambiente& ambiente) {
   auto& oggetto = ambiente.oggetto();
   TestoSql sql;
   sql.riga(" SELECT COUNT(*) AS N FROM BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(oggetto.CodiceDitta))
-      .riga(" AND    BU65_INDTIPO_BU01 = ", numero(oggetto.TipoBudget))
-      .riga(" AND    BU65_SOTTOTIPO_BU01 = ", apici(oggetto.SottoTipoBudget))
-      .riga(" AND    BU65_ANNO = ", numero(oggetto.AnnoEsercizio))
-      .riga(" AND    BU65_PROGESER = ", numero(oggetto.ProgressivoEsercizio));
+      .testo(condizioniSchede(budgetScelto(oggetto)));
   const int prima = values::toInt32(uno(ambiente, sql.str()));
   Avanzamento avanzamento;
   avanzamento.collega(oggetto);

@@ -12,8 +12,6 @@ namespace {
 
 using values::Variant;
 
-constexpr int kLarghezzaSottoTipo = 2;
-
 std::string testoFoto(const RitaglioDettagli& ritaglio) {
   TestoSql sql;
   sql.riga(" SELECT BU65_ID, BU65_CODICE_CG31, BU65_SCHEDA_BU07, ", contoDelPiano(ritaglio.tipoPdc).conto, " AS CONTO, ")
@@ -21,11 +19,7 @@ std::string testoFoto(const RitaglioDettagli& ritaglio) {
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
       .riga(" LEFT OUTER JOIN BU66_DETBUDGET WITH (NOLOCK) ")
       .riga("    ON  BU66_ID_BU65 = BU65_ID AND BU66_TIPO = ", numero(ritaglio.dettaglio))
-      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(ritaglio.ditta))
-      .riga(" AND    BU65_INDTIPO_BU01 = ", numero(ritaglio.tipo))
-      .riga(" AND    BU65_SOTTOTIPO_BU01 = ", apiciRiempiti(ritaglio.sottoTipo, kLarghezzaSottoTipo))
-      .riga(" AND    BU65_ANNO = ", numero(ritaglio.anno))
-      .riga(" AND    BU65_PROGESER = ", numero(ritaglio.progressivo));
+      .testo(condizioniSchede(ritaglio.budget));
   return sql.str();
 }
 

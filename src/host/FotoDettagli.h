@@ -6,16 +6,16 @@
 #include <string>
 
 #include "ado/Connection.h"
+#include "frame/BudgetAnno.h"
 #include "frame/Enumerazioni.h"
 #include "host/Tabella.h"
 #include "values/Variant.h"
 
 namespace bukorval::host {
 
-/// Which details a snapshot takes: one company's budget of one year, its details of one kind.
+/// Which details a snapshot takes: a budget's, of one kind.
 struct RitaglioDettagli {
-  values::Variant ditta, sottoTipo, anno, progressivo;
-  BdgTipo tipo = 0;
+  BudgetAnno budget;
   BdgTipoDettaglio dettaglio = 0;
   BdgTipoPdc tipoPdc = bdgPdcCoGe;  ///< which of a card's accounts is the budget's
 };

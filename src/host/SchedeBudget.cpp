@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "ado/Dictionary.h"
+#include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
 #include "host/Errori.h"
 #include "values/Conversion.h"
@@ -31,11 +32,7 @@ std::optional<values::Variant> SchedeBudget::trova(const ChiaveScheda& chiave) {
   TestoSql sql;
   sql.riga(" SELECT BU65_ID ")
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(oggetto.CodiceDitta))
-      .riga(" AND    BU65_INDTIPO_BU01 = ", numero(oggetto.TipoBudget))
-      .riga(" AND    BU65_SOTTOTIPO_BU01 = ", testoDati(oggetto.SottoTipoBudget))
-      .riga(" AND    BU65_ANNO = ", numero(oggetto.AnnoEsercizio))
-      .riga(" AND    BU65_PROGESER = ", numero(oggetto.ProgressivoEsercizio));
+      .testo(condizioniSchede(budgetScelto(oggetto)));
   for (const auto& [colonna, valore] : chiave) sql.riga(" AND    ", colonna, condizione(valore));
   const auto rs = ambiente_.connessione()->Execute(sql);
   if (rs->RecordCount() > 1) throw Rifiuto("Several cards have " + descrizione(chiave));

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "frame/BudgetAnno.h"
 #include "frame/Schede.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
@@ -21,17 +22,14 @@ void accoda(std::string& chiave, const Colonna& colonna, const values::Variant& 
 }
 
 std::string testoSchede(const Contesto& ctx, const std::vector<const Colonna*>& colonne) {
-  const auto& prop = ctx.prop;
+  auto budget = budgetScelto(ctx.prop);
+  budget.ditta = ctx.sessione().CodiceDitta();
   TestoSql sql;
   sql.testo(" SELECT BU65_ID");
   for (const auto* colonna : colonne) sql.testo(", ", colonna->nome);
   sql.riga(" ")
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(ctx.sessione().CodiceDitta()))
-      .riga(" AND    BU65_INDTIPO_BU01 = ", numero(prop.TipoBudget))
-      .riga(" AND    BU65_SOTTOTIPO_BU01 = ", apiciRiempiti(prop.SottoTipoBudget, kLarghezzaSottoTipo))
-      .riga(" AND    BU65_ANNO = ", numero(prop.AnnoEsercizio))
-      .riga(" AND    BU65_PROGESER = ", numero(prop.ProgressivoEsercizio));
+      .testo(condizioniSchede(budget));
   return sql.str();
 }
 
