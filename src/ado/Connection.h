@@ -45,5 +45,7 @@ ConnectionPtr createConnection();
 
 /// The value of one entry of a connection string, found without regard to case; "" when absent.
 std::string connectionEntry(std::string_view connectionString, std::string_view key);
+/// The connection string without the entries of that key, the others as they are written.
+std::string withoutEntry(std::string_view connectionString, std::string_view key);
 
 }  // namespace ado

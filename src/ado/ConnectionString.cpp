@@ -14,12 +14,14 @@ class Entries {
 
   bool next() {
     while (!rest_.empty()) {
+      const auto start = rest_;
       const auto stop = rest_.find_first_of("=;");
       key = values::trim(rest_.substr(0, stop));
       const bool hasValue = stop != std::string_view::npos && rest_[stop] == '=';
       rest_.remove_prefix(stop == std::string_view::npos ? rest_.size() : stop + 1);
       if (!hasValue) continue;
       readValue();
+      written = start.substr(0, start.size() - rest_.size());
       return true;
     }
     return false;
@@ -27,6 +29,7 @@ class Entries {
 
   std::string_view key;
   std::string value;
+  std::string_view written;  ///< the whole entry with the semicolon that ends it, if one does
 
  private:
   void readValue() {
@@ -61,6 +64,13 @@ std::string connectionEntry(std::string_view connectionString, std::string_view 
   for (Entries entries(connectionString); entries.next();)
     if (values::compareText(entries.key, key) == 0) return entries.value;
   return {};
+}
+
+std::string withoutEntry(std::string_view connectionString, std::string_view key) {
+  std::string rest;
+  for (Entries entries(connectionString); entries.next();)
+    if (values::compareText(entries.key, key) != 0) rest += entries.written;
+  return rest;
 }
 
 }  // namespace ado

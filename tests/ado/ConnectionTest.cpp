@@ -20,6 +20,16 @@ TEST(ConnectionString, FindsAnEntryWhateverItsDress) {
   EXPECT_EQ(ado::connectionEntry("A='never closed;B=1", "A"), "never closed;B=1");
 }
 
+TEST(ConnectionString, LosesAnEntryAndKeepsTheOthersAsWritten) {
+  const std::vector<std::pair<std::string_view, std::string_view>> cases = {
+      {"Provider=A;Driver={x;y};PWD='a;;b'", "Driver={x;y};PWD='a;;b'"},
+      {"Driver=x; PROVIDER = 'A;B' ;UID=y", "Driver=x;UID=y"},
+      {"UID={;Provider=A;};Provider=A", "UID={;Provider=A;};"},
+      {"Provider=A;Provider=B", ""},
+      {"Providers=A", "Providers=A"}};
+  for (const auto& [text, rest] : cases) EXPECT_EQ(ado::withoutEntry(text, "Provider"), rest) << text;
+}
+
 /// A provider that keeps what it was opened with.
 class Recorder : public testing_support::RecordingConnection {
  public:

@@ -10,13 +10,16 @@
 
 namespace provider_cases {
 
-INSTANTIATE_TEST_SUITE_P(Sqlite, ProviderCases, testing::Values(Provider{"SQLite", [] {
-                           ado::sqlite::registerSqlite();
-                           auto connection = ado::createConnection();
-                           connection->ConnectionString = "Provider=SQLite;Data Source=:memory:";
-                           connection->Open();
-                           return connection;
-                         }}));
+const Provider kSqlite{"SQLite", [] {
+                          ado::sqlite::registerSqlite();
+                          auto connection = ado::createConnection();
+                          connection->ConnectionString = "Provider=SQLite;Data Source=:memory:";
+                          connection->Open();
+                          return connection;
+                        }};
+
+INSTANTIATE_TEST_SUITE_P(Sqlite, ProviderCases, testing::Values(kSqlite));
+INSTANTIATE_TEST_SUITE_P(Sqlite, PortableCases, testing::Values(kSqlite));
 
 }  // namespace provider_cases
 
