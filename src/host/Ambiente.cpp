@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "ado/odbc/Provider.h"
 #include "ado/sqlite/Provider.h"
 #include "host/Argomenti.h"
 #include "host/Errori.h"
@@ -26,6 +27,7 @@ std::string stringaSqlite(const std::string& file) { return "Provider=SQLite;Dat
 
 Ambiente::Ambiente() {
   ado::sqlite::registerSqlite();
+  ado::odbc::registerOdbc();
   suite::registraServiziSuite();
 }
 

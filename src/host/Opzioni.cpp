@@ -106,7 +106,7 @@ void dichiaraOpzioni(CLI::App& app, Ambiente& ambiente) {
   app.add_option("-d,--database", scelte.database, "file of the embedded database")
       ->envname("BUKORVAL_DATABASE");
   app.add_option("--StringaConnessione,--connection", scelte.connessione,
-                 "connection string, instead of a file: \"Provider=...;Data Source=...\"");
+                 "connection string, instead of a file: \"Provider=ODBC;Driver=...;Server=...;Database=...\"");
   app.add_option("-f,--format", scelte.formato, "table (for people), csv or json (for programs)")
       ->check(CLI::IsMember({"table", "csv", "json"}))
       ->capture_default_str();
