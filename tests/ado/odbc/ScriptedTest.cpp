@@ -124,6 +124,17 @@ TEST_F(Scripted, ATransactionThatTheDatabaseEndedIsNotGoneOnWith) {
   EXPECT_EQ(outcome("INSERT ONE"), "closed");
 }
 
+TEST_F(Scripted, AConnectionIsLeftWhateverIsOpenOnIt) {
+  const auto other = ado::createConnection();
+  other->ConnectionString = kDriver;
+  other->Open();
+  EXPECT_EQ(outcome("SELECT CONNECTIONS"), "2");
+  other->BeginTrans();
+  other->Execute("INSERT ONE");
+  other->Close();
+  EXPECT_EQ(outcome("SELECT CONNECTIONS"), "1");
+}
+
 TEST_F(Scripted, TransactionsAreOfTheLevelAskedFor) {
   connection->IsolationLevel = ado::adXactSerializable;
   connection->BeginTrans();

@@ -84,6 +84,7 @@ struct Statement {
 };
 
 Text error;
+unsigned connected = 0;
 
 Text shown(std::uintptr_t value) {
   const auto digits = std::to_string(value);
@@ -97,6 +98,7 @@ std::vector<Answer> answersTo(const Text& text, const Statement& statement) {
     return std::vector<Answer>{{{{u"X", type, 4000}}, {{std::move(value)}}, {}}};
   };
   if (text == u"SELECT @@TRANCOUNT AS N") return one(shown(connection.transactions), SQL_INTEGER);
+  if (text == u"SELECT CONNECTIONS") return one(shown(connected), SQL_INTEGER);
   if (text == u"SELECT SETTINGS") {
     return one(connection.opened + (connection.autocommit ? u"|auto|" : u"|manual|") + shown(connection.isolation) +
                    (statement.noScan ? u"|noscan" : u"|scan"),
@@ -169,12 +171,21 @@ SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQL
   auto& connection = *static_cast<Connection*>(handle);
   const auto* start = reinterpret_cast<const char16_t*>(text);
   connection.opened = length == SQL_NTS ? Text(start) : Text(start, static_cast<std::size_t>(length));
-  if (connection.opened.find(u"UID={nobody}") == Text::npos) return SQL_SUCCESS;
+  if (connection.opened.find(u"UID={nobody}") == Text::npos) {
+    ++connected;
+    return SQL_SUCCESS;
+  }
   error = u"[Maker][Driver][SQL Server]Login failed for user 'nobody'.";
   return SQL_ERROR;
 }
 
-SQLRETURN SQL_API SQLDisconnect(SQLHDBC) { return SQL_SUCCESS; }
+/// Refused while a transaction is open, as the standard says.
+SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
+  error = u"[Maker]Invalid transaction state";
+  if (static_cast<Connection*>(handle)->transactions > 0) return SQL_ERROR;
+  --connected;
+  return SQL_SUCCESS;
+}
 
 SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
   auto& connection = *static_cast<Connection*>(handle);
