@@ -81,7 +81,8 @@ bool SchedePerConto::creabile(const Variant& conto) {
 
 Variant SchedePerConto::crea(const Variant& conto) {
   auto colonne = std::make_shared<ado::Dictionary>();
-  if (ctx_.dati.gestioneSede) colonne->Add("BU65_CODICE_CG31", ctx_.prop.CodiceSede);
+  // The site is part of the selection whether or not the budget is kept by site: a second run must find the card.
+  if (!values::isBlank(ctx_.prop.CodiceSede)) colonne->Add("BU65_CODICE_CG31", ctx_.prop.CodiceSede);
   colonne->Add(std::string(contoDelPiano(ctx_.dati.tipoPdc).conto), conto);
   return chiedi(ctx_, NuovaScheda(ctx_).InserimentoNuovaSchedaBudget(colonne));
 }

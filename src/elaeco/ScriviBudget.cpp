@@ -90,6 +90,9 @@ class Scrittura {
 void BdgElaEco_ScriviBudget_DaRstSaldiElaEco(Contesto& ctx) {
   esegui(ctx, "BdgElaEco_ScriviBudget_DaRstSaldiElaEco", [&] {
     if (!creaConnessioneDB(ctx) || !IsDatiInputValidi(ctx) || !GetDatiBudget(ctx)) return;
+    // Without a site, the sum of all sites would land on the card of one.
+    if (ctx.dati.gestioneSede && values::isBlank(ctx.prop.CodiceSede))
+      return ctx.rifiuta("CodiceSede  : Dato non definito nel BO ");
     if (!ctx.prop.RstSaldiElaEco) return ctx.rifiuta("RstSaldiElaEco  : Dato non definito nel BO ");
     BdgElaEco_DefinisciRstContiNonPresentiInStruttura(ctx);
     ctx.verifica();

@@ -10,7 +10,8 @@ namespace bukorval {
 /// budget's structure allows the account; otherwise the account goes to RstContiNonPresentiInStruttura. With
 /// ElaboraSoloContiBudgettizzati no card is created. Running it twice writes the same values again. Raises
 /// BeginProcess, StepProcess and EndProcess.
-/// Outcome: 1 for missing inputs, 99 for any failure, and nothing of the run stays written.
+/// Outcome: 1 for missing inputs, the site of a budget kept by site among them; 99 for any failure, and nothing of the
+/// run stays written.
 /// Reads BU01_ANABUDGET and the structures; writes BU65_TESBUDGET, BU66_DETBUDGET.
 void BdgElaEco_ScriviBudget_DaRstSaldiElaEco(Contesto& ctx);
 

@@ -153,11 +153,12 @@ TEST(PopolaSaldi, BudgetsOnOtherChartsTakeBalancesThroughTheirLinks) {
   ASSERT_TRUE(azienda.popola()) << azienda.esito();
   EXPECT_THAT(azienda.proposte(),
               ElementsAre("B06 1 5.00 0 1", "B06 2 0.00 0 1", "A01 1 -20.00 0 1", "A01 2 -1.00 0 1"));
+  azienda.prop.DaConto = "A";
   azienda.prop.AConto = "A99";
   ASSERT_TRUE(azienda.popola()) << azienda.esito();
   EXPECT_THAT(azienda.proposte(), ElementsAre("A01 1 -20.00 0 1", "A01 2 -1.00 0 1"));
   azienda.prop.SottoTipoBudget = "03";
-  azienda.prop.AConto = {};
+  azienda.prop.DaConto = azienda.prop.AConto = {};
   ASSERT_TRUE(azienda.popola()) << azienda.esito();
   EXPECT_THAT(azienda.proposte(), ElementsAre("MARGINE 1 -15.00 0 1"));
   EXPECT_EQ(values::toPlainText((*azienda.prop.RstSaldiElaEco)["DESCRIZIONE"].Value()), "Margine");

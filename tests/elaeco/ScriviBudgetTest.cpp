@@ -95,6 +95,28 @@ TEST(ScriviBudget, WritingTwiceChangesNothing) {
   }
 }
 
+TEST(ScriviBudget, TheSiteIsPartOfTheSelection) {
+  for (const bool perSede : {true, false}) {
+    Proposta prova;
+    prova.scheda("50010001", 0, 1, "1", "1");
+    if (perSede) prova.db->Execute("UPDATE BU01_ANABUDGET SET BU01_FLGSEDI = 1");
+    prova.prop.CodiceSede = 2;
+    for (int volte = 0; volte < 2; ++volte) {
+      prova.popolaEScrivi();
+      EXPECT_EQ(prova.esito(), "0 ");
+      EXPECT_THAT(prova.righe("SELECT BU65_CODICE_CG31, BU65_CONTO_CG24, COUNT(BU66_IMPORTO) FROM BU65_TESBUDGET INNER JOIN"
+                              " BU66_DETBUDGET ON BU66_ID_BU65 = BU65_ID GROUP BY BU65_ID, BU65_CODICE_CG31, BU65_CONTO_CG24"
+                              " ORDER BY BU65_ID"),
+                  ElementsAre("1 50010001 1", "2 50010001 2", "2 50010002 2"));
+    }
+    prova.prop.CodiceSede = {};
+    ASSERT_TRUE(prova.popola());
+    prova.modifica("", "IMPORTO", 77);
+    prova.scrivi();
+    EXPECT_EQ(prova.esito(), perSede ? "1 CodiceSede  : Dato non definito nel BO " : "0 ");
+  }
+}
+
 TEST(ScriviBudget, AccountsWithoutACardThatTheStructureDoesNotAllowAreListed) {
   struct Caso {
     const char* nome;

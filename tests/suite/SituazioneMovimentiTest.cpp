@@ -185,6 +185,11 @@ TEST_F(Situazione, SharesOfTheMonthsAddUpToTheAmount) {
   EXPECT_EQ(values::toPlainText(somme["60"]), values::toPlainText(attivo));
   EXPECT_EQ(values::toPlainText(somme["70"]), values::toPlainText(passivo));
   EXPECT_EQ(values::toPlainText(somme["80"]), "12.00");
+  situazione.FiltroConto = " AND (CG42_MOVCONT.CG42_CONTOPAR_CG24 >= '80') ";
+  mese(1);
+  EXPECT_TRUE(saldi().empty());
+  mese(6);
+  EXPECT_THAT(saldi(), ElementsAre("80 A12.00"));
 }
 
 TEST_F(Situazione, AdjustingEntriesOfTheYearAreInARangePastItsEnd) {
