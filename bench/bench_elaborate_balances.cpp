@@ -32,28 +32,39 @@ constexpr int kLinesPerRegistration = 20;
 /// One line an account and month; every account has its place in the chart, every tenth a percentage of its group.
 void fill(sqlite3* database, int accounts) {
   const auto series = [](int last) {
-    return "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < " + std::to_string(last) + ") ";
+    return "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < " + std::to_string(last) +
+           ") ";
   };
   const std::string account = "printf('6%03d%04d', i / 100, i % 100 + 1)";
   const std::string lines = std::to_string(kLinesPerRegistration);
   run(database, "BEGIN");
-  run(database, (series(accounts) + "INSERT INTO CG24_TABPDC (CG24_GRUPPO_CG10, CG24_CONTO, CG24_DESCR, CG24_INDTIPOCONTO)"
-                 " SELECT 1, " + account + ", 'Conto ' || i, 2 FROM n").c_str());
-  run(database, (series(accounts * kMonths / kLinesPerRegistration) + "INSERT INTO CG41_PRIMANOTA (CG41_DITTA_CG18, CG41_NUMREG,"
+  run(database, (series(accounts) +
+                 "INSERT INTO CG24_TABPDC (CG24_GRUPPO_CG10, CG24_CONTO, CG24_DESCR, CG24_INDTIPOCONTO)"
+                 " SELECT 1, " +
+                 account + ", 'Conto ' || i, 2 FROM n")
+                    .c_str());
+  run(database, (series(accounts * kMonths / kLinesPerRegistration) +
+                 "INSERT INTO CG41_PRIMANOTA (CG41_DITTA_CG18, CG41_NUMREG,"
                  " CG41_DATAREG, CG41_ANNO_CG19, CG41_PROGESER_CG19, CG41_INDPROVREG) SELECT 1, i + 1, 20110015000000 +"
-                 " (i % 12 + 1) * 100000000, 2011, 1, 0 FROM n").c_str());
+                 " (i % 12 + 1) * 100000000, 2011, 1, 0 FROM n")
+                    .c_str());
   // Registration r is of month r % 12: its lines take the accounts of one block of 20.
-  run(database, (series(accounts * kMonths) + ", l(r, k) AS (SELECT i / " + lines + ", i % " + lines + " FROM n) INSERT INTO"
-                 " CG42_MOVCONT (CG42_DITTA_CG18, CG42_NUMREG_CG41, CG42_NUMRIGACONT, CG42_GRUPPO_CG10, CG42_CONTOPAR_CG24,"
-                 " CG42_INDDAAV, CG42_IMPTOTALE) SELECT 1, r + 1, k + 1, 1, printf('6%03d%04d', (r / 12 * " + lines +
-                 " + k) / 100, (r / 12 * " + lines + " + k) % 100 + 1), 1 + (k % 9 = 0), (r * 7919 + k * 31) % 1000000 + 1 FROM l").c_str());
+  run(database,
+      (series(accounts * kMonths) + ", l(r, k) AS (SELECT i / " + lines + ", i % " + lines +
+       " FROM n) INSERT INTO"
+       " CG42_MOVCONT (CG42_DITTA_CG18, CG42_NUMREG_CG41, CG42_NUMRIGACONT, CG42_GRUPPO_CG10, CG42_CONTOPAR_CG24,"
+       " CG42_INDDAAV, CG42_IMPTOTALE) SELECT 1, r + 1, k + 1, 1, printf('6%03d%04d', (r / 12 * " +
+       lines + " + k) / 100, (r / 12 * " + lines +
+       " + k) % 100 + 1), 1 + (k % 9 = 0), (r * 7919 + k * 31) % 1000000 + 1 FROM l")
+          .c_str());
   run(database, "COMMIT");
 }
 
 /// Percentages of account groups only: the walk up the tree finds them.
 ado::RecordsetPtr deviations(int accounts) {
   auto rst = std::make_shared<ado::Recordset>();
-  for (const char* field : {"CONTO", "FLGPERIODI", "PERCSCOST"}) rst->Fields().Append(field, ado::adVariant, 0, ado::adFldIsNullable);
+  for (const char* field : {"CONTO", "FLGPERIODI", "PERCSCOST"})
+    rst->Fields().Append(field, ado::adVariant, 0, ado::adFldIsNullable);
   rst->Open();
   for (int group = 0; group < accounts / 100; group += 2) {
     char account[16];
@@ -75,10 +86,12 @@ class Bench {
     connection_->ConnectionString = "Provider=SQLite;Create=True;Data Source=" + file_.string();
     connection_->Open();
     schema::create(*connection_);
-    connection_->Execute("INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
+    connection_->Execute(
+        "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
     for (const char* year : {"2011", "2012"})
       connection_->Execute(std::string("INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER,"
-                                       " CG19_DATAINIZIO, CG19_DATAFINE) VALUES (1, ") + year + ", 1, '" + year + "0101', '" + year + "1231')");
+                                       " CG19_DATAINIZIO, CG19_DATAFINE) VALUES (1, ") +
+                           year + ", 1, '" + year + "0101', '" + year + "1231')");
     connection_->Execute("INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_INDPERIODO)"
                          " VALUES (5, '01', N'CON', 2)");
     sqlite3* raw = nullptr;
@@ -198,8 +211,22 @@ void write(benchmark::State& state) {
   report(state, times, object, engine);
 }
 
-BENCHMARK(populate)->ArgName("accounts")->Arg(1000)->Arg(2000)->Arg(5000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(write)->ArgName("accounts")->Arg(1000)->Arg(2000)->Arg(5000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(populate)
+    ->ArgName("accounts")
+    ->Arg(1000)
+    ->Arg(2000)
+    ->Arg(5000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
+BENCHMARK(write)
+    ->ArgName("accounts")
+    ->Arg(1000)
+    ->Arg(2000)
+    ->Arg(5000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
 
 }  // namespace
 

@@ -37,32 +37,46 @@ void fill(sqlite3* database, int lines) {
     return "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " + last + ") ";
   };
   run(database, "BEGIN");
-  run(database, (series(r) + "INSERT INTO CG41_PRIMANOTA (CG41_DITTA_CG18, CG41_NUMREG, CG41_DATAREG, CG41_ANNO_CG19,"
-                 " CG41_PROGESER_CG19, CG41_INDPROVREG) SELECT 1, i, 20110000000000 + (i % 12 + 1) * 100000000 + (i % 28 + 1) *"
-                 " 1000000, 2011, 1, 0 FROM n").c_str());
-  run(database, (series(n) + "INSERT INTO CG42_MOVCONT (CG42_DITTA_CG18, CG42_NUMREG_CG41, CG42_NUMRIGACONT, CG42_GRUPPO_CG10,"
-                 " CG42_CONTOPAR_CG24, CG42_INDDAAV, CG42_IMPTOTALE, CG42_CODICE_CG33, CG42_DATAINICOMP, CG42_DATAFINCOMP)"
-                 " SELECT 1, (i - 1) / 10 + 1, (i - 1) % 10 + 1, 1, printf('6%07d', i * 7919 % " + c + " + 1), 1 + (i % 9 = 0),"
-                 " i * 7919 % 1000000, '    ', CASE WHEN i % 2 THEN 20110000000000 + (i % 9 + 1) * 100000000 + 5000000 END,"
-                 " CASE WHEN i % 2 THEN 20110000000000 + (i % 9 + 3) * 100000000 + 17000000 END FROM n").c_str());
-  run(database, (series(c) + "INSERT INTO BU65_TESBUDGET (BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO,"
-                 " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_GRUPPO_CG10, BU65_CONTO_CG24)"
-                 " SELECT 1, 4, '01', 2011, 1, 0, printf('C%06d', i), 1, printf('6%07d', i) FROM n").c_str());
+  run(database,
+      (series(r) +
+       "INSERT INTO CG41_PRIMANOTA (CG41_DITTA_CG18, CG41_NUMREG, CG41_DATAREG, CG41_ANNO_CG19,"
+       " CG41_PROGESER_CG19, CG41_INDPROVREG) SELECT 1, i, 20110000000000 + (i % 12 + 1) * 100000000 + (i % 28 + 1) *"
+       " 1000000, 2011, 1, 0 FROM n")
+          .c_str());
+  run(database,
+      (series(n) +
+       "INSERT INTO CG42_MOVCONT (CG42_DITTA_CG18, CG42_NUMREG_CG41, CG42_NUMRIGACONT, CG42_GRUPPO_CG10,"
+       " CG42_CONTOPAR_CG24, CG42_INDDAAV, CG42_IMPTOTALE, CG42_CODICE_CG33, CG42_DATAINICOMP, CG42_DATAFINCOMP)"
+       " SELECT 1, (i - 1) / 10 + 1, (i - 1) % 10 + 1, 1, printf('6%07d', i * 7919 % " +
+       c +
+       " + 1), 1 + (i % 9 = 0),"
+       " i * 7919 % 1000000, '    ', CASE WHEN i % 2 THEN 20110000000000 + (i % 9 + 1) * 100000000 + 5000000 END,"
+       " CASE WHEN i % 2 THEN 20110000000000 + (i % 9 + 3) * 100000000 + 17000000 END FROM n")
+          .c_str());
+  run(database,
+      (series(c) + "INSERT INTO BU65_TESBUDGET (BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO,"
+                   " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_GRUPPO_CG10, BU65_CONTO_CG24)"
+                   " SELECT 1, 4, '01', 2011, 1, 0, printf('C%06d', i), 1, printf('6%07d', i) FROM n")
+          .c_str());
   run(database, "INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65) SELECT BU65_ID FROM BU65_TESBUDGET");
   run(database, "COMMIT");
 }
 
 class Bench {
  public:
-  Bench(int lines, int dateKind) : cards_(lines / kLinesPerCard), file_(std::filesystem::temp_directory_path() / "bench_cards.db") {
+  Bench(int lines, int dateKind)
+      : cards_(lines / kLinesPerCard), file_(std::filesystem::temp_directory_path() / "bench_cards.db") {
     remove();
     connection_->ConnectionString = "Provider=SQLite;Create=True;Data Source=" + file_.string();
     connection_->Open();
     schema::create(*connection_);
-    connection_->Execute("INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
-    connection_->Execute("INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE)"
-                         " VALUES (1, 2011, 1, '20110101', '20111231')");
-    connection_->Execute("INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA) VALUES (4, '01', N'CON')");
+    connection_->Execute(
+        "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
+    connection_->Execute(
+        "INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE)"
+        " VALUES (1, 2011, 1, '20110101', '20111231')");
+    connection_->Execute(
+        "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA) VALUES (4, '01', N'CON')");
     sqlite3* raw = nullptr;
     if (sqlite3_open(file_.string().c_str(), &raw) != SQLITE_OK) throw std::runtime_error("cannot open");
     raw_.reset(raw);

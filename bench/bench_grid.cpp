@@ -74,24 +74,28 @@ void fill(sqlite3* database, int cards) {
                  ") INSERT INTO BU65_TESBUDGET (BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO,"
                  " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07)"
                  " SELECT 1, 3, '01', 2011, 1, 0, printf('C%06d', i) FROM n").c_str());
-  run(database, ("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < " + count +
-                 " * 60) INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO, BU66_QTA1, BU66_QTA2)"
-                 " SELECT i / 60 + 1, i % 60 / 12, i % 12 + 1,"
-                 " CASE WHEN i % 60 / 12 = 1 AND i % 12 > 8 THEN NULL ELSE (i * 7919) % 1000000 END,"
-                 " (i * 31) % 100000, NULL FROM n").c_str());
+  run(database,
+      ("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < " + count +
+       " * 60) INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO, BU66_QTA1, BU66_QTA2)"
+       " SELECT i / 60 + 1, i % 60 / 12, i % 12 + 1,"
+       " CASE WHEN i % 60 / 12 = 1 AND i % 12 > 8 THEN NULL ELSE (i * 7919) % 1000000 END,"
+       " (i * 31) % 100000, NULL FROM n")
+          .c_str());
   run(database, "COMMIT");
 }
 
 /// One database with its object, its own raw handle and the translated statement.
 class Bench {
  public:
-  explicit Bench(int cards) : file_(std::filesystem::temp_directory_path() / ("bench_grid_" + std::to_string(cards) + ".db")) {
+  explicit Bench(int cards)
+      : file_(std::filesystem::temp_directory_path() / ("bench_grid_" + std::to_string(cards) + ".db")) {
     remove();
     connection_ = ado::createConnection();
     connection_->ConnectionString = "Provider=SQLite;Create=True;Data Source=" + file_.string();
     connection_->Open();
     schema::create(*connection_);
-    connection_->Execute("INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
+    connection_->Execute(
+        "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
     connection_->Execute(
         "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_NUMFORECAST)"
         " VALUES (3, '01', N'SCH', 2)");

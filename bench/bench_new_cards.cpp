@@ -33,7 +33,8 @@ struct Company {
     connection->ConnectionString = "Provider=SQLite;Data Source=:memory:";
     connection->Open();
     schema::create(*connection);
-    connection->Execute("INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
+    connection->Execute(
+        "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
     connection->Execute("INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_NUMFORECAST)"
                         " VALUES (3, '01', N'SCH', 3)");
     object.ActiveInterface = std::make_shared<suite::Sessione>(connection);
@@ -65,12 +66,16 @@ struct Raw {
     if (sqlite3_open(":memory:", &raw) != SQLITE_OK) throw std::runtime_error("cannot open");
     database.reset(raw);
     registerFunctions(raw);
-    run(raw, "CREATE TABLE BU65 (BU65_ID INTEGER PRIMARY KEY AUTOINCREMENT, DITTA DECIMAL, TIPO INT, SOTTO CHAR(2) COLLATE BK_TEXT,"
-             " ANNO DECIMAL, PROG DECIMAL, SCHEDA VARCHAR(10) COLLATE BK_TEXT, B DECIMAL, C DECIMAL, AGG INT,"
-             " COSRIC DECIMAL, SEDE DECIMAL)");
+    run(raw,
+        "CREATE TABLE BU65 (BU65_ID INTEGER PRIMARY KEY AUTOINCREMENT, DITTA DECIMAL, TIPO INT, SOTTO CHAR(2) COLLATE "
+        "BK_TEXT,"
+        " ANNO DECIMAL, PROG DECIMAL, SCHEDA VARCHAR(10) COLLATE BK_TEXT, B DECIMAL, C DECIMAL, AGG INT,"
+        " COSRIC DECIMAL, SEDE DECIMAL)");
     run(raw, "CREATE INDEX I65 ON BU65 (DITTA, TIPO, SOTTO, ANNO, PROG, COSRIC, SCHEDA, SEDE)");
-    run(raw, "CREATE TABLE BU66 (BU66_ID INTEGER PRIMARY KEY AUTOINCREMENT, ID_BU65 DECIMAL NOT NULL, TIPO SMALLINT NOT NULL,"
-             " PERIODO SMALLINT NOT NULL, IMPORTO DECIMAL, QTA1 DECIMAL, QTA2 DECIMAL)");
+    run(raw,
+        "CREATE TABLE BU66 (BU66_ID INTEGER PRIMARY KEY AUTOINCREMENT, ID_BU65 DECIMAL NOT NULL, TIPO SMALLINT NOT "
+        "NULL,"
+        " PERIODO SMALLINT NOT NULL, IMPORTO DECIMAL, QTA1 DECIMAL, QTA2 DECIMAL)");
     run(raw, "CREATE INDEX I66A ON BU66 (TIPO, ID_BU65, PERIODO, IMPORTO, QTA1, QTA2)");
     run(raw, "CREATE INDEX I66B ON BU66 (ID_BU65, TIPO, PERIODO)");
   }

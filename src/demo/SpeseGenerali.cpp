@@ -47,7 +47,8 @@ std::vector<Centesimi> importi(const Mesi& mesi, int tipoScheda, int percentuale
 Variant creaTestata(ado::Connection& connessione, const Scheda& scheda, int anno, int sede) {
   auto riga = testata(4, "01", anno);
   riga("BU65_CODICE_CG31", sede)("BU65_INDCOSRIC_BU07", scheda.tipo)("BU65_SCHEDA_BU07", scheda.codice);
-  riga("BU65_GRUPPO_CG10", kPianoConti)("BU65_CONTO_CG24", scheda.conto)("BU65_INDNATCONTO", scheda.tipo == kCosto ? 2 : 1);
+  riga("BU65_GRUPPO_CG10", kPianoConti)("BU65_CONTO_CG24", scheda.conto)("BU65_INDNATCONTO",
+                                                                         scheda.tipo == kCosto ? 2 : 1);
   riga("BU65_FLGBUDGET", 1)("BU65_FLGCFLOW", scheda.giorniScadenza > 0 ? 1 : 0);
   return riga.eseguiConIdentita(connessione);
 }
@@ -65,7 +66,8 @@ void creaCashFlow(ado::Connection& connessione, const Scheda& scheda, const Vari
                   const std::vector<Centesimi>& budget) {
   const auto inizio = Date::FromYmd(anno, 1, 1);
   Inserimento riga("BU67_BDGCASHFLOW");
-  riga("BU67_ID_BU65", id)("BU67_FLGSCADMAN", 0)("BU67_TIPOCF_CG44", scheda.tipo == kRicavo ? kTipoCliente : kTipoFornitore);
+  riga("BU67_ID_BU65", id)("BU67_FLGSCADMAN", 0)("BU67_TIPOCF_CG44",
+                                                 scheda.tipo == kRicavo ? kTipoCliente : kTipoFornitore);
   riga("BU67_CLIFOR_CG44", scheda.clifor)("BU67_DATAINIVAL", inizio)("BU67_NUMRATE", 1);
   riga("BU67_GIORNISCAD", scheda.giorniScadenza).esegui(connessione);
   if (scheda.giorniScadenza == 0) return;

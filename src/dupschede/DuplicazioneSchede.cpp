@@ -89,7 +89,8 @@ class Duplicazione {
   }
 
   bool sediIndicate() {
-    if (piano_.sedeOrigine && values::isBlank(ctx_.prop.CodiceSede)) return rifiuta(" CodiceSede : Dato non definito nel BO ");
+    if (piano_.sedeOrigine && values::isBlank(ctx_.prop.CodiceSede))
+      return rifiuta(" CodiceSede : Dato non definito nel BO ");
     if (piano_.sedeDestinazione && values::isBlank(ctx_.prop.BdgDestinazioneCodiceSede))
       return rifiuta(" BdgDestinazioneCodiceSede : Dato non definito nel BO ");
     return true;
@@ -121,7 +122,8 @@ class Duplicazione {
       BdgDupSchede_DuplicazioneBU67(ctx_, piano_, copia);
       ctx_.verifica();
       const auto& prop = ctx_.prop;
-      if (prop.TipoDettaglioOrigine != bdgDettaglioBudget || prop.TipoDettaglioDestinazione != bdgDettaglioBudget) return;
+      if (prop.TipoDettaglioOrigine != bdgDettaglioBudget || prop.TipoDettaglioDestinazione != bdgDettaglioBudget)
+        return;
       if (prop.IsDuplicaScadenzeCashFlow) BdgDupSchede_DuplicazioneBU14(ctx_, piano_, copia);
     });
   }

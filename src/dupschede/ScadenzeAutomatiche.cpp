@@ -113,7 +113,8 @@ void BdgDupSchede_GeneraScadenze(Contesto& ctx, const PianoDuplicazione& piano, 
       const int periodo = intero(*importi, "BU66_PERIODO", 0);
       const auto fine = ultimi.find(periodo);
       if (fine == ultimi.end()) continue;
-      if (!values::isBlank(condizioni.inizioValidita) && fine->second < values::toDate(condizioni.inizioValidita)) continue;
+      if (!values::isBlank(condizioni.inizioValidita) && fine->second < values::toDate(condizioni.inizioValidita))
+        continue;
       scriviRate(ctx, scheda, condizioni, periodo, fine->second,
                  values::toDecimal((*importi)["BU66_IMPORTO"].Value()));
     }

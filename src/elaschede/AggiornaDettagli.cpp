@@ -26,7 +26,8 @@ void BU66CreaPeriodiDettagliInesistentiNULL(Contesto& ctx, const values::Variant
   esegui(ctx, "BU66CreaPeriodiDettagliInesistentiNULL ", [&] {
     if (values::isBlank(ctx.dati.numeroPeriodi)) return;
     const int periodi = values::toInt32(ctx.dati.numeroPeriodi);
-    for (int periodo = 1; periodo <= periodi; ++periodo) ctx.connessione().Execute(testoDettaglioNullo(id, tipo, periodo));
+    for (int periodo = 1; periodo <= periodi; ++periodo)
+      ctx.connessione().Execute(testoDettaglioNullo(id, tipo, periodo));
   });
 }
 

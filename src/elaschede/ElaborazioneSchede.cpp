@@ -101,8 +101,9 @@ class Elaborazione {
 
   void avvisaNessunaScheda() {
     std::string testo = "In base ai parametri impostati \r\n";
-    testo += ctx_.dati.gestioneSede ? "non sono presenti schede da elaborare per la sede " + numero(ctx_.prop.CodiceSede)
-                                    : std::string("non sono presenti schede da elaborare!");
+    testo += ctx_.dati.gestioneSede
+                 ? "non sono presenti schede da elaborare per la sede " + numero(ctx_.prop.CodiceSede)
+                 : std::string("non sono presenti schede da elaborare!");
     ctx_.sessione().MostraMessaggio(testo, kStileAvviso, "Elaborazione schede spese generali");
   }
 

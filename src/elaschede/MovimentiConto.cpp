@@ -18,7 +18,8 @@ int tipoCliFor(const Contesto& ctx) { return values::toInt32(ctx.prop.BdgTipoSch
 void aggiungiColonne(TestoSql& sql) {
   sql.riga(" SELECT  CG41_DITTA_CG18, CG41_NUMREG, CG41_DATAREG, ")
       .riga("         CG41_ANNO_CG19, CG41_PROGESER_CG19, CG41_INDPROVREG, ")
-      .riga(" (CASE WHEN CG42_CODICE_CG31 IS NULL THEN CG41_CODICE_CG31 ELSE CG42_CODICE_CG31 END) AS CG41_CODICE_CG31, ")
+      .riga(
+          " (CASE WHEN CG42_CODICE_CG31 IS NULL THEN CG41_CODICE_CG31 ELSE CG42_CODICE_CG31 END) AS CG41_CODICE_CG31, ")
       .riga("        CG41_INDTIPOMOV, ")
       .riga("        CG42_NUMRIGACONT , CG42_GRUPPO_CG10, ")
       .riga("        CG42_CONTOPAR_CG24, CG41_DATADOC, CG41_DITTACF_CG18, ")

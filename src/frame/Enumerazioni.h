@@ -19,7 +19,12 @@ using BdgNatura = std::int32_t;
 enum BdgStato : std::int32_t { bdgStatoOk = 0, bdgStatoRifiutato = 1, bdgStatoErrore = 99 };
 
 /// Detail kinds of BU66_DETBUDGET; forecast n is bdgDettaglioOrdini + n.
-enum : BdgTipoDettaglio { bdgDettaglioBudget = 0, bdgDettaglioConsuntivo = 1, bdgDettaglioOrdini = 2, bdgDettaglioTutti = 99 };
+enum : BdgTipoDettaglio {
+  bdgDettaglioBudget = 0,
+  bdgDettaglioConsuntivo = 1,
+  bdgDettaglioOrdini = 2,
+  bdgDettaglioTutti = 99
+};
 
 /// Value kinds: which column of BU66_DETBUDGET.
 enum : BdgTipoValore { bdgValoreImporto = 0, bdgValoreQta1 = 1, bdgValoreQta2 = 2 };

@@ -6,8 +6,10 @@ namespace bukorval::host {
 
 std::span<const Comando> comandi() {
   static const std::vector<Comando> kComandi{
-      comandoCreate(), comandoImport(), comandoBudgets(), comandoGrid(), comandoPeriods(), comandoSet(),
-      comandoClear(), comandoNew(), comandoDelete(), comandoAlign(), comandoElaborateCards(), comandoElaborateBalances(), comandoDuplicate(), comandoCall(),
+      comandoCreate(),    comandoImport(), comandoBudgets(),        comandoGrid(),
+      comandoPeriods(),   comandoSet(),    comandoClear(),          comandoNew(),
+      comandoDelete(),    comandoAlign(),  comandoElaborateCards(), comandoElaborateBalances(),
+      comandoDuplicate(), comandoCall(),
   };
   return kComandi;
 }

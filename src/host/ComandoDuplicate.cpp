@@ -29,16 +29,21 @@ void completaDestinazione(Ambiente& ambiente) {
 }
 
 /// Raises or lowers the copied amounts through the object's own update, one by one.
-int applicaPercentuale(Ambiente& ambiente, const FotoDettagli& prima, const FotoDettagli& dopo, const Variant& percentuale) {
+int applicaPercentuale(Ambiente& ambiente, const FotoDettagli& prima, const FotoDettagli& dopo,
+                       const Variant& percentuale) {
   auto& oggetto = ambiente.oggetto();
-  const Variant fattore = values::add(1, values::divide(values::toDecimal(percentuale), values::Decimal::FromScaled(100)));
+  const Variant fattore =
+      values::add(1, values::divide(values::toDecimal(percentuale), values::Decimal::FromScaled(100)));
   int cambiati = 0;
   for (const auto& [chiave, importo] : dopo.importi()) {
     if (importo.isNothing()) continue;
     const auto vecchio = prima.importi().find(chiave);
-    if (vecchio != prima.importi().end() && !vecchio->second.isNothing() && values::compare(vecchio->second, importo) == 0) continue;
+    if (vecchio != prima.importi().end() && !vecchio->second.isNothing() &&
+        values::compare(vecchio->second, importo) == 0)
+      continue;
     Variant dettaglio, senzaImporto, nuovo;
-    oggetto.GetBdgDettaglioEsiste(chiave.scheda, oggetto.TipoDettaglioDestinazione, chiave.periodo, dettaglio, senzaImporto);
+    oggetto.GetBdgDettaglioEsiste(chiave.scheda, oggetto.TipoDettaglioDestinazione, chiave.periodo, dettaglio,
+                                  senzaImporto);
     ambiente.controlla();
     const Variant scostato = values::toDecimal(values::multiply(importo, fattore)).rounded(2);
     oggetto.AggiornaSingoloValoreBU66(dettaglio, chiave.scheda, oggetto.TipoDettaglioDestinazione, bdgValoreImporto,
@@ -56,7 +61,8 @@ struct Opzioni {
 
 void duplica(Ambiente& ambiente, const Opzioni& opzioni) {
   richiediBudget(ambiente);
-  if (opzioni.prova && !opzioni.percentuale.empty()) throw ErroreUso("--percent changes what a run has written; it does not go with --dry-run");
+  if (opzioni.prova && !opzioni.percentuale.empty())
+    throw ErroreUso("--percent changes what a run has written; it does not go with --dry-run");
   completaDestinazione(ambiente);
   auto& oggetto = ambiente.oggetto();
   const RitaglioDettagli ritaglio{{oggetto.CodiceDitta, oggetto.TipoBudget, oggetto.BdgDestinazioneSottoTipo,
@@ -65,7 +71,8 @@ void duplica(Ambiente& ambiente, const Opzioni& opzioni) {
   const auto vera = ambiente.connessione();
   const FotoDettagli prima(*vera, ritaglio);
   FotoDettagli dopo;
-  oggetto.Connessione(std::make_shared<ConnessioneOsservata>(vera, opzioni.prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
+  oggetto.Connessione(
+      std::make_shared<ConnessioneOsservata>(vera, opzioni.prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
   Avanzamento avanzamento;
   avanzamento.collega(oggetto);
   oggetto.BdgDupSchede_Duplicazione();
@@ -76,7 +83,9 @@ void duplica(Ambiente& ambiente, const Opzioni& opzioni) {
   int scostati = 0;
   if (!opzioni.percentuale.empty()) scostati = applicaPercentuale(ambiente, prima, dopo, Variant(opzioni.percentuale));
   const auto nuove = static_cast<int>(dopo.schede().size()) - static_cast<int>(prima.schede().size());
-  ambiente.mostra({{{"NUOVE", "New cards", true}, {"IMPORTI", "Amounts written", true}, {"SCOSTATI", "Amounts changed by --percent", true}},
+  ambiente.mostra({{{"NUOVE", "New cards", true},
+                    {"IMPORTI", "Amounts written", true},
+                    {"SCOSTATI", "Amounts changed by --percent", true}},
                    {{nuove, cambiamenti.righe.size(), scostati}},
                    {}});
 }

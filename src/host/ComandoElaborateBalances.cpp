@@ -42,7 +42,8 @@ void completaInput(Ambiente& ambiente) {
   oggetto.DeterminaDateInizioFineEsercizio(oggetto.CodiceDitta, oggetto.AnnoEsercizioMovimenti,
                                            oggetto.ProgressivoEsercizioMovimenti, inizio, fine);
   ambiente.controlla();
-  if (values::isBlank(inizio)) throw Rifiuto("There is no accounting year " + values::toPlainText(oggetto.AnnoEsercizioMovimenti));
+  if (values::isBlank(inizio))
+    throw Rifiuto("There is no accounting year " + values::toPlainText(oggetto.AnnoEsercizioMovimenti));
   if (values::isBlank(oggetto.DaData)) oggetto.DaData = inizio;
   if (values::isBlank(oggetto.AData)) oggetto.AData = fine;
 }
@@ -84,9 +85,9 @@ Tabella proposte(ado::Recordset& righe, const Presenti& presenti) {
   for (; !righe.Eof(); righe.MoveNext()) {
     const auto& importo = righe["IMPORTO"].Value();
     const auto presente = presenti.importo(righe["CONTO"].Value(), righe["PERIODO"].Value());
-    tabella.righe.push_back({righe["CONTO"].Value(), righe["DESCRIZIONE"].Value(), righe["PERIODO"].Value(), presente, importo,
-                             values::subtract(importo, values::nvl(presente, 0)), righe["BUDGETPRESENTE"].Value(),
-                             righe["SOVRASCRIVI"].Value()});
+    tabella.righe.push_back({righe["CONTO"].Value(), righe["DESCRIZIONE"].Value(), righe["PERIODO"].Value(), presente,
+                             importo, values::subtract(importo, values::nvl(presente, 0)),
+                             righe["BUDGETPRESENTE"].Value(), righe["SOVRASCRIVI"].Value()});
   }
   if (tabella.righe.size() > 1) tabella.somma();
   return tabella;
@@ -108,7 +109,8 @@ void spiegaVuoto(CLSKORVAL& oggetto) {
 
 void segnalaMancanti(const ado::RecordsetPtr& mancanti) {
   if (!mancanti || mancanti->RecordCount() == 0) return;
-  std::cerr << mancanti->RecordCount() << " accounts have no card and the budget's structure allows none; they were not written:\n";
+  std::cerr << mancanti->RecordCount()
+            << " accounts have no card and the budget's structure allows none; they were not written:\n";
   for (mancanti->MoveFirst(); !mancanti->Eof(); mancanti->MoveNext())
     std::cerr << "  " << values::toPlainText((*mancanti)["CONTO"].Value()) << "  "
               << values::toPlainText((*mancanti)["DESCRIZIONE"].Value()) << '\n';
@@ -119,7 +121,8 @@ void scrivi(Ambiente& ambiente, const FotoDettagli& prima, const RitaglioDettagl
   auto& oggetto = ambiente.oggetto();
   const auto vera = ambiente.connessione();
   FotoDettagli dopo = prima;
-  oggetto.Connessione(std::make_shared<ConnessioneOsservata>(vera, prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
+  oggetto.Connessione(
+      std::make_shared<ConnessioneOsservata>(vera, prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
   oggetto.BdgElaEco_ScriviBudget_DaRstSaldiElaEco();
   oggetto.Connessione(vera);
   ambiente.controlla();
@@ -130,10 +133,13 @@ void scrivi(Ambiente& ambiente, const FotoDettagli& prima, const RitaglioDettagl
     auto& righe = *oggetto.RstSaldiElaEco;
     const auto proposte = righe.RecordCount();
     righe.Filter("SOVRASCRIVI = 0");
-    ambiente.mostra({{{"PROPOSTE", "Rows proposed", true}, {"CONSERVATE", "Present and kept", true},
-                      {"CAMBIATI", "Amounts changed", true}, {"NUOVE", "New cards", true}},
-                     {{proposte, righe.RecordCount(), cambiamenti.righe.size(), dopo.schede().size() - prima.schede().size()}},
-                     {}});
+    ambiente.mostra(
+        {{{"PROPOSTE", "Rows proposed", true},
+          {"CONSERVATE", "Present and kept", true},
+          {"CAMBIATI", "Amounts changed", true},
+          {"NUOVE", "New cards", true}},
+         {{proposte, righe.RecordCount(), cambiamenti.righe.size(), dopo.schede().size() - prima.schede().size()}},
+         {}});
     righe.Filter("");
   }
   segnalaMancanti(oggetto.RstContiNonPresentiInStruttura);

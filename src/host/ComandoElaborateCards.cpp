@@ -70,7 +70,8 @@ void elaboraTipo(Ambiente& ambiente, int tipoScheda, bool prova, RiepilogoSedi& 
   const auto vera = ambiente.connessione();
   const FotoDettagli prima(*vera, ritaglio);
   FotoDettagli dopo;
-  oggetto.Connessione(std::make_shared<ConnessioneOsservata>(vera, prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
+  oggetto.Connessione(
+      std::make_shared<ConnessioneOsservata>(vera, prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
   Avanzamento avanzamento;
   avanzamento.collega(oggetto);
   // The cards of each site pass by as they are elaborated.
@@ -105,16 +106,17 @@ void elabora(Ambiente& ambiente, bool prova) {
 }  // namespace
 
 Comando comandoElaborateCards() {
-  return {"elaborate-cards", "Recompute the cards' values from accounting movements",
-          "  bukorval elaborate-cards -d demo.db -t 4 -s 01 -y 2025 --dry-run\n"
-          "Takes every site and both card kinds, the budget's own year and all movements unless options say otherwise:\n"
-          "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoMovimenti, --TipoDataMovimenti 1 (competence),\n"
-          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.",
-          [](CLI::App& app, Ambiente& ambiente) {
-            auto prova = std::make_shared<bool>(false);
-            app.add_flag("--dry-run", *prova, "show the differences it would write, and write nothing");
-            app.callback([&ambiente, prova] { elabora(ambiente, *prova); });
-          }};
+  return {
+      "elaborate-cards", "Recompute the cards' values from accounting movements",
+      "  bukorval elaborate-cards -d demo.db -t 4 -s 01 -y 2025 --dry-run\n"
+      "Takes every site and both card kinds, the budget's own year and all movements unless options say otherwise:\n"
+      "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoMovimenti, --TipoDataMovimenti 1 (competence),\n"
+      "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.",
+      [](CLI::App& app, Ambiente& ambiente) {
+        auto prova = std::make_shared<bool>(false);
+        app.add_flag("--dry-run", *prova, "show the differences it would write, and write nothing");
+        app.callback([&ambiente, prova] { elabora(ambiente, *prova); });
+      }};
 }
 
 }  // namespace bukorval::host

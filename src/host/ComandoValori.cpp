@@ -22,8 +22,8 @@ struct Misura {
   std::string_view colonna;  ///< start of the columns of the period grid
   int decimali;
 };
-constexpr std::array kMisure = {Misura{"amount", bdgValoreImporto, "IMP_", 2}, Misura{"qty1", bdgValoreQta1, "QTA1_", 3},
-                                Misura{"qty2", bdgValoreQta2, "QTA2_", 3}};
+constexpr std::array kMisure = {Misura{"amount", bdgValoreImporto, "IMP_", 2},
+                                Misura{"qty1", bdgValoreQta1, "QTA1_", 3}, Misura{"qty2", bdgValoreQta2, "QTA2_", 3}};
 
 struct Tipo {
   BdgTipoDettaglio tipo;
@@ -118,7 +118,8 @@ Comando comandoSet() {
             app.add_option("CARD", cella->scheda, "identifier of the card")->required();
             app.add_option("PERIOD", cella->periodo, "number of the period")->required();
             app.add_option("VALUE", cella->valore, "the new value")->required();
-            app.add_option("--kind", cella->tipo, "budget, actual, orders, forecastN or a number")->capture_default_str();
+            app.add_option("--kind", cella->tipo, "budget, actual, orders, forecastN or a number")
+                ->capture_default_str();
             app.add_option("--measure", cella->misura, "amount, qty1 or qty2")->capture_default_str();
             app.callback([&ambiente, cella] { imposta(ambiente, *cella); });
           }};
@@ -133,7 +134,8 @@ Comando comandoClear() {
             auto kind = std::make_shared<std::string>("all");
             auto si = std::make_shared<bool>(false);
             app.add_option("CARD", *scheda, "identifier of the card")->required();
-            app.add_option("--kind", *kind, "all, budget, actual, orders, forecastN or a number")->capture_default_str();
+            app.add_option("--kind", *kind, "all, budget, actual, orders, forecastN or a number")
+                ->capture_default_str();
             app.add_flag("--yes", *si, "do not ask");
             app.callback([&ambiente, scheda, kind, si] { svuota(ambiente, *scheda, *kind, *si); });
           }};

@@ -52,7 +52,8 @@ PerConto raccogli(const LottoCsv& lotto, Segnalazioni& segnalazioni) {
     } else if (mese < 1 || mese > kMesi) {
       segnalazioni.aggiungi(lotto.file, riga.linea, "period " + std::to_string(mese) + " is no month from 1 to 12");
     } else if (!trovati.perPeriodo.emplace(mese, percentuale).second) {
-      segnalazioni.aggiungi(lotto.file, riga.linea, "account " + codice + " stands twice for period " + std::to_string(mese));
+      segnalazioni.aggiungi(lotto.file, riga.linea,
+                            "account " + codice + " stands twice for period " + std::to_string(mese));
     }
   }
   return conti;

@@ -14,7 +14,8 @@ using values::Variant;
 
 std::string testoFoto(const RitaglioDettagli& ritaglio) {
   TestoSql sql;
-  sql.riga(" SELECT BU65_ID, BU65_CODICE_CG31, BU65_SCHEDA_BU07, ", contoDelPiano(ritaglio.tipoPdc).conto, " AS CONTO, ")
+  sql.riga(" SELECT BU65_ID, BU65_CODICE_CG31, BU65_SCHEDA_BU07, ", contoDelPiano(ritaglio.tipoPdc).conto,
+           " AS CONTO, ")
       .riga("        BU66_PERIODO, BU66_IMPORTO ")
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
       .riga(" LEFT OUTER JOIN BU66_DETBUDGET WITH (NOLOCK) ")
@@ -80,7 +81,9 @@ Tabella differenze(const FotoDettagli& prima, const FotoDettagli& dopo) {
   return tabella;
 }
 
-std::string RiepilogoSedi::testo(const Variant& sede) { return values::isBlank(sede) ? "-" : values::toPlainText(sede); }
+std::string RiepilogoSedi::testo(const Variant& sede) {
+  return values::isBlank(sede) ? "-" : values::toPlainText(sede);
+}
 
 void RiepilogoSedi::cambiate(const FotoDettagli& prima, const FotoDettagli& dopo) {
   std::set<std::int64_t> diverse;

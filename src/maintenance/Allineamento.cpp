@@ -91,7 +91,8 @@ class SchedeDellaStruttura {
     const auto& prop = ctx_.prop;
     const Strutture strutture(ctx_);
     struttura_ = values::rtrim(values::toPlainText(prop.CodiceStrutturaBU60));
-    if (struttura_.empty()) struttura_ = chiedi(ctx_, strutture.GetStrutturaBU60(prop.TipoBudget, prop.SottoTipoBudget));
+    if (struttura_.empty())
+      struttura_ = chiedi(ctx_, strutture.GetStrutturaBU60(prop.TipoBudget, prop.SottoTipoBudget));
     if (struttura_.empty()) return rifiuta(ctx_, "CodiceStrutturaBU60  : Dato non definito nel BO ");
     strutture.GetStrutturaBU60TipoPdcCodicePdc(struttura_, tipoPdc_, codicePdc_);
     ctx_.verifica();
@@ -115,7 +116,8 @@ class SchedeDellaStruttura {
 
   void aggiungi(ElementoBU60 scheda, bool perSede, const std::vector<Variant>& sedi) {
     const auto& tipoScheda = ctx_.prop.BdgTipoScheda;
-    if (ctx_.prop.TipoBudget == bdgTipoSpeseGenerali && !values::isBlank(tipoScheda)) scheda.emplace(kTipoScheda, tipoScheda);
+    if (ctx_.prop.TipoBudget == bdgTipoSpeseGenerali && !values::isBlank(tipoScheda))
+      scheda.emplace(kTipoScheda, tipoScheda);
     if (!perSede || scheda.contains(kSede)) return aggiungiScheda(scheda);
     for (const auto& sede : sedi) {
       scheda.insert_or_assign(kSede, sede);

@@ -48,7 +48,8 @@ void CancellazioneScheda::CancellaRigaBU65(values::Variant& id) {
       ctx_.verifica();
     }
     cancellaDettagli(connessione, scheda);
-    if (!dettagliRimasti(connessione, scheda)) connessione.Execute("DELETE FROM BU65_TESBUDGET WHERE BU65_ID = " + scheda);
+    if (!dettagliRimasti(connessione, scheda))
+      connessione.Execute("DELETE FROM BU65_TESBUDGET WHERE BU65_ID = " + scheda);
   });
 }
 

@@ -29,7 +29,9 @@ struct ConfrontoConti {
 };
 using Saldi = std::map<std::string, Decimal, ConfrontoConti>;
 
-std::string primoGiorno(const SituazioneContabile& s) { return "'" + values::toDate(s.DataInizioElab).dateOnly().toSql() + "'"; }
+std::string primoGiorno(const SituazioneContabile& s) {
+  return "'" + values::toDate(s.DataInizioElab).dateOnly().toSql() + "'";
+}
 /// The range ends before this day: entries of its last day count whatever their time.
 std::string giornoDopo(const SituazioneContabile& s) {
   return "'" + values::toDate(s.DataFineElab).dateOnly().addDays(1).toSql() + "'";

@@ -86,7 +86,8 @@ class Oracle {
   Account* standAnywhere(View& view) {
     if (view.set->RecordCount() == 0) return nullptr;
     view.set->MoveFirst();
-    for (auto steps = below(static_cast<std::size_t>(view.set->RecordCount())); steps > 0; --steps) view.set->MoveNext();
+    for (auto steps = below(static_cast<std::size_t>(view.set->RecordCount())); steps > 0; --steps)
+      view.set->MoveNext();
     return &rows_[static_cast<std::size_t>((*view.set)["ID"].Value().as<std::int32_t>())];
   }
 
@@ -118,13 +119,16 @@ class Oracle {
       case 1: view = {view.set, is, sameAccount}; break;
       case 2: view = {view.set, at + ".0", [=](const Account& row) { return row.period == period; }}; break;
       case 3:
-        view = {view.set, at + " AND " + is, [=](const Account& row) { return sameAccount(row) && row.period == period; }};
+        view = {view.set, at + " AND " + is,
+                [=](const Account& row) { return sameAccount(row) && row.period == period; }};
         break;
       case 4:
-        view = {view.set, is + " AND PERIODO = NULL", [=](const Account& row) { return sameAccount(row) && !row.period; }};
+        view = {view.set, is + " AND PERIODO = NULL",
+                [=](const Account& row) { return sameAccount(row) && !row.period; }};
         break;
       case 5:
-        view = {view.set, is + " OR " + at, [=](const Account& row) { return sameAccount(row) || row.period == period; }};
+        view = {view.set, is + " OR " + at,
+                [=](const Account& row) { return sameAccount(row) || row.period == period; }};
         break;
       default: view = {view.set, is + " AND PERIODO >= 1 AND PERIODO<=2", [=](const Account& row) {
                          return sameAccount(row) && row.period && *row.period >= 1 && *row.period <= 2;

@@ -28,7 +28,8 @@ class ProviderCases : public OverAConnection {
         " TIPO smallint NULL,"
         " FATTA datetime NULL,"
         " CONSTRAINT PK_SCHEDE PRIMARY KEY (ID))");
-    run("CREATE TABLE CODICI (CODICE char(4) NOT NULL, DESCR nvarchar(20) NULL, CONSTRAINT PK_CODICI PRIMARY KEY (CODICE))");
+    run("CREATE TABLE CODICI (CODICE char(4) NOT NULL, DESCR nvarchar(20) NULL, CONSTRAINT PK_CODICI PRIMARY KEY "
+        "(CODICE))");
   }
 
   void check(const std::vector<Row>& cases) {
@@ -40,8 +41,10 @@ class ProviderCases : public OverAConnection {
     }
   }
   void fill() {
-    run("INSERT INTO SCHEDE (CODICE, NOME, IMPORTO, QTA, TIPO, FATTA) VALUES ('A1', 'Alfa', 10.50, 1.125, 0, '20110131')");
-    run("INSERT INTO SCHEDE (CODICE, NOME, IMPORTO, QTA, TIPO, FATTA) VALUES ('b2', 'beta', -3.25, NULL, 1, '20110228 13:05:09')");
+    run("INSERT INTO SCHEDE (CODICE, NOME, IMPORTO, QTA, TIPO, FATTA) VALUES ('A1', 'Alfa', 10.50, 1.125, 0, "
+        "'20110131')");
+    run("INSERT INTO SCHEDE (CODICE, NOME, IMPORTO, QTA, TIPO, FATTA) VALUES ('b2', 'beta', -3.25, NULL, 1, '20110228 "
+        "13:05:09')");
     run("INSERT INTO SCHEDE (CODICE, NOME, IMPORTO, QTA, TIPO, FATTA) VALUES ('C3', NULL, NULL, 2.000, 1, NULL)");
   }
 };
@@ -69,7 +72,8 @@ TEST_P(ProviderCases, ReadsWhatItWroteInTheFieldsTypes) {
     EXPECT_EQ(field.Name(), fields[i].name);
     EXPECT_EQ(field.Type(), fields[i].type) << field.Name();
     EXPECT_EQ(field.Value().kind(), fields[i].kind) << field.Name();
-    EXPECT_EQ((field.Attributes() & ado::adFldIsNullable) != 0 && field.Attributes() > 0, fields[i].nullable) << field.Name();
+    EXPECT_EQ((field.Attributes() & ado::adFldIsNullable) != 0 && field.Attributes() > 0, fields[i].nullable)
+        << field.Name();
     if (fields[i].size > 0) { EXPECT_EQ(field.DefinedSize(), fields[i].size) << field.Name(); }
     if (field.Type() == ado::adDecimal) {
       EXPECT_EQ(field.Precision(), fields[i].precision) << field.Name();
@@ -111,13 +115,15 @@ TEST_P(ProviderCases, ComputesAsSqlServerDoes) {
          {"SELECT NOME + 'x' AS X FROM SCHEDE WHERE ID = 3", "NULL"},
          {"SELECT ISNULL(NOME, '?') AS X FROM SCHEDE WHERE ID = 3", "?"},
          {"SELECT SUM(IMPORTO) AS X, COUNT(*) AS N FROM SCHEDE", "7.25|3"},
-         {"SELECT TIPO, SUM(IMPORTO) AS X, MAX(QTA) AS Q FROM SCHEDE GROUP BY TIPO ORDER BY TIPO", "0|10.50|1.125; 1|-3.25|2.000"},
+         {"SELECT TIPO, SUM(IMPORTO) AS X, MAX(QTA) AS Q FROM SCHEDE GROUP BY TIPO ORDER BY TIPO",
+          "0|10.50|1.125; 1|-3.25|2.000"},
          {"SELECT IMPORTO + 1 AS X FROM SCHEDE WHERE ID = 1", "11.50"},
          {"SELECT IMPORTO + QTA AS X FROM SCHEDE WHERE ID = 1", "11.625"},
          {"SELECT -IMPORTO AS X FROM SCHEDE WHERE ID = 2", "3.25"},
          {"SELECT CASE WHEN TIPO = 0 THEN 'zero' ELSE 'altro' END AS X FROM SCHEDE ORDER BY ID", "zero; altro; altro"},
          {"SELECT TOP 1 ID FROM SCHEDE ORDER BY ID DESC", "3"},
-         {";WITH N AS (SELECT 1 AS P UNION ALL SELECT P + 1 FROM N WHERE P < 4) SELECT P FROM N ORDER BY P", "1; 2; 3; 4"},
+         {";WITH N AS (SELECT 1 AS P UNION ALL SELECT P + 1 FROM N WHERE P < 4) SELECT P FROM N ORDER BY P",
+          "1; 2; 3; 4"},
          {"SELECT DISTINCT TIPO FROM SCHEDE ORDER BY TIPO", "0; 1"}});
 }
 
@@ -128,16 +134,17 @@ TEST_P(ProviderCases, WritesOnlyWhatFits) {
          {"UPDATE SCHEDE SET IMPORTO = -9999999999999.99, QTA = 99999999999.999 WHERE ID = 1", "closed"},
          {"SELECT IMPORTO, QTA FROM SCHEDE WHERE ID = 1", "-9999999999999.99|99999999999.999"},
          {"UPDATE SCHEDE SET NOME = 'dieci10   ' WHERE ID = 1", "closed"}});
-  checkRefused({{"UPDATE SCHEDE SET IMPORTO = 10000000000000.00 WHERE ID = 1", "Arithmetic overflow error"},
-                {"UPDATE SCHEDE SET TIPO = 40000 WHERE ID = 1", "Arithmetic overflow error"},
-                {"UPDATE SCHEDE SET NOME = 'undici caratteri' WHERE ID = 1", "String or binary data would be truncated"},
-                {"UPDATE SCHEDE SET FATTA = '20110230' WHERE ID = 1", "The conversion"},
-                {"UPDATE SCHEDE SET FATTA = 'ieri' WHERE ID = 1", "Conversion failed when converting date"},
-                {"UPDATE SCHEDE SET IMPORTO = 'molto' WHERE ID = 1", "Error converting data type varchar to numeric"},
-                {"INSERT INTO SCHEDE (NOME) VALUES ('senza')", "Cannot insert the value NULL into column 'CODICE'"},
-                {"SELECT NIENTE FROM SCHEDE", "Invalid column name"},
-                {"SELECT * FROM NIENTE", "Invalid object name"},
-                {"", "Command text"}});
+  checkRefused(
+      {{"UPDATE SCHEDE SET IMPORTO = 10000000000000.00 WHERE ID = 1", "Arithmetic overflow error"},
+       {"UPDATE SCHEDE SET TIPO = 40000 WHERE ID = 1", "Arithmetic overflow error"},
+       {"UPDATE SCHEDE SET NOME = 'undici caratteri' WHERE ID = 1", "String or binary data would be truncated"},
+       {"UPDATE SCHEDE SET FATTA = '20110230' WHERE ID = 1", "The conversion"},
+       {"UPDATE SCHEDE SET FATTA = 'ieri' WHERE ID = 1", "Conversion failed when converting date"},
+       {"UPDATE SCHEDE SET IMPORTO = 'molto' WHERE ID = 1", "Error converting data type varchar to numeric"},
+       {"INSERT INTO SCHEDE (NOME) VALUES ('senza')", "Cannot insert the value NULL into column 'CODICE'"},
+       {"SELECT NIENTE FROM SCHEDE", "Invalid column name"},
+       {"SELECT * FROM NIENTE", "Invalid object name"},
+       {"", "Command text"}});
   EXPECT_EQ(rows("SELECT IMPORTO, NOME FROM SCHEDE WHERE ID = 1"), "-9999999999999.99|dieci10   ");
 }
 

@@ -88,35 +88,46 @@ struct Azienda {
   }
   /// The amounts that cards hold: account, kind, period, amount.
   std::vector<std::string> scritti(const char* colonna = "BU65_CONTO_CG24") const {
-    return righe(std::string("SELECT ") + colonna + ", BU66_TIPO, BU66_PERIODO, BU66_IMPORTO FROM BU66_DETBUDGET"
-                 " INNER JOIN BU65_TESBUDGET ON BU65_ID = BU66_ID_BU65 WHERE BU66_IMPORTO IS NOT NULL ORDER BY BU65_ID, BU66_TIPO,"
+    return righe(std::string("SELECT ") + colonna +
+                 ", BU66_TIPO, BU66_PERIODO, BU66_IMPORTO FROM BU66_DETBUDGET"
+                 " INNER JOIN BU65_TESBUDGET ON BU65_ID = BU66_ID_BU65 WHERE BU66_IMPORTO IS NOT NULL ORDER BY "
+                 "BU65_ID, BU66_TIPO,"
                  " BU66_PERIODO");
   }
   /// A card of the budget 01 with one detail; an amount of NULL leaves it without one.
-  void scheda(const std::string& conto, int tipo, int periodo, const std::string& importo, const std::string& sede = "NULL") {
-    db->Execute("INSERT INTO BU65_TESBUDGET (BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO, BU65_PROGESER,"
-                " BU65_GRUPPO_CG10, BU65_CONTO_CG24, BU65_CODICE_CG31) VALUES (1, 5, '01', 2025, 1, 1, '" + conto + "', " + sede + ")");
+  void scheda(const std::string& conto, int tipo, int periodo, const std::string& importo,
+              const std::string& sede = "NULL") {
+    db->Execute(
+        "INSERT INTO BU65_TESBUDGET (BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO, BU65_PROGESER,"
+        " BU65_GRUPPO_CG10, BU65_CONTO_CG24, BU65_CODICE_CG31) VALUES (1, 5, '01', 2025, 1, 1, '" +
+        conto + "', " + sede + ")");
     const auto id = values::toPlainText(db->Execute("SELECT @@IDENTITY")->Fields().Item(std::size_t{0}).Value());
-    db->Execute("INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO) VALUES (" + id + ", " +
-                std::to_string(tipo) + ", " + std::to_string(periodo) + ", " + importo + ")");
+    db->Execute("INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO) VALUES (" + id +
+                ", " + std::to_string(tipo) + ", " + std::to_string(periodo) + ", " + importo + ")");
   }
 
  private:
   void riempi() {
     for (const char* sql :
          {"INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, 'Prova', 1)",
-          "INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE) VALUES"
+          "INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE) "
+          "VALUES"
           " (1, 2025, 1, '20250101', '20251231'), (1, 2024, 1, '20240701', '20250630')",
-          "INSERT INTO CG24_TABPDC (CG24_GRUPPO_CG10, CG24_CONTO, CG24_DESCR, CG24_INDTIPOCONTO) VALUES (1, '50010001', 'Merci', 2),"
+          "INSERT INTO CG24_TABPDC (CG24_GRUPPO_CG10, CG24_CONTO, CG24_DESCR, CG24_INDTIPOCONTO) VALUES (1, "
+          "'50010001', 'Merci', 2),"
           " (1, '50010002', 'Servizi', 2), (1, '70010001', 'Vendite', 2)",
-          "INSERT INTO CG23_RICLBILCEE (CG23_CODICE_CG21, CG23_CODICE, CG23_DESCR) VALUES (9, 'A01', 'Ricavi'), (9, 'B06', 'Costi')",
-          "INSERT INTO CG20_COLLPDCRICL (CG20_GRUPPO_CG10, CG20_CONTO_CG24, CG20_CODICE_CG21, CG20_INDSEGNO, CG20_CODICE_CG23) VALUES"
+          "INSERT INTO CG23_RICLBILCEE (CG23_CODICE_CG21, CG23_CODICE, CG23_DESCR) VALUES (9, 'A01', 'Ricavi'), (9, "
+          "'B06', 'Costi')",
+          "INSERT INTO CG20_COLLPDCRICL (CG20_GRUPPO_CG10, CG20_CONTO_CG24, CG20_CODICE_CG21, CG20_INDSEGNO, "
+          "CG20_CODICE_CG23) VALUES"
           " (1, '50010001', 9, 1, 'B06'), (1, '50010001', 9, 2, 'A01'), (1, '70010001', 9, 2, 'A01')",
           "INSERT INTO PC03_ANAGPDC (PC03_CODICE_PC01, PC03_CONTO, PC03_DESCR) VALUES (8, 'MARGINE', 'Margine')",
-          "INSERT INTO CG83_COLLRICL (CG83_CODICE_CG10, CG83_CONTO_CG24, CG83_CODICERICL_PC01, CG83_INDSEGNO, CG83_CONTORICL_PC03)"
+          "INSERT INTO CG83_COLLRICL (CG83_CODICE_CG10, CG83_CONTO_CG24, CG83_CODICERICL_PC01, CG83_INDSEGNO, "
+          "CG83_CONTORICL_PC03)"
           " VALUES (1, '50010001', 8, 1, 'MARGINE'), (1, '70010001', 8, 2, 'MARGINE')",
           "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_INDPERIODO, BU01_INDTIPOPDC,"
-          " BU01_CODICE_CG21, BU01_CODICE_PC01) VALUES (5, '01', 'CON', 2, 1, NULL, NULL), (5, '02', 'RIC', 4, 2, 9, NULL),"
+          " BU01_CODICE_CG21, BU01_CODICE_PC01) VALUES (5, '01', 'CON', 2, 1, NULL, NULL), (5, '02', 'RIC', 4, 2, 9, "
+          "NULL),"
           " (5, '03', 'PDC', 5, 3, NULL, 8)"})
       db->Execute(sql);
   }

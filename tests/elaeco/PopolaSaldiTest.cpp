@@ -112,7 +112,8 @@ TEST(PopolaSaldi, EveryMonthIsRaisedByItsOwnPercentageAndRounded) {
   azienda.prop.TipoScostamento = bukorval::bdgScostamentoFisso;
   EXPECT_EQ(primo(), "50010001 1 22.74 0 1");  // three times 7.575, each rounded to 7.58
   azienda.prop.TipoScostamento = bukorval::bdgScostamentoPerConto;
-  azienda.prop.RstScostPerConto = rows({"CONTO", "FLGPERIODI", "PERCSCOST"}, {{"50000000", 0, 100}, {"50010001", 1, 0}});
+  azienda.prop.RstScostPerConto =
+      rows({"CONTO", "FLGPERIODI", "PERCSCOST"}, {{"50000000", 0, 100}, {"50010001", 1, 0}});
   azienda.prop.RstScostPerPeriodo = rows({"CONTO", "PERIODO", "PERCSCOST"}, {{"50010001", 2, "-50,0"}});
   EXPECT_EQ(primo(), "50010001 1 45.45 0 1");  // 20.20 + 5.05 + 20.20: the group's where the month has none
   azienda.prop.TipoScostamento = 1;

@@ -36,7 +36,8 @@ struct Proposta : Azienda {
     std::vector<std::string> conti;
     const auto rst = prop.RstContiNonPresentiInStruttura->Clone();
     for (; !rst->Eof(); rst->MoveNext())
-      conti.push_back(values::toPlainText((*rst)["CONTO"].Value()) + " " + values::toPlainText((*rst)["DESCRIZIONE"].Value()));
+      conti.push_back(values::toPlainText((*rst)["CONTO"].Value()) + " " +
+                      values::toPlainText((*rst)["DESCRIZIONE"].Value()));
     return conti;
   }
 };
@@ -45,11 +46,14 @@ TEST(ScriviBudget, MissingCardsAreMadeWithAllTheirDetails) {
   Proposta prova;
   prova.popolaEScrivi();
   EXPECT_EQ(prova.esito(), "0 ");
-  EXPECT_THAT(prova.scritti(), ElementsAre("50010001 0 1 60.00", "50010001 0 2 60.00", "50010002 0 1 6.00", "50010002 0 2 6.00"));
+  EXPECT_THAT(prova.scritti(),
+              ElementsAre("50010001 0 1 60.00", "50010001 0 2 60.00", "50010002 0 1 6.00", "50010002 0 2 6.00"));
   // Budget and actuals for two periods, the account with its chart.
-  EXPECT_THAT(prova.righe("SELECT BU65_GRUPPO_CG10, COUNT(*) FROM BU65_TESBUDGET INNER JOIN BU66_DETBUDGET ON BU66_ID_BU65 = BU65_ID"
-                          " GROUP BY BU65_ID, BU65_GRUPPO_CG10"),
-              ElementsAre("1 4", "1 4"));
+  EXPECT_THAT(
+      prova.righe(
+          "SELECT BU65_GRUPPO_CG10, COUNT(*) FROM BU65_TESBUDGET INNER JOIN BU66_DETBUDGET ON BU66_ID_BU65 = BU65_ID"
+          " GROUP BY BU65_ID, BU65_GRUPPO_CG10"),
+      ElementsAre("1 4", "1 4"));
   EXPECT_THAT(prova.mancanti(), IsEmpty());
 }
 
@@ -58,7 +62,8 @@ TEST(ScriviBudget, RowsAreWrittenAsTheClientLeavesThem) {
   prova.scheda("50010001", 0, 1, "5");
   prova.scheda("50010001", 0, 2, "7");  // a second card of the account: the older one is the account's
   ASSERT_TRUE(prova.popola());
-  EXPECT_THAT(prova.proposte(), ElementsAre("50010001 1 60.00 1 0", "50010001 2 60.00 1 0", "50010002 1 6.00 0 1", "50010002 2 6.00 0 1"));
+  EXPECT_THAT(prova.proposte(), ElementsAre("50010001 1 60.00 1 0", "50010001 2 60.00 1 0", "50010002 1 6.00 0 1",
+                                            "50010002 2 6.00 0 1"));
   prova.modifica("CONTO = '50010002' AND PERIODO = 1", "IMPORTO", "1234,567");
   prova.modifica("CONTO = '50010002' AND PERIODO = 2", "IMPORTO", Variant::Null());
   prova.avvenuti.clear();
@@ -104,10 +109,11 @@ TEST(ScriviBudget, TheSiteIsPartOfTheSelection) {
     for (int volte = 0; volte < 2; ++volte) {
       prova.popolaEScrivi();
       EXPECT_EQ(prova.esito(), "0 ");
-      EXPECT_THAT(prova.righe("SELECT BU65_CODICE_CG31, BU65_CONTO_CG24, COUNT(BU66_IMPORTO) FROM BU65_TESBUDGET INNER JOIN"
-                              " BU66_DETBUDGET ON BU66_ID_BU65 = BU65_ID GROUP BY BU65_ID, BU65_CODICE_CG31, BU65_CONTO_CG24"
-                              " ORDER BY BU65_ID"),
-                  ElementsAre("1 50010001 1", "2 50010001 2", "2 50010002 2"));
+      EXPECT_THAT(
+          prova.righe("SELECT BU65_CODICE_CG31, BU65_CONTO_CG24, COUNT(BU66_IMPORTO) FROM BU65_TESBUDGET INNER JOIN"
+                      " BU66_DETBUDGET ON BU66_ID_BU65 = BU65_ID GROUP BY BU65_ID, BU65_CODICE_CG31, BU65_CONTO_CG24"
+                      " ORDER BY BU65_ID"),
+          ElementsAre("1 50010001 1", "2 50010001 2", "2 50010002 2"));
     }
     prova.prop.CodiceSede = {};
     ASSERT_TRUE(prova.popola());
@@ -130,27 +136,42 @@ TEST(ScriviBudget, AccountsWithoutACardThatTheStructureDoesNotAllowAreListed) {
   };
   const std::vector<std::string> entrambi = {"50010001 Merci", "50010002 Servizi"};
   const Caso casi[] = {
-      {"the definition's structure lists one", [&](Proposta& prova) {
+      {"the definition's structure lists one",
+       [&](Proposta& prova) {
          struttura(prova);
          prova.db->Execute("UPDATE BU01_ANABUDGET SET BU01_CODICE_BU60 = 'S1'");
-       }, {"50010002 Servizi"}, 2},
-      {"the selected structure lists one", [&](Proposta& prova) {
+       },
+       {"50010002 Servizi"},
+       2},
+      {"the selected structure lists one",
+       [&](Proposta& prova) {
          struttura(prova);
          prova.prop.CodiceStrutturaBU60 = "S1  ";
-       }, {"50010002 Servizi"}, 2},
+       },
+       {"50010002 Servizi"},
+       2},
       {"a structure without elements", [](Proposta& prova) { prova.prop.CodiceStrutturaBU60 = "S2"; }, entrambi, 0},
-      {"cards are not made by account", [](Proposta& prova) {
-         prova.db->Execute("UPDATE BU01_ANABUDGET SET BU01_INDTIPO = 3, BU01_STRUTTURA = 'MAR' WHERE BU01_SOTTOTIPO = '01'");
+      {"cards are not made by account",
+       [](Proposta& prova) {
+         prova.db->Execute(
+             "UPDATE BU01_ANABUDGET SET BU01_INDTIPO = 3, BU01_STRUTTURA = 'MAR' WHERE BU01_SOTTOTIPO = '01'");
          prova.prop.TipoBudget = 3;
-       }, entrambi, 0},
-      {"a card is there already", [](Proposta& prova) {
+       },
+       entrambi, 0},
+      {"a card is there already",
+       [](Proposta& prova) {
          prova.prop.CodiceStrutturaBU60 = "S2";
          prova.scheda("50010002", 1, 1, "1");
-       }, {"50010001 Merci"}, 3},
-      {"only accounts with a card", [](Proposta& prova) {
+       },
+       {"50010001 Merci"},
+       3},
+      {"only accounts with a card",
+       [](Proposta& prova) {
          prova.prop.ElaboraSoloContiBudgettizzati = true;
          prova.scheda("50010002", 1, 1, "1");
-       }, {}, 3},
+       },
+       {},
+       3},
   };
   for (const auto& caso : casi) {
     Proposta prova;

@@ -39,7 +39,9 @@ class SituazioneFinta {
 
   std::vector<Chiamata> chiamate;
   /// The balances of the month that begins on a day (yyyymmdd); none by default.
-  std::function<std::vector<Saldo>(const std::string& da)> saldi = [](const std::string&) { return std::vector<Saldo>{}; };
+  std::function<std::vector<Saldo>(const std::string& da)> saldi = [](const std::string&) {
+    return std::vector<Saldo>{};
+  };
   /// From this call on, counted from 1, the component reports a failure.
   std::optional<std::size_t> guastaDa;
   bool senzaInsieme = false;
@@ -81,15 +83,29 @@ class SituazioneFinta {
 
     std::vector<std::pair<std::string, std::string>> elenco() const {
       const std::vector<std::pair<const char*, const values::Variant*>> tutte = {
-          {"Ditta", &Ditta}, {"SedeDaElaborare", &SedeDaElaborare}, {"GruppoPdC", &GruppoPdC},
-          {"AnnoEsercizio", &AnnoEsercizio}, {"ProgrEsercizio", &ProgrEsercizio}, {"TipoData", &TipoData},
-          {"TipiMov_WhereCondition", &TipiMov_WhereCondition}, {"SaldoDiversoDaZero", &SaldoDiversoDaZero},
-          {"SimulaSaldoApertura", &SimulaSaldoApertura}, {"SimulaAmmortamenti", &SimulaAmmortamenti},
-          {"SimulaAmmCivilistico", &SimulaAmmCivilistico}, {"TipoAmmortamento", &TipoAmmortamento},
-          {"SimulaRisconti", &SimulaRisconti}, {"SimulaRimanenzeFinali", &SimulaRimanenzeFinali},
-          {"TipoConti", &TipoConti}, {"NumLivelli", &NumLivelli}, {"Intermedi", &Intermedi}, {"PiuAttivita", &PiuAttivita},
-          {"MastroClienti", &MastroClienti}, {"MastroFornitori", &MastroFornitori}, {"PercDiRicarica", &PercDiRicarica},
-          {"Situazione", &Situazione}, {"ProvenienzaRichiestaElaborazione", &ProvenienzaRichiestaElaborazione},
+          {"Ditta", &Ditta},
+          {"SedeDaElaborare", &SedeDaElaborare},
+          {"GruppoPdC", &GruppoPdC},
+          {"AnnoEsercizio", &AnnoEsercizio},
+          {"ProgrEsercizio", &ProgrEsercizio},
+          {"TipoData", &TipoData},
+          {"TipiMov_WhereCondition", &TipiMov_WhereCondition},
+          {"SaldoDiversoDaZero", &SaldoDiversoDaZero},
+          {"SimulaSaldoApertura", &SimulaSaldoApertura},
+          {"SimulaAmmortamenti", &SimulaAmmortamenti},
+          {"SimulaAmmCivilistico", &SimulaAmmCivilistico},
+          {"TipoAmmortamento", &TipoAmmortamento},
+          {"SimulaRisconti", &SimulaRisconti},
+          {"SimulaRimanenzeFinali", &SimulaRimanenzeFinali},
+          {"TipoConti", &TipoConti},
+          {"NumLivelli", &NumLivelli},
+          {"Intermedi", &Intermedi},
+          {"PiuAttivita", &PiuAttivita},
+          {"MastroClienti", &MastroClienti},
+          {"MastroFornitori", &MastroFornitori},
+          {"PercDiRicarica", &PercDiRicarica},
+          {"Situazione", &Situazione},
+          {"ProvenienzaRichiestaElaborazione", &ProvenienzaRichiestaElaborazione},
           {"FiltroConto", &FiltroConto}};
       std::vector<std::pair<std::string, std::string>> risultato = {
           {"Connection", Connection ? "given" : "none"}, {"ConnectionString", ConnectionString}};

@@ -131,16 +131,18 @@ TEST(SituazioneMese, AFailureOfTheComponentIsToldInItsWordsAndLeavesNoRows) {
   azienda.situazione.saldi = [](const std::string&) { return std::vector{dare("50010001", "10")}; };
   azienda.situazione.guastaDa = 3;
   EXPECT_FALSE(azienda.popola());
-  EXPECT_EQ(azienda.esito(),
-            "99 Errore in CreaRecordsetSaldiDaSituazioneEP\r\n(chiamata metodo CreaRecordsetSituazioneEconomicaPatrimoniale)"
-            "\r\nStato = 7 - Errore = anno chiuso");
+  EXPECT_EQ(
+      azienda.esito(),
+      "99 Errore in CreaRecordsetSaldiDaSituazioneEP\r\n(chiamata metodo CreaRecordsetSituazioneEconomicaPatrimoniale)"
+      "\r\nStato = 7 - Errore = anno chiuso");
   EXPECT_EQ(azienda.situazione.chiamate.size(), 3u);
   EXPECT_EQ(azienda.prop.RstSaldiElaEco->RecordCount(), 0);
 
   azienda.situazione.guastaDa.reset();
   azienda.situazione.senzaInsieme = true;
   EXPECT_FALSE(azienda.popola());
-  EXPECT_EQ(azienda.esito(), "99 The accounting situation returned no record set in BdgElaEco_PopolaRstSaldiDaSituazioneEP");
+  EXPECT_EQ(azienda.esito(),
+            "99 The accounting situation returned no record set in BdgElaEco_PopolaRstSaldiDaSituazioneEP");
 
   suite::registraServizio(suite::kSituazioneContabile, [] { return std::make_shared<values::Object>(); });
   EXPECT_FALSE(azienda.popola());

@@ -41,7 +41,8 @@ TEST(TestiElaEco, ExistingDetailsOfEveryChartKind) {
   const Caso casi[] = {
       {1, 4, "", "5001", "5002",
        " AND    BU65_GRUPPO_CG10 = 4\r\n AND    BU65_CONTO_CG24 >= '5001'\r\n AND    BU65_CONTO_CG24 <= '5002'\r\n"},
-      {2, 9, "3", "A", "", " AND    BU65_CODICE_CG31 = 3\r\n AND    BU65_CODICE_CG21 = 9\r\n AND    BU65_CODICE_CG23 >= 'A'\r\n"},
+      {2, 9, "3", "A", "",
+       " AND    BU65_CODICE_CG31 = 3\r\n AND    BU65_CODICE_CG21 = 9\r\n AND    BU65_CODICE_CG23 >= 'A'\r\n"},
       {3, 8, "", "", "Z", " AND    BU65_CODICE_PC01 = 8\r\n AND    BU65_CONTO_PC03 <= 'Z'\r\n"},
   };
   for (const auto& caso : casi) {
@@ -64,21 +65,23 @@ std::pair<std::string, ado::RecordsetPtr> riporta(Prova& prova, const std::vecto
 
 TEST(TestiElaEco, ReclassificationLinksOfBothKinds) {
   Prova schema(2, 9);
-  EXPECT_EQ(riporta(schema, {}).first,
-            " SELECT CG24_CONTO AS CONTOCOGE, \r\n        CG20_INDSEGNO AS SEGNO, \r\n        CG23_CODICE AS CONTORICL, \r\n"
-            "        CG23_DESCR AS DESCRRICL \r\n FROM   CG24_TABPDC WITH (NOLOCK) \r\n"
-            " LEFT OUTER JOIN CG20_COLLPDCRICL WITH (NOLOCK) \r\n      ON CG20_GRUPPO_CG10 = CG24_GRUPPO_CG10 \r\n"
-            "      AND CG20_CONTO_CG24 = CG24_CONTO \r\n      AND CG20_CODICE_CG21 = 9\r\n"
-            " LEFT OUTER JOIN CG23_RICLBILCEE WITH (NOLOCK) \r\n      ON CG23_CODICE_CG21 = CG20_CODICE_CG21 \r\n"
-            "      AND CG23_CODICE = CG20_CODICE_CG23 \r\n WHERE CG24_GRUPPO_CG10 = 4\r\n AND   CG24_INDTIPOCONTO = 2 ");
+  EXPECT_EQ(
+      riporta(schema, {}).first,
+      " SELECT CG24_CONTO AS CONTOCOGE, \r\n        CG20_INDSEGNO AS SEGNO, \r\n        CG23_CODICE AS CONTORICL, \r\n"
+      "        CG23_DESCR AS DESCRRICL \r\n FROM   CG24_TABPDC WITH (NOLOCK) \r\n"
+      " LEFT OUTER JOIN CG20_COLLPDCRICL WITH (NOLOCK) \r\n      ON CG20_GRUPPO_CG10 = CG24_GRUPPO_CG10 \r\n"
+      "      AND CG20_CONTO_CG24 = CG24_CONTO \r\n      AND CG20_CODICE_CG21 = 9\r\n"
+      " LEFT OUTER JOIN CG23_RICLBILCEE WITH (NOLOCK) \r\n      ON CG23_CODICE_CG21 = CG20_CODICE_CG21 \r\n"
+      "      AND CG23_CODICE = CG20_CODICE_CG23 \r\n WHERE CG24_GRUPPO_CG10 = 4\r\n AND   CG24_INDTIPOCONTO = 2 ");
   Prova analitico(3, 8);
-  EXPECT_EQ(riporta(analitico, {}).first,
-            " SELECT CG24_CONTO AS CONTOCOGE, \r\n        CG83_INDSEGNO AS SEGNO, \r\n        PC03_CONTO AS CONTORICL, \r\n"
-            "        PC03_DESCR AS DESCRRICL \r\n FROM CG24_TABPDC WITH (NOLOCK) \r\n"
-            " LEFT OUTER JOIN CG83_COLLRICL WITH (NOLOCK) \r\n      ON CG83_CODICE_CG10 = CG24_GRUPPO_CG10 \r\n"
-            "      AND CG83_CONTO_CG24 = CG24_CONTO \r\n      AND CG83_CODICERICL_PC01 = 8\r\n"
-            " LEFT OUTER JOIN PC03_ANAGPDC WITH (NOLOCK) \r\n      ON PC03_CODICE_PC01 = CG83_CODICERICL_PC01 \r\n"
-            "      AND PC03_CONTO = CG83_CONTORICL_PC03 \r\n WHERE CG24_GRUPPO_CG10 = 4\r\n AND CG24_INDTIPOCONTO = 2 ");
+  EXPECT_EQ(
+      riporta(analitico, {}).first,
+      " SELECT CG24_CONTO AS CONTOCOGE, \r\n        CG83_INDSEGNO AS SEGNO, \r\n        PC03_CONTO AS CONTORICL, \r\n"
+      "        PC03_DESCR AS DESCRRICL \r\n FROM CG24_TABPDC WITH (NOLOCK) \r\n"
+      " LEFT OUTER JOIN CG83_COLLRICL WITH (NOLOCK) \r\n      ON CG83_CODICE_CG10 = CG24_GRUPPO_CG10 \r\n"
+      "      AND CG83_CONTO_CG24 = CG24_CONTO \r\n      AND CG83_CODICERICL_PC01 = 8\r\n"
+      " LEFT OUTER JOIN PC03_ANAGPDC WITH (NOLOCK) \r\n      ON PC03_CODICE_PC01 = CG83_CODICERICL_PC01 \r\n"
+      "      AND PC03_CONTO = CG83_CONTORICL_PC03 \r\n WHERE CG24_GRUPPO_CG10 = 4\r\n AND CG24_INDTIPOCONTO = 2 ");
 }
 
 TEST(TestiElaEco, LinksThatLeadNowhereDropTheBalance) {

@@ -78,12 +78,13 @@ TEST(MovimentiConto, ByCompetenceForALedgerAccountSiteAndSupplier) {
   };
   const std::string tra = " BETWEEN '20110101' AND '20111231'";
   ASSERT_EQ(prova.db->texts.size(), 1u);
-  EXPECT_EQ(prova.db->texts[0],
-            kColonne + kEsercizio + righe({" AND ", " ( "}) + copre("'20110101'") + righe({"  OR "}) +
-                copre("'20111231'") + righe({"  OR ", "   (     " + inizio + tra, "     AND " + fine + tra, "   ) ", " ) "}) +
-                righe({" AND CG42_CONTOPAR_CG24 LIKE '5001%'", " AND CG41_TIPOCF_CG44 = 1", " AND CG41_CLIFOR_CG44 = 42",
-                       " AND CG42_CODICE_CG33 NOT IN ('150 ', '151 ')", " AND CG41_CODICE_CG31 = 7"}) +
-                kOrdine);
+  EXPECT_EQ(
+      prova.db->texts[0],
+      kColonne + kEsercizio + righe({" AND ", " ( "}) + copre("'20110101'") + righe({"  OR "}) + copre("'20111231'") +
+          righe({"  OR ", "   (     " + inizio + tra, "     AND " + fine + tra, "   ) ", " ) "}) +
+          righe({" AND CG42_CONTOPAR_CG24 LIKE '5001%'", " AND CG41_TIPOCF_CG44 = 1", " AND CG41_CLIFOR_CG44 = 42",
+                 " AND CG42_CODICE_CG33 NOT IN ('150 ', '151 ')", " AND CG41_CODICE_CG31 = 7"}) +
+          kOrdine);
 }
 
 TEST(MovimentiConto, ARevenueCardHasACustomer) {
@@ -91,7 +92,8 @@ TEST(MovimentiConto, ARevenueCardHasACustomer) {
   prova.prop.IsSoloMovCliFor = true;
   prova.prop.BdgTipoScheda = 1;
   BdgElaSchede_GetRstMovimentiConto(prova.ctx, {"50010001", 42});
-  EXPECT_NE(prova.db->texts.at(0).find(" AND CG41_TIPOCF_CG44 = 0\r\n AND CG41_CLIFOR_CG44 = 42\r\n"), std::string::npos);
+  EXPECT_NE(prova.db->texts.at(0).find(" AND CG41_TIPOCF_CG44 = 0\r\n AND CG41_CLIFOR_CG44 = 42\r\n"),
+            std::string::npos);
 }
 
 TEST(MovimentiConto, ACardWithoutAccountAsksNothing) {

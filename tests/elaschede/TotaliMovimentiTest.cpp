@@ -26,7 +26,9 @@ struct Movimento {
 };
 
 Movimento casuale(std::mt19937_64& caso, int tipoScheda) {
-  const auto tra = [&](std::int64_t a, std::int64_t b) { return std::uniform_int_distribution<std::int64_t>(a, b)(caso); };
+  const auto tra = [&](std::int64_t a, std::int64_t b) {
+    return std::uniform_int_distribution<std::int64_t>(a, b)(caso);
+  };
   const Date registrazione = Date::FromYmd(2011, 7, 1).addDays(static_cast<int>(tra(0, 365)));
   const bool documento = tra(0, 1) == 1;
   const Date dataDocumento = registrazione.addDays(static_cast<int>(tra(-60, 0)));
@@ -92,8 +94,10 @@ TEST(TotaliMovimenti, RandomCardsEqualACountInIntegers) {
       for (const auto& [mese, importo] : movimento.perCompetenza)
         if (importo != 0 || movimento.perCompetenza.size() == 1) attesi[1][periodoDi(mese)] += importo;
     }
-    const auto movimenti = testing_support::rows({"CG41_DATAREG", "CG41_DATADOC", "CG42_DATAINICOMP", "CG42_DATAFINCOMP",
-                                                  "CG42_INDRATRIS", "CG42_INDDAAV", "CG42_IMPTOTALE"}, righe);
+    const auto movimenti =
+        testing_support::rows({"CG41_DATAREG", "CG41_DATADOC", "CG42_DATAINICOMP", "CG42_DATAFINCOMP", "CG42_INDRATRIS",
+                               "CG42_INDDAAV", "CG42_IMPTOTALE"},
+                              righe);
     for (const int tipoData : {0, 1}) {
       const auto totali = BdgElaSchede_GetRstBdgSchedeConsuntiviDaElaborare(prova.ctx);
       if (tipoData == 0) BdgElaSchede_GetTotaliMovimentiPerPeriodo(prova.ctx, elaborazione, *totali, *movimenti);

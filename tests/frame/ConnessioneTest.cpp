@@ -19,7 +19,8 @@ Apertura ultima;
 class ConnessioneFinta : public testing_support::RecordingConnection {
  public:
   void Open(std::string_view utente, std::string_view password, std::int32_t opzioni) override {
-    ultima = {ConnectionString, std::string(utente), std::string(password), CursorLocation, Mode, IsolationLevel, opzioni, ultima.volte + 1};
+    ultima = {ConnectionString, std::string(utente), std::string(password), CursorLocation, Mode, IsolationLevel,
+              opzioni,          ultima.volte + 1};
     if (ado::connectionEntry(ConnectionString, "Data Source") == "guasto") throw values::Errore("Login failed");
   }
 };

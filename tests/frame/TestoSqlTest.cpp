@@ -35,13 +35,23 @@ TEST(TestoSql, SplicesValues) {
 }
 
 TEST(TestoSql, AmountsAreExactOrRefused) {
-  const struct { Variant valore; const char* testo; } kRighe[] = {
-      {Variant::Null(), "NULL"}, {Variant(), "NULL"}, {"  ", "NULL"}, {0, "0"}, {"1.234,50", "1234.50"}, {"-0,5", "-0.5"},
-      {"12.5", "12.5"}, {0.1 + 0.2, "0.3"}, {1e15, "1000000000000000"}, {1e-7, "0.0000001"}, {dec("999999999999999.99"), "999999999999999.99"}};
+  const struct { Variant valore; const char* testo;
+  } kRighe[] = {{Variant::Null(), "NULL"},
+                {Variant(), "NULL"},
+                {"  ", "NULL"},
+                {0, "0"},
+                {"1.234,50", "1234.50"},
+                {"-0,5", "-0.5"},
+                {"12.5", "12.5"},
+                {0.1 + 0.2, "0.3"},
+                {1e15, "1000000000000000"},
+                {1e-7, "0.0000001"},
+                {dec("999999999999999.99"), "999999999999999.99"}};
   for (const auto& riga : kRighe) EXPECT_EQ(valoreDecimale(riga.valore, ','), riga.testo);
   EXPECT_EQ(valoreDecimale("1,234.50", '.'), "1234.50");
-  for (const Variant& rifiutato : {Variant("12 euro"), Variant("1;DELETE"), Variant(true), Variant(1e300),
-                                   Variant(values::Date::FromYmd(2011, 1, 1)), Variant(std::make_shared<values::Object>())})
+  for (const Variant& rifiutato :
+       {Variant("12 euro"), Variant("1;DELETE"), Variant(true), Variant(1e300),
+        Variant(values::Date::FromYmd(2011, 1, 1)), Variant(std::make_shared<values::Object>())})
     EXPECT_THROW(valoreDecimale(rifiutato, ','), values::Errore);
 }
 

@@ -39,7 +39,8 @@ TEST(Traccia, TheLinesOfAnInstanceCarryOneIdentifier) {
   tracciaCreazione(identita);
   const std::string& id = identita.GetIdIstanza();
   ASSERT_TRUE(isEsadecimale(id));
-  EXPECT_EQ(righe, (std::vector<std::string>{"ZUMA:|" + id + "|INI|BUKORVAL|CLSKORVAL", "ZUMA:|" + id + "|TER|BUKORVAL|CLSKORVAL"}));
+  EXPECT_EQ(righe, (std::vector<std::string>{"ZUMA:|" + id + "|INI|BUKORVAL|CLSKORVAL",
+                                             "ZUMA:|" + id + "|TER|BUKORVAL|CLSKORVAL"}));
 }
 
 }  // namespace

@@ -33,7 +33,8 @@ class AritmeticaSpia : public suite::ServizioAritmetico {
 class Valori : public testing::Test, protected testing_support::ContestoDiProva {};
 
 TEST_F(Valori, NvlTreatsBlanksAsNull) {
-  for (const Variant& bianco : {Variant::Null(), Variant(), Variant("  "), Variant("")}) EXPECT_EQ(NVL(bianco, 5), Variant(5));
+  for (const Variant& bianco : {Variant::Null(), Variant(), Variant("  "), Variant("")})
+    EXPECT_EQ(NVL(bianco, 5), Variant(5));
   EXPECT_EQ(NVL(" a ", 5), Variant(" a "));
   EXPECT_EQ(NVL(0, 5), Variant(0));
   const Variant oggetto(std::make_shared<values::Object>());
@@ -53,7 +54,8 @@ TEST_F(Valori, FillsAndTrims) {
 }
 
 TEST_F(Valori, CDecNConvertsExactly) {
-  for (const Variant& vuoto : {Variant::Null(), Variant(), Variant("")}) EXPECT_EQ(CDecN(vuoto), Variant(std::int16_t{0}));
+  for (const Variant& vuoto : {Variant::Null(), Variant(), Variant("")})
+    EXPECT_EQ(CDecN(vuoto), Variant(std::int16_t{0}));
   EXPECT_EQ(CDecN("1234567890123456789012,345678"), dec("1234567890123456789012.345678"));
   EXPECT_EQ(CDecN("1,234.5", '.'), dec("1234.5"));
   EXPECT_EQ(CDecN(0.1), dec("0.1"));
@@ -118,7 +120,8 @@ TEST_F(Valori, DeltasAreExactAndPropagateNull) {
 }
 
 TEST_F(Valori, NewIdentifiersNeverFail) {
-  db->answers = {testing_support::rows({"ID"}, {{"6F9619FF-8B86-D011-B42D-00C04FC964FF"}}), testing_support::rows({"ID"}, {})};
+  db->answers = {testing_support::rows({"ID"}, {{"6F9619FF-8B86-D011-B42D-00C04FC964FF"}}),
+                 testing_support::rows({"ID"}, {})};
   ctx.segnala("prima", "Altra");
   EXPECT_EQ(GetNuovoGuidDB(ctx), Variant("6F9619FF-8B86-D011-B42D-00C04FC964FF"));
   EXPECT_EQ(db->texts.at(0), "SELECT CAST(NEWID() AS NVARCHAR(36))");

@@ -41,8 +41,9 @@ struct Banco : testing_support::ContestoDiProva {
 TEST(GrigliaBudget, CopiesRowsByNameIntoTypedFields) {
   Banco banco;
   banco.rispondiDefinizione();
-  banco.rispondi({"IMP_BUDGET", "bu65_id", "BU65_DITTA_CG18", "QTA1_BUDGET", "BU65_SCHEDA_BU07"},
-                 {{Decimal::FromScaled(12345, 3), 7, 1, 2.0005, "S1"}, {Variant::Null(), 8, 1, Variant::Null(), Variant::Null()}});
+  banco.rispondi(
+      {"IMP_BUDGET", "bu65_id", "BU65_DITTA_CG18", "QTA1_BUDGET", "BU65_SCHEDA_BU07"},
+      {{Decimal::FromScaled(12345, 3), 7, 1, 2.0005, "S1"}, {Variant::Null(), 8, 1, Variant::Null(), Variant::Null()}});
   const auto griglia = GrigliaBudget(banco.ctx).RecordSetBudget();
   ASSERT_TRUE(griglia) << banco.esito();
   EXPECT_EQ(banco.esito(), "0 ");
@@ -57,7 +58,8 @@ TEST(GrigliaBudget, CopiesRowsByNameIntoTypedFields) {
 }
 
 TEST(GrigliaBudget, GivesNoGridAfterAFailure) {
-  const std::string nomi[] = {"GetStruttura", "GetGestioneSede", "GetNumeroForecast", "GetGestioneSede", "RecordSetBudget"};
+  const std::string nomi[] = {"GetStruttura", "GetGestioneSede", "GetNumeroForecast", "GetGestioneSede",
+                              "RecordSetBudget"};
   for (std::size_t guasto = 1; guasto <= std::size(nomi); ++guasto) {
     Banco banco;
     banco.rispondiDefinizione();
@@ -98,15 +100,17 @@ TEST(GrigliaBudget, AccountRangeOfEachChartKind) {
     int tipo;
     std::string piano, conto;
   };
-  for (const auto& riga : {Riga{1, "BU65_GRUPPO_CG10", "BU65_CONTO_CG24"}, Riga{2, "BU65_CODICE_CG21", "BU65_CODICE_CG23"},
-                           Riga{3, "BU65_CODICE_PC01", "BU65_CONTO_PC03"}}) {
+  for (const auto& riga :
+       {Riga{1, "BU65_GRUPPO_CG10", "BU65_CONTO_CG24"}, Riga{2, "BU65_CODICE_CG21", "BU65_CODICE_CG23"},
+        Riga{3, "BU65_CODICE_PC01", "BU65_CONTO_PC03"}}) {
     Banco banco;
     banco.ctx.dati.tipoPdc = riga.tipo;
     banco.ctx.dati.codicePdc = Decimal::FromScaled(5);
     banco.prop.DaConto = "100";
     banco.prop.AConto = "199";
-    EXPECT_EQ(GrigliaBudget(banco.ctx).GetStringaDaContoAConto(),
-              " AND    " + riga.piano + " = 5\r\n AND    " + riga.conto + " >= '100'\r\n AND    " + riga.conto + " <= '199'\r\n");
+    EXPECT_EQ(GrigliaBudget(banco.ctx).GetStringaDaContoAConto(), " AND    " + riga.piano + " = 5\r\n AND    " +
+                                                                      riga.conto + " >= '100'\r\n AND    " +
+                                                                      riga.conto + " <= '199'\r\n");
     banco.prop.DaConto = Variant{};
     banco.prop.AConto = " ";
     EXPECT_EQ(GrigliaBudget(banco.ctx).GetStringaDaContoAConto(), " AND    " + riga.piano + " = 5\r\n");

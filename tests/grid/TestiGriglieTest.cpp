@@ -55,7 +55,8 @@ TEST(TestoGriglia, IsTheWholeStatementOfEachKindOfBudget) {
 }
 
 TEST(TestoPeriodi, IsTheWholeStatement) {
-  EXPECT_EQ(bukorval::testoGrigliaPeriodi(17, std::int16_t{12}, 0), atteso("periodi_senza_forecast", {{"{PERIODI}", "12"}}));
+  EXPECT_EQ(bukorval::testoGrigliaPeriodi(17, std::int16_t{12}, 0),
+            atteso("periodi_senza_forecast", {{"{PERIODI}", "12"}}));
   EXPECT_EQ(bukorval::testoGrigliaPeriodi("17", values::Variant::Null(), 2),
             atteso("periodi_due_forecast", {{"{PERIODI}", ""}}));
 }

@@ -81,7 +81,8 @@ TEST(CancellaRiga, StopsAtTheStatementThatFails) {
       banco.guastaAl(guasto);
       Variant id = 12;
       CancellazioneScheda(banco.ctx).CancellaRigaBU65(id);
-      EXPECT_THAT(banco.db->texts, ElementsAreArray(attese.begin(), attese.begin() + static_cast<std::ptrdiff_t>(guasto)));
+      EXPECT_THAT(banco.db->texts,
+                  ElementsAreArray(attese.begin(), attese.begin() + static_cast<std::ptrdiff_t>(guasto)));
       EXPECT_EQ(banco.esito(), tipo == 5 && guasto == 1 ? "99 boom in DeleteBU63_DettaglioMastri"
                                                         : "99 boom in CancellaRigaBU65 ");
     }

@@ -70,7 +70,8 @@ std::string testataInserita(Banco& banco, const ado::DictionaryPtr& dizionario) 
 TEST(NuovaScheda, WritesHeaderThenDetailsThenCashFlow) {
   Banco banco(4);
   rispondi(banco, 5, 1);
-  NuovaScheda(banco.ctx).InserimentoNuovaSchedaBudget(colonne({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "S1"}}));
+  NuovaScheda(banco.ctx).InserimentoNuovaSchedaBudget(
+      colonne({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "S1"}}));
   EXPECT_EQ(banco.esito(), "0 ");
   const auto testi = banco.testi();
   ASSERT_EQ(testi.size(), 8u);
@@ -84,11 +85,12 @@ TEST(NuovaScheda, WritesWhatTheBudgetTypeAsks) {
     int tipo;
     std::string nomi, valori;
   };
-  const Riga righe[] = {{0, ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 0, 0 , 0 , ADESSO"},
-                        {1, ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 1, 0 , 0 , ADESSO"},
-                        {7, ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 1, 0 , 0 , ADESSO"},
-                        {4, ", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 1 , 0 , ADESSO"},
-                        {3, ", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 0 , 0 , ADESSO"}};
+  const Riga righe[] = {
+      {0, ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 0, 0 , 0 , ADESSO"},
+      {1, ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 1, 0 , 0 , ADESSO"},
+      {7, ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 1, 0 , 0 , ADESSO"},
+      {4, ", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 1 , 0 , ADESSO"},
+      {3, ", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 0 , 0 , ADESSO"}};
   for (const auto& riga : righe) {
     Banco banco(riga.tipo);
     EXPECT_EQ(testataInserita(banco, colonne({{"BU65_CODICE_CG31", 3}})),
@@ -188,8 +190,11 @@ TEST(GetNaturaConto, ReadsTheChartOfTheKind) {
     std::string testo;
   };
   const Riga righe[] = {
-      {3, "SELECT PC03_INDSEGNO FROM   PC03_ANAGPDC WITH (NOLOCK) WHERE  PC03_CODICE_PC01 = 5 AND    PC03_CONTO = 'A1'"},
-      {1, "SELECT CG24_INDCONTORICAV FROM   CG24_TABPDC WITH (NOLOCK) WHERE  CG24_GRUPPO_CG10 = 5 AND    CG24_CONTO = 'A1'"}};
+      {3,
+       "SELECT PC03_INDSEGNO FROM   PC03_ANAGPDC WITH (NOLOCK) WHERE  PC03_CODICE_PC01 = 5 AND    PC03_CONTO = 'A1'"},
+      {1,
+       "SELECT CG24_INDCONTORICAV FROM   CG24_TABPDC WITH (NOLOCK) WHERE  CG24_GRUPPO_CG10 = 5 AND    CG24_CONTO = "
+       "'A1'"}};
   for (const auto& riga : righe) {
     Banco banco;
     banco.rispondi({"NATURA"}, {{2}, {3}});

@@ -75,12 +75,14 @@ TEST(AggiornaSingoloValore, TakesAValueInAnyForm) {
     Banco banco;
     Variant nuovo;
     ValoriScheda(banco.ctx).AggiornaSingoloValoreBU66(5, 12, 0, 0, 1, riga.valore, nuovo);
-    EXPECT_EQ(banco.testi().front(), "UPDATE BU66_DETBUDGET SET BU66_IMPORTO = " + riga.testo + "\r\n WHERE BU66_ID = 5");
+    EXPECT_EQ(banco.testi().front(),
+              "UPDATE BU66_DETBUDGET SET BU66_IMPORTO = " + riga.testo + "\r\n WHERE BU66_ID = 5");
   }
 }
 
 TEST(AggiornaSingoloValore, RefusesWhatIsNoNumberAndWritesNothing) {
-  const Variant valori[] = {"abc", "1,2,3", "12 EUR", "1); DELETE FROM BU65_TESBUDGET --", true, values::Date::FromYmd(2024, 1, 1)};
+  const Variant valori[] = {
+      "abc", "1,2,3", "12 EUR", "1); DELETE FROM BU65_TESBUDGET --", true, values::Date::FromYmd(2024, 1, 1)};
   for (const auto& valore : valori) {
     Banco banco;
     Variant nuovo;

@@ -90,7 +90,8 @@ class Elaborazioni : public testing::Test {
         return k - 1;
       }
       EXPECT_EQ(bo->Stato(), bdgStatoErrore) << "statement " << k;
-      EXPECT_THAT(bo->errore(), testing::MatchesRegex(std::string(FaultConnection::kFault) + " in [A-Za-z0-9_]+ ?")) << k;
+      EXPECT_THAT(bo->errore(), testing::MatchesRegex(std::string(FaultConnection::kFault) + " in [A-Za-z0-9_]+ ?"))
+          << k;
       const std::string dopo = tutto();
       if (dopo != prima) {
         ADD_FAILURE() << "statement " << k << " left something: " << bo->errore();
@@ -144,7 +145,8 @@ TEST_F(Elaborazioni, CardTotalsEqualPlainSums) {
   int confrontate = 0;
   const auto schede = vera_->Execute(
       "SELECT BU65_ID, BU65_CONTO_CG24 FROM BU65_TESBUDGET WHERE BU65_INDTIPO_BU01 = 4 AND BU65_SOTTOTIPO_BU01 = '01'"
-      " AND BU65_ANNO = 2025 AND BU65_CODICE_CG31 = 1 AND BU65_INDCOSRIC_BU07 = 0 AND BU65_CONTO_CG24 NOT LIKE '%0000'");
+      " AND BU65_ANNO = 2025 AND BU65_CODICE_CG31 = 1 AND BU65_INDCOSRIC_BU07 = 0 AND BU65_CONTO_CG24 NOT LIKE "
+      "'%0000'");
   for (; !schede->Eof(); schede->MoveNext()) {
     const auto id = values::toPlainText((*schede)["BU65_ID"].Value());
     const auto conto = values::toPlainText((*schede)["BU65_CONTO_CG24"].Value());
@@ -152,10 +154,12 @@ TEST_F(Elaborazioni, CardTotalsEqualPlainSums) {
       const auto atteso = valore(
           "SELECT SUM(CASE WHEN CG42_INDDAAV = 2 THEN 0 - CG42_IMPTOTALE ELSE CG42_IMPTOTALE END) FROM CG42_MOVCONT"
           " INNER JOIN CG41_PRIMANOTA ON CG42_DITTA_CG18 = CG41_DITTA_CG18 AND CG42_NUMREG_CG41 = CG41_NUMREG"
-          " WHERE CG41_ANNO_CG19 = 2025 AND CG41_INDPROVREG = 0 AND CG41_CODICE_CG31 = 1 AND CG42_CONTOPAR_CG24 = '" + conto +
-          "' AND MONTH(CG41_DATAREG) = " + std::to_string(mese) + " AND CG42_CODICE_CG33 NOT IN ('150', '151')");
-      const auto scritto = valore("SELECT BU66_IMPORTO FROM BU66_DETBUDGET WHERE BU66_TIPO = 1 AND BU66_ID_BU65 = " + id +
-                                  " AND BU66_PERIODO = " + std::to_string(mese));
+          " WHERE CG41_ANNO_CG19 = 2025 AND CG41_INDPROVREG = 0 AND CG41_CODICE_CG31 = 1 AND CG42_CONTOPAR_CG24 = '" +
+          conto + "' AND MONTH(CG41_DATAREG) = " + std::to_string(mese) +
+          " AND CG42_CODICE_CG33 NOT IN ('150', '151')");
+      const auto scritto =
+          valore("SELECT BU66_IMPORTO FROM BU66_DETBUDGET WHERE BU66_TIPO = 1 AND BU66_ID_BU65 = " + id +
+                 " AND BU66_PERIODO = " + std::to_string(mese));
       EXPECT_EQ(scritto, atteso.empty() ? "0.00" : atteso) << "card " << id << " month " << mese;
       ++confrontate;
     }
@@ -177,10 +181,11 @@ TEST_F(Elaborazioni, DuplicationSurvivesAFaultInAnyStatementAndThenCopiesEveryVa
   };
   EXPECT_GT(spazza(prepara, [](CLSKORVAL& bo) { bo.BdgDupSchede_Duplicazione(); }), 50);
   const auto somma = [](const char* sottoTipo, int sede) {
-    return valore("SELECT SUM(BU66_IMPORTO) FROM BU66_DETBUDGET INNER JOIN BU65_TESBUDGET ON BU65_ID = BU66_ID_BU65"
-                  " WHERE BU66_TIPO = 0 AND BU65_INDTIPO_BU01 = 4 AND BU65_ANNO = 2025 AND BU65_SOTTOTIPO_BU01 = '" +
-                  std::string(sottoTipo) + "' AND BU65_SCHEDA_BU07 BETWEEN 'FIERE' AND 'FORMAZIONE' AND BU65_CODICE_CG31 = " +
-                  std::to_string(sede));
+    return valore(
+        "SELECT SUM(BU66_IMPORTO) FROM BU66_DETBUDGET INNER JOIN BU65_TESBUDGET ON BU65_ID = BU66_ID_BU65"
+        " WHERE BU66_TIPO = 0 AND BU65_INDTIPO_BU01 = 4 AND BU65_ANNO = 2025 AND BU65_SOTTOTIPO_BU01 = '" +
+        std::string(sottoTipo) +
+        "' AND BU65_SCHEDA_BU07 BETWEEN 'FIERE' AND 'FORMAZIONE' AND BU65_CODICE_CG31 = " + std::to_string(sede));
   };
   EXPECT_EQ(somma("02", 2), somma("01", 1));
   EXPECT_NE(somma("02", 2), "");
@@ -217,7 +222,8 @@ TEST_F(Elaborazioni, DuplicationRefusesWhatItCannotCopy) {
             "1 CodiceSede : Dato non definito nel BO  in BdgDupSchede_Duplicazione");
   EXPECT_EQ(esito([](CLSKORVAL& bo) { bo.BdgDestinazioneCodiceSede = {}; }),
             "1 BdgDestinazioneCodiceSede : Dato non definito nel BO  in BdgDupSchede_Duplicazione");
-  EXPECT_THAT(esito([](CLSKORVAL& bo) { bo.BdgDestinazioneSottoTipo = "99"; }), testing::HasSubstr("periodicità diverse"));
+  EXPECT_THAT(esito([](CLSKORVAL& bo) { bo.BdgDestinazioneSottoTipo = "99"; }),
+              testing::HasSubstr("periodicità diverse"));
 }
 
 TEST_F(Elaborazioni, WritingBalancesSurvivesAFaultInAnyStatement) {
@@ -235,7 +241,8 @@ TEST_F(Elaborazioni, WritingBalancesSurvivesAFaultInAnyStatement) {
 }
 
 /// The proposal of a budget on another chart, worked out from monthly sums and the table of links.
-std::map<std::pair<std::string, int>, values::Decimal> riclassificati(ado::Connection& db, const std::string& collegamenti,
+std::map<std::pair<std::string, int>, values::Decimal> riclassificati(ado::Connection& db,
+                                                                      const std::string& collegamenti,
                                                                       int mesiPerPeriodo) {
   std::map<std::pair<std::string, int>, std::string> verso;
   const auto link = db.Execute(collegamenti);
@@ -244,8 +251,10 @@ std::map<std::pair<std::string, int>, values::Decimal> riclassificati(ado::Conne
         values::toPlainText((*link)["VERSO"].Value());
   std::map<std::pair<std::string, int>, values::Decimal> attesi;
   const auto saldi = db.Execute(
-      "SELECT CG42_CONTOPAR_CG24 AS CONTO, MONTH(CG41_DATAREG) AS MESE, SUM(CASE WHEN CG42_INDDAAV = 2 THEN 0 - CG42_IMPTOTALE"
-      " ELSE CG42_IMPTOTALE END) AS SALDO FROM CG42_MOVCONT INNER JOIN CG41_PRIMANOTA ON CG42_DITTA_CG18 = CG41_DITTA_CG18 AND"
+      "SELECT CG42_CONTOPAR_CG24 AS CONTO, MONTH(CG41_DATAREG) AS MESE, SUM(CASE WHEN CG42_INDDAAV = 2 THEN 0 - "
+      "CG42_IMPTOTALE"
+      " ELSE CG42_IMPTOTALE END) AS SALDO FROM CG42_MOVCONT INNER JOIN CG41_PRIMANOTA ON CG42_DITTA_CG18 = "
+      "CG41_DITTA_CG18 AND"
       " CG42_NUMREG_CG41 = CG41_NUMREG WHERE CG41_ANNO_CG19 = 2025 AND CG41_INDPROVREG = 0"
       " GROUP BY CG42_CONTOPAR_CG24, MONTH(CG41_DATAREG)");
   for (; !saldi->Eof(); saldi->MoveNext()) {
@@ -286,11 +295,12 @@ TEST_F(Elaborazioni, ProposalsOnOtherChartsEqualPlainSumsAndAreWritten) {
       const auto periodo = values::toInt32(righe["PERIODO"].Value());
       const auto atteso = values::toPlainText(attesi[{conto, periodo}].rounded(2));
       EXPECT_EQ(values::toPlainText(righe["IMPORTO"].Value()), atteso) << conto << " " << periodo;
-      EXPECT_EQ(valore("SELECT BU66_IMPORTO FROM BU66_DETBUDGET INNER JOIN BU65_TESBUDGET ON BU65_ID = BU66_ID_BU65 WHERE"
-                       " BU65_ANNO = 2026 AND BU65_INDTIPO_BU01 = 5 AND BU66_TIPO = 0 AND BU65_SOTTOTIPO_BU01 = '" +
-                       std::string(caso.sottoTipo) + "' AND " + caso.colonna + " = '" + conto + "' AND BU66_PERIODO = " +
-                       std::to_string(periodo)),
-                atteso);
+      EXPECT_EQ(
+          valore("SELECT BU66_IMPORTO FROM BU66_DETBUDGET INNER JOIN BU65_TESBUDGET ON BU65_ID = BU66_ID_BU65 WHERE"
+                 " BU65_ANNO = 2026 AND BU65_INDTIPO_BU01 = 5 AND BU66_TIPO = 0 AND BU65_SOTTOTIPO_BU01 = '" +
+                 std::string(caso.sottoTipo) + "' AND " + caso.colonna + " = '" + conto +
+                 "' AND BU66_PERIODO = " + std::to_string(periodo)),
+          atteso);
       attesi.erase({conto, periodo});
     }
     EXPECT_TRUE(attesi.empty()) << attesi.begin()->first.first;

@@ -62,7 +62,8 @@ TEST(Sessione, AccountCodesOfEveryStructureHaveEightDigitsAndAnAnalyticTail) {
 TEST(Sessione, CatalogueTextsAreTheCompanysElseBuiltIn) {
   Archivio archivio;
   archivio.ditta(1, 4);
-  archivio.connessione->Execute("INSERT INTO CG00_MESSAGGI (CG00_NUMERO, CG00_TESTO) VALUES (28193, N'Gen.'), (1, NULL)");
+  archivio.connessione->Execute(
+      "INSERT INTO CG00_MESSAGGI (CG00_NUMERO, CG00_TESTO) VALUES (28193, N'Gen.'), (1, NULL)");
   const suite::Sessione sessione(archivio.connessione);
   for (const auto& [numero, testo] :
        {std::pair{28193, "Gen."}, {26677, "Febbraio"}, {22569, "Dicembre"}, {58700, "Trimestre"}, {6537, "Anno"}})

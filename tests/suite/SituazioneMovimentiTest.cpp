@@ -43,8 +43,10 @@ class Situazione : public testing::Test {
   void movimento(const std::string& data, const std::string& conto, int segno, const std::string& importo,
                  const std::string& testata = "", const std::string& riga = "") {
     const std::string n = std::to_string(++numero);
-    inserisci("CG41_PRIMANOTA", "CG41_DITTA_CG18=1, CG41_NUMREG=" + n + ", CG41_DATAREG='" + data + "', CG41_ANNO_CG19=2025," +
-                                    " CG41_PROGESER_CG19=1", testata);
+    inserisci("CG41_PRIMANOTA",
+              "CG41_DITTA_CG18=1, CG41_NUMREG=" + n + ", CG41_DATAREG='" + data + "', CG41_ANNO_CG19=2025," +
+                  " CG41_PROGESER_CG19=1",
+              testata);
     inserisci("CG42_MOVCONT", "CG42_DITTA_CG18=1, CG42_NUMREG_CG41=" + n + ", CG42_NUMRIGACONT=1, CG42_GRUPPO_CG10=1," +
                                   " CG42_CONTOPAR_CG24='" + conto + "', CG42_INDDAAV=" + std::to_string(segno) +
                                   ", CG42_IMPTOTALE=" + importo, riga);
@@ -58,7 +60,8 @@ class Situazione : public testing::Test {
     for (; !righe.Eof(); righe.MoveNext()) {
       std::string testo = values::toPlainText(righe["conto"].Value());
       for (const char* colonna : {"ATTIVITA", "PASSIVITA"})
-        if (!righe[colonna].Value().isNull()) testo += std::string(" ") + colonna[0] + values::toPlainText(righe[colonna].Value());
+        if (!righe[colonna].Value().isNull())
+          testo += std::string(" ") + colonna[0] + values::toPlainText(righe[colonna].Value());
       testi.push_back(testo);
     }
     return testi;
@@ -123,7 +126,9 @@ TEST_F(Situazione, OnlyTheMovementsAskedForCount) {
       {"no options", [](auto&) {}, {"60 A1111.00"}},
       {"site of the registration", [](auto& s) { s.SedeDaElaborare = 1; }, {"60 A10.00"}},
       {"site of the line", [](auto& s) { s.SedeDaElaborare = 2; }, {"60 A100.00"}},
-      {"kinds of movements", [](auto& s) { s.TipiMov_WhereCondition = "CG41_INDTIPOMOV = 2 OR CG41_INDTIPOMOV = 9"; }, {"60 A1000.00"}},
+      {"kinds of movements",
+       [](auto& s) { s.TipiMov_WhereCondition = "CG41_INDTIPOMOV = 2 OR CG41_INDTIPOMOV = 9"; },
+       {"60 A1000.00"}},
       {"depreciation", [](auto& s) { s.SimulaAmmCivilistico = 1, s.TipoAmmortamento = 3; }, {"60 A11111.00"}},
       {"account filter", [](auto& s) { s.FiltroConto = " AND (CG42_MOVCONT.CG42_CONTOPAR_CG24 >= '61') "; }, {}},
       {"another progressive", [](auto& s) { s.ProgrEsercizio = 2; }, {"60 A200000.00"}},
@@ -179,7 +184,8 @@ TEST_F(Situazione, SharesOfTheMonthsAddUpToTheAmount) {
     auto& righe = *situazione.RecordsetSituazioneEP;
     for (; !righe.Eof(); righe.MoveNext()) {
       auto& somma = somme[values::toPlainText(righe["conto"].Value())];
-      for (const char* colonna : {"ATTIVITA", "PASSIVITA"}) somma = somma + values::toDecimal(values::nvl(righe[colonna].Value(), 0));
+      for (const char* colonna : {"ATTIVITA", "PASSIVITA"})
+        somma = somma + values::toDecimal(values::nvl(righe[colonna].Value(), 0));
     }
   }
   EXPECT_EQ(values::toPlainText(somme["60"]), values::toPlainText(attivo));

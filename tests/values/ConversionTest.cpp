@@ -21,10 +21,19 @@ std::string failure(const std::function<void()>& action) {
 }
 
 TEST(Conversion, ReadsNumbersInEitherNotation) {
-  const struct { const char* text; char separator; const char* number; } kGood[] = {
-      {"1234,56", ',', "1234.56"}, {"1234.56", ',', "1234.56"}, {"1234,56", '.', "1234.56"}, {"1.234,56", ',', "1234.56"},
-      {"1,234.56", '.', "1234.56"}, {"-1.234.567,8", ',', "-1234567.8"}, {"  12,5 ", ',', "12.5"}, {"1.234.567", ',', "1234567"},
-      {"1,5E3", ',', "1500"}, {",5", ',', "0.5"}, {"+3", ',', "3"}, {"1.234", ',', "1.234"}};
+  const struct { const char* text; char separator; const char* number;
+  } kGood[] = {{"1234,56", ',', "1234.56"},
+               {"1234.56", ',', "1234.56"},
+               {"1234,56", '.', "1234.56"},
+               {"1.234,56", ',', "1234.56"},
+               {"1,234.56", '.', "1234.56"},
+               {"-1.234.567,8", ',', "-1234567.8"},
+               {"  12,5 ", ',', "12.5"},
+               {"1.234.567", ',', "1234567"},
+               {"1,5E3", ',', "1500"},
+               {",5", ',', "0.5"},
+               {"+3", ',', "3"},
+               {"1.234", ',', "1.234"}};
   for (const auto& row : kGood) {
     EXPECT_EQ(toDecimal(row.text, row.separator), dec(row.number)) << row.text;
     EXPECT_EQ(toDouble(row.text, row.separator), dec(row.number).toDouble()) << row.text;
@@ -124,11 +133,22 @@ TEST(Arithmetic, KindsFollowTheirOperands) {
 }
 
 TEST(Arithmetic, ComparesAcrossKinds) {
-  const struct { Variant a, b; int order; } kRows[] = {
-      {1, 1.0, 0}, {dec("1.00"), 1, 0}, {0.1, dec("0.1"), 0}, {"10", 9, 1}, {"1,50", dec("1.5"), 0}, {"10", "9", -1},
-      {"a", "A", 1}, {Variant(), 0, 0}, {Variant(), "", 0}, {1e40, dec("1"), 1}, {-1e40, 3, -1}, {true, -1, 0},
-      {Date::FromYmd(2011, 1, 1), Date::FromYmd(2011, 1, 1, 0, 0, 1), -1}, {Date::FromYmd(2011, 1, 31), "31/01/2011", 0},
-      {40573, Date::FromYmd(2011, 1, 31), -1}};
+  const struct { Variant a, b; int order;
+  } kRows[] = {{1, 1.0, 0},
+               {dec("1.00"), 1, 0},
+               {0.1, dec("0.1"), 0},
+               {"10", 9, 1},
+               {"1,50", dec("1.5"), 0},
+               {"10", "9", -1},
+               {"a", "A", 1},
+               {Variant(), 0, 0},
+               {Variant(), "", 0},
+               {1e40, dec("1"), 1},
+               {-1e40, 3, -1},
+               {true, -1, 0},
+               {Date::FromYmd(2011, 1, 1), Date::FromYmd(2011, 1, 1, 0, 0, 1), -1},
+               {Date::FromYmd(2011, 1, 31), "31/01/2011", 0},
+               {40573, Date::FromYmd(2011, 1, 31), -1}};
   for (const auto& row : kRows) {
     EXPECT_EQ(compare(row.a, row.b), row.order);
     EXPECT_EQ(compare(row.b, row.a), -row.order);

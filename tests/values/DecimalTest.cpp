@@ -40,7 +40,9 @@ std::string increment(std::string digits) {
 /// Cuts digits of a fraction until 96 bits and 28 decimals hold them; the first digit cut rounds. Nothing on overflow.
 std::string fitDigits(std::string digits, int scale) {
   const std::string most = "79228162514264337593543950335";
-  const auto fits = [&](const std::string& d) { return d.size() < most.size() || (d.size() == most.size() && d <= most); };
+  const auto fits = [&](const std::string& d) {
+    return d.size() < most.size() || (d.size() == most.size() && d <= most);
+  };
   while (static_cast<int>(digits.size()) <= scale) digits.insert(0, "0");
   const auto bare = [](const std::string& d) { return d.substr(std::min(d.find_first_not_of('0'), d.size() - 1)); };
   for (std::size_t cut = 0;; ++cut) {
@@ -102,8 +104,10 @@ TEST(Decimal, ProductsMatchSchoolbookMultiplication) {
 TEST(Decimal, QuotientsTimesDivisorSurroundTheDividend) {
   std::mt19937_64 random(11);
   for (int i = 0; i < 2000; ++i) {
-    const Decimal a = Decimal::FromScaled(static_cast<std::int64_t>(random() >> (1 + random() % 60)), static_cast<int>(random() % 4));
-    const Decimal b = Decimal::FromScaled(1 + static_cast<std::int64_t>(random() >> (1 + random() % 60)), static_cast<int>(random() % 4));
+    const Decimal a =
+        Decimal::FromScaled(static_cast<std::int64_t>(random() >> (1 + random() % 60)), static_cast<int>(random() % 4));
+    const Decimal b = Decimal::FromScaled(1 + static_cast<std::int64_t>(random() >> (1 + random() % 60)),
+                                          static_cast<int>(random() % 4));
     // An exact product gives its factors back, and no trailing zeros beyond the scales' difference.
     const Decimal product = dec(std::to_string(i)) * b;
     ASSERT_EQ(product / b, Decimal::FromScaled(i));
@@ -112,13 +116,18 @@ TEST(Decimal, QuotientsTimesDivisorSurroundTheDividend) {
     const Decimal back = q * b - a;
     ASSERT_LE(back.isNegative() ? -back : back, half * b + dec("1E-9")) << a.toString() << " / " << b.toString();
   }
-  const struct { const char *a, *b, *quotient; } kRows[] = {
-      {"1", "4", "0.25"}, {"100.00", "4", "25.00"}, {"2", "3", "0.6666666666666666666666666667"},
-      {"-1", "3", "-0.3333333333333333333333333333"}, {"1", "0.0000000000000000000000000001", "10000000000000000000000000000"},
-      {"79228162514264337593543950335", "10", "7922816251426433759354395033.5"},
-      {"1", "79228162514264337593543950335", "0.0000000000000000000000000000"},
-      {"5.0", "0.5", "10"}, {"0.00", "7", "0.00"}, {"10", "1.25", "8"},
-      {"1", "0.00000000000000003", "33333333333333333.333333333333"}};
+  const struct { const char *a, *b, *quotient;
+  } kRows[] = {{"1", "4", "0.25"},
+               {"100.00", "4", "25.00"},
+               {"2", "3", "0.6666666666666666666666666667"},
+               {"-1", "3", "-0.3333333333333333333333333333"},
+               {"1", "0.0000000000000000000000000001", "10000000000000000000000000000"},
+               {"79228162514264337593543950335", "10", "7922816251426433759354395033.5"},
+               {"1", "79228162514264337593543950335", "0.0000000000000000000000000000"},
+               {"5.0", "0.5", "10"},
+               {"0.00", "7", "0.00"},
+               {"10", "1.25", "8"},
+               {"1", "0.00000000000000003", "33333333333333333.333333333333"}};
   for (const auto& row : kRows) EXPECT_EQ((dec(row.a) / dec(row.b)).toString(), row.quotient) << row.a << "/" << row.b;
   EXPECT_THROW(dec("1") / dec("0.00"), Errore);
   EXPECT_THROW(dec("79228162514264337593543950335") / dec("0.1"), Errore);
@@ -166,7 +175,8 @@ TEST(Decimal, ReadsAndWritesText) {
       {"79228162514264337593543950335.49", "79228162514264337593543950335"},
       {"7.92281625142643375935439503355", "7.922816251426433759354395034"}};
   for (const auto& row : kRows) EXPECT_EQ(dec(row.text).toString(), row.shown) << row.text;
-  for (const char* text : {"", "-", ".", "1,5", " 1", "1 ", "1.2.3", "E5", "1E", "1E+", "0x10", "1e5x", "--1", "INF", "nan"})
+  for (const char* text :
+       {"", "-", ".", "1,5", " 1", "1 ", "1.2.3", "E5", "1E", "1E+", "0x10", "1e5x", "--1", "INF", "nan"})
     EXPECT_FALSE(Decimal::TryParse(text)) << text;
   for (const char* text : {"79228162514264337593543950336", "1E29", "7.92281625142643375935439503369E28",
                            "79228162514264337593543950335.5", "1E999999999999"})

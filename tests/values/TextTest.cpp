@@ -21,15 +21,17 @@ TEST(Text, CountsCharactersNotBytes) {
 }
 
 TEST(Text, EqualTextsShareAKeyAndOthersDoNot) {
-  const struct { const char *a, *b; } kEqual[] = {
-      {"abc", "ABC  "}, {"perché", "PERCHÉ"}, {"", "   "}, {"ÿ", "Ÿ"}, {"œuvre", "ŒUVRE"}, {"ž", "Ž"}, {"ł", "Ł"}};
+  const struct { const char *a, *b;
+  } kEqual[] = {{"abc", "ABC  "},   {"perché", "PERCHÉ"}, {"", "   "}, {"ÿ", "Ÿ"},
+                {"œuvre", "ŒUVRE"}, {"ž", "Ž"},           {"ł", "Ł"}};
   for (const auto& row : kEqual) {
     EXPECT_EQ(compareText(row.a, row.b), 0) << row.a;
     EXPECT_EQ(foldText(row.a), foldText(row.b)) << row.a;
   }
-  const struct { const char *low, *high; } kOrdered[] = {
-      {"A", "b"}, {"a", "B"}, {"z", "Za"}, {"a", "ab"}, {" a", "a"}, {"", "a"}, {"1", "A"}, {"_", "1"}, {"e", "é"}, {"é", "f"},
-      {"È", "é"}, {"×", "÷"}, {"Z", "€"}, {"A 1", "A1"}, {"ı", "j"}, {"Z", "\xFF"}, {"\xE9", "\xEA"}, {"\xC3", "\xC3\xA9"}};
+  const struct { const char *low, *high;
+  } kOrdered[] = {{"A", "b"}, {"a", "B"},    {"z", "Za"}, {"a", "ab"},   {" a", "a"},      {"", "a"},
+                  {"1", "A"}, {"_", "1"},    {"e", "é"},  {"é", "f"},    {"È", "é"},       {"×", "÷"},
+                  {"Z", "€"}, {"A 1", "A1"}, {"ı", "j"},  {"Z", "\xFF"}, {"\xE9", "\xEA"}, {"\xC3", "\xC3\xA9"}};
   for (const auto& row : kOrdered) {
     const bool strayByte = std::string_view(row.low) == "\xC3";
     EXPECT_NE(compareText(row.low, row.high), 0) << row.low;

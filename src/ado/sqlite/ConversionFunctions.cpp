@@ -77,8 +77,8 @@ void dateText(sqlite3_context* c, sqlite3_value** a) {
     case 103: std::snprintf(text, sizeof text, "%02d/%02d/%04d", date.day(), date.month(), date.year()); break;
     case 112: std::snprintf(text, sizeof text, "%04d%02d%02d", date.year(), date.month(), date.day()); break;
     default:
-      std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", date.year(), date.month(), date.day(), date.hour(),
-                    date.minute(), date.second());
+      std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", date.year(), date.month(), date.day(),
+                    date.hour(), date.minute(), date.second());
   }
   resultText(c, text);
 }

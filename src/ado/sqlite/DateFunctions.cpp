@@ -12,7 +12,8 @@ void now(sqlite3_context* c, sqlite3_value**) { sqlite3_result_int64(c, toDateNu
 void dateAdd(sqlite3_context* c, sqlite3_value** a) {
   const int number = sqlite3_value_int(a[1]);
   const auto date = dateArgument(a[2]);
-  const auto moved = part(a[0]) == 'd' ? date.addDays(number) : date.addMonths(part(a[0]) == 'y' ? 12 * number : number);
+  const auto moved =
+      part(a[0]) == 'd' ? date.addDays(number) : date.addMonths(part(a[0]) == 'y' ? 12 * number : number);
   sqlite3_result_int64(c, toDateNumber(moved));
 }
 

@@ -54,7 +54,8 @@ void throwFailure(sqlite3* database) { throw values::Errore(describeFailure(data
 
 Prepared prepare(sqlite3* database, std::string_view sql, unsigned flags) {
   sqlite3_stmt* statement = nullptr;
-  const int outcome = sqlite3_prepare_v3(database, sql.data(), static_cast<int>(sql.size()), flags, &statement, nullptr);
+  const int outcome =
+      sqlite3_prepare_v3(database, sql.data(), static_cast<int>(sql.size()), flags, &statement, nullptr);
   if (outcome != SQLITE_OK) throwFailure(database);
   return Prepared(statement);
 }

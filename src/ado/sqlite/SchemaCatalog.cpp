@@ -40,8 +40,8 @@ int SchemaCatalog::readVersion() const {
 void SchemaCatalog::reload() {
   version_ = readVersion();
   tables_.clear();
-  const auto statement =
-      prepare(database_, "SELECT name FROM main.sqlite_master WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite_%'");
+  const auto statement = prepare(
+      database_, "SELECT name FROM main.sqlite_master WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite_%'");
   while (nextRow(database_, statement)) {
     auto table = readTable(columnText(statement, 0));
     tables_.emplace(values::foldText(table.name), std::move(table));

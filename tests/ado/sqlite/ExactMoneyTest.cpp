@@ -74,7 +74,8 @@ TEST_P(ExactMoney, ALimitSurvivesStoringComparingAndCopying) {
   for (int i = 0; i < money.precision; ++i) limit *= 10;
   --limit;
   int n = 0;
-  for (const std::int64_t units : {limit, -limit, limit - 1, 1 - limit, std::int64_t{1}, std::int64_t{-1}, std::int64_t{0}}) {
+  for (const std::int64_t units :
+       {limit, -limit, limit - 1, 1 - limit, std::int64_t{1}, std::int64_t{-1}, std::int64_t{0}}) {
     const auto number = std::to_string(++n);
     const std::string shown = text(units);
     connection.Execute("INSERT INTO M (N, GRP, V) VALUES (" + number + ", 0, " + shown + ")");

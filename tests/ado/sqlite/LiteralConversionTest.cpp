@@ -35,7 +35,9 @@ constexpr Type decimal(std::int16_t precision, std::int16_t scale) {
   return {.kind = TypeKind::Decimal, .precision = precision, .scale = scale};
 }
 constexpr Type integer(std::int16_t bits) { return {.kind = TypeKind::Integer, .precision = bits}; }
-constexpr Type text(std::int32_t length, bool fixed) { return {.kind = TypeKind::Text, .length = length, .fixed = fixed}; }
+constexpr Type text(std::int32_t length, bool fixed) {
+  return {.kind = TypeKind::Text, .length = length, .fixed = fixed};
+}
 constexpr Type kDate{.kind = TypeKind::DateTime};
 constexpr Type kBit{.kind = TypeKind::Bit};
 constexpr bool kWrite = true;
@@ -55,14 +57,17 @@ TEST(LiteralConversion, GivesTheStoredFormOrSqlServersError) {
       {Kind::Integer, "99999999999999999999", decimal(15, 2), kCompare, "1e+30"},
       {Kind::Text, "1,5", decimal(15, 2), kCompare, "Error converting data type varchar to numeric"},
       {Kind::Integer, "40000", integer(16), kCompare, "40000"},
-      {Kind::Integer, "40000", integer(16), kWrite, "Arithmetic overflow error converting int to data type smallint in column 'C'"},
+      {Kind::Integer, "40000", integer(16), kWrite,
+       "Arithmetic overflow error converting int to data type smallint in column 'C'"},
       {Kind::Decimal, "1.9", integer(32), kWrite, "1"},
       {Kind::Decimal, "1.9", integer(32), kCompare, "1.5"},
       {Kind::Text, "", integer(32), kCompare, "0"},
-      {Kind::Text, "x1", integer(32), kCompare, "Conversion failed when converting the varchar value 'x1' to data type int"},
+      {Kind::Text, "x1", integer(32), kCompare,
+       "Conversion failed when converting the varchar value 'x1' to data type int"},
       {Kind::Text, "ab", text(4, true), kWrite, "ab  "},
       {Kind::Text, "ab  ", text(2, false), kWrite, "ab"},
-      {Kind::Text, "però!", text(4, false), kWrite, "String or binary data would be truncated in column 'C'. Truncated value: 'però'"},
+      {Kind::Text, "però!", text(4, false), kWrite,
+       "String or binary data would be truncated in column 'C'. Truncated value: 'però'"},
       {Kind::Text, "lungo", text(2, true), kCompare, "lungo"},
       {Kind::Integer, "12", text(4, true), kWrite, "12  "},
       {Kind::Text, "20110131", kDate, kCompare, "20110131000000"},
@@ -106,7 +111,8 @@ TEST(LikePattern, MatchesAsSqlServerDoes) {
       {"CITTÀ", "%à", true},         {"[x", "[x", true},           {"a]", "a]", true},
       {"60010 00000  ", "60010%", true}};
   for (const auto& row : rows) {
-    EXPECT_EQ(ado::sqlite::LikePattern(row.pattern).matches(row.text), row.matches) << row.text << " LIKE " << row.pattern;
+    EXPECT_EQ(ado::sqlite::LikePattern(row.pattern).matches(row.text), row.matches)
+        << row.text << " LIKE " << row.pattern;
   }
 }
 

@@ -65,7 +65,8 @@ TEST(SqliteOpen, ReadModeRefusesWrites) {
   file.open()->Execute("CREATE TABLE A (X int NULL)");
   const auto reader = file.open(";Mode=Read");
   EXPECT_EQ(shown(reader->Execute("SELECT X FROM A")), "");
-  EXPECT_NE(failureOf([&] { reader->Execute("INSERT INTO A (X) VALUES (1)"); }).find("reading only"), std::string::npos);
+  EXPECT_NE(failureOf([&] { reader->Execute("INSERT INTO A (X) VALUES (1)"); }).find("reading only"),
+            std::string::npos);
 }
 
 TEST(SqliteTransactions, AKilledWriterLeavesNothingOfItsTransaction) {

@@ -222,31 +222,41 @@ std::vector<SystemStatement> settings() {
                                 "BU01_INDPERFISO, BU01_NUMFORECAST, BU01_INDMULTIATTIVITA, BU01_INDTIPOPDC")},
       {"chart code", definition("\n   CASE WHEN BU01_INDTIPOPDC = 2 THEN BU01_CODICE_CG21 \n        WHEN "
                                 "BU01_INDTIPOPDC = 3 THEN BU01_CODICE_PC01 \n   END AS CODICEPDC ")},
-      {"has cards", " SELECT TOP 1 BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 \n FROM BU65_TESBUDGET WITH (NOLOCK) \n WHERE "
-                    "BU65_INDTIPO_BU01 = 4\n   AND BU65_SOTTOTIPO_BU01 = '01'\n   AND BU65_DITTA_CG18 = 1\n"},
-      {"has details", " SELECT BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 \n FROM   BU65_TESBUDGET WITH (NOLOCK) \n INNER  "
-                      "JOIN BU66_DETBUDGET WITH (NOLOCK) ON BU65_ID = BU66_ID_BU65 \n WHERE  BU65_INDTIPO_BU01 = 4\n   "
-                      "AND  BU65_SOTTOTIPO_BU01 = '01'\n   AND  BU65_DITTA_CG18 = 1\n   AND  NOT BU66_ID_BU65 IS NULL \n"},
-      {"investment data", " SELECT TOP 1 BU04_IDBUDGINV \n FROM  BU04_BUDGINVEST WITH(NOLOCK) \n WHERE BU04_INDTIPO_BU01 "
-                          "= 2\n AND   BU04_SOTTOTIPO_BU01 = '01'\n AND   BU04_DITTA_CG18 = 1\n"},
-      {"general cost data", " SELECT TOP 1 BU08_IDTESBUDCG \n FROM  BU08_TESBUDCOSGEN WITH(NOLOCK) \n WHERE "
-                            "BU08_INDTIPO_BU01 = 4\n AND   BU08_SOTTOTIPO_BU01 = '01'\n"},
-      {"ledger account", " SELECT CASE WHEN CG39_DESCR IS NULL              THEN CG24_DESCR              ELSE CG39_DESCR "
-                         "        END AS DESCRIZIONECONTO  FROM  CG24_TABPDC WITH (NOLOCK)       LEFT OUTER JOIN "
-                         "CG39_PRSDESPDC WITH (NOLOCK)       ON CG39_DITTA_CG18 = 1      AND CG39_GRUPPO_CG10 = "
-                         "CG24_GRUPPO_CG10       AND CG39_CONTO_CG24 = CG24_CONTO  WHERE CG24_GRUPPO_CG10 = 1 AND   "
-                         "CG24_CONTO = '6001000001'"},
-      {"reclassified account", " SELECT CG23_DESCR AS DESCRIZIONECONTO  FROM   CG23_RICLBILCEE WITH (NOLOCK)  WHERE  "
-                               "CG23_CODICE_CG21 = 1 AND    CG23_CODICE = 'B1'"},
-      {"analytic account", " SELECT PC03_DESCR AS DESCRIZIONECONTO  FROM   PC03_ANAGPDC WITH (NOLOCK)  WHERE  "
-                           "PC03_CODICE_PC01 = 1 AND    PC03_CONTO = '1'"},
-      {"year progressive", " SELECT CG19_PROGESER \n FROM   CG19_ANADITTAESER WITH (NOLOCK)\n WHERE  CG19_DITTA_CG18 = 1\n "
-                           "AND    CG19_ANNO = 2011\n"},
+      {"has cards",
+       " SELECT TOP 1 BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 \n FROM BU65_TESBUDGET WITH (NOLOCK) \n WHERE "
+       "BU65_INDTIPO_BU01 = 4\n   AND BU65_SOTTOTIPO_BU01 = '01'\n   AND BU65_DITTA_CG18 = 1\n"},
+      {"has details",
+       " SELECT BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 \n FROM   BU65_TESBUDGET WITH (NOLOCK) \n INNER  "
+       "JOIN BU66_DETBUDGET WITH (NOLOCK) ON BU65_ID = BU66_ID_BU65 \n WHERE  BU65_INDTIPO_BU01 = 4\n   "
+       "AND  BU65_SOTTOTIPO_BU01 = '01'\n   AND  BU65_DITTA_CG18 = 1\n   AND  NOT BU66_ID_BU65 IS NULL \n"},
+      {"investment data",
+       " SELECT TOP 1 BU04_IDBUDGINV \n FROM  BU04_BUDGINVEST WITH(NOLOCK) \n WHERE BU04_INDTIPO_BU01 "
+       "= 2\n AND   BU04_SOTTOTIPO_BU01 = '01'\n AND   BU04_DITTA_CG18 = 1\n"},
+      {"general cost data",
+       " SELECT TOP 1 BU08_IDTESBUDCG \n FROM  BU08_TESBUDCOSGEN WITH(NOLOCK) \n WHERE "
+       "BU08_INDTIPO_BU01 = 4\n AND   BU08_SOTTOTIPO_BU01 = '01'\n"},
+      {"ledger account",
+       " SELECT CASE WHEN CG39_DESCR IS NULL              THEN CG24_DESCR              ELSE CG39_DESCR "
+       "        END AS DESCRIZIONECONTO  FROM  CG24_TABPDC WITH (NOLOCK)       LEFT OUTER JOIN "
+       "CG39_PRSDESPDC WITH (NOLOCK)       ON CG39_DITTA_CG18 = 1      AND CG39_GRUPPO_CG10 = "
+       "CG24_GRUPPO_CG10       AND CG39_CONTO_CG24 = CG24_CONTO  WHERE CG24_GRUPPO_CG10 = 1 AND   "
+       "CG24_CONTO = '6001000001'"},
+      {"reclassified account",
+       " SELECT CG23_DESCR AS DESCRIZIONECONTO  FROM   CG23_RICLBILCEE WITH (NOLOCK)  WHERE  "
+       "CG23_CODICE_CG21 = 1 AND    CG23_CODICE = 'B1'"},
+      {"analytic account",
+       " SELECT PC03_DESCR AS DESCRIZIONECONTO  FROM   PC03_ANAGPDC WITH (NOLOCK)  WHERE  "
+       "PC03_CODICE_PC01 = 1 AND    PC03_CONTO = '1'"},
+      {"year progressive",
+       " SELECT CG19_PROGESER \n FROM   CG19_ANADITTAESER WITH (NOLOCK)\n WHERE  CG19_DITTA_CG18 = 1\n "
+       "AND    CG19_ANNO = 2011\n"},
       {"new identifier", "SELECT CAST(NEWID() AS NVARCHAR(36))"},
-      {"account nature", "SELECT CG24_INDCONTORICAV FROM   CG24_TABPDC WITH (NOLOCK) WHERE  CG24_GRUPPO_CG10 = 1 AND    "
-                         "CG24_CONTO = '6001000001'"},
-      {"analytic nature", "SELECT PC03_INDSEGNO FROM   PC03_ANAGPDC WITH (NOLOCK) WHERE  PC03_CODICE_PC01 = 1 AND    "
-                          "PC03_CONTO = '1'"},
+      {"account nature",
+       "SELECT CG24_INDCONTORICAV FROM   CG24_TABPDC WITH (NOLOCK) WHERE  CG24_GRUPPO_CG10 = 1 AND    "
+       "CG24_CONTO = '6001000001'"},
+      {"analytic nature",
+       "SELECT PC03_INDSEGNO FROM   PC03_ANAGPDC WITH (NOLOCK) WHERE  PC03_CODICE_PC01 = 1 AND    "
+       "PC03_CONTO = '1'"},
   };
 }
 
@@ -259,77 +269,93 @@ std::vector<SystemStatement> readings() {
       {"periods", periodStatement(1, 12, 2)},
       {"periods, no forecast", periodStatement(1, 4, 0)},
       {"cash flow", " SELECT  * \n FROM    BU67_BDGCASHFLOW WITH(NOLOCK)  WHERE   BU67_ID_BU65 = 1\n"},
-      {"detail exists", " SELECT BU66_ID, \n        BU66_IMPORTO  FROM   BU66_DETBUDGET WITH (NOLOCK)  WHERE  BU66_ID_BU65 "
-                        "= 1 AND    BU66_TIPO = 0 AND    BU66_PERIODO = 1"},
-      {"card left", " SELECT TOP 1 BU65_ID \n FROM BU65_TESBUDGET WITH (NOLOCK) \n INNER JOIN BU66_DETBUDGET WITH (NOLOCK) "
-                    "ON BU66_ID_BU65 = BU65_ID \n WHERE BU65_ID = 1\n"},
-      {"details present", " SELECT * \n FROM   BU65_TESBUDGET WITH (NOLOCK) \n INNER  JOIN BU66_DETBUDGET WITH (NOLOCK) \n   "
-                          " ON  BU66_ID_BU65 = BU65_ID \n WHERE  BU65_DITTA_CG18 = 1\n AND    BU65_INDTIPO_BU01 = 0\n AND  "
-                          "  BU65_SOTTOTIPO_BU01 = '01'\n AND    BU65_ANNO = 2011\n AND    BU65_PROGESER = 1\n AND    "
-                          "BU66_TIPO = 0\n AND    BU65_CODICE_CG31 = 10\n AND    BU65_GRUPPO_CG10 = 1\n AND    "
-                          "BU65_CONTO_CG24 >= '0'\n AND    BU65_CONTO_CG24 <= '9'\n"},
+      {"detail exists",
+       " SELECT BU66_ID, \n        BU66_IMPORTO  FROM   BU66_DETBUDGET WITH (NOLOCK)  WHERE  BU66_ID_BU65 "
+       "= 1 AND    BU66_TIPO = 0 AND    BU66_PERIODO = 1"},
+      {"card left",
+       " SELECT TOP 1 BU65_ID \n FROM BU65_TESBUDGET WITH (NOLOCK) \n INNER JOIN BU66_DETBUDGET WITH (NOLOCK) "
+       "ON BU66_ID_BU65 = BU65_ID \n WHERE BU65_ID = 1\n"},
+      {"details present",
+       " SELECT * \n FROM   BU65_TESBUDGET WITH (NOLOCK) \n INNER  JOIN BU66_DETBUDGET WITH (NOLOCK) \n   "
+       " ON  BU66_ID_BU65 = BU65_ID \n WHERE  BU65_DITTA_CG18 = 1\n AND    BU65_INDTIPO_BU01 = 0\n AND  "
+       "  BU65_SOTTOTIPO_BU01 = '01'\n AND    BU65_ANNO = 2011\n AND    BU65_PROGESER = 1\n AND    "
+       "BU66_TIPO = 0\n AND    BU65_CODICE_CG31 = 10\n AND    BU65_GRUPPO_CG10 = 1\n AND    "
+       "BU65_CONTO_CG24 >= '0'\n AND    BU65_CONTO_CG24 <= '9'\n"},
       {"links by scheme",
-       reclassification("        CG20_INDSEGNO AS SEGNO, \n        CG23_CODICE AS CONTORICL, \n        CG23_DESCR AS "
-                        "DESCRRICL \n",
-                        " LEFT OUTER JOIN CG20_COLLPDCRICL WITH (NOLOCK) \n      ON CG20_GRUPPO_CG10 = CG24_GRUPPO_CG10 \n   "
-                        "   AND CG20_CONTO_CG24 = CG24_CONTO \n      AND CG20_CODICE_CG21 = 1\n LEFT OUTER JOIN "
-                        "CG23_RICLBILCEE WITH (NOLOCK) \n      ON CG23_CODICE_CG21 = CG20_CODICE_CG21 \n      AND "
-                        "CG23_CODICE = CG20_CODICE_CG23 \n")},
+       reclassification(
+           "        CG20_INDSEGNO AS SEGNO, \n        CG23_CODICE AS CONTORICL, \n        CG23_DESCR AS "
+           "DESCRRICL \n",
+           " LEFT OUTER JOIN CG20_COLLPDCRICL WITH (NOLOCK) \n      ON CG20_GRUPPO_CG10 = CG24_GRUPPO_CG10 \n   "
+           "   AND CG20_CONTO_CG24 = CG24_CONTO \n      AND CG20_CODICE_CG21 = 1\n LEFT OUTER JOIN "
+           "CG23_RICLBILCEE WITH (NOLOCK) \n      ON CG23_CODICE_CG21 = CG20_CODICE_CG21 \n      AND "
+           "CG23_CODICE = CG20_CODICE_CG23 \n")},
       {"links by chart",
-       reclassification("        CG83_INDSEGNO AS SEGNO, \n        PC03_CONTO AS CONTORICL, \n        PC03_DESCR AS "
-                        "DESCRRICL \n",
-                        " LEFT OUTER JOIN CG83_COLLRICL WITH (NOLOCK) \n      ON CG83_CODICE_CG10 = CG24_GRUPPO_CG10 \n      "
-                        "AND CG83_CONTO_CG24 = CG24_CONTO \n      AND CG83_CODICERICL_PC01 = 1\n LEFT OUTER JOIN "
-                        "PC03_ANAGPDC WITH (NOLOCK) \n      ON PC03_CODICE_PC01 = CG83_CODICERICL_PC01 \n      AND "
-                        "PC03_CONTO = CG83_CONTORICL_PC03 \n")},
-      {"cards to elaborate",
-       cardSelection("BU65_TESBUDGET.* , \n         BU67_BDGCASHFLOW.* ",
-                     " INNER JOIN BU67_BDGCASHFLOW WITH(NOLOCK) ON BU67_ID_BU65 = BU65_ID \n")},
+       reclassification(
+           "        CG83_INDSEGNO AS SEGNO, \n        PC03_CONTO AS CONTORICL, \n        PC03_DESCR AS "
+           "DESCRRICL \n",
+           " LEFT OUTER JOIN CG83_COLLRICL WITH (NOLOCK) \n      ON CG83_CODICE_CG10 = CG24_GRUPPO_CG10 \n      "
+           "AND CG83_CONTO_CG24 = CG24_CONTO \n      AND CG83_CODICERICL_PC01 = 1\n LEFT OUTER JOIN "
+           "PC03_ANAGPDC WITH (NOLOCK) \n      ON PC03_CODICE_PC01 = CG83_CODICERICL_PC01 \n      AND "
+           "PC03_CONTO = CG83_CONTORICL_PC03 \n")},
+      {"cards to elaborate", cardSelection("BU65_TESBUDGET.* , \n         BU67_BDGCASHFLOW.* ",
+                                           " INNER JOIN BU67_BDGCASHFLOW WITH(NOLOCK) ON BU67_ID_BU65 = BU65_ID \n")},
       {"cards to duplicate", cardSelection("BU65_TESBUDGET.* ", "")},
-      {"destination card", " SELECT  BU65_TESBUDGET.*  \n FROM    BU65_TESBUDGET WITH(NOLOCK) \n WHERE   BU65_DITTA_CG18 = "
-                           "1\n AND     BU65_INDTIPO_BU01 = 4\n AND     BU65_SOTTOTIPO_BU01 = '02'\n AND     BU65_ANNO = "
-                           "2012\n AND     BU65_PROGESER = 2\n AND     BU65_INDCOSRIC_BU07 = 0\n AND     "
-                           "BU65_SCHEDA_BU07 = 'A'\n" + site},
-      {"levels", " SELECT  BU05_NUMLIVELLI \n FROM    BU05_PERSCHCOSGEN WITH(NOLOCK) \n WHERE   BU05_DITTA_CG18 = 1\n AND    "
-                 " BU05_INDCOSRIC = 0\n"},
-      {"configured levels", " SELECT  BU06_LIVELLO  FROM    BU06_CONFIGLIVCOSGEN WITH(NOLOCK)  WHERE   BU06_DITTA_CG18 = 1 "
-                            "AND     BU06_INDCOSRIC = 0"},
+      {"destination card",
+       " SELECT  BU65_TESBUDGET.*  \n FROM    BU65_TESBUDGET WITH(NOLOCK) \n WHERE   BU65_DITTA_CG18 = "
+       "1\n AND     BU65_INDTIPO_BU01 = 4\n AND     BU65_SOTTOTIPO_BU01 = '02'\n AND     BU65_ANNO = "
+       "2012\n AND     BU65_PROGESER = 2\n AND     BU65_INDCOSRIC_BU07 = 0\n AND     "
+       "BU65_SCHEDA_BU07 = 'A'\n" +
+           site},
+      {"levels",
+       " SELECT  BU05_NUMLIVELLI \n FROM    BU05_PERSCHCOSGEN WITH(NOLOCK) \n WHERE   BU05_DITTA_CG18 = 1\n AND    "
+       " BU05_INDCOSRIC = 0\n"},
+      {"configured levels",
+       " SELECT  BU06_LIVELLO  FROM    BU06_CONFIGLIVCOSGEN WITH(NOLOCK)  WHERE   BU06_DITTA_CG18 = 1 "
+       "AND     BU06_INDCOSRIC = 0"},
       {"movements by date", movementsByDate()},
       {"movements by competence", movementsByCompetence()},
-      {"percentages", " SELECT * \n FROM   BU90_TABPERCBUD WITH(NOLOCK) \n WHERE  BU90_DITTA_CG18 = 1\n AND    "
-                      "BU90_INDTIPO_BU01 = 4\n AND    BU90_SOTTOTIPO_BU01 = '01'\n AND    BU90_IDBUDGET = 1\n"},
+      {"percentages",
+       " SELECT * \n FROM   BU90_TABPERCBUD WITH(NOLOCK) \n WHERE  BU90_DITTA_CG18 = 1\n AND    "
+       "BU90_INDTIPO_BU01 = 4\n AND    BU90_SOTTOTIPO_BU01 = '01'\n AND    BU90_IDBUDGET = 1\n"},
   };
 }
 
 std::vector<SystemStatement> writings() {
   return {
-      {"new card", " INSERT INTO BU65_TESBUDGET \n (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO, "
-                   "BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_CODICE_CG31, BU65_CONTO_CG24, "
-                   "BU65_GRUPPO_CG10, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG)\nVALUES\n (4, '01', 1, 2011, 1, 0, "
-                   "N'A1', 10, '6001000001', 1, 1 , 0 , '20110131 10:11:12')\n"},
+      {"new card",
+       " INSERT INTO BU65_TESBUDGET \n (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO, "
+       "BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_CODICE_CG31, BU65_CONTO_CG24, "
+       "BU65_GRUPPO_CG10, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG)\nVALUES\n (4, '01', 1, 2011, 1, 0, "
+       "N'A1', 10, '6001000001', 1, 1 , 0 , '20110131 10:11:12')\n"},
       {"identity", "SELECT @@IDENTITY"},
       {"missing detail", kInsertOnce},
       {"missing detail again", kInsertOnce},
-      {"cash-flow row", " INSERT INTO BU67_BDGCASHFLOW      (   BU67_ID_BU65         ,BU67_FLGSCADMAN      )    VALUES      "
-                        "(   2        ,0      )   "},
-      {"new value", "INSERT INTO BU66_DETBUDGET \n      (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, \nBU66_IMPORTO) \n   "
-                    "VALUES\n      (2,\n       0,\n       2,\n       1234.50)\n"},
+      {"cash-flow row",
+       " INSERT INTO BU67_BDGCASHFLOW      (   BU67_ID_BU65         ,BU67_FLGSCADMAN      )    VALUES      "
+       "(   2        ,0      )   "},
+      {"new value",
+       "INSERT INTO BU66_DETBUDGET \n      (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, \nBU66_IMPORTO) \n   "
+       "VALUES\n      (2,\n       0,\n       2,\n       1234.50)\n"},
       {"change value", "UPDATE BU66_DETBUDGET SET BU66_QTA1 = NULL\n WHERE BU66_ID = 1"},
       {"stamp", " UPDATE BU65_TESBUDGET \n    SET BU65_DATAULTAGG = '20110131 10:11:12'\n  WHERE BU65_ID = 2"},
-      {"update of the period", " UPDATE BU66_DETBUDGET \n SET    BU66_IMPORTO = -12.5\n WHERE  BU66_ID_BU65 = 2\n AND    "
-                               "BU66_TIPO = 0\n AND    BU66_PERIODO = 1\n"},
-      {"destination header", " UPDATE  BU65_TESBUDGET \n SET                    \n         BU65_FLGCFLOW = NULL \n         "
-                             ",BU65_GRUPPO_CG10 = '1' \n         ,BU65_CONTO_CG24 = 6001000001\n WHERE   BU65_ID = 2\n"},
-      {"clear values", " UPDATE BU66_DETBUDGET \n    SET BU66_IMPORTO = Null \n      , BU66_QTA1 = Null \n      , BU66_QTA2 "
-                       "= Null \n WHERE  BU66_ID_BU65 = 2\n   AND BU66_TIPO = 0"},
+      {"update of the period",
+       " UPDATE BU66_DETBUDGET \n SET    BU66_IMPORTO = -12.5\n WHERE  BU66_ID_BU65 = 2\n AND    "
+       "BU66_TIPO = 0\n AND    BU66_PERIODO = 1\n"},
+      {"destination header",
+       " UPDATE  BU65_TESBUDGET \n SET                    \n         BU65_FLGCFLOW = NULL \n         "
+       ",BU65_GRUPPO_CG10 = '1' \n         ,BU65_CONTO_CG24 = 6001000001\n WHERE   BU65_ID = 2\n"},
+      {"clear values",
+       " UPDATE BU66_DETBUDGET \n    SET BU66_IMPORTO = Null \n      , BU66_QTA1 = Null \n      , BU66_QTA2 "
+       "= Null \n WHERE  BU66_ID_BU65 = 2\n   AND BU66_TIPO = 0"},
       {"drop cash flow", " DELETE FROM BU67_BDGCASHFLOW WHERE BU67_ID_BU65 = 2"},
       {"drop due dates", " DELETE FROM BU14_SCADCFLOW   WHERE BU14_IDBUDGET = 2"},
       {"drop percentages", " DELETE FROM BU90_TABPERCBUD  WHERE BU90_IDBUDGET = 2"},
       {"drop ledger detail", " DELETE FROM BU63_DETMASTRI \n WHERE BU63_ID_BU65 = 2"},
       {"drop details", " DELETE FROM BU66_DETBUDGET \n WHERE BU66_ID_BU65 = 2\n"},
       {"drop card", "DELETE FROM BU65_TESBUDGET WHERE BU65_ID = 2"},
-      {"drop budget", " DELETE FROM BU65_TESBUDGET \n WHERE BU65_INDTIPO_BU01 = 4\n   AND BU65_SOTTOTIPO_BU01 = '09'\n   AND "
-                      "BU65_DITTA_CG18 = 1\n"},
+      {"drop budget",
+       " DELETE FROM BU65_TESBUDGET \n WHERE BU65_INDTIPO_BU01 = 4\n   AND BU65_SOTTOTIPO_BU01 = '09'\n   AND "
+       "BU65_DITTA_CG18 = 1\n"},
   };
 }
 
@@ -357,7 +383,8 @@ std::string gridStatement(int budgetType, int forecasts, bool perSite) {
        NULL AS DELTAQTA1_CONS, 
        NULL AS DELTAPERCQTA1_CONS, 
        NULL AS DELTAQTA2_CONS, 
-       NULL AS DELTAPERCQTA2_CONS)" + std::string(forecasts > 0 ? ", \n" : " \n") + forecastColumns(forecasts) + R"(FROM CTE_BU65 
+       NULL AS DELTAPERCQTA2_CONS)" +
+          std::string(forecasts > 0 ? ", \n" : " \n") + forecastColumns(forecasts) + R"(FROM CTE_BU65 
  --# LeftOuterJoin da CTE_BU65 alle CTE Dettagli 
 LEFT OUTER JOIN CTE_BUDGET ON CTE_BU65.BU65_ID = CTE_BUDGET.ID 
 LEFT OUTER JOIN CTE_CONSUNTIVO ON CTE_BU65.BU65_ID = CTE_CONSUNTIVO.ID 
@@ -384,10 +411,11 @@ std::string periodStatement(int card, int periods, int forecasts) {
   std::string columns = "SELECT CTE_PERIODI.PERIODO AS PERIODO,\n";
   for (std::size_t kind = 0; kind < names.size(); ++kind) {
     const auto& name = names[kind];
-    text += ", CTE_" + name + " AS\n(\n    SELECT BU66_ID AS ID_" + name +
-            ",\n           BU66_PERIODO,\n           BU66_IMPORTO,\n           BU66_QTA1,\n           BU66_QTA2\n    FROM "
-            "BU66_DETBUDGET WITH (NOLOCK)\n    WHERE BU66_ID_BU65 = " + std::to_string(card) +
-            "\n      AND BU66_TIPO = " + std::to_string(kind) + "\n)\n";
+    text +=
+        ", CTE_" + name + " AS\n(\n    SELECT BU66_ID AS ID_" + name +
+        ",\n           BU66_PERIODO,\n           BU66_IMPORTO,\n           BU66_QTA1,\n           BU66_QTA2\n    FROM "
+        "BU66_DETBUDGET WITH (NOLOCK)\n    WHERE BU66_ID_BU65 = " +
+        std::to_string(card) + "\n      AND BU66_TIPO = " + std::to_string(kind) + "\n)\n";
     columns += "       CTE_" + name + ".ID_" + name + " AS ID_" + name + ",\n       CTE_" + name +
                ".BU66_IMPORTO AS IMP_" + name + ",\n       CTE_" + name + ".BU66_QTA1 AS QTA1_" + name + ",\n";
     joins += "LEFT OUTER JOIN CTE_" + name + " ON CTE_PERIODI.PERIODO = CTE_" + name + ".BU66_PERIODO\n";

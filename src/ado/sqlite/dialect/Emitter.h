@@ -74,7 +74,8 @@ class Emitter {
   bool readsStageFirst(const Select& select) const;
   std::vector<bool> droppedJoins(const Select& select, const std::vector<OrderItem>* orderBy) const;
   std::vector<Piece> items(const Select& select, const Scope& scope, std::vector<ResultColumn>& columns);
-  std::string order(const std::vector<OrderItem>& orderBy, const std::vector<ResultColumn>& columns, const Scope& scope);
+  std::string order(const std::vector<OrderItem>& orderBy, const std::vector<ResultColumn>& columns,
+                    const Scope& scope);
 
   // Expressions (EmitterExpression.cpp)
   Piece expression(const Expression& e, const Scope& scope);

@@ -62,7 +62,8 @@ std::string Emitter::insert(const Change& change) {
       sql += (i == 0 ? "" : ", ") + (piece.type.kind == TypeKind::Unknown ? piece.sql : assigned(piece, *columns[i]));
     }
     std::string names;
-    for (std::size_t i = 0; i < columns.size(); ++i) names += (i == 0 ? "" : ", ") + quotedName("v" + std::to_string(i));
+    for (std::size_t i = 0; i < columns.size(); ++i)
+      names += (i == 0 ? "" : ", ") + quotedName("v" + std::to_string(i));
     sql = "WITH s(" + names + ") AS (" + rows.sql + ") " + sql + " FROM s";
     if (change.condition) sql += " WHERE " + guard(change, {});
     return sql;

@@ -129,7 +129,8 @@ std::string Emitter::assigned(const Piece& piece, const Column& column) {
         return sql;
       return call("bk_assign_decimal", {sql, std::to_string(target.precision), name});
     case TypeKind::Integer:
-      if (from.kind == TypeKind::Bit || (from.kind == TypeKind::Integer && from.precision <= target.precision)) return sql;
+      if (from.kind == TypeKind::Bit || (from.kind == TypeKind::Integer && from.precision <= target.precision))
+        return sql;
       return call("bk_assign_integer", {sql, std::to_string(target.precision), name});
     case TypeKind::Text:
       if (from.kind == TypeKind::Text && from.length != 0 && from.fixed == target.fixed &&

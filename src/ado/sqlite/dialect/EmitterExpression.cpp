@@ -11,7 +11,8 @@ constexpr std::string_view kComparisons = "= <> <= >= < >";
 constexpr std::string_view kTextCollation = " COLLATE BK_TEXT";
 
 bool isComparison(std::string_view op) {
-  return !op.empty() && (op[0] == '=' || op[0] == '<' || op[0] == '>') && kComparisons.find(op) != std::string_view::npos;
+  return !op.empty() && (op[0] == '=' || op[0] == '<' || op[0] == '>') &&
+         kComparisons.find(op) != std::string_view::npos;
 }
 
 std::string_view mirrored(std::string_view op) {
@@ -101,7 +102,8 @@ Piece Emitter::arithmetic(char op, Piece a, Piece b) {
     const Type type{.kind = TypeKind::Float};
     const auto left = converted(a, type);
     const auto right = converted(b, type);
-    if (op == '/' || op == '%') return {std::string(op == '/' ? "bk_float_div(" : "bk_float_mod(") + left + ", " + right + ")", type};
+    if (op == '/' || op == '%')
+      return {std::string(op == '/' ? "bk_float_div(" : "bk_float_mod(") + left + ", " + right + ")", type};
     return {"(" + left + " " + op + " " + right + ")", type};
   }
   const bool decimal = a.type.kind == TypeKind::Decimal || b.type.kind == TypeKind::Decimal;
@@ -224,9 +226,10 @@ Piece Emitter::like(const Expression& e, const Scope& scope) {
   Piece left = valued(expression(*e.left, scope));
   if (left.type.kind != TypeKind::Text) left = {converted(left, textType(0)), textType(0)};
   const Piece pattern = expression(*e.arguments[0], scope);
-  const auto words = pattern.literal
-                         ? bind({.how = Binding::How::LikePattern, .literal = *pattern.literal, .target = {}, .column = {}})
-                         : converted(pattern, textType(0));
+  const auto words =
+      pattern.literal
+          ? bind({.how = Binding::How::LikePattern, .literal = *pattern.literal, .target = {}, .column = {}})
+          : converted(pattern, textType(0));
   std::string sql = "bk_like(" + words + ", " + left.sql + ")";
   if (pattern.literal && e.prefixPattern && left.column && !e.negated) {
     // The range lets an index serve the pattern.

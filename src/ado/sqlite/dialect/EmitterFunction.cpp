@@ -124,7 +124,8 @@ Piece Emitter::function(const Expression& e, const Scope& scope) {
   if (e.name == "ABS" && exact) return {"bk_abs(" + number.sql + ")", number.type};
   if (e.name == "ABS" && number.type.kind == TypeKind::Float) return {"abs(" + number.sql + ")", number.type};
   if (e.name == "SIGN" && exact) return {"bk_cmp(" + number.sql + ", 0)", integerType()};
-  if (e.name == "FLOOR" && exact) return {"bk_floor(" + number.sql + ", " + scale + ")", decimalType(precisionOf(number.type), 0)};
+  if (e.name == "FLOOR" && exact)
+    return {"bk_floor(" + number.sql + ", " + scale + ")", decimalType(precisionOf(number.type), 0)};
   if (e.name == "CEILING" && exact)
     return {"bk_ceiling(" + number.sql + ", " + scale + ")", decimalType(precisionOf(number.type), 0)};
   fail("'" + e.name + "' is not a function that the embedded database knows", e.offset);
@@ -145,8 +146,8 @@ Piece Emitter::dateFunction(const Expression& e, const Scope& scope) {
   const bool three = e.name == "DATEADD" || e.name == "DATEDIFF";
   if (e.arguments.size() != (three ? 3u : 1u)) fail(e.name + " has another number of arguments", e.offset);
   if (e.name == "DATEADD")
-    return {std::string("bk_dateadd(") + part() + ", " + converted(expression(*e.arguments[1], scope), integerType()) + ", " +
-                converted(expression(*e.arguments[2], scope), date) + ")",
+    return {std::string("bk_dateadd(") + part() + ", " + converted(expression(*e.arguments[1], scope), integerType()) +
+                ", " + converted(expression(*e.arguments[2], scope), date) + ")",
             date};
   if (e.name == "DATEDIFF")
     return {std::string("bk_datediff(") + part() + ", " + converted(expression(*e.arguments[1], scope), date) + ", " +
@@ -172,7 +173,8 @@ Piece Emitter::cast(const Expression& e, const Scope& scope) {
   }
   switch (target.kind) {
     case TypeKind::Text:
-      return {"bk_cast_text(" + sql + ", " + std::to_string(target.length) + ", " + (target.fixed ? "1" : "0") + ")", target};
+      return {"bk_cast_text(" + sql + ", " + std::to_string(target.length) + ", " + (target.fixed ? "1" : "0") + ")",
+              target};
     case TypeKind::Decimal:
       return {"bk_assign_decimal(" + sql + ", " + std::to_string(target.precision) + ", '')", target};
     case TypeKind::Integer:

@@ -96,7 +96,8 @@ std::string Emitter::withRecursive(const std::string& body) {
         columns += (columns.empty() ? "" : ", ") + quotedName(column.name);
       }
       const auto rows = select(*query.recursive->select, nullptr, &targets);
-      definitions += (definitions.empty() ? "WITH RECURSIVE " : ", ") + query.sqlName + "(" + columns + ") AS (" + rows.sql + ")";
+      definitions +=
+          (definitions.empty() ? "WITH RECURSIVE " : ", ") + query.sqlName + "(" + columns + ") AS (" + rows.sql + ")";
       more = true;
     }
   }

@@ -81,7 +81,8 @@ std::vector<Piece> Emitter::items(const Select& select, const Scope& scope, std:
         if (!item.value->qualifier.empty() && !sameName(relation.alias, item.value->qualifier)) continue;
         found = true;
         for (const auto& column : relation.columns) {
-          pieces.push_back({quotedName(relation.alias) + "." + quotedName(column.name), column.type, std::nullopt, false, true});
+          pieces.push_back(
+              {quotedName(relation.alias) + "." + quotedName(column.name), column.type, std::nullopt, false, true});
           columns.push_back(column);
         }
       }
@@ -114,7 +115,8 @@ std::string Emitter::from(const std::vector<Source>& sources, const std::vector<
     const Source& source = sources[i];
     Relation found = relation(source, scope.outer, words[i]);
     for (const auto& other : scope.relations)
-      if (sameName(other.alias, found.alias)) fail("The name '" + found.alias + "' stands twice in FROM", source.offset);
+      if (sameName(other.alias, found.alias))
+        fail("The name '" + found.alias + "' stands twice in FROM", source.offset);
     const bool full = source.join == "FULL OUTER JOIN";
     if (full || source.join == "LEFT OUTER JOIN") makeNullable(found);
     if (full || source.join == "RIGHT OUTER JOIN")
@@ -148,7 +150,8 @@ bool Emitter::readsStageFirst(const Select& select) const {
   const std::string& alias = second.alias.empty() ? second.table : second.alias;
   if (key.kind != Expression::Kind::Column) return false;
   if (!key.qualifier.empty()) return sameName(key.qualifier, alias);
-  return std::any_of(stage.columns.begin(), stage.columns.end(), [&](const auto& c) { return sameName(c.name, key.name); });
+  return std::any_of(stage.columns.begin(), stage.columns.end(),
+                     [&](const auto& c) { return sameName(c.name, key.name); });
 }
 
 /// The whole-number column that no two rows of the select share and that is never Null, if one can be told.
@@ -166,7 +169,8 @@ std::optional<std::size_t> Emitter::keyColumn(const Select& select, const std::v
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const Expression& value = *select.items[i].value;
     const Type& type = columns[i].type;
-    if (value.kind != Expression::Kind::Column || !isNumeric(type) || scaleOf(type) != 0 || isWide(type) || type.nullable)
+    if (value.kind != Expression::Kind::Column || !isNumeric(type) || scaleOf(type) != 0 || isWide(type) ||
+        type.nullable)
       continue;
     const bool key = only ? only->find(value.name) && only->find(value.name)->identity
                           : sameName(value.name, select.groupBy[0]->name) &&
@@ -204,17 +208,20 @@ std::vector<bool> Emitter::droppedJoins(const Select& select, const std::vector<
   return dropped;
 }
 
-std::string Emitter::order(const std::vector<OrderItem>& orderBy, const std::vector<ResultColumn>& columns, const Scope& scope) {
+std::string Emitter::order(const std::vector<OrderItem>& orderBy, const std::vector<ResultColumn>& columns,
+                           const Scope& scope) {
   std::string sql;
   for (const auto& item : orderBy) {
     sql += sql.empty() ? " ORDER BY " : ", ";
     const Expression& e = *item.value;
     // A position and an alias stand for the column of the result.
-    const bool alias = e.kind == Expression::Kind::Column && e.qualifier.empty() &&
-                       std::any_of(columns.begin(), columns.end(), [&](const auto& c) { return sameName(c.name, e.name); });
+    const bool alias =
+        e.kind == Expression::Kind::Column && e.qualifier.empty() &&
+        std::any_of(columns.begin(), columns.end(), [&](const auto& c) { return sameName(c.name, e.name); });
     if (e.kind == Expression::Kind::Literal) {
       const auto& literal = scan_.literals[e.literal];
-      const int position = literal.kind == Literal::Kind::Integer && literal.text.size() < 6 ? std::stoi(literal.text) : 0;
+      const int position =
+          literal.kind == Literal::Kind::Integer && literal.text.size() < 6 ? std::stoi(literal.text) : 0;
       if (position < 1 || position > static_cast<int>(columns.size()))
         fail("The ORDER BY position is no column of the result", e.offset);
       sql += literal.text;

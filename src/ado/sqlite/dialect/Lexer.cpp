@@ -15,8 +15,8 @@ bool isWordStart(unsigned char c) { return std::isalpha(c) != 0 || c == '_' || c
 bool isWordPart(unsigned char c) { return isWordStart(c) || std::isdigit(c) != 0 || c == '$' || c == '@'; }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-constexpr std::array<std::string_view, 11> kSizedTypes = {"CHAR",    "VARCHAR", "NCHAR",     "NVARCHAR", "DECIMAL", "NUMERIC",
-                                                          "FLOAT",   "DATETIME2", "IDENTITY", "DEC",     "TOP"};
+constexpr std::array<std::string_view, 11> kSizedTypes = {
+    "CHAR", "VARCHAR", "NCHAR", "NVARCHAR", "DECIMAL", "NUMERIC", "FLOAT", "DATETIME2", "IDENTITY", "DEC", "TOP"};
 
 /// Cuts one text; the key is written along the way.
 class Scanner {
@@ -104,7 +104,8 @@ class Scanner {
     keyUpper(text);
     if (sameName(text, "CREATE") || sameName(text, "ALTER") || sameName(text, "CONVERT")) structural_ = true;
     if (sameName(text, "ORDER")) order_ = true;
-    afterSizedType_ = std::any_of(kSizedTypes.begin(), kSizedTypes.end(), [&](auto type) { return sameName(text, type); });
+    afterSizedType_ =
+        std::any_of(kSizedTypes.begin(), kSizedTypes.end(), [&](auto type) { return sameName(text, type); });
     afterTop_ = sameName(text, "TOP");
   }
 

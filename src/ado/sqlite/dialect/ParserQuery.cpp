@@ -9,11 +9,13 @@ namespace {
 
 /// Words that end an item, so that they are never an alias without AS.
 constexpr std::array<std::string_view, 27> kReserved = {
-    "FROM",   "WHERE", "GROUP", "ORDER", "HAVING", "UNION", "EXCEPT", "INTERSECT", "LEFT",  "RIGHT", "FULL",  "INNER", "CROSS", "JOIN",
-    "ON",     "WITH",  "AND",   "OR",    "SET",    "END",   "BEGIN",  "ELSE",      "WHEN",  "THEN",  "SELECT", "OPTION", "VALUES"};
+    "FROM",  "WHERE", "GROUP", "ORDER", "HAVING", "UNION", "EXCEPT", "INTERSECT", "LEFT",
+    "RIGHT", "FULL",  "INNER", "CROSS", "JOIN",   "ON",    "WITH",   "AND",       "OR",
+    "SET",   "END",   "BEGIN", "ELSE",  "WHEN",   "THEN",  "SELECT", "OPTION",    "VALUES"};
 
-constexpr std::array<std::string_view, 12> kHints = {"NOLOCK",  "READUNCOMMITTED", "READCOMMITTED", "ROWLOCK", "PAGLOCK", "TABLOCK",
-                                                     "TABLOCKX", "UPDLOCK",         "XLOCK",         "HOLDLOCK", "READPAST", "SERIALIZABLE"};
+constexpr std::array<std::string_view, 12> kHints = {"NOLOCK",  "READUNCOMMITTED", "READCOMMITTED", "ROWLOCK",
+                                                     "PAGLOCK", "TABLOCK",         "TABLOCKX",      "UPDLOCK",
+                                                     "XLOCK",   "HOLDLOCK",        "READPAST",      "SERIALIZABLE"};
 
 template <std::size_t N>
 bool contains(const std::array<std::string_view, N>& words, std::string_view word) {
@@ -130,7 +132,8 @@ Source Parser::source() {
   }
   if (takeWord("AS"))
     source.alias = name("an alias");
-  else if (peek().kind == Token::Kind::QuotedName || (peek().kind == Token::Kind::Word && !contains(kReserved, peek().text)))
+  else if (peek().kind == Token::Kind::QuotedName ||
+           (peek().kind == Token::Kind::Word && !contains(kReserved, peek().text)))
     source.alias = std::string(take().text);
   hints();
   if (source.alias.empty() && source.select) unexpected("an alias for the derived table");

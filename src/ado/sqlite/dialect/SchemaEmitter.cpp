@@ -74,7 +74,8 @@ std::string createIndex(const SchemaChange& change) {
   std::string sql = change.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ";
   sql += quotedName(change.name) + " ON " + quotedName(change.table) + " (";
   for (std::size_t i = 0; i < change.indexColumns.size(); ++i)
-    sql += (i == 0 ? "" : ", ") + quotedName(change.indexColumns[i].first) + (change.indexColumns[i].second ? " DESC" : "");
+    sql += (i == 0 ? "" : ", ") + quotedName(change.indexColumns[i].first) +
+           (change.indexColumns[i].second ? " DESC" : "");
   return sql + ")";
 }
 

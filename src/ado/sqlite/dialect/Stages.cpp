@@ -35,7 +35,8 @@ void equalities(const Expression* e, const Visit& visit) {
   if (e->name == "AND") {
     equalities(e->left.get(), visit);
     equalities(e->right.get(), visit);
-  } else if (e->name == "=" && e->left->kind == Expression::Kind::Column && e->right->kind == Expression::Kind::Column) {
+  } else if (e->name == "=" && e->left->kind == Expression::Kind::Column &&
+             e->right->kind == Expression::Kind::Column) {
     visit(*e->left);
     visit(*e->right);
   }
@@ -99,8 +100,8 @@ void Stages::stage(const CommonTable& table, const std::set<std::string>& lookup
     const auto known = std::find_if(rows.columns.begin(), rows.columns.end(),
                                     [&](const auto& column) { return sameName(column.name, lookup); });
     if (known != rows.columns.end() && !(key && rows.columns.begin() + static_cast<std::ptrdiff_t>(*key) == known))
-      translation.setup.push_back(bare("CREATE INDEX temp." + quotedName(name + "_" + lookup) + " ON " + quotedName(name) +
-                                       " (" + quotedName(lookup) + ")"));
+      translation.setup.push_back(bare("CREATE INDEX temp." + quotedName(name + "_" + lookup) + " ON " +
+                                       quotedName(name) + " (" + quotedName(lookup) + ")"));
   }
   translation.prepare.push_back(
       emitter.finish("INSERT INTO temp." + quotedName(name) + " " + emitter.withRecursive(rows.sql)));

@@ -25,7 +25,8 @@ class Stages {
  private:
   bool staged() const;
   std::map<std::string, std::set<std::string>> lookupColumns() const;
-  void stage(const CommonTable& table, const std::set<std::string>& lookups, Emitter& emitter, Translation& translation);
+  void stage(const CommonTable& table, const std::set<std::string>& lookups, Emitter& emitter,
+             Translation& translation);
 
   const Query& query_;
   std::string_view prefix_;

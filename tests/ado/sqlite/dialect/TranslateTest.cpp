@@ -22,9 +22,11 @@ using testing::Not;
 class SmallCatalog : public Catalog {
  public:
   SmallCatalog() {
-    tables_ = {{"T", {column("ID", "DECIMAL(10,0)", false), column("CODE", "NCHAR(4)"), column("AMOUNT", "DECIMAL(15,2)"),
-                      column("QTY", "DECIMAL(14,3)"), column("DAY", "DATETIME"), column("N", "SMALLINT")}},
-               {"D", {column("D_ID", "DECIMAL(10,0)"), column("D_T", "DECIMAL(10,0)"), column("D_VALUE", "DECIMAL(15,2)")}}};
+    tables_ = {
+        {"T",
+         {column("ID", "DECIMAL(10,0)", false), column("CODE", "NCHAR(4)"), column("AMOUNT", "DECIMAL(15,2)"),
+          column("QTY", "DECIMAL(14,3)"), column("DAY", "DATETIME"), column("N", "SMALLINT")}},
+        {"D", {column("D_ID", "DECIMAL(10,0)"), column("D_T", "DECIMAL(10,0)"), column("D_VALUE", "DECIMAL(15,2)")}}};
     tables_[0].columns[0].identity = true;
   }
   const Table* find(std::string_view name) const override {
@@ -59,7 +61,8 @@ std::string failure(std::string_view text) {
 
 TEST(Dialect, TextsShareAKeyWhenOnlyLiteralsDiffer) {
   const auto key = [](std::string_view text) { return scan(text).key; };
-  EXPECT_EQ(key("SELECT ID FROM T WHERE N = 1 AND CODE = 'a'"), key("select id\r\nfrom t where n = 22 and code = N'b''c' -- x"));
+  EXPECT_EQ(key("SELECT ID FROM T WHERE N = 1 AND CODE = 'a'"),
+            key("select id\r\nfrom t where n = 22 and code = N'b''c' -- x"));
   const char* apart[][2] = {
       {"SELECT ID FROM T WHERE AMOUNT > 1.5", "SELECT ID FROM T WHERE AMOUNT > 1.55"},
       {"SELECT ID FROM T WHERE CODE LIKE 'a%'", "SELECT ID FROM T WHERE CODE LIKE '%a'"},
@@ -109,8 +112,11 @@ TEST(Dialect, ResultColumnsHaveSqlServersTypes) {
     std::string shown;
     for (const auto& column : translated(text).columns) {
       const auto& type = column.type;
-      shown += column.name + ":" + (type.kind == TypeKind::Unknown ? "NULL" : type.kind == TypeKind::Decimal && type.precision > 18
-                                        ? "WIDE," + std::to_string(type.scale) : declaredType(type)) + " ";
+      shown += column.name + ":" +
+               (type.kind == TypeKind::Unknown                          ? "NULL"
+                : type.kind == TypeKind::Decimal && type.precision > 18 ? "WIDE," + std::to_string(type.scale)
+                                                                        : declaredType(type)) +
+               " ";
     }
     return shown;
   };
@@ -142,18 +148,25 @@ TEST(Dialect, AJoinedExpressionIsStagedWithItsKeyOrAnIndex) {
 /// Statements of every kind, mutated: nothing but a described failure may come out.
 TEST(Dialect, RandomTextsNeverDoMoreThanFail) {
   const std::vector<std::string> corpus = {
-      ";WITH P AS (SELECT 1 AS N UNION ALL SELECT N + 1 FROM P WHERE N < 12) SELECT P.N, D_VALUE FROM P LEFT OUTER JOIN D ON D_T = P.N ORDER BY P.N",
-      "WITH A AS (SELECT DISTINCT ID, CODE FROM T WITH (NOLOCK)), B AS (SELECT ID AS K, SUM(D_VALUE) AS V FROM D INNER JOIN A ON A.ID = D_T WHERE D_ID = 0 GROUP BY ID) SELECT A.*, NULL AS X FROM A LEFT OUTER JOIN B ON A.ID = B.K",
-      " IF NOT EXISTS ( SELECT TOP 1 1 FROM D WHERE D_T = 7 ) BEGIN INSERT INTO D ( D_T, D_VALUE ) VALUES ( 7, 1.5 ) END ",
+      ";WITH P AS (SELECT 1 AS N UNION ALL SELECT N + 1 FROM P WHERE N < 12) SELECT P.N, D_VALUE FROM P LEFT OUTER "
+      "JOIN D ON D_T = P.N ORDER BY P.N",
+      "WITH A AS (SELECT DISTINCT ID, CODE FROM T WITH (NOLOCK)), B AS (SELECT ID AS K, SUM(D_VALUE) AS V FROM D INNER "
+      "JOIN A ON A.ID = D_T WHERE D_ID = 0 GROUP BY ID) SELECT A.*, NULL AS X FROM A LEFT OUTER JOIN B ON A.ID = B.K",
+      " IF NOT EXISTS ( SELECT TOP 1 1 FROM D WHERE D_T = 7 ) BEGIN INSERT INTO D ( D_T, D_VALUE ) VALUES ( 7, 1.5 ) "
+      "END ",
       "UPDATE T SET AMOUNT = ISNULL(AMOUNT, 12.345), DAY = '20110131', CODE = N'a''b' WHERE ID = 3 AND CODE LIKE 'x%'",
       "DELETE FROM T WHERE CODE NOT IN ('150 ', '151 ', NULL) AND (N BETWEEN 1 AND 2 OR DAY IS NOT NULL)",
-      "SELECT CASE WHEN EXISTS (SELECT 1 FROM D WHERE D_T = ID) THEN 1 ELSE 0 END AS F, CODE + ' - ' + CONVERT(NVARCHAR(10), N) FROM T ORDER BY 1 DESC",
-      "CREATE TABLE X (A DECIMAL(10,0) IDENTITY(1,1) NOT NULL, B NVARCHAR(10) NULL DEFAULT 'z', CONSTRAINT PK PRIMARY KEY (A))",
+      "SELECT CASE WHEN EXISTS (SELECT 1 FROM D WHERE D_T = ID) THEN 1 ELSE 0 END AS F, CODE + ' - ' + "
+      "CONVERT(NVARCHAR(10), N) FROM T ORDER BY 1 DESC",
+      "CREATE TABLE X (A DECIMAL(10,0) IDENTITY(1,1) NOT NULL, B NVARCHAR(10) NULL DEFAULT 'z', CONSTRAINT PK PRIMARY "
+      "KEY (A))",
       "CREATE UNIQUE INDEX I ON T (CODE ASC, N DESC) INCLUDE (AMOUNT)",
       "SELECT AVG(AMOUNT), MIN(CODE), AMOUNT * QTY / 7 - 2 % 3 FROM T GROUP BY AMOUNT, QTY HAVING SUM(AMOUNT) > 10.5",
   };
-  const std::string pieces[] = {"(", ")", "'", ",", "SELECT ", " FROM ", "NULL", " AND ", "--", "/*", "[", "\"", "@@IDENTITY", "99999999999999999999",
-                                " CASE ", " END ", "*", ".", "''", "\xC3\xA8", "1e5", " UNION ", " TOP ", "N'", "\0"};
+  const std::string pieces[] = {"(",       ")",     "'",  ",", "SELECT ", " FROM ",     "NULL",
+                                " AND ",   "--",    "/*", "[", "\"",      "@@IDENTITY", "99999999999999999999",
+                                " CASE ",  " END ", "*",  ".", "''",      "\xC3\xA8",   "1e5",
+                                " UNION ", " TOP ", "N'", "\0"};
   const char* runs = std::getenv("BUKORVAL_FUZZ_RUNS");
   const long count = runs ? std::atol(runs) : 20000;
   std::mt19937_64 random(7);
@@ -183,7 +196,8 @@ TEST(Dialect, RandomTextsNeverDoMoreThanFail) {
 
 TEST(Dialect, DeepNestingIsRefused) {
   EXPECT_THAT(failure("SELECT " + std::string(100000, '(') + "1"), HasSubstr("too deeply"));
-  EXPECT_THAT(failure("SELECT " + std::string(100000, '-') + "1"), testing::AnyOf(HasSubstr("too deeply"), HasSubstr("Incorrect syntax")));
+  EXPECT_THAT(failure("SELECT " + std::string(100000, '-') + "1"),
+              testing::AnyOf(HasSubstr("too deeply"), HasSubstr("Incorrect syntax")));
   std::string nots = "SELECT ID FROM T WHERE ";
   for (int i = 0; i < 100000; ++i) nots += "NOT ";
   EXPECT_THAT(failure(nots + "N = 1"), HasSubstr("too deeply"));
