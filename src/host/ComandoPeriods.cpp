@@ -1,7 +1,11 @@
 #include <CLI/CLI.hpp>
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "host/Ambiente.h"
 #include "host/Argomenti.h"
@@ -29,6 +33,54 @@ void aggiungiNomi(CLSKORVAL& oggetto, Tabella& tabella) {
   }
 }
 
+constexpr std::array kMisure{"IMP_", "QTA1_", "QTA2_"};
+
+/// The columns of one kind of detail: its identifiers and its values.
+struct ColonneGenere {
+  std::size_t id;
+  std::vector<std::size_t> valori;
+};
+
+std::vector<ColonneGenere> generi(const Tabella& tabella) {
+  std::vector<ColonneGenere> trovati;
+  for (std::size_t i = 0; i < tabella.colonne.size(); ++i) {
+    const auto& nome = tabella.colonne[i].nome;
+    if (!nome.starts_with("ID_")) continue;
+    auto& genere = trovati.emplace_back(ColonneGenere{i, {}});
+    for (const auto* misura : kMisure)
+      if (const auto valore = tabella.posizione(misura + nome.substr(3))) genere.valori.push_back(*valore);
+  }
+  return trovati;
+}
+
+/// A period with several details of one kind comes in several rows, each with the same details of the other kinds.
+/// They are shown once, so that they count once.
+void togliRipetuti(Tabella& tabella) {
+  for (const auto& genere : generi(tabella)) {
+    std::set<std::int64_t> visti;
+    for (auto& riga : tabella.righe) {
+      if (riga[genere.id].isNothing() || visti.insert(values::toInt64(riga[genere.id])).second) continue;
+      riga[genere.id] = values::Variant::Null();
+      for (const auto valore : genere.valori) riga[valore] = values::Variant::Null();
+    }
+  }
+}
+
+/// Orders are not summed: as in the grid, the latest one stands for the card.
+void ordineNeiTotali(Tabella& tabella) {
+  const auto id = tabella.posizione("ID_ORDINI");
+  for (const auto* misura : kMisure) {
+    const auto valore = tabella.posizione(std::string(misura) + "ORDINI");
+    if (!id || !valore) continue;
+    std::int64_t ultimo = 0;
+    for (const auto& riga : tabella.righe) {
+      if (riga[*id].isNothing() || riga[*valore].isNothing() || values::toInt64(riga[*id]) < ultimo) continue;
+      ultimo = values::toInt64(riga[*id]);
+      tabella.totali[*valore] = riga[*valore];
+    }
+  }
+}
+
 void mostraPeriodi(Ambiente& ambiente, const std::string& scheda) {
   const auto identificativo = leggiArgomento(scheda);
   selezionaDaScheda(ambiente, identificativo);
@@ -38,8 +90,10 @@ void mostraPeriodi(Ambiente& ambiente, const std::string& scheda) {
   auto tabella = daRecordset(*periodi);
   aggiungiNomi(oggetto, tabella);
   for (auto& colonna : tabella.colonne) colonna.secondaria = colonna.nome.starts_with("ID_");
+  togliRipetuti(tabella);
   segnaTotali(tabella);
   tabella.somma();
+  ordineNeiTotali(tabella);
   riempiDelta(oggetto, tabella);
   ambiente.mostra(tabella);
 }
