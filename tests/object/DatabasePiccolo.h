@@ -1,8 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
-#include "ado/sqlite/Provider.h"
+#include "ado/sqlite/SqliteConnection.h"
 #include "schema/Schema.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
@@ -12,10 +13,9 @@ namespace object_tests {
 /// A small company in memory: an accounting year 2024 that begins in July, budgets of types 0, 3, 4 and 5 by
 /// quarter with two cards each, one value on each card, an investment budget and a structure of one
 /// element.
-inline ado::ConnectionPtr databasePiccolo() {
-  ado::sqlite::registerSqlite();
+inline std::shared_ptr<ado::sqlite::SqliteConnection> databasePiccolo() {
   suite::registraServiziSuite();
-  auto db = ado::createConnection();
+  auto db = std::make_shared<ado::sqlite::SqliteConnection>();
   db->ConnectionString = "Provider=SQLite;Data Source=:memory:";
   db->Open();
   schema::create(*db);

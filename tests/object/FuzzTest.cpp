@@ -7,9 +7,11 @@
 #include <map>
 #include <random>
 
+#include "ado/odbc/SingleStatement.h"
 #include "object/DatabasePiccolo.h"
 #include "object/Interfaccia.h"
 #include "support/ContestoDiProva.h"
+#include "support/FaultConnection.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
@@ -215,11 +217,23 @@ TEST(Fuzz, WithASessionAndAWhimsicalDatabase) {
   });
 }
 
+/// What the embedded database runs is one statement for a database behind ODBC, too.
+class Sorvegliata : public testing_support::FaultConnection {
+ public:
+  using FaultConnection::FaultConnection;
+  ado::RecordsetPtr Execute(std::string_view text) override {
+    auto righe = FaultConnection::Execute(text);
+    EXPECT_NO_THROW(ado::odbc::requireSingleStatement(text)) << text;
+    return righe;
+  }
+};
+
 TEST(Fuzz, WithASmallDatabase) {
   const auto db = object_tests::databasePiccolo();
   const auto sessione = std::make_shared<suite::Sessione>(db);
+  const auto sorvegliata = std::make_shared<Sorvegliata>(db);
   percorri(60, [&](CLSKORVAL& bo, Caso& caso) {
-    bo.Connessione(db);
+    bo.Connessione(sorvegliata);
     if (caso.numero(4) != 0) bo.ActiveInterface = sessione;
   });
   EXPECT_NO_THROW(db->BeginTrans()) << "no operation leaves a transaction open";
