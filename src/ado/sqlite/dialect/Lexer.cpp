@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
+#include <cstdint>
 #include <string>
 
 #include "ado/sqlite/dialect/Names.h"
@@ -11,12 +11,56 @@
 namespace ado::sqlite::dialect {
 namespace {
 
-bool isWordStart(unsigned char c) { return std::isalpha(c) != 0 || c == '_' || c == '#' || c >= 0x80; }
-bool isWordPart(unsigned char c) { return isWordStart(c) || std::isdigit(c) != 0 || c == '$' || c == '@'; }
+/// What a character may be part of. Every text that runs is cut, so that asking must cost one look.
+enum CharacterClass : std::uint8_t { kBlank = 1, kWordStart = 2, kWordPart = 4 };
+
+constexpr std::array<std::uint8_t, 256> characterClasses() {
+  std::array<std::uint8_t, 256> classes{};
+  for (const char c : std::string_view(" \t\n\v\f\r")) classes[static_cast<unsigned char>(c)] = kBlank;
+  for (unsigned c = 0; c < classes.size(); ++c) {
+    const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    if (letter || c == '_' || c == '#' || c >= 0x80) classes[c] = kWordStart | kWordPart;
+    if ((c >= '0' && c <= '9') || c == '$' || c == '@') classes[c] = kWordPart;
+  }
+  return classes;
+}
+constexpr auto kClasses = characterClasses();
+
+bool is(CharacterClass wanted, char c) { return (kClasses[static_cast<unsigned char>(c)] & wanted) != 0; }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-constexpr std::array<std::string_view, 11> kSizedTypes = {
-    "CHAR", "VARCHAR", "NCHAR", "NVARCHAR", "DECIMAL", "NUMERIC", "FLOAT", "DATETIME2", "IDENTITY", "DEC", "TOP"};
+/// What a word changes for the literals behind it.
+enum Effect : std::uint8_t { kNone = 0, kSized = 1, kTop = 2, kOrder = 4, kStructural = 8 };
+
+struct Keyword {
+  std::string_view name;
+  int effect;
+};
+
+constexpr Keyword kKeywords[] = {{"CHAR", kSized},        {"VARCHAR", kSized},    {"NCHAR", kSized},
+                                 {"NVARCHAR", kSized},    {"DECIMAL", kSized},    {"NUMERIC", kSized},
+                                 {"FLOAT", kSized},       {"DATETIME2", kSized},  {"IDENTITY", kSized},
+                                 {"DEC", kSized},         {"TOP", kSized | kTop}, {"ORDER", kOrder},
+                                 {"CREATE", kStructural}, {"ALTER", kStructural}, {"CONVERT", kStructural}};
+
+constexpr std::uint32_t letterBit(char c) {
+  const auto letter = static_cast<unsigned char>(upperAscii(c)) - 'A';
+  return letter >= 0 && letter < 26 ? std::uint32_t{1} << letter : 0;
+}
+
+/// By length, the letters that keywords begin with: most words are ruled out by one look.
+constexpr auto kFirstLetters = [] {
+  std::array<std::uint32_t, 10> letters{};
+  for (const auto& keyword : kKeywords) letters[keyword.name.size()] |= letterBit(keyword.name.front());
+  return letters;
+}();
+
+int effectOf(std::string_view word) {
+  if (word.size() >= kFirstLetters.size() || (kFirstLetters[word.size()] & letterBit(word.front())) == 0) return kNone;
+  for (const auto& keyword : kKeywords)
+    if (sameName(keyword.name, word)) return keyword.effect;
+  return kNone;
+}
 
 /// Cuts one text; the key is written along the way.
 class Scanner {
@@ -43,7 +87,7 @@ class Scanner {
 
   void skipBlanks() {
     for (;;) {
-      while (position_ < text_.size() && std::isspace(static_cast<unsigned char>(text_[position_])) != 0) ++position_;
+      while (position_ < text_.size() && is(kBlank, text_[position_])) ++position_;
       if (peek() == '-' && peek(1) == '-') {
         const auto end = text_.find('\n', position_);
         position_ = end == std::string_view::npos ? text_.size() : end + 1;
@@ -83,7 +127,7 @@ class Scanner {
     if (c == '"') return quotedName('"');
     if (c == '@') return variable();
     if (isDigit(c) || (c == '.' && isDigit(peek(1)))) return number();
-    if (isWordStart(static_cast<unsigned char>(c))) return word();
+    if (is(kWordStart, c)) return word();
     symbol();
   }
 
@@ -92,27 +136,29 @@ class Scanner {
   }
 
   void keyUpper(std::string_view part) {
-    scan_.key += ' ';
-    for (const char c : part) scan_.key += upperAscii(c);
+    auto& key = scan_.key;
+    const auto end = key.size();
+    key.resize(end + 1 + part.size(), ' ');
+    std::transform(part.begin(), part.end(), key.begin() + static_cast<std::ptrdiff_t>(end) + 1, upperAscii);
   }
 
   void word() {
     const std::size_t start = position_;
-    while (position_ < text_.size() && isWordPart(static_cast<unsigned char>(text_[position_]))) ++position_;
+    while (position_ < text_.size() && is(kWordPart, text_[position_])) ++position_;
     push(Token::Kind::Word, start);
     const auto text = scan_.tokens.back().text;
     keyUpper(text);
-    if (sameName(text, "CREATE") || sameName(text, "ALTER") || sameName(text, "CONVERT")) structural_ = true;
-    if (sameName(text, "ORDER")) order_ = true;
-    afterSizedType_ =
-        std::any_of(kSizedTypes.begin(), kSizedTypes.end(), [&](auto type) { return sameName(text, type); });
-    afterTop_ = sameName(text, "TOP");
+    const int effect = effectOf(text);
+    structural_ = structural_ || (effect & kStructural) != 0;
+    order_ = order_ || (effect & kOrder) != 0;
+    afterSizedType_ = (effect & kSized) != 0;
+    afterTop_ = (effect & kTop) != 0;
   }
 
   void variable() {
     const std::size_t start = position_;
     while (peek() == '@') ++position_;
-    while (position_ < text_.size() && isWordPart(static_cast<unsigned char>(text_[position_]))) ++position_;
+    while (position_ < text_.size() && is(kWordPart, text_[position_])) ++position_;
     push(Token::Kind::Variable, start);
     keyUpper(scan_.tokens.back().text);
   }
@@ -170,7 +216,7 @@ class Scanner {
         while (isDigit(peek())) ++position_;
       }
     }
-    if (isWordStart(static_cast<unsigned char>(peek()))) fail("a number that runs into a name", start);
+    if (is(kWordStart, peek())) fail("a number that runs into a name", start);
     Literal literal{kind, std::string(text_.substr(start, position_ - start)), static_cast<std::int16_t>(scale)};
     if (structural_ || sized_ || afterTop_ || orderPosition()) {
       scan_.key.append(" ").append(literal.text);
