@@ -54,7 +54,7 @@ class Presenti {
   Presenti(const FotoDettagli& foto, const Variant& sede) {
     for (const auto& [chiave, importo] : foto.importi()) {
       const auto& scheda = foto.schede().at(chiave.scheda);
-      if (importo.isNothing() || (!values::isBlank(sede) && values::compare(scheda.sede, sede) != 0)) continue;
+      if (importo.isNothing() || !dellaSede(scheda.sede, sede)) continue;
       auto& presente = importi_[{chiaveConto(scheda.conto), chiave.periodo}];
       presente = presente.isNothing() ? importo : values::add(presente, importo);
     }
@@ -66,6 +66,10 @@ class Presenti {
   }
 
  private:
+  /// Without a site every card counts.
+  static bool dellaSede(const Variant& sede, const Variant& cercata) {
+    return values::isBlank(cercata) || (!values::isBlank(sede) && values::compare(sede, cercata) == 0);
+  }
   static std::string chiaveConto(const Variant& conto) { return values::foldText(values::toPlainText(conto)); }
   std::map<std::pair<std::string, int>, Variant> importi_;
 };
