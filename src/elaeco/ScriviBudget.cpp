@@ -26,6 +26,14 @@ bool daScrivere(const Variant& sovrascrivi) {
   return !values::isBlank(sovrascrivi) && values::toInt32(sovrascrivi) == 1;
 }
 
+/// A kind that no grid shows must not become details.
+void verificaTipoDettaglio(const Contesto& ctx) {
+  const auto tipo = ctx.prop.TipoDettaglioDestinazione;
+  const int ultimo = bdgDettaglioOrdini + ctx.dati.numeroForecast;
+  if (tipo < bdgDettaglioBudget || tipo > ultimo)
+    throw values::Errore("Detail kind " + numero(tipo) + " is outside the budget's 0 to " + numero(ultimo));
+}
+
 /// One run over the proposed rows.
 class Scrittura {
  public:
@@ -93,6 +101,7 @@ void BdgElaEco_ScriviBudget_DaRstSaldiElaEco(Contesto& ctx) {
     // Without a site, the sum of all sites would land on the card of one.
     if (ctx.dati.gestioneSede && values::isBlank(ctx.prop.CodiceSede))
       return ctx.rifiuta("CodiceSede  : Dato non definito nel BO ");
+    verificaTipoDettaglio(ctx);
     if (!ctx.prop.RstSaldiElaEco) return ctx.rifiuta("RstSaldiElaEco  : Dato non definito nel BO ");
     BdgElaEco_DefinisciRstContiNonPresentiInStruttura(ctx);
     ctx.verifica();

@@ -150,7 +150,7 @@ void scrivi(Ambiente& ambiente, const FotoDettagli& prima, const RitaglioDettagl
 }
 
 void elabora(Ambiente& ambiente, const Opzioni& opzioni) {
-  richiedi(ambiente, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
+  richiediDefinizione(ambiente);
   completaInput(ambiente);
   auto& oggetto = ambiente.oggetto();
   if (!opzioni.filePercentuali.empty()) {

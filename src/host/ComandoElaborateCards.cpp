@@ -91,7 +91,7 @@ void elaboraTipo(Ambiente& ambiente, int tipoScheda, bool prova, RiepilogoSedi& 
 }
 
 void elabora(Ambiente& ambiente, bool prova) {
-  richiedi(ambiente, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
+  richiediDefinizione(ambiente);
   completaInput(ambiente);
   std::vector<int> tipi = {0, 1};
   const auto& scelto = ambiente.oggetto().BdgTipoScheda;

@@ -37,7 +37,7 @@ ado::DictionaryPtr leggiColonne(const std::vector<std::string>& testi) {
 }
 
 void creaScheda(Ambiente& ambiente, const std::vector<std::string>& testi) {
-  richiedi(ambiente, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
+  richiediDefinizione(ambiente);
   const auto colonne = leggiColonne(testi);
   auto& oggetto = ambiente.oggetto();
   const std::string ultimo = "SELECT MAX(BU65_ID) AS ULTIMO FROM BU65_TESBUDGET WITH (NOLOCK)";
@@ -80,7 +80,7 @@ void cancellaScheda(Ambiente& ambiente, const std::string& testo, bool si) {
 }
 
 void allinea(Ambiente& ambiente) {
-  richiedi(ambiente, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
+  richiediDefinizione(ambiente);
   auto& oggetto = ambiente.oggetto();
   TestoSql sql;
   sql.riga(" SELECT COUNT(*) AS N FROM BU65_TESBUDGET WITH (NOLOCK) ")

@@ -37,11 +37,8 @@ constexpr std::array kSinonimi{Sinonimo{"card", "BU65_SCHEDA_BU07"},
 class Valori : public Importatore {
  public:
   void leggi(const std::string& file, Importazione& importazione) override {
-    richiedi(importazione.ambiente, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
+    richiediDefinizione(importazione.ambiente);
     auto& oggetto = importazione.ambiente.oggetto();
-    if (!importazione.archivio.haBudget(oggetto.TipoBudget, oggetto.SottoTipoBudget)) {
-      throw Rifiuto("This budget is not defined; `bukorval budgets` lists what is");
-    }
     const auto modello = preparaModello(importazione.ambiente);
     lotto_ = leggiCsv(file, modello, importazione.separatore, importazione.segnalazioni);
     const auto periodicita = oggetto.GetPeriodicitaBudget(oggetto.TipoBudget, oggetto.SottoTipoBudget);

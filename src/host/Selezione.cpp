@@ -13,8 +13,22 @@ void richiedi(const Ambiente& ambiente, std::initializer_list<std::string_view> 
   }
 }
 
-void richiediBudget(Ambiente& ambiente) {
+void richiediDefinizione(Ambiente& ambiente) {
   richiedi(ambiente, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
+  const auto& oggetto = ambiente.oggetto();
+  if (!ambiente.haDatabase()) return;
+  TestoSql sql;
+  sql.riga(" SELECT BU01_INDTIPO ")
+      .riga(" FROM   BU01_ANABUDGET WITH (NOLOCK) ")
+      .riga(" WHERE  BU01_INDTIPO = ", numero(oggetto.TipoBudget))
+      .riga(" AND    BU01_SOTTOTIPO = ", testoDati(oggetto.SottoTipoBudget));
+  if (ambiente.connessione()->Execute(sql)->RecordCount() > 0) return;
+  throw Rifiuto("There is no budget of type " + numero(oggetto.TipoBudget) + ", subtype " +
+                values::toPlainText(oggetto.SottoTipoBudget) + "; `bukorval budgets` lists what is defined");
+}
+
+void richiediBudget(Ambiente& ambiente) {
+  richiediDefinizione(ambiente);
   auto& oggetto = ambiente.oggetto();
   if (oggetto.TipoBudget == bdgTipoSpeseGenerali) richiedi(ambiente, {"BdgTipoScheda"});
   bool perSede = false;

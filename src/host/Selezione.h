@@ -10,6 +10,8 @@ namespace bukorval::host {
 
 /// Throws ErroreUso that names the first of these properties that was not given.
 void richiedi(const Ambiente& ambiente, std::initializer_list<std::string_view> proprieta);
+/// Type, subtype and year of a budget. Throws ErroreUso for what is missing, Rifiuto when no such budget is defined.
+void richiediDefinizione(Ambiente& ambiente);
 /// The selection of one budget grid: type, subtype and year, and where the budget asks for them site and card
 /// kind.
 void richiediBudget(Ambiente& ambiente);
