@@ -1,8 +1,10 @@
 #include "host/ModelloCsv.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <optional>
+#include <system_error>
 
 #include "host/Errori.h"
 #include "host/LettoreCsv.h"
@@ -118,7 +120,8 @@ values::Variant leggiValore(std::string_view testo, const CampoCsv& campo, char 
 LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore,
                   Segnalazioni& segnalazioni) {
   std::ifstream ingresso(file, std::ios::binary);
-  if (!ingresso) throw Rifiuto("Cannot open " + file);
+  std::error_code ignorato;
+  if (!ingresso || std::filesystem::is_directory(file, ignorato)) throw Rifiuto("Cannot open " + file);
   LottoCsv lotto{file, {}};
   LettoreCsv lettore(ingresso);
   const auto prima = segnalazioni.numero();

@@ -71,6 +71,25 @@ constexpr std::array kAiuti{
 };
 // clang-format on
 
+/// Values that go into statements as whole numbers: anything else must not get that far.
+constexpr std::array<std::string_view, 11> kInteri{"CodiceDitta",
+                                                   "AnnoEsercizio",
+                                                   "ProgressivoEsercizio",
+                                                   "CodiceSede",
+                                                   "BdgTipoScheda",
+                                                   "CodicePdcCoGeDitta",
+                                                   "AnnoEsercizioMovimenti",
+                                                   "ProgressivoEsercizioMovimenti",
+                                                   "BdgDestinazioneAnnoEsercizio",
+                                                   "BdgDestinazioneProgressivoEsercizio",
+                                                   "BdgDestinazioneCodiceSede"};
+
+/// What is wrong with the text of such a value; "" when nothing is.
+std::string interoSbagliato(const std::string& testo) {
+  const bool cifre = testo.size() <= 9 && std::ranges::all_of(testo, [](char c) { return c >= '0' && c <= '9'; });
+  return cifre || testo == "NULL" || testo == "EMPTY" ? "" : "'" + testo + "' is no whole number";
+}
+
 /// These are the program's to set.
 constexpr std::array<std::string_view, 3> kEscluse{"ActiveInterface", "Connessione", "StringaConnessione"};
 
@@ -95,6 +114,7 @@ void dichiaraProprieta(CLI::App& app, Ambiente& ambiente, const Membro& membro) 
     opzione = app.add_option_function<std::string>(
         breve + "--" + membro.nome,
         [&proprieta, nome = membro.nome](const std::string& valore) { proprieta[nome] = valore; }, testo);
+    if (std::ranges::find(kInteri, membro.nome) != kInteri.end()) opzione->check(interoSbagliato);
   }
   opzione->group(parole ? std::string(parole->gruppo) : "Other properties of the object");
 }

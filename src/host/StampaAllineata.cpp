@@ -39,7 +39,7 @@ Griglia prepara(const Tabella& tabella, const OpzioniStampa& opzioni) {
   griglia.righe.resize(tabella.righe.size() + (tabella.totali.empty() ? 0 : 1));
   for (std::size_t i = 0; i < tabella.colonne.size(); ++i) {
     const Colonna& colonna = tabella.colonne[i];
-    if (!opzioni.tutte && (colonna.secondaria || (!tabella.righe.empty() && vuota(tabella, i)))) continue;
+    if (!opzioni.tutte && (colonna.secondaria || vuota(tabella, i))) continue;
     std::size_t larghezza = values::length(colonna.titolo);
     for (std::size_t r = 0; r < griglia.righe.size(); ++r) {
       const auto& cella = r < tabella.righe.size() ? tabella.righe[r][i] : tabella.totali[i];
@@ -89,6 +89,11 @@ std::string riga(const Griglia& griglia, const std::vector<std::string>& celle, 
 }  // namespace
 
 void stampaAllineata(std::ostream& uscita, const Tabella& tabella, const OpzioniStampa& opzioni) {
+  // A heading of dozens of empty columns would say less.
+  if (tabella.righe.empty()) {
+    uscita << "No rows\n";
+    return;
+  }
   const auto griglia = prepara(tabella, opzioni);
   const auto grassetto = [&](const std::string& testo) {
     return opzioni.colore ? std::string(kGrassetto).append(testo).append(kFine) : testo;
