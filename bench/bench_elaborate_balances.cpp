@@ -1,5 +1,5 @@
 // The economic elaboration: a quarterly budget from 12 months of balances with a deviation per account, populated and
-// then written to an empty budget. The same statements are then stepped by the raw engine, which is the engine's share.
+// written. The same statements are then stepped by the raw engine, which is the engine's share.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
@@ -181,6 +181,9 @@ void report(benchmark::State& state, std::map<long, double>& times, double objec
 void populate(benchmark::State& state) {
   static std::map<long, double> times;
   Bench bench(static_cast<int>(state.range(0)));
+  // The cards hold amounts already, as when a budget is proposed again: every row is looked up among them.
+  bench.populate();
+  bench.write();
   const auto replay = bench.record([&] { bench.populate(); });
   double object = 0, engine = 0;
   for (auto _ : state) {
