@@ -1,6 +1,5 @@
 #pragma once
 
-#include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include <map>
@@ -11,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "FileDatabase.h"
 #include "ado/sqlite/Binder.h"
 #include "ado/sqlite/Handle.h"
 #include "ado/sqlite/SchemaCatalog.h"
@@ -33,11 +33,8 @@ class Replay {
         continue;
       }
       auto* statement = call.shape->statement.get();
-      const ado::sqlite::ResetAtEnd reset(statement);
       ado::sqlite::bindLiterals(statement, call.shape->translation.main.bindings, call.literals);
-      int outcome = SQLITE_ROW;
-      while ((outcome = sqlite3_step(statement)) == SQLITE_ROW) read(statement);
-      if (outcome != SQLITE_DONE) ado::sqlite::throwFailure(database_);
+      stepAll(database_, statement);
     }
   }
 
@@ -68,13 +65,6 @@ class Replay {
     }
     if (!shape->statement) return {nullptr, "", {}};
     return {shape.get(), "", std::move(scan.literals)};
-  }
-
-  static void read(sqlite3_stmt* statement) {
-    for (int i = 0; i < sqlite3_column_count(statement); ++i)
-      benchmark::DoNotOptimize(sqlite3_column_type(statement, i) == SQLITE_TEXT
-                                   ? static_cast<sqlite3_int64>(sqlite3_column_bytes(statement, i))
-                                   : sqlite3_column_int64(statement, i));
   }
 
   sqlite3* database_;

@@ -3,26 +3,25 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
 
+#include "FileDatabase.h"
 #include "Recorder.h"
 #include "Replay.h"
 #include "Timing.h"
-#include "ado/sqlite/FunctionRegistry.h"
-#include "ado/sqlite/SqliteConnection.h"
 #include "object/CLSKORVAL.h"
-#include "schema/Schema.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 
 namespace {
 
-using namespace ado::sqlite;
+using ado::sqlite::prepare;
+using ado::sqlite::run;
+using ado::sqlite::SqliteConnection;
 using bench::seconds;
 using values::Date;
 
@@ -80,35 +79,16 @@ ado::RecordsetPtr deviations(int accounts) {
 
 class Bench {
  public:
-  explicit Bench(int accounts)
-      : accounts_(accounts), file_(std::filesystem::temp_directory_path() / "bench_balances.db") {
-    remove();
-    connection_->ConnectionString = "Provider=SQLite;Create=True;Data Source=" + file_.string();
-    connection_->Open();
-    schema::create(*connection_);
-    connection_->Execute(
-        "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
+  explicit Bench(int accounts) : accounts_(accounts) {
     for (const char* year : {"2011", "2012"})
       connection_->Execute(std::string("INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER,"
                                        " CG19_DATAINIZIO, CG19_DATAFINE) VALUES (1, ") +
                            year + ", 1, '" + year + "0101', '" + year + "1231')");
     connection_->Execute("INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_INDPERIODO)"
                          " VALUES (5, '01', N'CON', 2)");
-    sqlite3* raw = nullptr;
-    if (sqlite3_open(file_.string().c_str(), &raw) != SQLITE_OK) throw std::runtime_error("cannot open");
-    raw_.reset(raw);
-    registerFunctions(raw);
-    run(raw, "PRAGMA cache_size = -65536");
-    fill(raw, accounts);
+    fill(raw_, accounts);
     prepareObject();
   }
-  ~Bench() {
-    raw_.reset();
-    object_.Connessione(nullptr);
-    connection_->Close();
-    remove();
-  }
-
   void populate() {
     object_.BdgElaEco_PopolaRstSaldiElaEco();
     check();
@@ -125,16 +105,16 @@ class Bench {
     object_.Connessione(recorder);
     work();
     object_.Connessione(connection_);
-    return std::make_unique<bench::Replay>(raw_.get(), std::move(recorder->texts));
+    return std::make_unique<bench::Replay>(raw_, std::move(recorder->texts));
   }
 
   /// No cards, and identities from 1 again, so that a replayed write finds the cards under the recorded numbers.
   void emptyBudget() {
     for (const char* table : {"BU66_DETBUDGET", "BU67_BDGCASHFLOW", "BU65_TESBUDGET", "sqlite_sequence"})
-      run(raw_.get(), (std::string("DELETE FROM ") + table).c_str());
+      run(raw_, (std::string("DELETE FROM ") + table).c_str());
   }
   long amounts() {
-    const auto count = prepare(raw_.get(), "SELECT COUNT(BU66_IMPORTO) FROM BU66_DETBUDGET");
+    const auto count = prepare(raw_, "SELECT COUNT(BU66_IMPORTO) FROM BU66_DETBUDGET");
     return sqlite3_step(count.get()) == SQLITE_ROW ? static_cast<long>(sqlite3_column_int64(count.get(), 0)) : 0;
   }
 
@@ -158,14 +138,10 @@ class Bench {
   void check() const {
     if (object_.Stato() != 0) throw std::runtime_error(object_.errore());
   }
-  void remove() const {
-    for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(file_.string() + suffix);
-  }
-
   int accounts_;
-  std::filesystem::path file_;
-  std::shared_ptr<SqliteConnection> connection_ = std::make_shared<SqliteConnection>();
-  Database raw_;
+  bench::FileDatabase database_{"bench_balances"};
+  std::shared_ptr<SqliteConnection> connection_ = database_.connection;
+  sqlite3* raw_ = database_.raw.get();
   bukorval::CLSKORVAL object_;
 };
 

@@ -3,23 +3,19 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "FileDatabase.h"
 #include "Recorder.h"
 #include "Timing.h"
 #include "ado/sqlite/Binder.h"
-#include "ado/sqlite/FunctionRegistry.h"
-#include "ado/sqlite/Handle.h"
 #include "ado/sqlite/SchemaCatalog.h"
-#include "ado/sqlite/SqliteConnection.h"
 #include "ado/sqlite/dialect/Translate.h"
 #include "object/CLSKORVAL.h"
-#include "schema/Schema.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 
@@ -64,25 +60,13 @@ void fill(sqlite3* database, int lines) {
 
 class Bench {
  public:
-  Bench(int lines, int dateKind)
-      : cards_(lines / kLinesPerCard), file_(std::filesystem::temp_directory_path() / "bench_cards.db") {
-    remove();
-    connection_->ConnectionString = "Provider=SQLite;Create=True;Data Source=" + file_.string();
-    connection_->Open();
-    schema::create(*connection_);
-    connection_->Execute(
-        "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
+  Bench(int lines, int dateKind) : cards_(lines / kLinesPerCard) {
     connection_->Execute(
         "INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE)"
         " VALUES (1, 2011, 1, '20110101', '20111231')");
     connection_->Execute(
         "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA) VALUES (4, '01', N'CON')");
-    sqlite3* raw = nullptr;
-    if (sqlite3_open(file_.string().c_str(), &raw) != SQLITE_OK) throw std::runtime_error("cannot open");
-    raw_.reset(raw);
-    registerFunctions(raw);
-    run(raw, "PRAGMA cache_size = -65536");
-    fill(raw, lines);
+    fill(raw_, lines);
     object_.ActiveInterface = std::make_shared<suite::Sessione>(connection_);
     object_.CodiceDitta = 1;
     object_.TipoBudget = 4;
@@ -102,17 +86,9 @@ class Bench {
     for (const auto& text : recorder->texts)
       if (text.find("CG42_MOVCONT") != std::string::npos) query_ = text;
     scan_ = dialect::scan(query_);
-    translation_ = dialect::translate(scan_, SchemaCatalog(raw), "raw_");
-    statement_ = prepare(raw, translation_.main.sql);
+    translation_ = dialect::translate(scan_, SchemaCatalog(raw_), "raw_");
+    statement_ = prepare(raw_, translation_.main.sql);
   }
-  ~Bench() {
-    statement_.reset();
-    raw_.reset();
-    object_.Connessione(nullptr);
-    connection_->Close();
-    remove();
-  }
-
   void elaborate() {
     object_.BdgElaSchede_Elaborazione();
     if (object_.Stato() != 0) throw std::runtime_error(object_.errore());
@@ -126,15 +102,8 @@ class Bench {
     long rows = 0;
     for (int card = 1; card <= cards_; ++card) {
       scan_.literals[position].text = account(card);
-      const ResetAtEnd reset(statement_.get());
       bindLiterals(statement_.get(), translation_.main.bindings, scan_.literals);
-      while (sqlite3_step(statement_.get()) == SQLITE_ROW) {
-        ++rows;
-        for (int i = 0; i < sqlite3_column_count(statement_.get()); ++i)
-          benchmark::DoNotOptimize(sqlite3_column_type(statement_.get(), i) == SQLITE_TEXT
-                                       ? static_cast<sqlite3_int64>(sqlite3_column_bytes(statement_.get(), i))
-                                       : sqlite3_column_int64(statement_.get(), i));
-      }
+      rows += bench::stepAll(raw_, statement_.get());
     }
     return rows;
   }
@@ -145,14 +114,10 @@ class Bench {
     std::snprintf(text, sizeof text, "6%07d", card);
     return text;
   }
-  void remove() const {
-    for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(file_.string() + suffix);
-  }
-
   int cards_;
-  std::filesystem::path file_;
-  std::shared_ptr<SqliteConnection> connection_ = std::make_shared<SqliteConnection>();
-  Database raw_;
+  bench::FileDatabase database_{"bench_cards"};
+  std::shared_ptr<SqliteConnection> connection_ = database_.connection;
+  sqlite3* raw_ = database_.raw.get();
   Prepared statement_;
   bukorval::CLSKORVAL object_;
   std::string query_;

@@ -4,21 +4,18 @@
 #include <sqlite3.h>
 
 #include <cstdio>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "FileDatabase.h"
+#include "Recorder.h"
 #include "Timing.h"
 #include "ado/sqlite/Binder.h"
-#include "ado/sqlite/FunctionRegistry.h"
-#include "ado/sqlite/Handle.h"
-#include "ado/sqlite/Provider.h"
 #include "ado/sqlite/SchemaCatalog.h"
 #include "ado/sqlite/dialect/Translate.h"
 #include "object/CLSKORVAL.h"
-#include "schema/Schema.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 
@@ -87,25 +84,11 @@ void fill(sqlite3* database, int cards) {
 /// One database with its object, its own raw handle and the translated statement.
 class Bench {
  public:
-  explicit Bench(int cards)
-      : file_(std::filesystem::temp_directory_path() / ("bench_grid_" + std::to_string(cards) + ".db")) {
-    remove();
-    connection_ = ado::createConnection();
-    connection_->ConnectionString = "Provider=SQLite;Create=True;Data Source=" + file_.string();
-    connection_->Open();
-    schema::create(*connection_);
-    connection_->Execute(
-        "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
+  explicit Bench(int cards) {
     connection_->Execute(
         "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_NUMFORECAST)"
         " VALUES (3, '01', N'SCH', 2)");
-    sqlite3* raw = nullptr;
-    if (sqlite3_open(file_.string().c_str(), &raw) != SQLITE_OK) throw std::runtime_error("cannot open");
-    raw_.reset(raw);
-    registerFunctions(raw);
-    run(raw, "PRAGMA temp_store = MEMORY");
-    run(raw, "PRAGMA cache_size = -65536");
-    fill(raw, cards);
+    fill(raw_, cards);
     session_ = std::make_shared<suite::Sessione>(connection_);
     object_.ActiveInterface = session_;
     object_.Connessione(connection_);
@@ -116,13 +99,6 @@ class Bench {
     object_.ProgressivoEsercizio = 1;
     translateStatement();
   }
-  ~Bench() {
-    object_.Connessione(nullptr);
-    connection_->Close();
-    raw_.reset();
-    remove();
-  }
-
   long object() {
     const auto grid = object_.RecordSetBudget();
     if (!grid) throw std::runtime_error(object_.errore());
@@ -131,72 +107,39 @@ class Bench {
 
   /// The translated steps, bound and stepped; every column of every row is read and dropped.
   long engine() {
-    run(raw_.get(), "BEGIN");
+    run(raw_, "BEGIN");
     for (const auto& statement : translation_.prepare) step(statement);
     const long rows = step(translation_.main);
     for (const auto& statement : translation_.cleanup) step(statement);
-    run(raw_.get(), "COMMIT");
+    run(raw_, "COMMIT");
     return rows;
   }
 
   long text(const char* sql) { return step({sql, {}}); }
 
  private:
-  /// Catches the text that the object sends.
-  class Listener : public ado::Connection {
-   public:
-    explicit Listener(ado::ConnectionPtr real) : real_(std::move(real)) {}
-    std::string last;
-    void Open(std::string_view = {}, std::string_view = {}, std::int32_t = -1) override {}
-    void Close() override {}
-    ado::ObjectStateEnum State() const override { return real_->State(); }
-    ado::RecordsetPtr Execute(std::string_view text) override {
-      last = text;
-      return real_->Execute(text);
-    }
-    void BeginTrans() override { real_->BeginTrans(); }
-    void CommitTrans() override { real_->CommitTrans(); }
-    void RollbackTrans() override { real_->RollbackTrans(); }
-
-   private:
-    ado::ConnectionPtr real_;
-  };
-
   void translateStatement() {
-    const auto listener = std::make_shared<Listener>(connection_);
-    object_.Connessione(listener);
+    const auto recorder = std::make_shared<bench::Recorder>(connection_);
+    object_.Connessione(recorder);
     object();
     object_.Connessione(connection_);
-    const SchemaCatalog catalog(raw_.get());
-    text_ = listener->last;
+    const SchemaCatalog catalog(raw_);
+    text_ = recorder->texts.back();
     scan_ = dialect::scan(text_);
     translation_ = dialect::translate(scan_, catalog, "raw_");
-    for (const auto& statement : translation_.setup) run(raw_.get(), statement.sql.c_str());
+    for (const auto& statement : translation_.setup) run(raw_, statement.sql.c_str());
   }
 
   long step(const dialect::Statement& statement) {
     auto& prepared = prepared_[statement.sql];
-    if (!prepared) prepared = prepare(raw_.get(), statement.sql);
-    const ResetAtEnd reset(prepared.get());
+    if (!prepared) prepared = prepare(raw_, statement.sql);
     bindLiterals(prepared.get(), statement.bindings, scan_.literals);
-    long rows = 0;
-    while (sqlite3_step(prepared.get()) == SQLITE_ROW) {
-      ++rows;
-      for (int i = 0; i < sqlite3_column_count(prepared.get()); ++i)
-        benchmark::DoNotOptimize(sqlite3_column_type(prepared.get(), i) == SQLITE_TEXT
-                                     ? static_cast<sqlite3_int64>(sqlite3_column_bytes(prepared.get(), i))
-                                     : sqlite3_column_int64(prepared.get(), i));
-    }
-    return rows;
+    return bench::stepAll(raw_, prepared.get());
   }
 
-  void remove() const {
-    for (const char* suffix : {"", "-wal", "-shm"}) std::filesystem::remove(file_.string() + suffix);
-  }
-
-  std::filesystem::path file_;
-  ado::ConnectionPtr connection_;
-  Database raw_;
+  bench::FileDatabase database_{"bench_grid"};
+  ado::ConnectionPtr connection_ = database_.connection;
+  sqlite3* raw_ = database_.raw.get();
   std::map<std::string, Prepared> prepared_;
   std::shared_ptr<suite::Sessione> session_;
   bukorval::CLSKORVAL object_;
@@ -236,7 +179,6 @@ BENCHMARK(grid)->Arg(1000)->Arg(10000)->Arg(50000)->UseManualTime()->Unit(benchm
 }  // namespace
 
 int main(int argc, char** argv) {
-  ado::sqlite::registerSqlite();
   suite::registraServiziSuite();
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();

@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -33,8 +32,6 @@ void aggiungiNomi(CLSKORVAL& oggetto, Tabella& tabella) {
   }
 }
 
-constexpr std::array kMisure{"IMP_", "QTA1_", "QTA2_"};
-
 /// The columns of one kind of detail: its identifiers and its values.
 struct ColonneGenere {
   std::size_t id;
@@ -47,8 +44,8 @@ std::vector<ColonneGenere> generi(const Tabella& tabella) {
     const auto& nome = tabella.colonne[i].nome;
     if (!nome.starts_with("ID_")) continue;
     auto& genere = trovati.emplace_back(ColonneGenere{i, {}});
-    for (const auto* misura : kMisure)
-      if (const auto valore = tabella.posizione(misura + nome.substr(3))) genere.valori.push_back(*valore);
+    for (const auto misura : kPrefissiMisure)
+      if (const auto valore = tabella.posizione(std::string(misura) + nome.substr(3))) genere.valori.push_back(*valore);
   }
   return trovati;
 }
@@ -69,7 +66,7 @@ void togliRipetuti(Tabella& tabella) {
 /// Orders are not summed: as in the grid, the latest one stands for the card.
 void ordineNeiTotali(Tabella& tabella) {
   const auto id = tabella.posizione("ID_ORDINI");
-  for (const auto* misura : kMisure) {
+  for (const auto misura : kPrefissiMisure) {
     const auto valore = tabella.posizione(std::string(misura) + "ORDINI");
     if (!id || !valore) continue;
     std::int64_t ultimo = 0;

@@ -13,9 +13,9 @@ struct Misura {
 };
 
 constexpr std::array kMisure{
-    Misura{"IMP_", "DELTAIMP_", "DELTAPERCIMP_"},
-    Misura{"QTA1_", "DELTAQTA1_", "DELTAPERCQTA1_"},
-    Misura{"QTA2_", "DELTAQTA2_", "DELTAPERCQTA2_"},
+    Misura{kPrefissiMisure[0], "DELTAIMP_", "DELTAPERCIMP_"},
+    Misura{kPrefissiMisure[1], "DELTAQTA1_", "DELTAPERCQTA1_"},
+    Misura{kPrefissiMisure[2], "DELTAQTA2_", "DELTAPERCQTA2_"},
 };
 
 /// A ratio is kept with four decimals: a percentage with two.
@@ -70,8 +70,8 @@ void riempiDelta(CLSKORVAL& oggetto, Tabella& tabella) {
 
 void segnaTotali(Tabella& tabella) {
   for (auto& colonna : tabella.colonne) {
-    for (const auto& misura : kMisure) {
-      if (colonna.nome.starts_with(misura.prefisso)) colonna.totale = true;
+    for (const auto prefisso : kPrefissiMisure) {
+      if (colonna.nome.starts_with(prefisso)) colonna.totale = true;
     }
   }
 }

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "ado/Messages.h"
 #include "ado/sqlite/FunctionRegistry.h"
 #include "ado/sqlite/InsertTarget.h"
 #include "ado/sqlite/dialect/Translate.h"
@@ -19,7 +20,6 @@ constexpr int kBusyTimeoutMilliseconds = 5000;
 /// More than the distinct statements of the whole system.
 constexpr std::size_t kCachedPlans = 256;
 constexpr std::int32_t kModeRead = 1;
-constexpr const char* kClosed = "Operation is not allowed when the object is closed";
 
 bool isTrue(const std::string& entry) {
   return values::compareText(entry, "true") == 0 || values::compareText(entry, "yes") == 0 || entry == "1";
@@ -72,7 +72,7 @@ SqliteConnection::~SqliteConnection() {
 }
 
 void SqliteConnection::Open(std::string_view, std::string_view, std::int32_t) {
-  if (database_) throw Errore("Operation is not allowed when the object is open");
+  if (database_) throw Errore(kObjectOpen);
   const std::string file = connectionEntry(ConnectionString, "Data Source");
   if (file.empty()) throw Errore("The connection string names no Data Source");
   auto database = openFile(file, openFlags(*this, file));
@@ -101,7 +101,7 @@ void SqliteConnection::Close() {
 ObjectStateEnum SqliteConnection::State() const { return database_ ? adStateOpen : adStateClosed; }
 
 void SqliteConnection::requireOpen() const {
-  if (!database_) throw Errore(kClosed);
+  if (!database_) throw Errore(kObjectClosed);
 }
 
 RecordsetPtr SqliteConnection::Execute(std::string_view text) {
