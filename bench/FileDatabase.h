@@ -8,10 +8,10 @@
 #include <stdexcept>
 #include <string>
 
-#include "ado/sqlite/FunctionRegistry.h"
-#include "ado/sqlite/Handle.h"
-#include "ado/sqlite/SqliteConnection.h"
 #include "schema/Schema.h"
+#include "sqlite/Handle.h"
+#include "sqlite/SqliteConnection.h"
+#include "sqlite/functions/FunctionRegistry.h"
 
 namespace bench {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 
 namespace bench {
 

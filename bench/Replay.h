@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "FileDatabase.h"
-#include "ado/sqlite/Binder.h"
-#include "ado/sqlite/Handle.h"
-#include "ado/sqlite/SchemaCatalog.h"
-#include "ado/sqlite/dialect/Translate.h"
+#include "sqlite/Binder.h"
+#include "sqlite/Handle.h"
+#include "sqlite/SchemaCatalog.h"
+#include "sqlite/emitter/Translate.h"
 
 namespace bench {
 

@@ -11,11 +11,11 @@
 #include <vector>
 
 #include "Timing.h"
-#include "ado/sqlite/Handle.h"
-#include "ado/sqlite/FunctionRegistry.h"
-#include "ado/sqlite/SqliteConnection.h"
 #include "object/CLSKORVAL.h"
 #include "schema/Schema.h"
+#include "sqlite/Handle.h"
+#include "sqlite/SqliteConnection.h"
+#include "sqlite/functions/FunctionRegistry.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 
@@ -42,8 +42,9 @@ struct Company {
           std::string("INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO,"
                       " CG19_DATAFINE) VALUES (1, ") +
           year + ", 1, '" + year + "0101', '" + year + "1231')");
-    connection->Execute("INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_NUMFORECAST)"
-                        " VALUES (3, '01', N'SCH', 0)");
+    connection->Execute(
+        "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_NUMFORECAST)"
+        " VALUES (3, '01', N'SCH', 0)");
     connection->BeginTrans();
     for (int i = 1; i <= cards; ++i) {
       const std::string id = std::to_string(i);

@@ -84,8 +84,9 @@ class Bench {
       connection_->Execute(std::string("INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER,"
                                        " CG19_DATAINIZIO, CG19_DATAFINE) VALUES (1, ") +
                            year + ", 1, '" + year + "0101', '" + year + "1231')");
-    connection_->Execute("INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_INDPERIODO)"
-                         " VALUES (5, '01', N'CON', 2)");
+    connection_->Execute(
+        "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_INDPERIODO)"
+        " VALUES (5, '01', N'CON', 2)");
     fill(raw_, accounts);
     prepareObject();
   }

@@ -12,10 +12,10 @@
 #include "FileDatabase.h"
 #include "Recorder.h"
 #include "Timing.h"
-#include "ado/sqlite/Binder.h"
-#include "ado/sqlite/SchemaCatalog.h"
-#include "ado/sqlite/dialect/Translate.h"
 #include "object/CLSKORVAL.h"
+#include "sqlite/Binder.h"
+#include "sqlite/SchemaCatalog.h"
+#include "sqlite/emitter/Translate.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 

@@ -12,10 +12,10 @@
 #include "FileDatabase.h"
 #include "Recorder.h"
 #include "Timing.h"
-#include "ado/sqlite/Binder.h"
-#include "ado/sqlite/SchemaCatalog.h"
-#include "ado/sqlite/dialect/Translate.h"
 #include "object/CLSKORVAL.h"
+#include "sqlite/Binder.h"
+#include "sqlite/SchemaCatalog.h"
+#include "sqlite/emitter/Translate.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 
@@ -70,7 +70,8 @@ void fill(sqlite3* database, int cards) {
   run(database, ("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " + count +
                  ") INSERT INTO BU65_TESBUDGET (BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO,"
                  " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07)"
-                 " SELECT 1, 3, '01', 2011, 1, 0, printf('C%06d', i) FROM n").c_str());
+                 " SELECT 1, 3, '01', 2011, 1, 0, printf('C%06d', i) FROM n")
+                    .c_str());
   run(database,
       ("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < " + count +
        " * 60) INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO, BU66_QTA1, BU66_QTA2)"

@@ -8,11 +8,11 @@
 #include <string>
 
 #include "Timing.h"
-#include "ado/sqlite/Handle.h"
-#include "ado/sqlite/FunctionRegistry.h"
-#include "ado/sqlite/SqliteConnection.h"
 #include "object/CLSKORVAL.h"
 #include "schema/Schema.h"
+#include "sqlite/Handle.h"
+#include "sqlite/SqliteConnection.h"
+#include "sqlite/functions/FunctionRegistry.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 
@@ -35,8 +35,9 @@ struct Company {
     schema::create(*connection);
     connection->Execute(
         "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10) VALUES (1, N'Prova', 1)");
-    connection->Execute("INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_NUMFORECAST)"
-                        " VALUES (3, '01', N'SCH', 3)");
+    connection->Execute(
+        "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_NUMFORECAST)"
+        " VALUES (3, '01', N'SCH', 3)");
     object.ActiveInterface = std::make_shared<suite::Sessione>(connection);
     object.Connessione(connection);
     object.TipoBudget = 3;
@@ -82,10 +83,12 @@ struct Raw {
 
   void insert(int cards) {
     auto* raw = database.get();
-    const auto card = prepare(raw, "INSERT INTO BU65 (DITTA, TIPO, SOTTO, ANNO, PROG, SCHEDA, B, C, AGG)"
-                                   " VALUES (1, 3, '01', 2011, 1, ?1, 0, 0, 20110101000000)");
-    const auto detail = prepare(raw, "INSERT INTO BU66 (ID_BU65, TIPO, PERIODO) SELECT ?1, ?2, ?3 WHERE NOT EXISTS"
-                                     " (SELECT 1 FROM BU66 WHERE ID_BU65 = ?1 AND TIPO = ?2 AND PERIODO = ?3)");
+    const auto card = prepare(raw,
+                              "INSERT INTO BU65 (DITTA, TIPO, SOTTO, ANNO, PROG, SCHEDA, B, C, AGG)"
+                              " VALUES (1, 3, '01', 2011, 1, ?1, 0, 0, 20110101000000)");
+    const auto detail = prepare(raw,
+                                "INSERT INTO BU66 (ID_BU65, TIPO, PERIODO) SELECT ?1, ?2, ?3 WHERE NOT EXISTS"
+                                " (SELECT 1 FROM BU66 WHERE ID_BU65 = ?1 AND TIPO = ?2 AND PERIODO = ?3)");
     run(raw, "BEGIN");
     for (int i = 0; i < cards; ++i) {
       const std::string code = "C" + std::to_string(i);

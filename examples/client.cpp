@@ -1,8 +1,8 @@
 // Shows the cards of a budget: client FILE, where FILE was made by `bukorval create FILE --demo`.
 #include <iostream>
 
-#include "ado/sqlite/Provider.h"
 #include "object/CLSKORVAL.h"
+#include "sqlite/Provider.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
 

@@ -18,9 +18,8 @@ std::vector<std::string_view> batches(std::string_view text) {
     line = end + 1;
   }
   if (start < text.size()) found.push_back(text.substr(start));
-  std::erase_if(found, [](std::string_view batch) {
-    return batch.find_first_not_of(" \r\n\t") == std::string_view::npos;
-  });
+  std::erase_if(found,
+                [](std::string_view batch) { return batch.find_first_not_of(" \r\n\t") == std::string_view::npos; });
   return found;
 }
 

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 #include "schema/Files.h"
 
 /// The tables of the suite and of the budget module, as SQL Server statements that programs carry with them.

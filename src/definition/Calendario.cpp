@@ -27,8 +27,7 @@ Variant Calendario::GetBdgNrPeriodi(BdgPeriodicita codice) const {
   });
 }
 
-std::int16_t Calendario::GetBdgPeriodo(std::int16_t mese, BdgPeriodicita codice,
-                                       BdgPeriodoFiscaleSolare solareFiscale,
+std::int16_t Calendario::GetBdgPeriodo(std::int16_t mese, BdgPeriodicita codice, BdgPeriodoFiscaleSolare solareFiscale,
                                        const Variant& dataInizio) const {
   return esegui(ctx_, "GetBdgPeriodo ", std::int16_t{0}, [&]() -> std::int16_t {
     const auto* p = periodicita(codice);
@@ -40,9 +39,8 @@ std::int16_t Calendario::GetBdgPeriodo(std::int16_t mese, BdgPeriodicita codice,
   });
 }
 
-void Calendario::GetBdgDataInizioBdgDataFine(BdgTipo, const Variant&, const Variant& ditta,
-                                             const Variant& anno, const Variant& progressivo,
-                                             Variant& dataInizio, Variant& dataFine) const {
+void Calendario::GetBdgDataInizioBdgDataFine(BdgTipo, const Variant&, const Variant& ditta, const Variant& anno,
+                                             const Variant& progressivo, Variant& dataInizio, Variant& dataFine) const {
   esegui(ctx_, "GetBdgDataInizioBdgDataFine ", [&] {
     // The dates of another year must not stand for those of a year that does not exist.
     auto& inizio = ctx_.dataInizioEsercizio = Variant();

@@ -17,14 +17,13 @@ class Calendario {
   values::Variant GetBdgNrPeriodi(BdgPeriodicita periodicita) const;
   /// The period that a month falls in, 0 when there is none. Kind 1 counts months from January, any other
   /// from the month of `dataInizio`, without which no month has a period.
-  std::int16_t GetBdgPeriodo(std::int16_t mese, BdgPeriodicita periodicita,
-                             BdgPeriodoFiscaleSolare solareFiscale, const values::Variant& dataInizio) const;
+  std::int16_t GetBdgPeriodo(std::int16_t mese, BdgPeriodicita periodicita, BdgPeriodoFiscaleSolare solareFiscale,
+                             const values::Variant& dataInizio) const;
   /// The accounting year's dates; of a longer year its first twelve calendar months. Empty when the year does
   /// not exist. Keeps the year's own dates in the context.
-  void GetBdgDataInizioBdgDataFine(BdgTipo tipo, const values::Variant& sottoTipo,
-                                   const values::Variant& ditta, const values::Variant& anno,
-                                   const values::Variant& progressivo, values::Variant& dataInizio,
-                                   values::Variant& dataFine) const;
+  void GetBdgDataInizioBdgDataFine(BdgTipo tipo, const values::Variant& sottoTipo, const values::Variant& ditta,
+                                   const values::Variant& anno, const values::Variant& progressivo,
+                                   values::Variant& dataInizio, values::Variant& dataFine) const;
   /// "Gennaio", "2° Trimestre"; "" where a name cannot be found. Never reports an error.
   std::string GetDescrizionePeriodo(const values::Variant& ditta, BdgPeriodicita periodicita,
                                     BdgPeriodoFiscaleSolare fiscaleSolare, std::int16_t periodo,

@@ -34,9 +34,8 @@ void caricaPeriodi(Contesto& ctx) {
   const auto& prop = ctx.prop;
   auto& dati = ctx.dati;
   const Calendario calendario(ctx);
-  calendario.GetBdgDataInizioBdgDataFine(prop.TipoBudget, prop.SottoTipoBudget, prop.CodiceDitta,
-                                         prop.AnnoEsercizio, prop.ProgressivoEsercizio, dati.dataInizio,
-                                         dati.dataFine);
+  calendario.GetBdgDataInizioBdgDataFine(prop.TipoBudget, prop.SottoTipoBudget, prop.CodiceDitta, prop.AnnoEsercizio,
+                                         prop.ProgressivoEsercizio, dati.dataInizio, dati.dataFine);
   ctx.verifica();
   dati.fiscaleSolare =
       chiedi(ctx, ImpostazioniBudget(ctx).GetAnnoBudgetFiscaleSolare(prop.TipoBudget, prop.SottoTipoBudget));

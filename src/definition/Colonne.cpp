@@ -11,8 +11,8 @@ namespace {
 
 template <class Riga, class Membro>
 const Riga& trova(std::span<const Riga> tabella, Membro membro, std::string_view cercato, std::string_view cosa) {
-  const auto trovata = std::ranges::find_if(
-      tabella, [&](const Riga& riga) { return values::compareText(riga.*membro, cercato) == 0; });
+  const auto trovata =
+      std::ranges::find_if(tabella, [&](const Riga& riga) { return values::compareText(riga.*membro, cercato) == 0; });
   if (trovata == tabella.end()) throw values::Errore(std::string(cosa) + " '" + std::string(cercato) + "'");
   return *trovata;
 }

@@ -19,8 +19,8 @@ struct Chiave {
 /// Where a code is described.
 struct Descrizione {
   std::string_view tabella, campo;
-  std::string_view codice;  ///< the column of that table that holds the code itself
-  Chiave altre[2] = {};     ///< what else identifies a row
+  std::string_view codice;      ///< the column of that table that holds the code itself
+  Chiave altre[2] = {};         ///< what else identifies a row
   std::string_view alias = {};  ///< tells apart the joins of a table that describes several columns
 };
 

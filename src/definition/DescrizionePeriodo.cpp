@@ -25,8 +25,7 @@ auto senzaErrori(Passo passo) -> decltype(passo()) {
 }
 
 std::string testoCatalogo(const Contesto& ctx, int messaggio) {
-  return senzaErrori(
-      [&] { return values::toText(values::nvl(ctx.sessione().TestoMessaggio(messaggio), "")); });
+  return senzaErrori([&] { return values::toText(values::nvl(ctx.sessione().TestoMessaggio(messaggio), "")); });
 }
 
 std::string nomeMese(const Contesto& ctx, int mese) {

@@ -25,21 +25,18 @@ bool contiene(Contesto& ctx, BdgTipo tipo, const Variant& sottoTipo, std::string
 }  // namespace
 
 bool ImpostazioniBudget::GetIsStrutturaConVariante(BdgTipo tipo, const Variant& sottoTipo) const {
-  return esegui(ctx_, "GetIsStrutturaConVariante", false,
-                [&] { return contiene(ctx_, tipo, sottoTipo, "VAR"); });
+  return esegui(ctx_, "GetIsStrutturaConVariante", false, [&] { return contiene(ctx_, tipo, sottoTipo, "VAR"); });
 }
 
 bool ImpostazioniBudget::GetIsElementoInStruttura(BdgTipo tipo, const Variant& sottoTipo,
                                                   std::string_view elemento) const {
-  return esegui(ctx_, "GetIsElementoInStruttura", false,
-                [&] { return contiene(ctx_, tipo, sottoTipo, elemento); });
+  return esegui(ctx_, "GetIsElementoInStruttura", false, [&] { return contiene(ctx_, tipo, sottoTipo, elemento); });
 }
 
 std::int16_t ImpostazioniBudget::GetBdgNrElementiInStruttura(const Variant& struttura) const {
   return esegui(ctx_, "GetBdgNrElementiInStruttura", std::int16_t{0}, [&] {
     std::int32_t elementi = 0;
-    if (!isBlank(struttura))
-      perOgniElemento(values::toText(struttura), [&](std::string_view) { ++elementi; });
+    if (!isBlank(struttura)) perOgniElemento(values::toText(struttura), [&](std::string_view) { ++elementi; });
     return values::toInt16(elementi);
   });
 }

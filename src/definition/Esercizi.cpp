@@ -76,27 +76,23 @@ std::int16_t Calendario::GetProgressivoEsercizio(const Variant& ditta, const Var
         .riga(" WHERE  CG19_DITTA_CG18 = ", numero(ditta))
         .riga(" AND    CG19_ANNO = ", numero(anno));
     const auto rs = ctx_.connessione().Execute(sql);
-    return rs->Eof() ? std::int16_t{0}
-                     : values::toInt16(values::nvl(rs->Fields().Item("CG19_PROGESER").Value(), 0));
+    return rs->Eof() ? std::int16_t{0} : values::toInt16(values::nvl(rs->Fields().Item("CG19_PROGESER").Value(), 0));
   });
 }
 
-bool Calendario::EsisteEsercizio(const Variant& ditta, const Variant& anno,
-                                 const Variant& progressivo) const {
+bool Calendario::EsisteEsercizio(const Variant& ditta, const Variant& anno, const Variant& progressivo) const {
   return esegui(ctx_, "EsisteEsercizio", false, [&] {
     return chiediServizio(ctx_, [&](auto& servizio) { return servizio.Esiste(ditta, anno, progressivo); });
   });
 }
 
 bool Calendario::EsistonoEsercizi(const Variant& ditta, const Variant& anno) const {
-  return esegui(ctx_, "EsistonoEsercizi", false, [&] {
-    return chiediServizio(ctx_, [&](auto& servizio) { return servizio.EsisteAnno(ditta, anno); });
-  });
+  return esegui(ctx_, "EsistonoEsercizi", false,
+                [&] { return chiediServizio(ctx_, [&](auto& servizio) { return servizio.EsisteAnno(ditta, anno); }); });
 }
 
-void Calendario::DeterminaDateInizioFineEsercizio(const Variant& ditta, const Variant& anno,
-                                                  const Variant& progressivo, Variant& dataInizio,
-                                                  Variant& dataFine) const {
+void Calendario::DeterminaDateInizioFineEsercizio(const Variant& ditta, const Variant& anno, const Variant& progressivo,
+                                                  Variant& dataInizio, Variant& dataFine) const {
   esegui(ctx_, "DeterminaDateInizioFineEsercizio", [&] {
     Variant inizio = dataInizio, fine = dataFine;
     chiediServizio(ctx_, [&](auto& servizio) {
@@ -108,8 +104,7 @@ void Calendario::DeterminaDateInizioFineEsercizio(const Variant& ditta, const Va
   });
 }
 
-bool Calendario::GetIsEsercizioChiuso(const Variant& ditta, const Variant& anno,
-                                      const Variant& progressivo) const {
+bool Calendario::GetIsEsercizioChiuso(const Variant& ditta, const Variant& anno, const Variant& progressivo) const {
   return esegui(ctx_, "GetIsEsercizioChiuso", false, [&] {
     return chiediServizio(ctx_, [&](auto& servizio) { return servizio.Chiuso(ditta, anno, progressivo); });
   });

@@ -92,8 +92,8 @@ std::string testo(const Lettura& lettura, BdgTipo tipo, const Variant& sottoTipo
 
 /// Runs a reader; `converti` makes the answer from the fields of the row.
 template <class Risultato, class Converti>
-Risultato leggi(Contesto& ctx, const Lettura& lettura, BdgTipo tipo, const Variant& sottoTipo,
-                Risultato predefinito, Risultato senzaRiga, Converti converti) {
+Risultato leggi(Contesto& ctx, const Lettura& lettura, BdgTipo tipo, const Variant& sottoTipo, Risultato predefinito,
+                Risultato senzaRiga, Converti converti) {
   return esegui(ctx, lettura.nome, predefinito, [&]() -> Risultato {
     if (!creaConnessioneDB(ctx)) return predefinito;
     const auto rs = ctx.connessione().Execute(testo(lettura, tipo, sottoTipo));
@@ -103,9 +103,7 @@ Risultato leggi(Contesto& ctx, const Lettura& lettura, BdgTipo tipo, const Varia
   });
 }
 
-const Variant& colonna(const ado::Fields& campi, std::size_t posizione = 0) {
-  return campi.Item(posizione).Value();
-}
+const Variant& colonna(const ado::Fields& campi, std::size_t posizione = 0) { return campi.Item(posizione).Value(); }
 
 bool acceso(const Variant& valore) { return values::compare(nvl(valore, 0), 0) != 0; }
 
@@ -116,13 +114,11 @@ void ImpostazioniBudget::GetGestioneSede(BdgTipo tipo, const Variant& sottoTipo,
                [](const ado::Fields& riga) { return acceso(colonna(riga)); });
 }
 
-void ImpostazioniBudget::GetGestioneQta(BdgTipo tipo, const Variant& sottoTipo, bool& qta1,
-                                        bool& qta2) const {
+void ImpostazioniBudget::GetGestioneQta(BdgTipo tipo, const Variant& sottoTipo, bool& qta1, bool& qta2) const {
   using Flags = std::pair<bool, bool>;
-  std::tie(qta1, qta2) =
-      leggi(ctx_, kGestioneQta, tipo, sottoTipo, Flags{}, Flags{}, [](const ado::Fields& riga) {
-        return Flags{acceso(colonna(riga, 0)), acceso(colonna(riga, 1))};
-      });
+  std::tie(qta1, qta2) = leggi(ctx_, kGestioneQta, tipo, sottoTipo, Flags{}, Flags{}, [](const ado::Fields& riga) {
+    return Flags{acceso(colonna(riga, 0)), acceso(colonna(riga, 1))};
+  });
 }
 
 bool ImpostazioniBudget::GetIsGestioneMastri(BdgTipo tipo, const Variant& sottoTipo) const {
@@ -130,8 +126,7 @@ bool ImpostazioniBudget::GetIsGestioneMastri(BdgTipo tipo, const Variant& sottoT
                [](const ado::Fields& riga) { return values::toBool(nvl(colonna(riga), 0)); });
 }
 
-BdgPeriodoFiscaleSolare ImpostazioniBudget::GetAnnoBudgetFiscaleSolare(BdgTipo tipo,
-                                                                       const Variant& sottoTipo) const {
+BdgPeriodoFiscaleSolare ImpostazioniBudget::GetAnnoBudgetFiscaleSolare(BdgTipo tipo, const Variant& sottoTipo) const {
   return leggi(ctx_, kFiscaleSolare, tipo, sottoTipo, BdgPeriodoFiscaleSolare{1}, BdgPeriodoFiscaleSolare{1},
                [](const ado::Fields& riga) { return values::toInt32(nvl(colonna(riga), 0)); });
 }

@@ -35,20 +35,16 @@ class ImpostazioniBudget {
   BdgNatura GetNaturaBudget(BdgTipo tipo) const;
 
   /// Whether the company has a card of the budget.
-  bool GetIsBudgetConTestata(const values::Variant& ditta, BdgTipo tipo,
-                             const values::Variant& sottoTipo) const;
+  bool GetIsBudgetConTestata(const values::Variant& ditta, BdgTipo tipo, const values::Variant& sottoTipo) const;
   /// Whether it has cards and none of them a detail.
-  bool GetIsBudgetConSolaTestata(const values::Variant& ditta, BdgTipo tipo,
-                                 const values::Variant& sottoTipo) const;
+  bool GetIsBudgetConSolaTestata(const values::Variant& ditta, BdgTipo tipo, const values::Variant& sottoTipo) const;
   /// Whether the company holds data of the budget, in the table that the property `TipoBudget` stands for.
-  bool GetIsBudgetValorizzatoDitta(const values::Variant& ditta, BdgTipo tipo,
-                                   const values::Variant& sottoTipo) const;
+  bool GetIsBudgetValorizzatoDitta(const values::Variant& ditta, BdgTipo tipo, const values::Variant& sottoTipo) const;
   /// The same for any company.
   bool GetIsBudgetValorizzato(BdgTipo tipo, const values::Variant& sottoTipo) const;
 
   bool GetIsStrutturaConVariante(BdgTipo tipo, const values::Variant& sottoTipo) const;
-  bool GetIsElementoInStruttura(BdgTipo tipo, const values::Variant& sottoTipo,
-                                std::string_view elemento) const;
+  bool GetIsElementoInStruttura(BdgTipo tipo, const values::Variant& sottoTipo, std::string_view elemento) const;
   /// Slots of a structure string that are not blank.
   std::int16_t GetBdgNrElementiInStruttura(const values::Variant& struttura) const;
 

@@ -57,8 +57,7 @@ TestoSql testoInvestimenti(const Chiave& k) {
 std::string testoValoriDitta(BdgTipo archivio, const Chiave& k) {
   TestoSql sql;
   if (archivio < 0 || archivio > 9) return sql.str();
-  if (archivio == bdgTipoInvestimenti)
-    return testoInvestimenti(k).riga(" AND   BU04_DITTA_CG18 = ", k.ditta).str();
+  if (archivio == bdgTipoInvestimenti) return testoInvestimenti(k).riga(" AND   BU04_DITTA_CG18 = ", k.ditta).str();
   sql.riga(" SELECT BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 ")
       .riga(" FROM  BU65_TESBUDGET WITH (NOLOCK) ")
       .riga(" WHERE BU65_INDTIPO_BU01 = ", k.tipo)
@@ -85,21 +84,16 @@ std::string testoValori(BdgTipo archivio, const Chiave& k) {
   return sql.str();
 }
 
-bool haRighe(Contesto& ctx, std::string_view testo) {
-  return ctx.connessione().Execute(testo)->RecordCount() != 0;
-}
+bool haRighe(Contesto& ctx, std::string_view testo) { return ctx.connessione().Execute(testo)->RecordCount() != 0; }
 
 }  // namespace
 
-bool ImpostazioniBudget::GetIsBudgetConTestata(const Variant& ditta, BdgTipo tipo,
-                                               const Variant& sottoTipo) const {
-  return esegui(ctx_, "GetIsBudgetConTestata", false, [&] {
-    return creaConnessioneDB(ctx_) && haRighe(ctx_, testoTestata(chiave(tipo, sottoTipo, ditta)));
-  });
+bool ImpostazioniBudget::GetIsBudgetConTestata(const Variant& ditta, BdgTipo tipo, const Variant& sottoTipo) const {
+  return esegui(ctx_, "GetIsBudgetConTestata", false,
+                [&] { return creaConnessioneDB(ctx_) && haRighe(ctx_, testoTestata(chiave(tipo, sottoTipo, ditta))); });
 }
 
-bool ImpostazioniBudget::GetIsBudgetConSolaTestata(const Variant& ditta, BdgTipo tipo,
-                                                   const Variant& sottoTipo) const {
+bool ImpostazioniBudget::GetIsBudgetConSolaTestata(const Variant& ditta, BdgTipo tipo, const Variant& sottoTipo) const {
   return esegui(ctx_, "GetIsBudgetConSolaTestata", false, [&] {
     return GetIsBudgetConTestata(ditta, tipo, sottoTipo) && creaConnessioneDB(ctx_) &&
            !haRighe(ctx_, testoDettagli(chiave(tipo, sottoTipo, ditta)));

@@ -67,8 +67,7 @@ std::string righe(std::string_view elencoCampi, std::string_view indentazione, s
 
 }  // namespace
 
-std::string Strutture::GetStringaCodiciDescrizioni(std::string_view elencoCampi,
-                                                   std::string_view indentazione) const {
+std::string Strutture::GetStringaCodiciDescrizioni(std::string_view elencoCampi, std::string_view indentazione) const {
   return esegui(ctx_, "GetStringaCodiciDescrizioni", std::string(),
                 [&] { return righe(elencoCampi, indentazione, ", ", espressione); });
 }

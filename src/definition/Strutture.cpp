@@ -59,8 +59,7 @@ std::string Strutture::GetStrutturaBU60(BdgTipo tipo, const Variant& sottoTipo) 
                 [&] { return leggiTesto(ctx_, "BU01_CODICE_BU60", tipo, sottoTipo); });
 }
 
-void Strutture::GetStrutturaBU60TipoPdcCodicePdc(const Variant& codice, BdgTipoPdc& tipoPdc,
-                                                 Variant& codicePdc) const {
+void Strutture::GetStrutturaBU60TipoPdcCodicePdc(const Variant& codice, BdgTipoPdc& tipoPdc, Variant& codicePdc) const {
   tipoPdc = 0;
   codicePdc = Variant::Null();
   esegui(ctx_, "GetStrutturaBU60TipoPdcCodicePdc", [&] {

@@ -31,8 +31,7 @@ class Strutture {
   /// A code that only another column makes unique (a subfamily, an account) is described when that is listed too.
   std::string GetStringaCodiciDescrizioni(std::string_view elencoCampi, std::string_view indentazione = {}) const;
   /// The outer joins that the select list needs, one indented line for each. They never multiply rows.
-  std::string GetStringaJoinCodiciDescrizioni(std::string_view elencoCampi,
-                                              std::string_view indentazione = {}) const;
+  std::string GetStringaJoinCodiciDescrizioni(std::string_view elencoCampi, std::string_view indentazione = {}) const;
 
   /// Data type of a BU65_TESBUDGET column; an unknown name is an error (99).
   ado::DataTypeEnum GetTipoCampo(std::string_view campo) const;

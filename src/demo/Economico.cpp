@@ -23,7 +23,10 @@ constexpr ContoRaccolto kCivilistico[] = {
     {"A01", {"71"}}, {"A05", {"72"}}, {"B06", {"61"}}, {"B07", {"62"}}, {"B08", {"63"}}, {"B09", {"64"}},
 };
 constexpr ContoRaccolto kGestionale[] = {
-    {"RICAVI", {"71", "72"}}, {"VARIABILI", {"61"}}, {"STRUTTURA", {"62", "63", "66"}}, {"LAVORO", {"64"}},
+    {"RICAVI", {"71", "72"}},
+    {"VARIABILI", {"61"}},
+    {"STRUTTURA", {"62", "63", "66"}},
+    {"LAVORO", {"64"}},
 };
 
 Mesi pianoConti(std::string_view prefisso) {

@@ -21,17 +21,17 @@ struct Registrazione {
   int sede = 0;
   std::string_view descrizione;
   int tipoCliFor = kTipoFornitore;
-  int clifor = 0;            ///< 0: neither customer nor supplier
-  int tipoMovimento = 0;     ///< 2: forecast
-  int provenienza = 0;       ///< 3: simulated depreciation
+  int clifor = 0;         ///< 0: neither customer nor supplier
+  int tipoMovimento = 0;  ///< 2: forecast
+  int provenienza = 0;    ///< 3: simulated depreciation
 };
 
 /// A line; credits are negative.
 struct Riga {
   std::string conto;
   Centesimi importo = 0;
-  int mesiCompetenza = 0;          ///< 0: no competence interval, else from the first of the month on
-  std::string_view causale = {};   ///< '150' and '151' are lines that no budget counts
+  int mesiCompetenza = 0;         ///< 0: no competence interval, else from the first of the month on
+  std::string_view causale = {};  ///< '150' and '151' are lines that no budget counts
 };
 
 /// The accounting journal: writes registrations, and keeps what each account got by year, site and month of

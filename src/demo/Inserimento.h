@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 
 namespace demo {
 

@@ -11,8 +11,8 @@ struct Vendita {
   std::string_view area;
   int cliente;
   std::string_view articolo, opzione, conto;
-  int pezzi;     ///< planned for a year
-  int prezzo;    ///< euro each
+  int pezzi;   ///< planned for a year
+  int prezzo;  ///< euro each
 };
 
 constexpr Vendita kVendite[] = {

@@ -13,11 +13,11 @@ inline constexpr int kSedi = 3;
 /// A cost or minor revenue that recurs: what the company plans for a year and how it is booked.
 struct Voce {
   std::string_view conto, descrizione;
-  int euroAnnui;                       ///< revenue is negative
+  int euroAnnui;  ///< revenue is negative
   Stagione stagione;
   std::array<int, kSedi> percentuali;  ///< share of each site
   std::string_view contropartita, contoIva;
-  int clifor;                          ///< supplier of a cost, customer of a revenue; 0 for neither
+  int clifor;  ///< supplier of a cost, customer of a revenue; 0 for neither
   int mesiCompetenza = 0;
 };
 

@@ -11,9 +11,7 @@ namespace {
 
 ado::RecordsetPtr leggi(Contesto& ctx, const values::Variant& id) {
   TestoSql sql;
-  sql.riga(" SELECT  * ")
-      .riga(" FROM    BU67_BDGCASHFLOW WITH(NOLOCK) ")
-      .riga(" WHERE   BU67_ID_BU65 = ", numero(id));
+  sql.riga(" SELECT  * ").riga(" FROM    BU67_BDGCASHFLOW WITH(NOLOCK) ").riga(" WHERE   BU67_ID_BU65 = ", numero(id));
   return ctx.connessione().Execute(sql);
 }
 
@@ -34,8 +32,8 @@ void BdgDupSchede_DuplicazioneBU67(Contesto& ctx, const PianoDuplicazione& piano
         {"BU67_ID_BU65", numero(copia.destinazione)},
         {"BU67_DATAINIVAL", chiedi(ctx, DataDB(ctx, inizio))},
     };
-    connessione.Execute(testoCopiaRiga("BU67_BDGCASHFLOW", "", *origine, sostituzioni,
-                                       "BU67_ID_BU65 = " + numero(copia.origine)));
+    connessione.Execute(
+        testoCopiaRiga("BU67_BDGCASHFLOW", "", *origine, sostituzioni, "BU67_ID_BU65 = " + numero(copia.origine)));
   });
 }
 

@@ -81,10 +81,9 @@ class Duplicazione {
     piano_.adesso = values::Date::Now();
     ImpostazioniBudget(ctx_).GetGestioneSede(prop.TipoBudget, prop.BdgDestinazioneSottoTipo, piano_.sedeDestinazione);
     ctx_.verifica();
-    Calendario(ctx_).GetBdgDataInizioBdgDataFine(prop.TipoBudget, prop.BdgDestinazioneSottoTipo, prop.CodiceDitta,
-                                                 prop.BdgDestinazioneAnnoEsercizio,
-                                                 prop.BdgDestinazioneProgressivoEsercizio, piano_.inizioDestinazione,
-                                                 piano_.fineDestinazione);
+    Calendario(ctx_).GetBdgDataInizioBdgDataFine(
+        prop.TipoBudget, prop.BdgDestinazioneSottoTipo, prop.CodiceDitta, prop.BdgDestinazioneAnnoEsercizio,
+        prop.BdgDestinazioneProgressivoEsercizio, piano_.inizioDestinazione, piano_.fineDestinazione);
     ctx_.verifica();
   }
 

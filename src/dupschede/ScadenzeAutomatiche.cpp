@@ -115,8 +115,7 @@ void BdgDupSchede_GeneraScadenze(Contesto& ctx, const PianoDuplicazione& piano, 
       if (fine == ultimi.end()) continue;
       if (!values::isBlank(condizioni.inizioValidita) && fine->second < values::toDate(condizioni.inizioValidita))
         continue;
-      scriviRate(ctx, scheda, condizioni, periodo, fine->second,
-                 values::toDecimal((*importi)["BU66_IMPORTO"].Value()));
+      scriviRate(ctx, scheda, condizioni, periodo, fine->second, values::toDecimal((*importi)["BU66_IMPORTO"].Value()));
     }
   });
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "dupschede/PianoDuplicazione.h"
 #include "frame/Contesto.h"
 
@@ -11,7 +11,6 @@ namespace bukorval {
 ado::RecordsetPtr BdgDupSchede_GetRstBdgSchedeDaDuplicare(Contesto& ctx, const PianoDuplicazione& piano);
 
 /// The text that looks for the card with the given code in the destination budget.
-std::string testoSchedaDestinazione(const Contesto& ctx, const PianoDuplicazione& piano,
-                                    const values::Variant& scheda);
+std::string testoSchedaDestinazione(const Contesto& ctx, const PianoDuplicazione& piano, const values::Variant& scheda);
 
 }  // namespace bukorval

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 
 namespace bukorval {
 

@@ -49,8 +49,9 @@ void BdgElaEco_DefinisciRstPerImport(Contesto& ctx) {
 }
 
 void BdgElaEco_DefinisciRstContiNonPresentiInStruttura(Contesto& ctx) {
-  esegui(ctx, "BdgElaEco_DefinisciRstContiNonPresentiInStruttura",
-         [&] { ctx.prop.RstContiNonPresentiInStruttura = creaInsieme({kConto, kDescrizione}); });
+  esegui(ctx, "BdgElaEco_DefinisciRstContiNonPresentiInStruttura", [&] {
+    ctx.prop.RstContiNonPresentiInStruttura = creaInsieme({kConto, kDescrizione});
+  });
 }
 
 ado::RecordsetPtr creaSaldiMensili() {

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "ado/Dictionary.h"
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "frame/Contesto.h"
 
 namespace bukorval {

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "definition/CaricaDatiBudget.h"
 #include "definition/Calendario.h"
+#include "definition/CaricaDatiBudget.h"
 #include "elaeco/DettagliEsistenti.h"
 #include "elaeco/InsiemiSaldi.h"
 #include "elaeco/SaldiMensili.h"
@@ -129,8 +129,8 @@ void segnaPresenti(Contesto& ctx) {
   auto& presente = righe["BUDGETPRESENTE"];
   auto& sovrascrivi = righe["SOVRASCRIVI"];
   for (righe.MoveFirst(); !righe.Eof(); righe.MoveNext()) {
-    esistenti->Filter(filtroUguale(colonna, conto.Value()) +
-                      " AND BU66_PERIODO = " + numero(periodo.Value()) + " AND BU66_IMPORTO <> NULL ");
+    esistenti->Filter(filtroUguale(colonna, conto.Value()) + " AND BU66_PERIODO = " + numero(periodo.Value()) +
+                      " AND BU66_IMPORTO <> NULL ");
     if (esistenti->RecordCount() == 0) continue;
     presente.Value(1);
     sovrascrivi.Value(0);

@@ -58,8 +58,8 @@ bool contoNelIntervallo(const Proprieta& prop, const values::Variant& conto) {
 }
 
 ado::RecordsetPtr riportaSuContiRiclassificati(Contesto& ctx, ado::Recordset& saldi) {
-  const auto collegamenti = ctx.connessione().Execute(
-      ctx.dati.tipoPdc == bdgPdcRiclassificato ? testoSchema(ctx) : testoPianoAnalitico(ctx));
+  const auto collegamenti =
+      ctx.connessione().Execute(ctx.dati.tipoPdc == bdgPdcRiclassificato ? testoSchema(ctx) : testoPianoAnalitico(ctx));
   const auto& contoRicl = (*collegamenti)["CONTORICL"];
   const auto& descrRicl = (*collegamenti)["DESCRRICL"];
   auto riclassificati = creaSaldiMensili();

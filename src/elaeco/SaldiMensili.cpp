@@ -49,9 +49,8 @@ class SaldiMensili {
     const auto& passivita = situazione["PASSIVITA"];
     for (situazione.MoveFirst(); !situazione.Eof(); situazione.MoveNext()) {
       if (ctx_.dati.tipoPdc == bdgPdcCoGe && !contoNelIntervallo(ctx_.prop, conto.Value())) continue;
-      const Variant importo = values::isBlank(attivita.Value())
-                                  ? values::subtract(0, values::nvl(passivita.Value(), 0))
-                                  : attivita.Value();
+      const Variant importo =
+          values::isBlank(attivita.Value()) ? values::subtract(0, values::nvl(passivita.Value(), 0)) : attivita.Value();
       aggiungiSaldo(saldi_, conto.Value(), descrizione(conto.Value()), mese.year(), mese.month(), importo);
       applicaScostamento(conto.Value(), mese.month());
     }

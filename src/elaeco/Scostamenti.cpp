@@ -23,9 +23,7 @@ ado::Recordset& insieme(const ado::RecordsetPtr& rst, const char* nome) {
 /// Counts past the filter that an earlier search has left on the client's set.
 bool senzaRighe(const ado::Recordset& rst) { return rst.RecordCount() == 0 && rst.Clone()->RecordCount() == 0; }
 
-bool zero(const Variant& valore) {
-  return values::isBlank(valore) || values::toDecimal(valore).isZero();
-}
+bool zero(const Variant& valore) { return values::isBlank(valore) || values::toDecimal(valore).isZero(); }
 
 /// Shows the rows that match; false when there are none.
 bool trova(ado::Recordset& rst, const std::string& filtro) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ado/Dictionary.h"
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "frame/Contesto.h"
 
 namespace bukorval {

@@ -10,8 +10,8 @@ namespace bukorval {
 using values::isBlank;
 using values::Variant;
 
-bool GetIsBdgSchedePersonalizzazioneLivelliEsiste(Contesto& ctx, const Variant& ditta,
-                                                  const Variant& tipoScheda, Variant& numeroLivelli) {
+bool GetIsBdgSchedePersonalizzazioneLivelliEsiste(Contesto& ctx, const Variant& ditta, const Variant& tipoScheda,
+                                                  Variant& numeroLivelli) {
   return esegui(ctx, "GetIsBdgSchedePersonalizzazioneLivelliEsiste ", false, [&] {
     if (isBlank(ditta) || isBlank(tipoScheda) || !creaConnessioneDB(ctx)) return false;
     TestoSql sql;

@@ -36,7 +36,7 @@ ado::RecordsetPtr BdgElaSchede_GetRstPercentuali(Contesto& ctx, const Variant& i
 }
 
 void BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC(Contesto& ctx, ado::Recordset& totali,
-                                                                         const Variant& id) {
+                                                                        const Variant& id) {
   esegui(ctx, "BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC", [&] {
     if (!ctx.prop.IsApplicaPercentuali || values::isBlank(id)) return;
     const auto percentuali = chiedi(ctx, BdgElaSchede_GetRstPercentuali(ctx, id));

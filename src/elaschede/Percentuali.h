@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "frame/Contesto.h"
 
 namespace bukorval {
@@ -13,6 +13,6 @@ ado::RecordsetPtr BdgElaSchede_GetRstPercentuali(Contesto& ctx, const values::Va
 /// rounded to cents. Only when IsApplicaPercentuali is set. The card's first row serves every period.
 /// Outcome: 99 with " in BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC".
 void BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC(Contesto& ctx, ado::Recordset& totali,
-                                                                         const values::Variant& id);
+                                                                        const values::Variant& id);
 
 }  // namespace bukorval

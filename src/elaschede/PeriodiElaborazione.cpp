@@ -41,8 +41,7 @@ void GetDictPeriodiDaElaborare(Contesto& ctx, PeriodiElaborazione& periodi) {
     const auto [primo, ultimo] = estremiDelleDate(ctx, periodi);
     const int passo = primo > ultimo ? -1 : 1;
     periodi.daElaborare->RemoveAll();
-    for (int periodo = primo; periodo != ultimo + passo; periodo += passo)
-      periodi.daElaborare->Add(periodo, periodo);
+    for (int periodo = primo; periodo != ultimo + passo; periodo += passo) periodi.daElaborare->Add(periodo, periodo);
   });
 }
 

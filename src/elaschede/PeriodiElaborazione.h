@@ -3,7 +3,7 @@
 #include <array>
 
 #include "ado/Dictionary.h"
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "frame/Contesto.h"
 
 namespace bukorval {

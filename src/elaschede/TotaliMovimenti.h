@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "elaschede/PeriodiElaborazione.h"
 #include "frame/Contesto.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 #include "frame/DatiBudget.h"
 #include "frame/Eventi.h"
 #include "frame/Proprieta.h"

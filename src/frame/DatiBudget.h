@@ -18,7 +18,7 @@ struct DatiBudget {
   bool gestioneSede = false;
   std::int16_t tipoMultiAttivita = 0;
   std::int16_t numeroForecast = 0;
-  values::Variant dataInizio, dataFine;          ///< first and last date of the budget
+  values::Variant dataInizio, dataFine;            ///< first and last date of the budget
   values::Variant periodoIniziale, periodoFinale;  ///< Empty until both dates are known
 };
 

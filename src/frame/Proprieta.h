@@ -3,7 +3,7 @@
 #include <string>
 
 #include "ado/Dictionary.h"
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "frame/Enumerazioni.h"
 #include "suite/ActiveInterface.h"
 #include "values/Variant.h"
@@ -40,31 +40,31 @@ struct Proprieta {
   bool MovimentiConsolidati = false;
   bool MovimentiDaConsolidare = false;
   bool MovimentiPrevisionali = false;
-  std::string TipoMovimenti;                  ///< SQL condition that selects movement kinds
-  bool GestioneAmmortamenti = false;          ///< include depreciation
-  bool GestioneRateiRisconti = false;         ///< include accruals and deferrals
-  bool GestioneRettifiche = false;            ///< include adjusting entries after the year end
-  bool ElaboraSoloContiBudgettizzati = false; ///< only accounts that already have a card
-  bool IsSovrascriviEsistenti = false;        ///< overwrite existing values
-  BdgTipoScostamento TipoScostamento = 0;     ///< source of the deviation percentage: 0, 2, 3 or 99
-  values::Variant PercentualeScostamento;     ///< the fixed deviation percentage
-  ado::RecordsetPtr RstScostPerConto;         ///< CONTO, FLGPERIODI, PERCSCOST
-  ado::RecordsetPtr RstScostPerPeriodo;       ///< CONTO, PERIODO, PERCSCOST
-  values::Variant DaScheda;                   ///< first card code, empty for an open range
-  values::Variant AScheda;                    ///< last card code, empty for an open range
-  bool IsSoloMovCliFor = false;               ///< only movements of the card's customer or supplier
-  bool IsApplicaPercentuali = false;          ///< apply distribution and deviation percentages
-  ado::DictionaryPtr ElencoSedi;              ///< keys are the sites to elaborate
-  ado::RecordsetPtr RstBdgSchedeDaElaborare;  ///< cards selected by the card elaboration
+  std::string TipoMovimenti;                   ///< SQL condition that selects movement kinds
+  bool GestioneAmmortamenti = false;           ///< include depreciation
+  bool GestioneRateiRisconti = false;          ///< include accruals and deferrals
+  bool GestioneRettifiche = false;             ///< include adjusting entries after the year end
+  bool ElaboraSoloContiBudgettizzati = false;  ///< only accounts that already have a card
+  bool IsSovrascriviEsistenti = false;         ///< overwrite existing values
+  BdgTipoScostamento TipoScostamento = 0;      ///< source of the deviation percentage: 0, 2, 3 or 99
+  values::Variant PercentualeScostamento;      ///< the fixed deviation percentage
+  ado::RecordsetPtr RstScostPerConto;          ///< CONTO, FLGPERIODI, PERCSCOST
+  ado::RecordsetPtr RstScostPerPeriodo;        ///< CONTO, PERIODO, PERCSCOST
+  values::Variant DaScheda;                    ///< first card code, empty for an open range
+  values::Variant AScheda;                     ///< last card code, empty for an open range
+  bool IsSoloMovCliFor = false;                ///< only movements of the card's customer or supplier
+  bool IsApplicaPercentuali = false;           ///< apply distribution and deviation percentages
+  ado::DictionaryPtr ElencoSedi;               ///< keys are the sites to elaborate
+  ado::RecordsetPtr RstBdgSchedeDaElaborare;   ///< cards selected by the card elaboration
 
-  BdgTipoDettaglio TipoDettaglioOrigine = 0;            ///< detail kind that a duplication reads
+  BdgTipoDettaglio TipoDettaglioOrigine = 0;  ///< detail kind that a duplication reads
   values::Variant BdgDestinazioneSottoTipo;
   values::Variant BdgDestinazioneAnnoEsercizio;
   values::Variant BdgDestinazioneProgressivoEsercizio;
   values::Variant BdgDestinazioneCodiceSede;
-  bool IsForzoDuplicazioneContoCliFor = false;          ///< copy the account into newly created cards
-  bool IsDuplicaScadenzeCashFlow = false;               ///< copy cash-flow due dates
-  bool IsDuplicaScadenzeManualiCashFlow = false;        ///< and the manual ones with them
+  bool IsForzoDuplicazioneContoCliFor = false;    ///< copy the account into newly created cards
+  bool IsDuplicaScadenzeCashFlow = false;         ///< copy cash-flow due dates
+  bool IsDuplicaScadenzeManualiCashFlow = false;  ///< and the manual ones with them
 };
 
 }  // namespace bukorval

@@ -26,9 +26,7 @@ std::string testoDati(const values::Variant& valore) {
   return risultato += '\'';
 }
 
-std::string apiciRiempiti(const values::Variant& valore, int larghezza) {
-  return apici(BFill(valore, larghezza));
-}
+std::string apiciRiempiti(const values::Variant& valore, int larghezza) { return apici(BFill(valore, larghezza)); }
 
 std::string valoreDecimale(const values::Variant& valore, char separatore) {
   if (values::isBlank(valore)) return "NULL";

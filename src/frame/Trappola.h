@@ -28,7 +28,7 @@ Risultato esegui(Contesto& ctx, std::string_view procedura, Risultato ripiego, C
 }
 
 template <class Corpo>
-  requires std::is_void_v<std::invoke_result_t<Corpo>>
+requires std::is_void_v<std::invoke_result_t<Corpo>>
 void esegui(Contesto& ctx, std::string_view procedura, Corpo&& corpo) {
   esegui(ctx, procedura, 0, [&] {
     std::forward<Corpo>(corpo)();

@@ -55,8 +55,7 @@ constexpr std::array kEconomica{
     Controllo{"Sovrascrivi esistenti ", leggi<&P::IsSovrascriviEsistenti>},
 };
 
-constexpr std::array kSchede{kTipoScheda, kDitta, kAnno,         kProgressivo,
-                             kDaData,     kAData, kDestinazione, kTipoMovimenti};
+constexpr std::array kSchede{kTipoScheda, kDitta, kAnno, kProgressivo, kDaData, kAData, kDestinazione, kTipoMovimenti};
 
 constexpr std::array kDuplicazione{
     kDitta,
@@ -106,8 +105,7 @@ bool IsDatiInputValidi(Contesto& ctx) {
   return esegui(ctx, "IsDatiInputValidi", false, [&] {
     if (!verificaTutti(ctx, kSempre)) return false;
     for (const Elaborazione& elaborazione : kElaborazioni)
-      if (isTipo(ctx.prop.TipoElaborazioneBO, elaborazione.tipo))
-        return verificaTutti(ctx, elaborazione.controlli);
+      if (isTipo(ctx.prop.TipoElaborazioneBO, elaborazione.tipo)) return verificaTutti(ctx, elaborazione.controlli);
     return true;
   });
 }

@@ -28,8 +28,7 @@ values::Variant RoundZQ(Contesto& ctx, const values::Variant& valore, int decima
 values::Variant CalcolaDelta(Contesto& ctx, const values::Variant& valore2, const values::Variant& valore1);
 /// (valore2 - valore1) / valore1 as a ratio (0.25 for 25 per cent), Null when either is Null or valore1 is
 /// zero or blank.
-values::Variant CalcolaDeltaPercentuale(Contesto& ctx, const values::Variant& valore2,
-                                        const values::Variant& valore1);
+values::Variant CalcolaDeltaPercentuale(Contesto& ctx, const values::Variant& valore2, const values::Variant& valore1);
 /// A new identifier of the database, 36 characters with hyphens. Never fails: Empty without one.
 values::Variant GetNuovoGuidDB(Contesto& ctx);
 

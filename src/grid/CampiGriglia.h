@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 
 namespace bukorval {
 

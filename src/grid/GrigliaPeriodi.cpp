@@ -39,8 +39,7 @@ ado::RecordsetPtr GrigliaPeriodi::GetRstBU67(const values::Variant& id) {
 }
 
 ado::RecordsetPtr GrigliaPeriodi::CreaRecordSetPeriodi(int numeroForecast) {
-  return esegui(ctx_, "CreaRecordSetPeriodi", ado::RecordsetPtr{},
-                [&] { return creaGrigliaPeriodi(numeroForecast); });
+  return esegui(ctx_, "CreaRecordSetPeriodi", ado::RecordsetPtr{}, [&] { return creaGrigliaPeriodi(numeroForecast); });
 }
 
 std::string GrigliaPeriodi::GetStringaPeriodiBudget(const values::Variant& id, int numeroForecast) {

@@ -40,8 +40,7 @@ void schede(TestoSql& sql, const Contesto& ctx, const ParametriGriglia& parametr
       .riga("    AND   BU65_SOTTOTIPO_BU01 = ", apici(prop.SottoTipoBudget))
       .riga("    AND   BU65_ANNO = ", numero(prop.AnnoEsercizio))
       .riga("    AND   BU65_PROGESER = ", numero(prop.ProgressivoEsercizio));
-  if (prop.TipoBudget == bdgTipoSpeseGenerali)
-    sql.riga("    AND   BU65_INDCOSRIC_BU07 = ", numero(prop.BdgTipoScheda));
+  if (prop.TipoBudget == bdgTipoSpeseGenerali) sql.riga("    AND   BU65_INDCOSRIC_BU07 = ", numero(prop.BdgTipoScheda));
   if (parametri.gestioneSede) sql.riga("    AND   BU65_CODICE_CG31 = ", numero(prop.CodiceSede));
   sql.riga(") ");
 }
@@ -106,8 +105,8 @@ void forecast(TestoSql& sql, int n) {
 void colonneForecast(TestoSql& sql, int n, bool ultimo) {
   const std::string numeroForecast = numero(n);
   for (const auto& misura : kMisure)
-    sql.riga("       CTE_FORECAST", numeroForecast, ".", misura.alias, " AS ", misura.nome, "_FORECAST",
-             numeroForecast, ",");
+    sql.riga("       CTE_FORECAST", numeroForecast, ".", misura.alias, " AS ", misura.nome, "_FORECAST", numeroForecast,
+             ",");
   for (const auto& misura : kMisure) {
     const bool chiude = ultimo && misura.nome == kMisure.back().nome;
     sql.riga("       NULL AS DELTA", misura.nome, "_FORE", numeroForecast, ",")
@@ -161,9 +160,7 @@ std::string testoGrigliaBudget(const Contesto& ctx, const ParametriGriglia& para
   for (int n = 1; n <= parametri.numeroForecast; ++n) forecast(sql, n);
   colonne(sql, parametri);
   provenienza(sql, parametri);
-  sql.riga(" --# strJoinCodiciDescrizioni   ")
-      .riga(parametri.joinDescrizioni)
-      .riga("ORDER BY ", parametri.elencoCampi);
+  sql.riga(" --# strJoinCodiciDescrizioni   ").riga(parametri.joinDescrizioni).riga("ORDER BY ", parametri.elencoCampi);
   return sql.str();
 }
 

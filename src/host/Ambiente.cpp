@@ -4,12 +4,12 @@
 #include <filesystem>
 #include <iostream>
 
-#include "ado/odbc/Provider.h"
-#include "ado/sqlite/Provider.h"
 #include "host/Argomenti.h"
 #include "host/Errori.h"
 #include "host/Terminale.h"
 #include "object/Interfaccia.h"
+#include "odbc/Provider.h"
+#include "sqlite/Provider.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
 
@@ -39,8 +39,7 @@ const ado::ConnectionPtr& Ambiente::connessione() {
   if (connessione_) return connessione_;
   if (!haDatabase()) throw ErroreUso("Which database? Give -d FILE or set BUKORVAL_DATABASE");
   if (scelte.connessione.empty() && !std::filesystem::exists(scelte.database)) {
-    throw Rifiuto("There is no database " + scelte.database + "; `bukorval create " + scelte.database +
-                  "` makes one");
+    throw Rifiuto("There is no database " + scelte.database + "; `bukorval create " + scelte.database + "` makes one");
   }
   auto nuova = ado::createConnection();
   nuova->ConnectionString = scelte.connessione.empty() ? stringaSqlite(scelte.database) : scelte.connessione;
@@ -82,10 +81,8 @@ CLSKORVAL& Ambiente::oggetto() {
 }
 
 void Ambiente::completaSelezione() {
-  if (!haDatabase() || oggetto_->AnnoEsercizio.isNothing() || !oggetto_->ProgressivoEsercizio.isNothing())
-    return;
-  oggetto_->ProgressivoEsercizio =
-      oggetto_->GetProgressivoEsercizio(oggetto_->CodiceDitta, oggetto_->AnnoEsercizio);
+  if (!haDatabase() || oggetto_->AnnoEsercizio.isNothing() || !oggetto_->ProgressivoEsercizio.isNothing()) return;
+  oggetto_->ProgressivoEsercizio = oggetto_->GetProgressivoEsercizio(oggetto_->CodiceDitta, oggetto_->AnnoEsercizio);
   controlla();
 }
 

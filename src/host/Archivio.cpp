@@ -18,8 +18,7 @@ bool Archivio::esiste(std::string_view tabella, const std::string& condizione) c
 }
 
 bool Archivio::haConto(const std::string& conto) const {
-  return esiste("CG24_TABPDC",
-                "CG24_GRUPPO_CG10 = " + numero(gruppo_) + " AND CG24_CONTO = " + testoDati(conto));
+  return esiste("CG24_TABPDC", "CG24_GRUPPO_CG10 = " + numero(gruppo_) + " AND CG24_CONTO = " + testoDati(conto));
 }
 
 bool Archivio::haConti() const { return esiste("CG24_TABPDC", "CG24_GRUPPO_CG10 = " + numero(gruppo_)); }
@@ -31,13 +30,11 @@ bool Archivio::haSede(const values::Variant& sede) const {
 }
 
 bool Archivio::haAnno(int anno) const {
-  return esiste("CG19_ANADITTAESER",
-                "CG19_DITTA_CG18 = " + numero(ditta_) + " AND CG19_ANNO = " + numero(anno));
+  return esiste("CG19_ANADITTAESER", "CG19_DITTA_CG18 = " + numero(ditta_) + " AND CG19_ANNO = " + numero(anno));
 }
 
 bool Archivio::haBudget(const values::Variant& tipo, const values::Variant& sottotipo) const {
-  return esiste("BU01_ANABUDGET",
-                "BU01_INDTIPO = " + numero(tipo) + " AND BU01_SOTTOTIPO = " + testoDati(sottotipo));
+  return esiste("BU01_ANABUDGET", "BU01_INDTIPO = " + numero(tipo) + " AND BU01_SOTTOTIPO = " + testoDati(sottotipo));
 }
 
 std::optional<AnnoContabile> Archivio::annoDi(const values::Date& data) const {
@@ -89,8 +86,7 @@ void Archivio::scriviSede(const values::Variant& sede, const values::Variant& de
       .inserisci(connessione_);
 }
 
-void Archivio::scriviConto(const std::string& conto, const values::Variant& descrizione, int natura,
-                           int tipo) {
+void Archivio::scriviConto(const std::string& conto, const values::Variant& descrizione, int natura, int tipo) {
   if (haConto(conto)) {
     TestoSql sql;
     sql.riga(" UPDATE CG24_TABPDC ")
@@ -142,10 +138,8 @@ void Archivio::scrivi(const RigaMovimento& m) {
       .inserisci(connessione_);
 }
 
-void Archivio::scriviCodiceScheda(int tipoScheda, const std::string& scheda,
-                                  const values::Variant& descrizione) {
-  const std::string condizione = "BU07_DITTA_CG18 = " + numero(ditta_) +
-                                 " AND BU07_INDCOSRIC = " + numero(tipoScheda) +
+void Archivio::scriviCodiceScheda(int tipoScheda, const std::string& scheda, const values::Variant& descrizione) {
+  const std::string condizione = "BU07_DITTA_CG18 = " + numero(ditta_) + " AND BU07_INDCOSRIC = " + numero(tipoScheda) +
                                  " AND BU07_SCHEDA = " + testoDati(scheda);
   if (esiste("BU07_SCHEDECOSGEN", condizione)) return;
   RigaDati("BU07_SCHEDECOSGEN")

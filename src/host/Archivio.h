@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 #include "values/Variant.h"
 
 /// What the imports read and write of the suite's tables: accounting data has no method of the public object.

@@ -68,24 +68,19 @@ ado::DictionaryPtr leggiDizionario(std::string_view testo) {
 
 values::Variant leggiPerTipo(std::string_view testo, TipoDato tipo, std::string_view nome) {
   switch (tipo) {
-    case TipoDato::Variant:
-      return leggiArgomento(testo);
-    case TipoDato::String:
-      return testo;
+    case TipoDato::Variant: return leggiArgomento(testo);
+    case TipoDato::String: return testo;
     case TipoDato::Integer:
     case TipoDato::Long:
-    case TipoDato::Boolean:
-      return testo == "EMPTY" ? values::Variant() : values::Variant(testo);
-    case TipoDato::Dictionary:
-      return std::shared_ptr<values::Object>(leggiDizionario(testo));
-    default:
-      throw ErroreUso(std::string(nome) + " cannot be given as text");
+    case TipoDato::Boolean: return testo == "EMPTY" ? values::Variant() : values::Variant(testo);
+    case TipoDato::Dictionary: return std::shared_ptr<values::Object>(leggiDizionario(testo));
+    default: throw ErroreUso(std::string(nome) + " cannot be given as text");
   }
 }
 
 bool siScrive(TipoDato tipo) {
-  return tipo == TipoDato::Variant || tipo == TipoDato::String || tipo == TipoDato::Integer ||
-         tipo == TipoDato::Long || tipo == TipoDato::Boolean || tipo == TipoDato::Dictionary;
+  return tipo == TipoDato::Variant || tipo == TipoDato::String || tipo == TipoDato::Integer || tipo == TipoDato::Long ||
+         tipo == TipoDato::Boolean || tipo == TipoDato::Dictionary;
 }
 
 }  // namespace bukorval::host

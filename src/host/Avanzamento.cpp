@@ -45,8 +45,7 @@ void Avanzamento::passo(std::int64_t fatti) {
     return;
   }
   const auto decimi = passi_ > 0 ? fatti * 10 / passi_ : 0;
-  if (decimi > decimi_ && decimi < 10)
-    std::cerr << descrizione_ << ": " << decimi * 10 << "% (" << fatti << ")\n";
+  if (decimi > decimi_ && decimi < 10) std::cerr << descrizione_ << ": " << decimi * 10 << "% (" << fatti << ")\n";
   decimi_ = std::max(decimi, decimi_);
 }
 
@@ -63,8 +62,8 @@ void Avanzamento::barra(std::int64_t fatti) {
   const auto pieno = passi_ > 0 ? std::min(kLarghezza, fatti * kLarghezza / passi_) : kLarghezza;
   const std::chrono::duration<double> trascorso = Orologio::now() - inizio_;
   std::cerr << "\r\033[K" << descrizione_ << " [" << std::string(static_cast<std::size_t>(pieno), '#')
-            << std::string(static_cast<std::size_t>(kLarghezza - pieno), '.') << "] " << fatti << "/"
-            << passi_ << "  " << durata(trascorso) << " elapsed";
+            << std::string(static_cast<std::size_t>(kLarghezza - pieno), '.') << "] " << fatti << "/" << passi_ << "  "
+            << durata(trascorso) << " elapsed";
   if (fatti > 0 && fatti < passi_) {
     std::cerr << ", " << durata(trascorso * static_cast<double>(passi_ - fatti) / static_cast<double>(fatti))
               << " left";

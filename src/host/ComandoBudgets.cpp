@@ -79,8 +79,7 @@ void mostraBudget(Ambiente& ambiente) {
 }  // namespace
 
 Comando comandoBudgets() {
-  return {"budgets", "List the budgets that are defined, with their years and cards",
-          "  bukorval budgets -d demo.db",
+  return {"budgets", "List the budgets that are defined, with their years and cards", "  bukorval budgets -d demo.db",
           [](CLI::App& app, Ambiente& ambiente) { app.callback([&ambiente] { mostraBudget(ambiente); }); }};
 }
 

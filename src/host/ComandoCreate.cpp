@@ -24,8 +24,7 @@ struct OpzioniCreate {
   bool demo = false;
 };
 
-values::Variant proprieta(const Ambiente& ambiente, const std::string& nome,
-                          const values::Variant& altrimenti) {
+values::Variant proprieta(const Ambiente& ambiente, const std::string& nome, const values::Variant& altrimenti) {
   const auto data = ambiente.scelte.proprieta.find(nome);
   return data == ambiente.scelte.proprieta.end() ? altrimenti : leggiArgomento(data->second);
 }
@@ -35,10 +34,7 @@ void creaAzienda(ado::Connection& connessione, const Ambiente& ambiente, const O
   const auto ditta = proprieta(ambiente, "CodiceDitta", 1);
   const auto anno = proprieta(ambiente, "AnnoEsercizio", values::Date::Now().year());
   Transazione transazione(connessione);
-  RigaDati("CG10_GRUPPIPDC")
-      .colonna("CG10_CODICE", 1)
-      .colonna("CG10_DESCR", "Piano dei conti")
-      .inserisci(connessione);
+  RigaDati("CG10_GRUPPIPDC").colonna("CG10_CODICE", 1).colonna("CG10_DESCR", "Piano dei conti").inserisci(connessione);
   RigaDati("CG18_ANADITTE")
       .colonna("CG18_CODICE", ditta)
       .colonna("CG18_RAGSOC", opzioni.nome)
@@ -50,8 +46,7 @@ void creaAzienda(ado::Connection& connessione, const Ambiente& ambiente, const O
 }
 
 void crea(const Ambiente& ambiente, const OpzioniCreate& opzioni) {
-  if (std::filesystem::exists(opzioni.file))
-    throw Rifiuto(opzioni.file + " exists already and is left as it is");
+  if (std::filesystem::exists(opzioni.file)) throw Rifiuto(opzioni.file + " exists already and is left as it is");
   try {
     const auto connessione = ado::createConnection();
     connessione->ConnectionString = stringaSqlite(opzioni.file) + ";Create=True";
@@ -68,8 +63,8 @@ void crea(const Ambiente& ambiente, const OpzioniCreate& opzioni) {
     std::filesystem::remove(opzioni.file, ignorato);
     throw;
   }
-  std::cout << "Created " << opzioni.file
-            << (opzioni.demo ? " with the demo company" : " with an empty company") << '\n';
+  std::cout << "Created " << opzioni.file << (opzioni.demo ? " with the demo company" : " with an empty company")
+            << '\n';
 }
 
 }  // namespace
@@ -85,9 +80,8 @@ Comando comandoCreate() {
             app.add_option("FILE", opzioni->file, "the file to make; it must not exist")->required();
             app.add_flag("--demo", opzioni->demo, "the demo company, with budgets and movements");
             app.add_option("--name", opzioni->nome, "the company's name");
-            app.add_option(
-                   "--structure", opzioni->struttura,
-                   "levels of an account code of 8 digits: 2 (3+5), 3 (2+2+4), 4 (1+1+2+4), 5 (1+1+2+2+2)")
+            app.add_option("--structure", opzioni->struttura,
+                           "levels of an account code of 8 digits: 2 (3+5), 3 (2+2+4), 4 (1+1+2+4), 5 (1+1+2+2+2)")
                 ->check(CLI::Range(2, 5))
                 ->capture_default_str();
             app.callback([&ambiente, opzioni] { crea(ambiente, *opzioni); });

@@ -37,9 +37,8 @@ void mostraGriglia(Ambiente& ambiente) {
   const auto griglia = oggetto.RecordSetBudget();
   ambiente.controlla();
   auto tabella = daRecordset(*griglia);
-  tabella.nascondi({"BU65_DITTA_CG18", "BU65_TIPOCF_CG44", "BU65_GRUPPO_CG10", "BU65_CODICE_CG21",
-                    "BU65_CODICE_PC01", "BU65_PDCVDS_PC01", "BU65_PDC_PC01", "BU65_FLGBUDGET",
-                    "BU65_FLGCFLOW"});
+  tabella.nascondi({"BU65_DITTA_CG18", "BU65_TIPOCF_CG44", "BU65_GRUPPO_CG10", "BU65_CODICE_CG21", "BU65_CODICE_PC01",
+                    "BU65_PDCVDS_PC01", "BU65_PDC_PC01", "BU65_FLGBUDGET", "BU65_FLGCFLOW"});
   nascondiSelezione(ambiente, tabella);
   if (ambiente.scelte.formato == "table") unisciDescrizioni(tabella);
   segnaTotali(tabella);
@@ -51,11 +50,10 @@ void mostraGriglia(Ambiente& ambiente) {
 }  // namespace
 
 Comando comandoGrid() {
-  return {
-      "grid", "Show the cards of a budget with their totals and deltas",
-      "  bukorval grid -d demo.db -t 4 -s 01 -y 2025 --BdgTipoScheda 0 --CodiceSede 1\n"
-      "Budget type 4 is kept by card kind (0 cost, 1 revenue), some budgets by site: then both are needed.",
-      [](CLI::App& app, Ambiente& ambiente) { app.callback([&ambiente] { mostraGriglia(ambiente); }); }};
+  return {"grid", "Show the cards of a budget with their totals and deltas",
+          "  bukorval grid -d demo.db -t 4 -s 01 -y 2025 --BdgTipoScheda 0 --CodiceSede 1\n"
+          "Budget type 4 is kept by card kind (0 cost, 1 revenue), some budgets by site: then both are needed.",
+          [](CLI::App& app, Ambiente& ambiente) { app.callback([&ambiente] { mostraGriglia(ambiente); }); }};
 }
 
 }  // namespace bukorval::host

@@ -47,27 +47,25 @@ void importa(Ambiente& ambiente, const OpzioniImport& opzioni) {
 }  // namespace
 
 Comando comandoImport() {
-  return {
-      "import", "Import accounts, sites, definitions, movements and values from CSV",
-      "  bukorval import -d acme.db --accounts accounts.csv --sites sites.csv\n"
-      "  bukorval import -d acme.db --values plan.csv -t 4 -s 01 -y 2025\n"
-      "Each file has a header line; columns may stand in any order, optional ones may be missing. Every file "
-      "is\n"
-      "checked first: problems are listed with their line numbers, and then nothing at all is imported.",
-      [](CLI::App& app, Ambiente& ambiente) {
-        auto opzioni = std::make_shared<OpzioniImport>();
-        for (const auto& genere : generiImportazione()) {
-          app.add_option("--" + std::string(genere.opzione), opzioni->file[genere.opzione],
-                         std::string(genere.aiuto))
-              ->type_name("FILE");
-        }
-        app.add_option(
-               "--finance", opzioni->finance,
-               "folder with amounts.csv, accounts.csv, sites.csv, departments.csv: monthly amounts become "
-               "cards of budget type 4 per site, and movements")
-            ->type_name("DIR");
-        app.callback([&ambiente, opzioni] { importa(ambiente, *opzioni); });
-      }};
+  return {"import", "Import accounts, sites, definitions, movements and values from CSV",
+          "  bukorval import -d acme.db --accounts accounts.csv --sites sites.csv\n"
+          "  bukorval import -d acme.db --values plan.csv -t 4 -s 01 -y 2025\n"
+          "Each file has a header line; columns may stand in any order, optional ones may be missing. Every file "
+          "is\n"
+          "checked first: problems are listed with their line numbers, and then nothing at all is imported.",
+          [](CLI::App& app, Ambiente& ambiente) {
+            auto opzioni = std::make_shared<OpzioniImport>();
+            for (const auto& genere : generiImportazione()) {
+              app.add_option("--" + std::string(genere.opzione), opzioni->file[genere.opzione],
+                             std::string(genere.aiuto))
+                  ->type_name("FILE");
+            }
+            app.add_option("--finance", opzioni->finance,
+                           "folder with amounts.csv, accounts.csv, sites.csv, departments.csv: monthly amounts become "
+                           "cards of budget type 4 per site, and movements")
+                ->type_name("DIR");
+            app.callback([&ambiente, opzioni] { importa(ambiente, *opzioni); });
+          }};
 }
 
 }  // namespace bukorval::host

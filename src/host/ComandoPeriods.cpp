@@ -25,10 +25,9 @@ void aggiungiNomi(CLSKORVAL& oggetto, Tabella& tabella) {
   const auto dopo = static_cast<std::ptrdiff_t>(*periodo) + 1;
   tabella.colonne.insert(tabella.colonne.begin() + dopo, {"DESCRIZIONE", "Descrizione"});
   for (auto& riga : tabella.righe) {
-    riga.insert(riga.begin() + dopo,
-                oggetto.GetDescrizionePeriodo(oggetto.CodiceDitta, periodicita, fiscale,
-                                              values::toInt16(riga[*periodo]), oggetto.AnnoEsercizio,
-                                              oggetto.ProgressivoEsercizio));
+    riga.insert(riga.begin() + dopo, oggetto.GetDescrizionePeriodo(
+                                         oggetto.CodiceDitta, periodicita, fiscale, values::toInt16(riga[*periodo]),
+                                         oggetto.AnnoEsercizio, oggetto.ProgressivoEsercizio));
   }
 }
 

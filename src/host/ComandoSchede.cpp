@@ -53,8 +53,8 @@ void creaScheda(Ambiente& ambiente, const std::vector<std::string>& testi) {
 
 /// The tables that hang on a card, with the column that names it.
 constexpr std::pair<const char*, const char*> kTabelle[] = {
-    {"BU65_TESBUDGET", "BU65_ID"},        {"BU66_DETBUDGET", "BU66_ID_BU65"}, {"BU67_BDGCASHFLOW", "BU67_ID_BU65"},
-    {"BU14_SCADCFLOW", "BU14_IDBUDGET"},  {"BU90_TABPERCBUD", "BU90_IDBUDGET"}, {"BU63_DETMASTRI", "BU63_ID_BU65"},
+    {"BU65_TESBUDGET", "BU65_ID"},       {"BU66_DETBUDGET", "BU66_ID_BU65"},   {"BU67_BDGCASHFLOW", "BU67_ID_BU65"},
+    {"BU14_SCADCFLOW", "BU14_IDBUDGET"}, {"BU90_TABPERCBUD", "BU90_IDBUDGET"}, {"BU63_DETMASTRI", "BU63_ID_BU65"},
 };
 
 std::vector<int> contaRighe(Ambiente& ambiente, const Variant& scheda) {
@@ -83,8 +83,7 @@ void allinea(Ambiente& ambiente) {
   richiediDefinizione(ambiente);
   auto& oggetto = ambiente.oggetto();
   TestoSql sql;
-  sql.riga(" SELECT COUNT(*) AS N FROM BU65_TESBUDGET WITH (NOLOCK) ")
-      .testo(condizioniSchede(budgetScelto(oggetto)));
+  sql.riga(" SELECT COUNT(*) AS N FROM BU65_TESBUDGET WITH (NOLOCK) ").testo(condizioniSchede(budgetScelto(oggetto)));
   const int prima = values::toInt32(uno(ambiente, sql.str()));
   Avanzamento avanzamento;
   avanzamento.collega(oggetto);

@@ -56,8 +56,7 @@ Variant cella(Ambiente& ambiente, const Variant& scheda, int periodo, const std:
   auto* campo = periodi->Fields().Find(colonna);
   if (!campo) throw Rifiuto("The budget of this card has no " + colonna);
   periodi->Filter("PERIODO = " + std::to_string(periodo));
-  if (periodi->RecordCount() == 0)
-    throw Rifiuto("The budget of this card has no period " + std::to_string(periodo));
+  if (periodi->RecordCount() == 0) throw Rifiuto("The budget of this card has no period " + std::to_string(periodo));
   return campo->Value();
 }
 
@@ -78,8 +77,8 @@ void imposta(Ambiente& ambiente, const Cella& cellaScelta) {
   oggetto.GetBdgDettaglioEsiste(scheda, tipo.tipo, cellaScelta.periodo, dettaglio, senzaImporto);
   ambiente.controlla();
   oggetto.AggiornaSingoloValoreBU66(dettaglio, scheda, tipo.tipo, misura.tipo,
-                                    static_cast<std::int16_t>(cellaScelta.periodo),
-                                    leggiArgomento(cellaScelta.valore), nuovo);
+                                    static_cast<std::int16_t>(cellaScelta.periodo), leggiArgomento(cellaScelta.valore),
+                                    nuovo);
   ambiente.controlla();
   Tabella tabella{{{"BU65_ID", "Card", true},
                    {"PERIODO", "Period", true},
@@ -109,36 +108,36 @@ void svuota(Ambiente& ambiente, const std::string& testoScheda, const std::strin
 }  // namespace
 
 Comando comandoSet() {
-  return {"set", "Change one value of a card",
-          "  bukorval set 12 3 1250,50 -d demo.db                    budget amount of March\n"
-          "  bukorval set 12 3 NULL --kind forecast1 --measure qty1 -d demo.db\n"
-          "VALUE has a decimal comma or point; NULL clears it.",
-          [](CLI::App& app, Ambiente& ambiente) {
-            auto cella = std::make_shared<Cella>();
-            app.add_option("CARD", cella->scheda, "identifier of the card")->required();
-            app.add_option("PERIOD", cella->periodo, "number of the period")->required();
-            app.add_option("VALUE", cella->valore, "the new value")->required();
-            app.add_option("--kind", cella->tipo, "budget, actual, orders, forecastN or a number")
-                ->capture_default_str();
-            app.add_option("--measure", cella->misura, "amount, qty1 or qty2")->capture_default_str();
-            app.callback([&ambiente, cella] { imposta(ambiente, *cella); });
-          }};
+  return {
+      "set", "Change one value of a card",
+      "  bukorval set 12 3 1250,50 -d demo.db                    budget amount of March\n"
+      "  bukorval set 12 3 NULL --kind forecast1 --measure qty1 -d demo.db\n"
+      "VALUE has a decimal comma or point; NULL clears it.",
+      [](CLI::App& app, Ambiente& ambiente) {
+        auto cella = std::make_shared<Cella>();
+        app.add_option("CARD", cella->scheda, "identifier of the card")->required();
+        app.add_option("PERIOD", cella->periodo, "number of the period")->required();
+        app.add_option("VALUE", cella->valore, "the new value")->required();
+        app.add_option("--kind", cella->tipo, "budget, actual, orders, forecastN or a number")->capture_default_str();
+        app.add_option("--measure", cella->misura, "amount, qty1 or qty2")->capture_default_str();
+        app.callback([&ambiente, cella] { imposta(ambiente, *cella); });
+      }};
 }
 
 Comando comandoClear() {
-  return {"clear", "Clear the values of a card, keeping its rows",
-          "  bukorval clear 12 --kind actual --yes -d demo.db\n"
-          "Asks on a terminal; elsewhere --yes is needed.",
-          [](CLI::App& app, Ambiente& ambiente) {
-            auto scheda = std::make_shared<std::string>();
-            auto kind = std::make_shared<std::string>("all");
-            auto si = std::make_shared<bool>(false);
-            app.add_option("CARD", *scheda, "identifier of the card")->required();
-            app.add_option("--kind", *kind, "all, budget, actual, orders, forecastN or a number")
-                ->capture_default_str();
-            app.add_flag("--yes", *si, "do not ask");
-            app.callback([&ambiente, scheda, kind, si] { svuota(ambiente, *scheda, *kind, *si); });
-          }};
+  return {
+      "clear", "Clear the values of a card, keeping its rows",
+      "  bukorval clear 12 --kind actual --yes -d demo.db\n"
+      "Asks on a terminal; elsewhere --yes is needed.",
+      [](CLI::App& app, Ambiente& ambiente) {
+        auto scheda = std::make_shared<std::string>();
+        auto kind = std::make_shared<std::string>("all");
+        auto si = std::make_shared<bool>(false);
+        app.add_option("CARD", *scheda, "identifier of the card")->required();
+        app.add_option("--kind", *kind, "all, budget, actual, orders, forecastN or a number")->capture_default_str();
+        app.add_flag("--yes", *si, "do not ask");
+        app.callback([&ambiente, scheda, kind, si] { svuota(ambiente, *scheda, *kind, *si); });
+      }};
 }
 
 }  // namespace bukorval::host

@@ -3,7 +3,7 @@
 #include <functional>
 #include <utility>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 
 namespace bukorval::host {
 

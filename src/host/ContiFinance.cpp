@@ -34,9 +34,7 @@ std::string contoFinance(const std::string& conto, int reparto) {
   return conZeri(conto, kLarghezzaConto) + conZeri(std::to_string(reparto), kLarghezzaConto);
 }
 
-std::string contoFinance(const ImportoFinance& importo) {
-  return contoFinance(importo.conto, importo.reparto);
-}
+std::string contoFinance(const ImportoFinance& importo) { return contoFinance(importo.conto, importo.reparto); }
 
 std::string schedaFinance(const std::string& conto, int reparto) {
   return conZeri(conto, kLarghezzaConto) + conZeri(std::to_string(reparto), 2);

@@ -76,8 +76,7 @@ bool DatiFinance::eRicavo(const std::string& conto) const {
 }
 
 bool DatiFinance::haPrevisioni() const {
-  return std::ranges::any_of(importi,
-                             [](const auto& importo) { return importo.scenario == Scenario::Previsione; });
+  return std::ranges::any_of(importi, [](const auto& importo) { return importo.scenario == Scenario::Previsione; });
 }
 
 values::Date meseDi(const values::Date& giorno) {

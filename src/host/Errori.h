@@ -13,8 +13,7 @@ enum CodiceUscita : int { uscitaOk = 0, uscitaRifiutato = 1, uscitaUso = 2, usci
 /// A command that ends early: its exit code, and what goes to standard error.
 class Interrotto : public std::runtime_error {
  public:
-  Interrotto(CodiceUscita codice, const std::string& messaggio)
-      : std::runtime_error(messaggio), codice_(codice) {}
+  Interrotto(CodiceUscita codice, const std::string& messaggio) : std::runtime_error(messaggio), codice_(codice) {}
   CodiceUscita codice() const { return codice_; }
 
  private:

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 #include "frame/BudgetAnno.h"
 #include "frame/Enumerazioni.h"
 #include "host/Tabella.h"

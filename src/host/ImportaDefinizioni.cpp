@@ -18,19 +18,18 @@ enum : std::size_t {
   kQta1,
   kQta2
 };
-const ModelloCsv kModello{
-    "definitions",
-    {{"type", TipoCsv::Intero, true, 1, "0 to 9"},
-     {"subtype", TipoCsv::Testo, true, 2, ""},
-     {"description", TipoCsv::Testo, false, 40, ""},
-     {"structure", TipoCsv::Testo, true, 120, "element codes of three letters"},
-     {"per_site", TipoCsv::Intero, false, 1, "1 for cards per site"},
-     {"periodicity", TipoCsv::Intero, false, 1,
-      "0 monthly, 1 two months, 2 quarters, 3 four months, 4 half-years, 5 year"},
-     {"from_january", TipoCsv::Intero, false, 1, "0 for months from the accounting year's first"},
-     {"forecasts", TipoCsv::Intero, false, 1, "how many"},
-     {"quantity1", TipoCsv::Intero, false, 1, "1 when it is kept"},
-     {"quantity2", TipoCsv::Intero, false, 1, "1 when it is kept"}}};
+const ModelloCsv kModello{"definitions",
+                          {{"type", TipoCsv::Intero, true, 1, "0 to 9"},
+                           {"subtype", TipoCsv::Testo, true, 2, ""},
+                           {"description", TipoCsv::Testo, false, 40, ""},
+                           {"structure", TipoCsv::Testo, true, 120, "element codes of three letters"},
+                           {"per_site", TipoCsv::Intero, false, 1, "1 for cards per site"},
+                           {"periodicity", TipoCsv::Intero, false, 1,
+                            "0 monthly, 1 two months, 2 quarters, 3 four months, 4 half-years, 5 year"},
+                           {"from_january", TipoCsv::Intero, false, 1, "0 for months from the accounting year's first"},
+                           {"forecasts", TipoCsv::Intero, false, 1, "how many"},
+                           {"quantity1", TipoCsv::Intero, false, 1, "1 when it is kept"},
+                           {"quantity2", TipoCsv::Intero, false, 1, "1 when it is kept"}}};
 
 class Definizioni : public Importatore {
  public:
@@ -45,8 +44,7 @@ class Definizioni : public Importatore {
         importazione.segnalazioni.aggiungi(file, riga.linea, "budget " + nome + " is defined already");
       }
       if (values::toText(riga.valori[kStruttura]).size() % 3 != 0) {
-        importazione.segnalazioni.aggiungi(file, riga.linea,
-                                           "column structure: codes of three letters are needed");
+        importazione.segnalazioni.aggiungi(file, riga.linea, "column structure: codes of three letters are needed");
       }
     }
   }

@@ -38,8 +38,7 @@ class ImportaFinance {
 
   void esegui() {
     if (archivio_.haConti() || archivio_.haMovimenti() || archivio_.haBudget(kTipo, kSottotipo)) {
-      throw Rifiuto(
-          "The company has accounts, movements or budgets already: create a new one with `bukorval create`");
+      throw Rifiuto("The company has accounts, movements or budgets already: create a new one with `bukorval create`");
     }
     Transazione transazione(archivio_.connessione());
     scriviStruttura();
@@ -91,8 +90,8 @@ class ImportaFinance {
       auto& [registrazione, riga] = posizione->second;
       if (nuova) {
         ++prossima;
-        archivio_.scrivi(Registrazione{registrazione, importo.mese, annoDi(importo), 1, importo.sede, 0,
-                                       importo.mese, "Movimenti del mese"});
+        archivio_.scrivi(Registrazione{registrazione, importo.mese, annoDi(importo), 1, importo.sede, 0, importo.mese,
+                                       "Movimenti del mese"});
       }
       const bool negativo = importo.importo.isNegative();
       archivio_.scrivi(RigaMovimento{registrazione,

@@ -7,32 +7,19 @@
 namespace bukorval::host {
 namespace {
 
-enum : std::size_t {
-  kNumero,
-  kData,
-  kConto,
-  kSegno,
-  kImporto,
-  kSede,
-  kTipo,
-  kDocumento,
-  kInizio,
-  kFine,
-  kDescrizione
-};
-const ModelloCsv kModello{
-    "movements",
-    {{"registration", TipoCsv::Intero, false, 9, "lines with one number belong together"},
-     {"date", TipoCsv::Data, true, 0, ""},
-     {"account", TipoCsv::Testo, true, 15, ""},
-     {"side", TipoCsv::Testo, false, 1, "D debit or C credit, by default D"},
-     {"amount", TipoCsv::Importo, true, 0, ""},
-     {"site", TipoCsv::Intero, false, 2, ""},
-     {"kind", TipoCsv::Intero, false, 1, "0 consolidated, 1 to be consolidated, 2 forecast"},
-     {"document_date", TipoCsv::Data, false, 0, ""},
-     {"competence_from", TipoCsv::Data, false, 0, ""},
-     {"competence_to", TipoCsv::Data, false, 0, ""},
-     {"description", TipoCsv::Testo, false, 60, ""}}};
+enum : std::size_t { kNumero, kData, kConto, kSegno, kImporto, kSede, kTipo, kDocumento, kInizio, kFine, kDescrizione };
+const ModelloCsv kModello{"movements",
+                          {{"registration", TipoCsv::Intero, false, 9, "lines with one number belong together"},
+                           {"date", TipoCsv::Data, true, 0, ""},
+                           {"account", TipoCsv::Testo, true, 15, ""},
+                           {"side", TipoCsv::Testo, false, 1, "D debit or C credit, by default D"},
+                           {"amount", TipoCsv::Importo, true, 0, ""},
+                           {"site", TipoCsv::Intero, false, 2, ""},
+                           {"kind", TipoCsv::Intero, false, 1, "0 consolidated, 1 to be consolidated, 2 forecast"},
+                           {"document_date", TipoCsv::Data, false, 0, ""},
+                           {"competence_from", TipoCsv::Data, false, 0, ""},
+                           {"competence_to", TipoCsv::Data, false, 0, ""},
+                           {"description", TipoCsv::Testo, false, 60, ""}}};
 
 class Movimenti : public Importatore {
  public:
@@ -58,13 +45,11 @@ class Movimenti : public Importatore {
       auto [posizione, nuova] = aperte.try_emplace(nome, Aperta{prossimo, 0});
       if (nuova) {
         const auto anno = anni_.at(values::toDate(v[kData]));
-        importazione.archivio.scrivi(Registrazione{prossimo++, v[kData], anno.anno, anno.progressivo,
-                                                   v[kSede], values::nvl(v[kTipo], 0), v[kDocumento],
-                                                   v[kDescrizione]});
+        importazione.archivio.scrivi(Registrazione{prossimo++, v[kData], anno.anno, anno.progressivo, v[kSede],
+                                                   values::nvl(v[kTipo], 0), v[kDocumento], v[kDescrizione]});
       }
-      importazione.archivio.scrivi(RigaMovimento{posizione->second.numero, ++posizione->second.righe,
-                                                 v[kConto], v[kSede], v[kInizio], v[kFine], avere(riga),
-                                                 v[kImporto]});
+      importazione.archivio.scrivi(RigaMovimento{posizione->second.numero, ++posizione->second.righe, v[kConto],
+                                                 v[kSede], v[kInizio], v[kFine], avere(riga), v[kImporto]});
     }
     registrazioni_ = aperte.size();
   }
@@ -82,11 +67,9 @@ class Movimenti : public Importatore {
     if (!v[kConto].isEmpty() && !importazione.haConto(values::toText(v[kConto]))) {
       trovati.push_back("no account " + values::toText(v[kConto]));
     }
-    if (!v[kSede].isEmpty() && !importazione.haSede(v[kSede]))
-      trovati.push_back("no site " + values::toText(v[kSede]));
+    if (!v[kSede].isEmpty() && !importazione.haSede(v[kSede])) trovati.push_back("no site " + values::toText(v[kSede]));
     const auto segno = values::toText(v[kSegno]);
-    if (!segno.empty() && segno != "D" && segno != "C")
-      trovati.push_back("column side: '" + segno + "' is not D or C");
+    if (!segno.empty() && segno != "D" && segno != "C") trovati.push_back("column side: '" + segno + "' is not D or C");
     if (!v[kInizio].isEmpty() && !v[kFine].isEmpty() && values::compare(v[kInizio], v[kFine]) > 0) {
       trovati.push_back("competence ends before it begins");
     }

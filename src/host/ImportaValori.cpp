@@ -30,8 +30,7 @@ constexpr std::array<std::pair<std::size_t, BdgTipoValore>, 3> kMisure{
 struct Sinonimo {
   std::string_view nome, colonna;
 };
-constexpr std::array kSinonimi{Sinonimo{"card", "BU65_SCHEDA_BU07"},
-                               Sinonimo{"card_kind", "BU65_INDCOSRIC_BU07"},
+constexpr std::array kSinonimi{Sinonimo{"card", "BU65_SCHEDA_BU07"}, Sinonimo{"card_kind", "BU65_INDCOSRIC_BU07"},
                                Sinonimo{"site", "BU65_CODICE_CG31"}, Sinonimo{"account", "BU65_CONTO_CG24"}};
 
 class Valori : public Importatore {
@@ -43,17 +42,15 @@ class Valori : public Importatore {
     lotto_ = leggiCsv(file, modello, importazione.separatore, importazione.segnalazioni);
     const auto periodicita = oggetto.GetPeriodicitaBudget(oggetto.TipoBudget, oggetto.SottoTipoBudget);
     const int periodi = values::toInt32(values::nvl(oggetto.GetBdgNrPeriodi(periodicita), 0));
-    const int ultimoTipo =
-        oggetto.GetNumeroForecast(oggetto.TipoBudget, oggetto.SottoTipoBudget) + bdgDettaglioOrdini;
+    const int ultimoTipo = oggetto.GetNumeroForecast(oggetto.TipoBudget, oggetto.SottoTipoBudget) + bdgDettaglioOrdini;
     for (const auto& riga : lotto_.righe) {
       const auto fuori = [&](std::size_t campo, int minimo, int massimo, const std::string& nome) {
         if (riga.valori[campo].isEmpty()) return;
         const int valore = values::toInt32(riga.valori[campo]);
         if (valore >= minimo && valore <= massimo) return;
         importazione.segnalazioni.aggiungi(file, riga.linea,
-                                           "column " + nome + ": " + std::to_string(valore) +
-                                               " is not between " + std::to_string(minimo) + " and " +
-                                               std::to_string(massimo));
+                                           "column " + nome + ": " + std::to_string(valore) + " is not between " +
+                                               std::to_string(minimo) + " and " + std::to_string(massimo));
       };
       fuori(kPeriodo, 1, periodi, "period");
       fuori(kTipo, 0, ultimoTipo, "kind");
@@ -64,8 +61,8 @@ class Valori : public Importatore {
     SchedeBudget schede(importazione.ambiente);
     for (const auto& riga : lotto_.righe) {
       const auto scheda = schede.trovaOCrea(chiave(riga));
-      const auto tipo = riga.valori[kTipo].isEmpty() ? BdgTipoDettaglio{bdgDettaglioBudget}
-                                                     : values::toInt32(riga.valori[kTipo]);
+      const auto tipo =
+          riga.valori[kTipo].isEmpty() ? BdgTipoDettaglio{bdgDettaglioBudget} : values::toInt32(riga.valori[kTipo]);
       const int periodo = values::toInt32(riga.valori[kPeriodo]);
       for (const auto& [campo, misura] : kMisure) {
         if (riga.valori[campo].isEmpty()) continue;
@@ -111,8 +108,7 @@ class Valori : public Importatore {
   ChiaveScheda chiave(const RigaCsv& riga) const {
     ChiaveScheda chiave;
     for (std::size_t i = 0; i < colonne_.size(); ++i) {
-      if (!riga.valori[kPrimaColonna + i].isEmpty())
-        chiave.emplace_back(colonne_[i], riga.valori[kPrimaColonna + i]);
+      if (!riga.valori[kPrimaColonna + i].isEmpty()) chiave.emplace_back(colonne_[i], riga.valori[kPrimaColonna + i]);
     }
     return chiave;
   }
@@ -127,12 +123,11 @@ class Valori : public Importatore {
 }  // namespace
 
 GenereImportazione importaValori() {
-  return {
-      kFissi.nome,
-      elencoColonne(kFissi) +
-          ", and the columns of the selected budget (-t, -s, -y) that tell its cards apart, among them card, "
-          "card_kind, site, account; a card that is missing is made",
-      []() -> std::unique_ptr<Importatore> { return std::make_unique<Valori>(); }};
+  return {kFissi.nome,
+          elencoColonne(kFissi) +
+              ", and the columns of the selected budget (-t, -s, -y) that tell its cards apart, among them card, "
+              "card_kind, site, account; a card that is missing is made",
+          []() -> std::unique_ptr<Importatore> { return std::make_unique<Valori>(); }};
 }
 
 }  // namespace bukorval::host

@@ -26,8 +26,7 @@ values::Variant leggiDecimale(std::string_view testo, int interi, int decimali, 
   } catch (const values::Errore&) {
     throw inaccettabile(testo, "is not a number");
   }
-  if (numero.scale() > decimali)
-    throw inaccettabile(testo, "has more than " + std::to_string(decimali) + " decimals");
+  if (numero.scale() > decimali) throw inaccettabile(testo, "has more than " + std::to_string(decimali) + " decimals");
   if (numero.integerDigits() > interi) throw inaccettabile(testo, "is too large");
   return numero;
 }
@@ -66,8 +65,8 @@ std::vector<std::optional<std::size_t>> mappa(const LettoreCsv& lettore, const M
 }
 
 void leggiRiga(RigaCsv& riga, const std::vector<std::string>& campi,
-               const std::vector<std::optional<std::size_t>>& posizioni, const ModelloCsv& modello,
-               char separatore, const std::string& file, Segnalazioni& segnalazioni) {
+               const std::vector<std::optional<std::size_t>>& posizioni, const ModelloCsv& modello, char separatore,
+               const std::string& file, Segnalazioni& segnalazioni) {
   for (std::size_t i = 0; i < campi.size(); ++i) {
     if (!posizioni[i]) continue;
     const auto& campo = modello.campi[*posizioni[i]];
@@ -99,17 +98,13 @@ values::Variant leggiValore(std::string_view testo, const CampoCsv& campo, char 
     return {};
   }
   switch (campo.tipo) {
-    case TipoCsv::Intero:
-      return leggiIntero(testo, campo.larghezza);
-    case TipoCsv::Importo:
-      return leggiDecimale(testo, 13, 2, separatore);
-    case TipoCsv::Quantita:
-      return leggiDecimale(testo, 11, 3, separatore);
+    case TipoCsv::Intero: return leggiIntero(testo, campo.larghezza);
+    case TipoCsv::Importo: return leggiDecimale(testo, 13, 2, separatore);
+    case TipoCsv::Quantita: return leggiDecimale(testo, 11, 3, separatore);
     case TipoCsv::Data:
       if (const auto data = values::Date::TryParse(testo)) return *data;
       throw inaccettabile(testo, "is not a date");
-    case TipoCsv::Testo:
-      break;
+    case TipoCsv::Testo: break;
   }
   if (values::length(testo) > static_cast<std::size_t>(campo.larghezza)) {
     throw inaccettabile(testo, "has more than " + std::to_string(campo.larghezza) + " characters");
@@ -117,8 +112,7 @@ values::Variant leggiValore(std::string_view testo, const CampoCsv& campo, char 
   return testo;
 }
 
-LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore,
-                  Segnalazioni& segnalazioni) {
+LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore, Segnalazioni& segnalazioni) {
   std::ifstream ingresso(file, std::ios::binary);
   std::error_code ignorato;
   if (!ingresso || std::filesystem::is_directory(file, ignorato)) throw Rifiuto("Cannot open " + file);

@@ -37,8 +37,7 @@ std::string elencoColonne(const ModelloCsv& modello);
 
 struct RigaCsv {
   std::size_t linea;
-  std::vector<values::Variant>
-      valori;  ///< by the position of the field in the model; Empty where the file has none
+  std::vector<values::Variant> valori;  ///< by the position of the field in the model; Empty where the file has none
 };
 
 struct LottoCsv {
@@ -48,8 +47,7 @@ struct LottoCsv {
 
 /// Reads and checks a whole file. What is wrong (unknown or missing columns, bad dates, bad amounts, texts
 /// too long) goes to `segnalazioni` with its line number. Throws Rifiuto when the file cannot be opened.
-LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore,
-                  Segnalazioni& segnalazioni);
+LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore, Segnalazioni& segnalazioni);
 
 /// One field; throws values::Errore with a text that follows "column NAME: ".
 values::Variant leggiValore(std::string_view testo, const CampoCsv& campo, char separatore);

@@ -108,8 +108,7 @@ void dichiaraProprieta(CLI::App& app, Ambiente& ambiente, const Membro& membro) 
   if (membro.tipo == TipoDato::Boolean) {
     opzione = app.add_flag_function(
         "--" + membro.nome,
-        [&proprieta, nome = membro.nome](std::int64_t n) { proprieta[nome] = n > 0 ? "True" : "False"; },
-        testo);
+        [&proprieta, nome = membro.nome](std::int64_t n) { proprieta[nome] = n > 0 ? "True" : "False"; }, testo);
   } else {
     opzione = app.add_option_function<std::string>(
         breve + "--" + membro.nome,
@@ -123,8 +122,7 @@ void dichiaraProprieta(CLI::App& app, Ambiente& ambiente, const Membro& membro) 
 
 void dichiaraOpzioni(CLI::App& app, Ambiente& ambiente) {
   auto& scelte = ambiente.scelte;
-  app.add_option("-d,--database", scelte.database, "file of the embedded database")
-      ->envname("BUKORVAL_DATABASE");
+  app.add_option("-d,--database", scelte.database, "file of the embedded database")->envname("BUKORVAL_DATABASE");
   app.add_option("--StringaConnessione,--connection", scelte.connessione,
                  "connection string, instead of a file: \"Provider=ODBC;Driver=...;Server=...;Database=...\"");
   app.add_option("-f,--format", scelte.formato, "table (for people), csv or json (for programs)")

@@ -59,8 +59,7 @@ std::vector<std::string> argomenti(int argc, const char* const* argv) {
 int usoErrato(const CLI::App& app, const CLI::ParseError& errore) {
   if (app.exit(errore) == 0) return uscitaOk;
   const auto resto = app.remaining();
-  if (errore.get_name() == "RequiredError" && !resto.empty())
-    std::cerr << "Unknown command: " << resto.front() << '\n';
+  if (errore.get_name() == "RequiredError" && !resto.empty()) std::cerr << "Unknown command: " << resto.front() << '\n';
   return uscitaUso;
 }
 

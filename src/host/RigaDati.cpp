@@ -9,16 +9,11 @@ namespace {
 std::string letterale(const values::Variant& valore) {
   switch (valore.kind()) {
     case values::Kind::Empty:
-    case values::Kind::Null:
-      return "NULL";
-    case values::Kind::String:
-      return "N" + testoDati(valore);
-    case values::Kind::Date:
-      return "'" + valore.as<values::Date>().toSql() + "'";
-    case values::Kind::Boolean:
-      return valore.as<bool>() ? "1" : "0";
-    default:
-      return values::toPlainText(valore);
+    case values::Kind::Null: return "NULL";
+    case values::Kind::String: return "N" + testoDati(valore);
+    case values::Kind::Date: return "'" + valore.as<values::Date>().toSql() + "'";
+    case values::Kind::Boolean: return valore.as<bool>() ? "1" : "0";
+    default: return values::toPlainText(valore);
   }
 }
 

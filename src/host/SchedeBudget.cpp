@@ -59,14 +59,13 @@ values::Variant SchedeBudget::trovaOCrea(const ChiaveScheda& chiave) {
   return trovate_.emplace(nome, *scheda).first->second;
 }
 
-void SchedeBudget::scrivi(const values::Variant& scheda, BdgTipoDettaglio tipo, int periodo,
-                          BdgTipoValore misura, const values::Variant& valore) {
+void SchedeBudget::scrivi(const values::Variant& scheda, BdgTipoDettaglio tipo, int periodo, BdgTipoValore misura,
+                          const values::Variant& valore) {
   auto& oggetto = ambiente_.oggetto();
   values::Variant dettaglio, vuoto, nuovo;
   oggetto.GetBdgDettaglioEsiste(scheda, tipo, periodo, dettaglio, vuoto);
   ambiente_.controlla();
-  oggetto.AggiornaSingoloValoreBU66(dettaglio, scheda, tipo, misura, static_cast<std::int16_t>(periodo),
-                                    valore, nuovo);
+  oggetto.AggiornaSingoloValoreBU66(dettaglio, scheda, tipo, misura, static_cast<std::int16_t>(periodo), valore, nuovo);
   ambiente_.controlla();
 }
 

@@ -17,8 +17,7 @@ void Segnalazioni::verifica() const {
   if (numero == 0) return;
   auto ordinate = segnalazioni_;
   std::ranges::stable_sort(ordinate, {}, [](const auto& s) { return std::tie(s.file, s.linea); });
-  std::string tutto =
-      (numero == 1 ? "1 problem" : std::to_string(numero) + " problems") + ", nothing was imported:";
+  std::string tutto = (numero == 1 ? "1 problem" : std::to_string(numero) + " problems") + ", nothing was imported:";
   for (std::size_t i = 0; i < std::min(kMostrate, numero); ++i) {
     tutto += '\n' + ordinate[i].file + ':' + std::to_string(ordinate[i].linea) + ": " + ordinate[i].testo;
   }

@@ -38,8 +38,7 @@ void richiediBudget(Ambiente& ambiente) {
 }
 
 void selezionaDaScheda(Ambiente& ambiente, const values::Variant& scheda) {
-  if (!scheda.isNumber())
-    throw ErroreUso("A card is given by its identifier, a whole number (BU65_ID in the grid)");
+  if (!scheda.isNumber()) throw ErroreUso("A card is given by its identifier, a whole number (BU65_ID in the grid)");
   TestoSql sql;
   sql.riga(" SELECT BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, ")
       .riga("        BU65_ANNO, BU65_PROGESER, BU65_CODICE_CG31, BU65_INDCOSRIC_BU07 ")

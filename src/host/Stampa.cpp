@@ -34,12 +34,9 @@ void stampaJson(std::ostream& uscita, const Tabella& tabella) { uscita << inJson
 
 void stampa(std::ostream& uscita, const Tabella& tabella, const OpzioniStampa& opzioni) {
   switch (opzioni.formato) {
-    case Formato::Tabella:
-      return stampaAllineata(uscita, tabella, opzioni);
-    case Formato::Csv:
-      return stampaCsv(uscita, tabella);
-    case Formato::Json:
-      return stampaJson(uscita, tabella);
+    case Formato::Tabella: return stampaAllineata(uscita, tabella, opzioni);
+    case Formato::Csv: return stampaCsv(uscita, tabella);
+    case Formato::Json: return stampaJson(uscita, tabella);
   }
 }
 

@@ -13,8 +13,7 @@ struct OpzioniStampa {
   Formato formato = Formato::Tabella;
   char separatore = ',';  ///< decimal sign of the aligned table; CSV and JSON have a point
   bool colore = false;    ///< only the aligned table
-  bool tutte =
-      false;  ///< the aligned table leaves empty columns out and cuts descriptions, unless this is set
+  bool tutte = false;     ///< the aligned table leaves empty columns out and cuts descriptions, unless this is set
 };
 
 /// Shows a table: aligned for people; as CSV (header line, comma, point, ISO dates) or as a JSON array of

@@ -18,11 +18,8 @@ Colonna daCampo(const ado::Field& campo) {
     case ado::adSmallInt:
     case ado::adInteger:
     case ado::adBigInt:
-    case ado::adDouble:
-      colonna.numero = true;
-      break;
-    default:
-      break;
+    case ado::adDouble: colonna.numero = true; break;
+    default: break;
   }
   return colonna;
 }

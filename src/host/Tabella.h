@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "values/Variant.h"
 
 namespace bukorval::host {

@@ -28,8 +28,7 @@ bool vuoleColore(std::FILE* flusso) {
 
 void conferma(std::string_view domanda, bool si) {
   if (si) return;
-  if (!eTerminale(stdin))
-    throw Rifiuto(std::string(domanda).append(" Nobody to ask here: add --yes to go on"));
+  if (!eTerminale(stdin)) throw Rifiuto(std::string(domanda).append(" Nobody to ask here: add --yes to go on"));
   std::cerr << domanda << " [y/N] " << std::flush;
   std::string risposta;
   std::getline(std::cin, risposta);

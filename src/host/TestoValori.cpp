@@ -43,12 +43,10 @@ std::string dataIso(const values::Date& data) {
 std::string testoUmano(const values::Variant& valore, const Colonna& colonna, char separatore) {
   if (valore.isNothing()) return "";
   if (const auto* logico = valore.get_if<bool>()) return *logico ? "Sì" : "No";
-  if (!colonna.numero || !valore.isNumber())
-    return std::string(values::rtrim(values::toText(valore, separatore)));
+  if (!colonna.numero || !valore.isNumber()) return std::string(values::rtrim(values::toText(valore, separatore)));
   const auto numero = values::toDecimal(valore);
   if (colonna.percentuale) {
-    return raggruppa(conDecimali(numero * values::Decimal::FromScaled(100), colonna.decimali - 2),
-                     separatore);
+    return raggruppa(conDecimali(numero * values::Decimal::FromScaled(100), colonna.decimali - 2), separatore);
   }
   // Codes and identifiers are numbers that nobody groups.
   const std::string testo = conDecimali(numero, colonna.decimali);
@@ -59,8 +57,7 @@ std::string testoPiano(const values::Variant& valore, const Colonna& colonna) {
   if (valore.isNothing()) return "";
   if (const auto* logico = valore.get_if<bool>()) return *logico ? "true" : "false";
   if (const auto* data = valore.get_if<values::Date>()) return dataIso(*data);
-  if (valore.isNumber() && colonna.decimali > 0)
-    return conDecimali(values::toDecimal(valore), colonna.decimali);
+  if (valore.isNumber() && colonna.decimali > 0) return conDecimali(values::toDecimal(valore), colonna.decimali);
   return values::toPlainText(valore);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 
 namespace bukorval {
 

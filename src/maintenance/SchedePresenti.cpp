@@ -27,9 +27,7 @@ std::string testoSchede(const Contesto& ctx, const std::vector<const Colonna*>& 
   TestoSql sql;
   sql.testo(" SELECT BU65_ID");
   for (const auto* colonna : colonne) sql.testo(", ", colonna->nome);
-  sql.riga(" ")
-      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
-      .testo(condizioniSchede(budget));
+  sql.riga(" ").riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ").testo(condizioniSchede(budget));
   return sql.str();
 }
 

@@ -6,10 +6,10 @@
 
 #include "definition/ImpostazioniBudget.h"
 #include "definition/Strutture.h"
+#include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
-#include "frame/ContiPiano.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 

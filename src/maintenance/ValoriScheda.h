@@ -21,9 +21,9 @@ class ValoriScheda {
   ///                      number is an error (99) and nothing is written.
   /// @param nuovoDettaglio  receives the identity of an inserted row.
   /// No transaction: a value whose stamp fails stays written. Writes BU66_DETBUDGET, BU65_TESBUDGET.
-  void AggiornaSingoloValoreBU66(const values::Variant& dettaglio, const values::Variant& scheda,
-                                 BdgTipoDettaglio tipo, BdgTipoValore tipoValore, std::int16_t periodo,
-                                 const values::Variant& valore, values::Variant& nuovoDettaglio);
+  void AggiornaSingoloValoreBU66(const values::Variant& dettaglio, const values::Variant& scheda, BdgTipoDettaglio tipo,
+                                 BdgTipoValore tipoValore, std::int16_t periodo, const values::Variant& valore,
+                                 values::Variant& nuovoDettaglio);
 
   /// Clears the values of a card's detail kind (99: every kind), keeping the rows. Writes BU66_DETBUDGET.
   void UpdateNullValoriBU66(const values::Variant& scheda, BdgTipoDettaglio tipo);

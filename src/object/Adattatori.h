@@ -64,8 +64,7 @@ T converti(const Variant& valore, char separatore) {
     if (valore.isNothing()) return nullptr;
     const auto* riferimento = valore.get_if<std::shared_ptr<values::Object>>();
     auto risultato = oggetto<typename T::element_type>(valore);
-    if (!riferimento || (*riferimento && !risultato))
-      throw values::Errore("Type mismatch: an object is expected");
+    if (!riferimento || (*riferimento && !risultato)) throw values::Errore("Type mismatch: an object is expected");
     return risultato;
   }
 }
@@ -132,8 +131,7 @@ Membro metodo(std::string_view nome, R (CLSKORVAL::*funzione)(A...), std::string
   (std::index_sequence_for<A...>{});
   membro.chiama = [funzione, descrizione = membro](CLSKORVAL& bo, std::vector<Variant>& argomenti) {
     completaArgomenti(descrizione, argomenti);
-    return adattatori::chiama(funzione, bo, descrizione.parametri, argomenti,
-                              std::index_sequence_for<A...>{});
+    return adattatori::chiama(funzione, bo, descrizione.parametri, argomenti, std::index_sequence_for<A...>{});
   };
   return membro;
 }

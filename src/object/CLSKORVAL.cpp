@@ -22,8 +22,7 @@ std::shared_ptr<T> creaSeDisponibile(std::string_view nome) {
 
 }  // namespace
 
-CLSKORVAL::CLSKORVAL()
-    : identita_(std::make_unique<Identita>()), ctx_(std::make_unique<Contesto>(*this, eventi)) {
+CLSKORVAL::CLSKORVAL() : identita_(std::make_unique<Identita>()), ctx_(std::make_unique<Contesto>(*this, eventi)) {
   tracciaCreazione(*identita_);
   ctx_->servizioDate = creaSeDisponibile<suite::ServizioDate>(suite::kServizioDate);
   ctx_->servizioAritmetico = creaSeDisponibile<suite::ServizioAritmetico>(suite::kServizioAritmetico);

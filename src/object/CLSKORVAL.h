@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "ado/Connection.h"
 #include "ado/Dictionary.h"
-#include "ado/Recordset.h"
 #include "ado/Types.h"
+#include "ado/connection/Connection.h"
+#include "ado/recordset/Recordset.h"
 #include "frame/Enumerazioni.h"
 #include "frame/Eventi.h"
 #include "frame/Proprieta.h"
@@ -81,8 +81,8 @@ class CLSKORVAL : public Proprieta {
   void UpdateNullValoriBU66(const Variant& MyBU65_ID, BdgTipoDettaglio MyTipoDettaglio);
   /// Whether the card has a row for the kind and period. MyBU66_ID receives its identity, 0 without one;
   /// MyImportoIsNull whether its amount is Null, true without a row. Reads BU66_DETBUDGET.
-  bool GetBdgDettaglioEsiste(const Variant& MyBU65_ID, BdgTipoDettaglio MyTipoDettaglio,
-                             BdgPeriodicita MyPeriodo, Variant& MyBU66_ID, Variant& MyImportoIsNull);
+  bool GetBdgDettaglioEsiste(const Variant& MyBU65_ID, BdgTipoDettaglio MyTipoDettaglio, BdgPeriodicita MyPeriodo,
+                             Variant& MyBU66_ID, Variant& MyImportoIsNull);
   /// Creates a card of the selected budget from column names and values (BU65_ columns), with its empty
   /// details and, for type 4, its empty cash-flow row. An empty dictionary, or none, writes nothing. Writes
   /// BU65_TESBUDGET, BU66_DETBUDGET, BU67_BDGCASHFLOW.
@@ -96,8 +96,7 @@ class CLSKORVAL : public Proprieta {
   void CancellaRigaBU65(Variant& MyBU65_ID);
   /// Deletes a company's card headers of a budget without looking for details (see
   /// GetIsBudgetConSolaTestata). Writes BU65_TESBUDGET.
-  void EliminaBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
-                                   const Variant& MyBdgSottoTipo);
+  void EliminaBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
   /// Adds the cards that the budget's structure (`CodiceStrutturaBU60`, by default the definition's) has and
   /// the budget lacks, for each site where it is per site, in one transaction; removes nothing. 1 when an
   /// input is missing or the structure does not exist. Raises the progress events. Reads BU60_STRUTTANAG,
@@ -121,8 +120,7 @@ class CLSKORVAL : public Proprieta {
   void BdgDupSchede_Duplicazione();
   /// Whether the company has personalised the levels of a card kind; MyBdgSchedaNrLivelli then receives their
   /// number, when one is stored. Reads BU05_PERSCHCOSGEN.
-  bool GetIsBdgSchedePersonalizzazioneLivelliEsiste(const Variant& MyCodiceDitta,
-                                                    const Variant& MyBdgTipoScheda,
+  bool GetIsBdgSchedePersonalizzazioneLivelliEsiste(const Variant& MyCodiceDitta, const Variant& MyBdgTipoScheda,
                                                     Variant& MyBdgSchedaNrLivelli);
   /// Whether exactly MyBdgSchedaNrLivelli levels of the card kind are configured. Reads BU06_CONFIGLIVCOSGEN.
   bool GetIsBdgSchedeConfigurazioneLivelliEsiste(const Variant& MyCodiceDitta, const Variant& MyBdgTipoScheda,
@@ -158,12 +156,10 @@ class CLSKORVAL : public Proprieta {
   /// Whether the company has a card of the budget. Reads BU65_TESBUDGET.
   bool GetIsBudgetConTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
   /// Whether it has cards and none has a detail. Reads BU65_TESBUDGET, BU66_DETBUDGET.
-  bool GetIsBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
-                                 const Variant& MyBdgSottoTipo);
+  bool GetIsBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
   /// Whether the company holds data of the budget. `TipoBudget` chooses the table: BU04_BUDGINVEST for 2,
   /// otherwise BU65_TESBUDGET.
-  bool GetIsBudgetValorizzatoDitta(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
-                                   const Variant& MyBdgSottoTipo);
+  bool GetIsBudgetValorizzatoDitta(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
   /// Whether any company does. `TipoBudget` chooses the table: BU04_BUDGINVEST for 2, BU08_TESBUDCOSGEN for
   /// 4, otherwise BU65_TESBUDGET.
   bool GetIsBudgetValorizzato(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
@@ -182,8 +178,7 @@ class CLSKORVAL : public Proprieta {
   /// The analysis columns of a budget, comma-separated BU65_ names. Reads BU01_ANABUDGET.
   std::string GetElencoCampi(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo);
   /// Select list of the codes with their descriptions (NAME_DESCR), one indented line per column.
-  std::string GetStringaCodiciDescrizioni(const std::string& ElencoCampi,
-                                          const std::string& StringaIndentazione = "");
+  std::string GetStringaCodiciDescrizioni(const std::string& ElencoCampi, const std::string& StringaIndentazione = "");
   /// The joins that select list needs, one indented line per clause.
   std::string GetStringaJoinCodiciDescrizioni(const std::string& ElencoCampi,
                                               const std::string& StringaIndentazione = "");
@@ -219,14 +214,12 @@ class CLSKORVAL : public Proprieta {
   /// an unknown periodicity. MyBdgDataInizio, the budget's first date, gives the first month when
   /// MyBdgPeriodoSolareFiscale is not 1.
   std::int16_t GetBdgPeriodo(std::int16_t MyMese, BdgPeriodicita MyBdgPeriodicita,
-                             BdgPeriodoFiscaleSolare MyBdgPeriodoSolareFiscale,
-                             const Variant& MyBdgDataInizio);
+                             BdgPeriodoFiscaleSolare MyBdgPeriodoSolareFiscale, const Variant& MyBdgDataInizio);
   /// First and last date of the budget: the accounting year's, but never more than twelve months.
   /// Reads CG19_ANADITTAESER.
-  void GetBdgDataInizioBdgDataFine(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo,
-                                   const Variant& MyCodiceDitta, const Variant& MyAnnoEsercizio,
-                                   const Variant& MyProgressivoEsercizio, Variant& MyBdgDataInizio,
-                                   Variant& MyBdgDataFine);
+  void GetBdgDataInizioBdgDataFine(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo, const Variant& MyCodiceDitta,
+                                   const Variant& MyAnnoEsercizio, const Variant& MyProgressivoEsercizio,
+                                   Variant& MyBdgDataInizio, Variant& MyBdgDataFine);
   /// Label of a period: a month name, or its number and the period word. Never reports an error.
   std::string GetDescrizionePeriodo(const Variant& MyCodiceDitta, BdgPeriodicita MyBdgPeriodicita,
                                     BdgPeriodoFiscaleSolare MyBdgPeriodoFiscaleSolare, std::int16_t MyPeriodo,

@@ -11,8 +11,7 @@ values::Variant CLSKORVAL::GetBdgNrPeriodi(BdgPeriodicita MyBdgPeriodicita) {
 std::int16_t CLSKORVAL::GetBdgPeriodo(std::int16_t MyMese, BdgPeriodicita MyBdgPeriodicita,
                                       BdgPeriodoFiscaleSolare MyBdgPeriodoSolareFiscale,
                                       const Variant& MyBdgDataInizio) {
-  return Calendario(*ctx_).GetBdgPeriodo(MyMese, MyBdgPeriodicita, MyBdgPeriodoSolareFiscale,
-                                         MyBdgDataInizio);
+  return Calendario(*ctx_).GetBdgPeriodo(MyMese, MyBdgPeriodicita, MyBdgPeriodoSolareFiscale, MyBdgDataInizio);
 }
 
 void CLSKORVAL::GetBdgDataInizioBdgDataFine(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo,
@@ -24,11 +23,10 @@ void CLSKORVAL::GetBdgDataInizioBdgDataFine(BdgTipo MyBdgTipo, const Variant& My
 }
 
 std::string CLSKORVAL::GetDescrizionePeriodo(const Variant& MyCodiceDitta, BdgPeriodicita MyBdgPeriodicita,
-                                             BdgPeriodoFiscaleSolare MyBdgPeriodoFiscaleSolare,
-                                             std::int16_t MyPeriodo, const Variant& MyAnnoEsercizio,
-                                             const Variant& MyProgressivoEsercizio) {
-  return Calendario(*ctx_).GetDescrizionePeriodo(MyCodiceDitta, MyBdgPeriodicita, MyBdgPeriodoFiscaleSolare,
-                                                 MyPeriodo, MyAnnoEsercizio, MyProgressivoEsercizio);
+                                             BdgPeriodoFiscaleSolare MyBdgPeriodoFiscaleSolare, std::int16_t MyPeriodo,
+                                             const Variant& MyAnnoEsercizio, const Variant& MyProgressivoEsercizio) {
+  return Calendario(*ctx_).GetDescrizionePeriodo(MyCodiceDitta, MyBdgPeriodicita, MyBdgPeriodoFiscaleSolare, MyPeriodo,
+                                                 MyAnnoEsercizio, MyProgressivoEsercizio);
 }
 
 values::Variant CLSKORVAL::GetDescrizioneConto(const Variant& MyCodiceDitta, BdgTipoPdc MyTipoPdc,
@@ -36,8 +34,7 @@ values::Variant CLSKORVAL::GetDescrizioneConto(const Variant& MyCodiceDitta, Bdg
   return Calendario(*ctx_).GetDescrizioneConto(MyCodiceDitta, MyTipoPdc, MyCodicePdc, MyConto);
 }
 
-std::int16_t CLSKORVAL::GetProgressivoEsercizio(const Variant& MyCodiceDitta,
-                                                const Variant& MyAnnoEsercizio) {
+std::int16_t CLSKORVAL::GetProgressivoEsercizio(const Variant& MyCodiceDitta, const Variant& MyAnnoEsercizio) {
   return Calendario(*ctx_).GetProgressivoEsercizio(MyCodiceDitta, MyAnnoEsercizio);
 }
 
@@ -51,8 +48,7 @@ bool CLSKORVAL::EsistonoEsercizi(const Variant& MyCodiceDitta, const Variant& My
 }
 
 void CLSKORVAL::DeterminaDateInizioFineEsercizio(const Variant& MyCodiceDitta, const Variant& MyAnnoEsercizio,
-                                                 const Variant& MyProgressivoEsercizio,
-                                                 Variant& MyDataInizioEsercizio,
+                                                 const Variant& MyProgressivoEsercizio, Variant& MyDataInizioEsercizio,
                                                  Variant& MyDataFineEsercizio) {
   Calendario(*ctx_).DeterminaDateInizioFineEsercizio(MyCodiceDitta, MyAnnoEsercizio, MyProgressivoEsercizio,
                                                      MyDataInizioEsercizio, MyDataFineEsercizio);

@@ -6,23 +6,20 @@
 /// The members that tell what a budget is: its settings, its structure and the words for its codes.
 namespace bukorval {
 
-void CLSKORVAL::GetGestioneSede(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo,
-                                bool& MyBdgFlgGestioneSede) {
+void CLSKORVAL::GetGestioneSede(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo, bool& MyBdgFlgGestioneSede) {
   ImpostazioniBudget(*ctx_).GetGestioneSede(MyBdgTipo, MyBdgSottoTipo, MyBdgFlgGestioneSede);
 }
 
 void CLSKORVAL::GetGestioneQta(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo, bool& MyBdgFlgGestioneQta1,
                                bool& MyBdgFlgGestioneQta2) {
-  ImpostazioniBudget(*ctx_).GetGestioneQta(MyBdgTipo, MyBdgSottoTipo, MyBdgFlgGestioneQta1,
-                                           MyBdgFlgGestioneQta2);
+  ImpostazioniBudget(*ctx_).GetGestioneQta(MyBdgTipo, MyBdgSottoTipo, MyBdgFlgGestioneQta1, MyBdgFlgGestioneQta2);
 }
 
 bool CLSKORVAL::GetIsGestioneMastri(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo) {
   return ImpostazioniBudget(*ctx_).GetIsGestioneMastri(MyBdgTipo, MyBdgSottoTipo);
 }
 
-BdgPeriodoFiscaleSolare CLSKORVAL::GetAnnoBudgetFiscaleSolare(BdgTipo MyBdgTipo,
-                                                              const Variant& MyBdgSottoTipo) {
+BdgPeriodoFiscaleSolare CLSKORVAL::GetAnnoBudgetFiscaleSolare(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo) {
   return ImpostazioniBudget(*ctx_).GetAnnoBudgetFiscaleSolare(MyBdgTipo, MyBdgSottoTipo);
 }
 
@@ -46,12 +43,9 @@ values::Variant CLSKORVAL::GetCodicePdC(BdgTipo MyBdgTipo, const Variant& MyBdgS
   return ImpostazioniBudget(*ctx_).GetCodicePdC(MyBdgTipo, MyBdgSottoTipo);
 }
 
-BdgNatura CLSKORVAL::GetNaturaBudget(BdgTipo MyBdgTipo) {
-  return ImpostazioniBudget(*ctx_).GetNaturaBudget(MyBdgTipo);
-}
+BdgNatura CLSKORVAL::GetNaturaBudget(BdgTipo MyBdgTipo) { return ImpostazioniBudget(*ctx_).GetNaturaBudget(MyBdgTipo); }
 
-bool CLSKORVAL::GetIsBudgetConTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
-                                      const Variant& MyBdgSottoTipo) {
+bool CLSKORVAL::GetIsBudgetConTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo) {
   return ImpostazioniBudget(*ctx_).GetIsBudgetConTestata(MyCodiceDitta, MyBdgTipo, MyBdgSottoTipo);
 }
 
@@ -75,8 +69,7 @@ bool CLSKORVAL::GetIsStrutturaConVariante(BdgTipo MyBdgTipo, const Variant& MyBd
 
 bool CLSKORVAL::GetIsElementoInStruttura(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo,
                                          const std::string& ElementoDaCercareInStruttura) {
-  return ImpostazioniBudget(*ctx_).GetIsElementoInStruttura(MyBdgTipo, MyBdgSottoTipo,
-                                                            ElementoDaCercareInStruttura);
+  return ImpostazioniBudget(*ctx_).GetIsElementoInStruttura(MyBdgTipo, MyBdgSottoTipo, ElementoDaCercareInStruttura);
 }
 
 std::string CLSKORVAL::GetStruttura(BdgTipo MyBdgTipo, const Variant& MyBdgSottoTipo) {
@@ -101,9 +94,7 @@ std::string CLSKORVAL::GetStringaJoinCodiciDescrizioni(const std::string& Elenco
   return Strutture(*ctx_).GetStringaJoinCodiciDescrizioni(ElencoCampi, StringaIndentazione);
 }
 
-ado::DataTypeEnum CLSKORVAL::GetTipoCampo(const std::string& Campo) {
-  return Strutture(*ctx_).GetTipoCampo(Campo);
-}
+ado::DataTypeEnum CLSKORVAL::GetTipoCampo(const std::string& Campo) { return Strutture(*ctx_).GetTipoCampo(Campo); }
 
 values::Variant CLSKORVAL::GetApiceCampiBU65(const Variant& MyNomeCampo) {
   return Strutture(*ctx_).GetApiceCampiBU65(MyNomeCampo);
@@ -113,11 +104,9 @@ std::string CLSKORVAL::GetStrutturaBU60(BdgTipo MyBdgTipo, const Variant& MyBdgS
   return Strutture(*ctx_).GetStrutturaBU60(MyBdgTipo, MyBdgSottoTipo);
 }
 
-void CLSKORVAL::GetStrutturaBU60TipoPdcCodicePdc(const Variant& CodiceStrutturaBU60,
-                                                 BdgTipoPdc& TipoPdcStrutturaBU60,
+void CLSKORVAL::GetStrutturaBU60TipoPdcCodicePdc(const Variant& CodiceStrutturaBU60, BdgTipoPdc& TipoPdcStrutturaBU60,
                                                  Variant& CodicePdcStrutturaBU60) {
-  Strutture(*ctx_).GetStrutturaBU60TipoPdcCodicePdc(CodiceStrutturaBU60, TipoPdcStrutturaBU60,
-                                                    CodicePdcStrutturaBU60);
+  Strutture(*ctx_).GetStrutturaBU60TipoPdcCodicePdc(CodiceStrutturaBU60, TipoPdcStrutturaBU60, CodicePdcStrutturaBU60);
 }
 
 std::string CLSKORVAL::GetDescrizioneStrutturaBU60(const Variant& CodiceStrutturaBU60) {
@@ -132,8 +121,8 @@ std::string CLSKORVAL::GetDescrizioneTipoBudgetShort(BdgTipo MyBdgTipo) {
   return bukorval::GetDescrizioneTipoBudgetShort(*ctx_, MyBdgTipo);
 }
 
-std::string CLSKORVAL::GetDes_BdgTipoGestioneMultiAttivita(
-    BdgTipoGestioneMultiAttivita MyBdgTipoGestioneMultiAttivita, const Variant& MyTipoDes) {
+std::string CLSKORVAL::GetDes_BdgTipoGestioneMultiAttivita(BdgTipoGestioneMultiAttivita MyBdgTipoGestioneMultiAttivita,
+                                                           const Variant& MyTipoDes) {
   return bukorval::GetDes_BdgTipoGestioneMultiAttivita(*ctx_, MyBdgTipoGestioneMultiAttivita, MyTipoDes);
 }
 

@@ -26,10 +26,9 @@ ado::RecordsetPtr CLSKORVAL::GetRstBU67(const Variant& MyBU65_ID) {
 
 void CLSKORVAL::AggiornaSingoloValoreBU66(const Variant& MyBU66_ID, const Variant& MyBU65_ID,
                                           BdgTipoDettaglio MyBdgTipoDettaglio, BdgTipoValore MyBdgTipoValore,
-                                          std::int16_t MyPeriodo, const Variant& MyValore,
-                                          Variant& MyNewBU66_ID) {
-  ValoriScheda(*ctx_).AggiornaSingoloValoreBU66(MyBU66_ID, MyBU65_ID, MyBdgTipoDettaglio, MyBdgTipoValore,
-                                                MyPeriodo, MyValore, MyNewBU66_ID);
+                                          std::int16_t MyPeriodo, const Variant& MyValore, Variant& MyNewBU66_ID) {
+  ValoriScheda(*ctx_).AggiornaSingoloValoreBU66(MyBU66_ID, MyBU65_ID, MyBdgTipoDettaglio, MyBdgTipoValore, MyPeriodo,
+                                                MyValore, MyNewBU66_ID);
 }
 
 void CLSKORVAL::UpdateNullValoriBU66(const Variant& MyBU65_ID, BdgTipoDettaglio MyTipoDettaglio) {
@@ -37,10 +36,8 @@ void CLSKORVAL::UpdateNullValoriBU66(const Variant& MyBU65_ID, BdgTipoDettaglio 
 }
 
 bool CLSKORVAL::GetBdgDettaglioEsiste(const Variant& MyBU65_ID, BdgTipoDettaglio MyTipoDettaglio,
-                                      BdgPeriodicita MyPeriodo, Variant& MyBU66_ID,
-                                      Variant& MyImportoIsNull) {
-  return ValoriScheda(*ctx_).GetBdgDettaglioEsiste(MyBU65_ID, MyTipoDettaglio, MyPeriodo, MyBU66_ID,
-                                                   MyImportoIsNull);
+                                      BdgPeriodicita MyPeriodo, Variant& MyBU66_ID, Variant& MyImportoIsNull) {
+  return ValoriScheda(*ctx_).GetBdgDettaglioEsiste(MyBU65_ID, MyTipoDettaglio, MyPeriodo, MyBU66_ID, MyImportoIsNull);
 }
 
 void CLSKORVAL::InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& Dict) {
@@ -51,9 +48,7 @@ values::Variant CLSKORVAL::GetNaturaConto(BdgTipoPdc& MyTipoPdc, Variant& MyCodi
   return NuovaScheda(*ctx_).GetNaturaConto(MyTipoPdc, MyCodicePdc, MyConto);
 }
 
-void CLSKORVAL::CancellaRigaBU65(Variant& MyBU65_ID) {
-  CancellazioneScheda(*ctx_).CancellaRigaBU65(MyBU65_ID);
-}
+void CLSKORVAL::CancellaRigaBU65(Variant& MyBU65_ID) { CancellazioneScheda(*ctx_).CancellaRigaBU65(MyBU65_ID); }
 
 void CLSKORVAL::EliminaBudgetConSolaTestata(const Variant& MyCodiceDitta, BdgTipo MyBdgTipo,
                                             const Variant& MyBdgSottoTipo) {
@@ -64,9 +59,7 @@ void CLSKORVAL::AllineaBU65_A_StrutturaBU60() { bukorval::AllineaBU65_A_Struttur
 
 void CLSKORVAL::BdgElaEco_PopolaRstSaldiElaEco() { bukorval::BdgElaEco_PopolaRstSaldiElaEco(*ctx_); }
 
-void CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco() {
-  bukorval::BdgElaEco_ScriviBudget_DaRstSaldiElaEco(*ctx_);
-}
+void CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco() { bukorval::BdgElaEco_ScriviBudget_DaRstSaldiElaEco(*ctx_); }
 
 void CLSKORVAL::BdgElaSchede_Elaborazione() { bukorval::BdgElaSchede_Elaborazione(*ctx_); }
 
@@ -79,8 +72,7 @@ bool CLSKORVAL::GetIsBdgSchedePersonalizzazioneLivelliEsiste(const Variant& MyCo
                                                                 MyBdgSchedaNrLivelli);
 }
 
-bool CLSKORVAL::GetIsBdgSchedeConfigurazioneLivelliEsiste(const Variant& MyCodiceDitta,
-                                                          const Variant& MyBdgTipoScheda,
+bool CLSKORVAL::GetIsBdgSchedeConfigurazioneLivelliEsiste(const Variant& MyCodiceDitta, const Variant& MyBdgTipoScheda,
                                                           const Variant& MyBdgSchedaNrLivelli) {
   return bukorval::GetIsBdgSchedeConfigurazioneLivelliEsiste(*ctx_, MyCodiceDitta, MyBdgTipoScheda,
                                                              MyBdgSchedaNrLivelli);

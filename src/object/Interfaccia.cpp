@@ -31,8 +31,7 @@ void completaArgomenti(const Membro& membro, std::vector<Variant>& argomenti) {
   const auto ultimo = std::find_if(parametri.rbegin(), parametri.rend(), obbligatorio);
   const auto minimo = static_cast<std::size_t>(parametri.rend() - ultimo);
   if (argomenti.size() < minimo || argomenti.size() > parametri.size())
-    throw ErroreArgomento("Wrong number of arguments: " + std::to_string(argomenti.size()) + " for " +
-                          firma(membro));
+    throw ErroreArgomento("Wrong number of arguments: " + std::to_string(argomenti.size()) + " for " + firma(membro));
   argomenti.resize(parametri.size());
 }
 
@@ -66,8 +65,7 @@ std::string firma(const Membro& membro) {
     }
     testo += ')';
   }
-  if (membro.tipo != TipoDato::Nessuno)
-    testo.append(" As ").append(nomeTipo(membro.tipo, membro.enumerazione));
+  if (membro.tipo != TipoDato::Nessuno) testo.append(" As ").append(nomeTipo(membro.tipo, membro.enumerazione));
   return testo;
 }
 

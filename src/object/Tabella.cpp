@@ -13,8 +13,7 @@ using P = Proprieta;
 
 /// The frame's own properties are not plain fields: each gives its accessors.
 Membro proprietaFrame(std::string_view nome, TipoDato tipo, std::string_view enumerazione,
-                      std::function<Variant(const BO&)> leggi,
-                      std::function<void(BO&, const Variant&)> scrivi) {
+                      std::function<Variant(const BO&)> leggi, std::function<void(BO&, const Variant&)> scrivi) {
   return {std::string(nome), Genere::Proprieta, tipo, std::string(enumerazione), {}, {},
           std::move(leggi),  std::move(scrivi)};
 }

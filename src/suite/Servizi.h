@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 #include "values/Errore.h"
 #include "values/Variant.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 #include "suite/ActiveInterface.h"
 
 namespace suite {

@@ -15,18 +15,13 @@ enum class Level { Short, Whole, Double, Decimal };
 Level levelOf(const Variant& value) {
   switch (value.kind()) {
     case Kind::Empty:
-    case Kind::Int16:
-      return Level::Short;
+    case Kind::Int16: return Level::Short;
     case Kind::Boolean:
-    case Kind::Int32:
-      return Level::Whole;
-    case Kind::Double:
-      return Level::Double;
+    case Kind::Int32: return Level::Whole;
+    case Kind::Double: return Level::Double;
     case Kind::Decimal:
-    case Kind::String:
-      return Level::Decimal;
-    default:
-      throw Errore("Type mismatch: dates and objects take no arithmetic");
+    case Kind::String: return Level::Decimal;
+    default: throw Errore("Type mismatch: dates and objects take no arithmetic");
   }
 }
 
@@ -46,16 +41,12 @@ Variant compute(const Variant& a, const Variant& b, Operation operation) {
   switch (common(a, b)) {
     case Level::Short: {
       const std::int64_t result = operation(toInt64(a), toInt64(b));
-      if (!a.isEmpty() && !b.isEmpty() && std::in_range<std::int16_t>(result))
-        return static_cast<std::int16_t>(result);
+      if (!a.isEmpty() && !b.isEmpty() && std::in_range<std::int16_t>(result)) return static_cast<std::int16_t>(result);
       return result;
     }
-    case Level::Whole:
-      return operation(toInt64(a), toInt64(b));
-    case Level::Double:
-      return finite(operation(toDouble(a), toDouble(b)));
-    case Level::Decimal:
-      break;
+    case Level::Whole: return operation(toInt64(a), toInt64(b));
+    case Level::Double: return finite(operation(toDouble(a), toDouble(b)));
+    case Level::Decimal: break;
   }
   return operation(toDecimal(a), toDecimal(b));
 }

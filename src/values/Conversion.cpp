@@ -17,20 +17,13 @@ namespace {
 /// What a value that has no conversion is called in the message.
 [[noreturn]] void noConversion(const Variant& value, std::string_view wanted) {
   switch (value.kind()) {
-    case Kind::Null:
-      throw Errore("Invalid use of Null");
-    case Kind::Empty:
-      mismatch("an empty value is no " + std::string(wanted));
-    case Kind::String:
-      mismatch("\"" + value.as<std::string>() + "\" is no " + std::string(wanted));
-    case Kind::Date:
-      mismatch(value.as<Date>().toText() + " is no " + std::string(wanted));
-    case Kind::Boolean:
-      mismatch("a Boolean is no " + std::string(wanted));
-    case Kind::Object:
-      mismatch("an object is no " + std::string(wanted));
-    default:
-      mismatch(toPlainText(value) + " is no " + std::string(wanted));
+    case Kind::Null: throw Errore("Invalid use of Null");
+    case Kind::Empty: mismatch("an empty value is no " + std::string(wanted));
+    case Kind::String: mismatch("\"" + value.as<std::string>() + "\" is no " + std::string(wanted));
+    case Kind::Date: mismatch(value.as<Date>().toText() + " is no " + std::string(wanted));
+    case Kind::Boolean: mismatch("a Boolean is no " + std::string(wanted));
+    case Kind::Object: mismatch("an object is no " + std::string(wanted));
+    default: mismatch(toPlainText(value) + " is no " + std::string(wanted));
   }
 }
 
@@ -62,10 +55,8 @@ Int narrow(std::int64_t value) {
 template <class Int>
 Int toWhole(const Variant& value, char separator) {
   switch (value.kind()) {
-    case Kind::Int16:
-      return narrow<Int>(value.as<std::int16_t>());
-    case Kind::Int32:
-      return narrow<Int>(value.as<std::int32_t>());
+    case Kind::Int16: return narrow<Int>(value.as<std::int16_t>());
+    case Kind::Int32: return narrow<Int>(value.as<std::int32_t>());
     case Kind::Double: {
       const double whole = std::nearbyint(value.as<double>());
       constexpr double kLimit = 9223372036854775808.0;
@@ -112,25 +103,16 @@ std::string withSeparator(std::string text, char separator) {
 
 std::string toText(const Variant& value, char separator) {
   switch (value.kind()) {
-    case Kind::Empty:
-      return {};
-    case Kind::Int16:
-      return std::to_string(value.as<std::int16_t>());
-    case Kind::Int32:
-      return std::to_string(value.as<std::int32_t>());
-    case Kind::Double:
-      return withSeparator(doubleText(value.as<double>()), separator);
-    case Kind::Decimal:
-      return withSeparator(value.as<Decimal>().toString(), separator);
-    case Kind::Date:
-      return value.as<Date>().toText();
-    case Kind::String:
-      return value.as<std::string>();
-    case Kind::Boolean:
-      return value.as<bool>() ? "True" : "False";
+    case Kind::Empty: return {};
+    case Kind::Int16: return std::to_string(value.as<std::int16_t>());
+    case Kind::Int32: return std::to_string(value.as<std::int32_t>());
+    case Kind::Double: return withSeparator(doubleText(value.as<double>()), separator);
+    case Kind::Decimal: return withSeparator(value.as<Decimal>().toString(), separator);
+    case Kind::Date: return value.as<Date>().toText();
+    case Kind::String: return value.as<std::string>();
+    case Kind::Boolean: return value.as<bool>() ? "True" : "False";
     case Kind::Null:
-    case Kind::Object:
-      break;
+    case Kind::Object: break;
   }
   noConversion(value, "text");
 }
@@ -139,42 +121,31 @@ std::string toPlainText(const Variant& value) { return value.isNull() ? std::str
 
 Decimal toDecimal(const Variant& value, char separator) {
   switch (value.kind()) {
-    case Kind::Empty:
-      return {};
-    case Kind::Int16:
-      return Decimal::FromScaled(value.as<std::int16_t>());
-    case Kind::Int32:
-      return Decimal::FromScaled(value.as<std::int32_t>());
-    case Kind::Double:
-      return Decimal::FromDouble(value.as<double>());
-    case Kind::Decimal:
-      return value.as<Decimal>();
-    case Kind::Date:
-      return Decimal::FromDouble(dayFraction(value.as<Date>()));
-    case Kind::Boolean:
-      return Decimal::FromScaled(value.as<bool>() ? -1 : 0);
+    case Kind::Empty: return {};
+    case Kind::Int16: return Decimal::FromScaled(value.as<std::int16_t>());
+    case Kind::Int32: return Decimal::FromScaled(value.as<std::int32_t>());
+    case Kind::Double: return Decimal::FromDouble(value.as<double>());
+    case Kind::Decimal: return value.as<Decimal>();
+    case Kind::Date: return Decimal::FromDouble(dayFraction(value.as<Date>()));
+    case Kind::Boolean: return Decimal::FromScaled(value.as<bool>() ? -1 : 0);
     case Kind::String:
       if (const auto plain = plainNumber(value.as<std::string>(), separator))
         if (const auto number = Decimal::TryParse(*plain)) return *number;
       break;
     case Kind::Null:
-    case Kind::Object:
-      break;
+    case Kind::Object: break;
   }
   noConversion(value, "number");
 }
 
 double toDouble(const Variant& value, char separator) {
   switch (value.kind()) {
-    case Kind::Double:
-      return value.as<double>();
-    case Kind::Date:
-      return dayFraction(value.as<Date>());
+    case Kind::Double: return value.as<double>();
+    case Kind::Date: return dayFraction(value.as<Date>());
     case Kind::String:
       if (const auto number = readDouble(plainNumber(value.as<std::string>(), separator))) return *number;
       noConversion(value, "number");
-    default:
-      return toDecimal(value, separator).toDouble();
+    default: return toDecimal(value, separator).toDouble();
   }
 }
 
@@ -205,8 +176,7 @@ Date toDate(const Variant& value) {
   int seconds = static_cast<int>(std::nearbyint(std::fabs(number - days) * kSecondsPerDay));
   if (seconds == kSecondsPerDay) ++days, seconds = 0;
   const Date date = Date().addDays(days);
-  return Date::FromYmd(date.year(), date.month(), date.day(), seconds / 3600, seconds / 60 % 60,
-                       seconds % 60);
+  return Date::FromYmd(date.year(), date.month(), date.day(), seconds / 3600, seconds / 60 % 60, seconds % 60);
 }
 
 bool isBlank(const Variant& value) {

@@ -109,8 +109,7 @@ bool takeTime(std::string_view& text, Parts& p) {
 Date Date::FromYmd(int year, int month, int day, int hour, int minute, int second) {
   const std::optional<std::int32_t> days = findDay(year, month, day);
   if (!days || !isTime(hour, minute, second))
-    throw Errore("Invalid date " + std::to_string(day) + "/" + std::to_string(month) + "/" +
-                 std::to_string(year));
+    throw Errore("Invalid date " + std::to_string(day) + "/" + std::to_string(month) + "/" + std::to_string(year));
   Date date;
   date.days_ = *days;
   date.seconds_ = (hour * 60 + minute) * 60 + second;
@@ -120,8 +119,7 @@ Date Date::FromYmd(int year, int month, int day, int hour, int minute, int secon
 Date Date::Serial(int year, int month, int day) {
   const std::int64_t months = std::int64_t{year} * 12 + month - 1;
   if (months < 0 || months >= 12 * 10'001) throw Errore("Overflow");
-  const std::int32_t first =
-      dayNumberOf(ymd(static_cast<int>(months / 12), static_cast<int>(months % 12) + 1, 1));
+  const std::int32_t first = dayNumberOf(ymd(static_cast<int>(months / 12), static_cast<int>(months % 12) + 1, 1));
   const std::int64_t days = std::int64_t{first} + day - 1;
   if (!inRange(days)) throw Errore("Overflow");
   Date date;

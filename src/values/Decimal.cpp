@@ -20,8 +20,8 @@ Decimal sum(const DecimalParts& a, const DecimalParts& b) {
     const Uint128 y = fine.magnitude;
     DecimalParts result{x + y, fine.scale, fine.negative};
     if (coarse.negative != fine.negative)
-      result = x > y ? DecimalParts{x - y, fine.scale, coarse.negative}
-                     : DecimalParts{y - x, fine.scale, fine.negative};
+      result =
+          x > y ? DecimalParts{x - y, fine.scale, coarse.negative} : DecimalParts{y - x, fine.scale, fine.negative};
     if (result.magnitude <= kMaxMagnitude) return result.build();
     return DecimalParts::fit(Uint192(result.magnitude), result.scale, result.negative);
   }
@@ -102,8 +102,7 @@ int Decimal::integerDigits() const {
 Decimal Decimal::normalized() const {
   DecimalParts parts = DecimalParts::of(*this);
   if (parts.magnitude == 0) return {};
-  while (parts.scale > 0 && isSmall(parts.magnitude) &&
-         static_cast<std::uint64_t>(parts.magnitude) % 10 == 0) {
+  while (parts.scale > 0 && isSmall(parts.magnitude) && static_cast<std::uint64_t>(parts.magnitude) % 10 == 0) {
     parts.magnitude = static_cast<std::uint64_t>(parts.magnitude) / 10;
     --parts.scale;
   }
@@ -120,9 +119,7 @@ Decimal Decimal::operator-() const {
   return d;
 }
 
-Decimal operator+(const Decimal& a, const Decimal& b) {
-  return sum(DecimalParts::of(a), DecimalParts::of(b));
-}
+Decimal operator+(const Decimal& a, const Decimal& b) { return sum(DecimalParts::of(a), DecimalParts::of(b)); }
 
 Decimal operator-(const Decimal& a, const Decimal& b) { return a + -b; }
 
@@ -132,8 +129,7 @@ Decimal operator*(const Decimal& a, const Decimal& b) {
   const bool negative = x.negative != y.negative;
   if (isSmall(x.magnitude) && isSmall(y.magnitude)) {
     const Uint128 product = x.magnitude * y.magnitude;
-    if (product <= kMaxMagnitude && scale <= Decimal::kMaxScale)
-      return DecimalParts{product, scale, negative}.build();
+    if (product <= kMaxMagnitude && scale <= Decimal::kMaxScale) return DecimalParts{product, scale, negative}.build();
   }
   return DecimalParts::fit(Uint192::product(x.magnitude, y.magnitude), scale, negative);
 }

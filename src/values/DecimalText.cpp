@@ -57,13 +57,12 @@ Decimal build(const Digits& digits, bool negative) {
   }
   if (digits.scale < 0) {
     if (digits.full || digits.scale < -Decimal::kMaxScale) throw Errore("Overflow");
-    return DecimalParts::fit(Uint192::product(digits.magnitude, powerOfTen(static_cast<int>(-digits.scale))),
-                             0, negative);
+    return DecimalParts::fit(Uint192::product(digits.magnitude, powerOfTen(static_cast<int>(-digits.scale))), 0,
+                             negative);
   }
   constexpr long kVanishes = Decimal::kMaxScale + 30;
   if (digits.scale > kVanishes) return {};
-  return DecimalParts::fit(Uint192(digits.magnitude), static_cast<int>(digits.scale), negative,
-                           digits.dropped);
+  return DecimalParts::fit(Uint192(digits.magnitude), static_cast<int>(digits.scale), negative, digits.dropped);
 }
 
 }  // namespace
@@ -103,8 +102,7 @@ Decimal Decimal::FromDouble(double value) {
   }
   char text[64];
   constexpr int kExactEnough = 32;  // so many digits that the rounding at the fifteenth sees a true half
-  const char* end =
-      std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, kExactEnough).ptr;
+  const char* end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, kExactEnough).ptr;
   const bool negative = text[0] == '-';
   const std::string_view all(text, static_cast<std::size_t>(end - text));
   Digits digits;

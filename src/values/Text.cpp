@@ -28,8 +28,7 @@ char32_t next(std::string_view text, std::size_t& at) {
   constexpr char32_t kStray = 0xDC00;
   char32_t code = lead & (0x3FU >> more);
   std::size_t i = at + 1;
-  for (; i <= at + more && i < text.size() && isContinuation(text[i]); ++i)
-    code = code << 6 | (byte(i) & 0x3FU);
+  for (; i <= at + more && i < text.size() && isContinuation(text[i]); ++i) code = code << 6 | (byte(i) & 0x3FU);
   if (lead < 0x80) code = lead;
   if (lead >= 0x80 && (more == 0 || i != at + more + 1)) {
     ++at;
@@ -108,9 +107,7 @@ std::size_t length(std::string_view text) {
   return count;
 }
 
-std::string_view left(std::string_view text, std::size_t count) {
-  return text.substr(0, advance(text, 0, count));
-}
+std::string_view left(std::string_view text, std::size_t count) { return text.substr(0, advance(text, 0, count)); }
 
 std::string_view mid(std::string_view text, std::size_t start, std::size_t count) {
   const std::size_t from = advance(text, 0, start);

@@ -25,7 +25,11 @@ enum class Kind { Empty, Null, Int16, Int32, Double, Decimal, Date, String, Bool
 class Variant {
  public:
   Variant() = default;
-  static Variant Null() { Variant v; v.data_ = NullTag{}; return v; }
+  static Variant Null() {
+    Variant v;
+    v.data_ = NullTag{};
+    return v;
+  }
 
   Variant(bool value) : data_(value) {}
   Variant(double value) : data_(value) {}
@@ -37,8 +41,7 @@ class Variant {
   Variant(std::shared_ptr<Object> value) : data_(std::move(value)) {}
   /// 16-bit stays 16-bit, what fits in 32 bits is 32-bit, larger becomes a Decimal.
   template <std::integral T>
-    requires(!std::same_as<T, bool>)
-  Variant(T value) {
+  requires(!std::same_as<T, bool>) Variant(T value) {
     if constexpr (std::same_as<T, std::int16_t>) {
       data_ = value;
     } else if (std::in_range<std::int32_t>(value)) {
@@ -59,9 +62,13 @@ class Variant {
 
   /// The stored alternative; the caller has looked at kind().
   template <typename T>
-  const T& as() const { return std::get<T>(data_); }
+  const T& as() const {
+    return std::get<T>(data_);
+  }
   template <typename T>
-  const T* get_if() const { return std::get_if<T>(&data_); }
+  const T* get_if() const {
+    return std::get_if<T>(&data_);
+  }
 
   /// Same kind and same value; not the comparison of numbers (see compare in Conversion.h).
   friend bool operator==(const Variant&, const Variant&) = default;

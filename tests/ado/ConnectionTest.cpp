@@ -1,8 +1,7 @@
-#include "ado/Connection.h"
-
 #include <gtest/gtest.h>
 
 #include "Sets.h"
+#include "ado/connection/Connection.h"
 #include "support/RecordingConnection.h"
 
 namespace {
@@ -13,8 +12,10 @@ TEST(ConnectionString, FindsAnEntryWhateverItsDress) {
   constexpr std::string_view kText =
       " provider = SQLite ;Data Source=\"C:\\a;b\"\"c.db\";;Flag; PWD={x};y}}z};Note='it''s';Empty=;Data Source=second";
   const std::vector<std::pair<std::string_view, std::string_view>> entries = {
-      {"Provider", "SQLite"}, {"DATA SOURCE", "C:\\a;b\"c.db"}, {"pwd", "x"},   {"Note", "it's"},
-      {"Empty", ""},          {"Flag", ""},                     {"Absent", ""}};
+      {"Provider", "SQLite"}, {"DATA SOURCE", "C:\\a;b\"c.db"},
+      {"pwd", "x"},           {"Note", "it's"},
+      {"Empty", ""},          {"Flag", ""},
+      {"Absent", ""}};
   for (const auto& [key, value] : entries) EXPECT_EQ(ado::connectionEntry(kText, key), value) << key;
   EXPECT_EQ(ado::connectionEntry("PWD={a;b}}c}", "PWD"), "a;b}c");
   EXPECT_EQ(ado::connectionEntry("A='never closed;B=1", "A"), "never closed;B=1");

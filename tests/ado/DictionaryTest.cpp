@@ -1,8 +1,7 @@
-#include "ado/Dictionary.h"
-
 #include <gtest/gtest.h>
 
 #include "Sets.h"
+#include "ado/Dictionary.h"
 
 namespace {
 

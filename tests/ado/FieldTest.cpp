@@ -1,8 +1,7 @@
-#include "ado/Field.h"
-
 #include <gtest/gtest.h>
 
 #include "Sets.h"
+#include "ado/recordset/Field.h"
 
 namespace {
 

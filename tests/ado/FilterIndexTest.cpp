@@ -130,9 +130,10 @@ class Oracle {
         view = {view.set, is + " OR " + at,
                 [=](const Account& row) { return sameAccount(row) || row.period == period; }};
         break;
-      default: view = {view.set, is + " AND PERIODO >= 1 AND PERIODO<=2", [=](const Account& row) {
-                         return sameAccount(row) && row.period && *row.period >= 1 && *row.period <= 2;
-                       }};
+      default:
+        view = {view.set, is + " AND PERIODO >= 1 AND PERIODO<=2", [=](const Account& row) {
+                  return sameAccount(row) && row.period && *row.period >= 1 && *row.period <= 2;
+                }};
     }
     view.set->Filter(view.text);
   }

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 

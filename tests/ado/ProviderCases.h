@@ -74,15 +74,18 @@ TEST_P(ProviderCases, ReadsWhatItWroteInTheFieldsTypes) {
     EXPECT_EQ(field.Value().kind(), fields[i].kind) << field.Name();
     EXPECT_EQ((field.Attributes() & ado::adFldIsNullable) != 0 && field.Attributes() > 0, fields[i].nullable)
         << field.Name();
-    if (fields[i].size > 0) { EXPECT_EQ(field.DefinedSize(), fields[i].size) << field.Name(); }
+    if (fields[i].size > 0) {
+      EXPECT_EQ(field.DefinedSize(), fields[i].size) << field.Name();
+    }
     if (field.Type() == ado::adDecimal) {
       EXPECT_EQ(field.Precision(), fields[i].precision) << field.Name();
       EXPECT_EQ(field.NumericScale(), fields[i].scale) << field.Name();
     }
   }
   EXPECT_EQ(set->RecordCount(), 3);
-  EXPECT_EQ(shown(set), "1|A1  |Alfa|10.50|1.125|0|31/01/2011; 2|b2  |beta|-3.25|NULL|1|28/02/2011 13:05:09; "
-                        "3|C3  |NULL|NULL|2.000|1|NULL");
+  EXPECT_EQ(shown(set),
+            "1|A1  |Alfa|10.50|1.125|0|31/01/2011; 2|b2  |beta|-3.25|NULL|1|28/02/2011 13:05:09; "
+            "3|C3  |NULL|NULL|2.000|1|NULL");
 }
 
 TEST_P(ProviderCases, ComparesAsSqlServerDoes) {

@@ -1,8 +1,7 @@
-#include "ado/Recordset.h"
-
 #include <gtest/gtest.h>
 
 #include "Sets.h"
+#include "ado/recordset/Recordset.h"
 
 namespace {
 
@@ -29,11 +28,14 @@ TEST(Recordset, RefusesEverythingWhenClosed) {
   auto& field = (*set)["N"];
   set->Close();
   EXPECT_EQ(set->State(), ado::adStateClosed);
-  const std::vector<std::function<void()>> misuses = {
-      [&] { set->Close(); },      [&] { set->AddNew(); },       [&] { set->Update(); },    [&] { set->Delete(); },
-      [&] { set->MoveFirst(); },  [&] { set->MoveNext(); },     [&] { set->MoveLast(); },  [&] { set->MovePrevious(); },
-      [&] { set->Filter("N=1"); }, [&] { set->Clone(); },       [&] { set->GetRows(); },   [&] { set->AppendRow(); },
-      [&] { (void)set->Eof(); },  [&] { (void)set->RecordCount(); }, [&] { field.Value(); }, [&] { field.Value(1); }};
+  const std::vector<std::function<void()>> misuses = {[&] { set->Close(); },       [&] { set->AddNew(); },
+                                                      [&] { set->Update(); },      [&] { set->Delete(); },
+                                                      [&] { set->MoveFirst(); },   [&] { set->MoveNext(); },
+                                                      [&] { set->MoveLast(); },    [&] { set->MovePrevious(); },
+                                                      [&] { set->Filter("N=1"); }, [&] { set->Clone(); },
+                                                      [&] { set->GetRows(); },     [&] { set->AppendRow(); },
+                                                      [&] { (void)set->Eof(); },   [&] { (void)set->RecordCount(); },
+                                                      [&] { field.Value(); },      [&] { field.Value(1); }};
   for (std::size_t i = 0; i < misuses.size(); ++i) EXPECT_EQ(errorOf(misuses[i]), kClosed) << i;
   set->Open();
   EXPECT_EQ(set->RecordCount(), 0);
@@ -47,9 +49,9 @@ TEST(Recordset, RefusesToReadOrMoveWithoutARow) {
   set->MoveNext();
   EXPECT_TRUE(set->Eof() && !set->Bof());
   const std::vector<std::function<void()>> misuses = {
-      [&] { empty->MoveFirst(); }, [&] { empty->MoveLast(); },       [&] { empty->MoveNext(); },
-      [&] { empty->Delete(); },    [&] { (*empty)["N"].Value(); },   [&] { (*empty)["N"].Value(1); },
-      [&] { empty->GetRows(); },   [&] { set->MoveNext(); },         [&] { (*set)["N"].Value(); },
+      [&] { empty->MoveFirst(); }, [&] { empty->MoveLast(); },     [&] { empty->MoveNext(); },
+      [&] { empty->Delete(); },    [&] { (*empty)["N"].Value(); }, [&] { (*empty)["N"].Value(1); },
+      [&] { empty->GetRows(); },   [&] { set->MoveNext(); },       [&] { (*set)["N"].Value(); },
       [&] { set->Delete(); },      [&] { (*set)["N"].Value(3); }};
   for (std::size_t i = 0; i < misuses.size(); ++i) EXPECT_EQ(errorOf(misuses[i]), kNoRow) << i;
   EXPECT_TRUE(set->Eof());

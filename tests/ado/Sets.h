@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 

@@ -18,8 +18,7 @@ struct Banco : testing_support::ContestoDiProva {
     prop.ProgressivoEsercizio = 1;
     sessione->pdc = "PDCSESS";
   }
-  void rispondi(const std::vector<std::string>& campi,
-                const std::vector<std::vector<values::Variant>>& righe) {
+  void rispondi(const std::vector<std::string>& campi, const std::vector<std::vector<values::Variant>>& righe) {
     db->answers.push_back(testing_support::rows(campi, righe));
   }
   /// Every statement from now on fails.

@@ -38,19 +38,16 @@ TEST_F(CalendarioTest, GivesEveryMonthItsPeriod) {
     const char* periodi;  ///< of months 0 to 13, in base 16
   };
   const Caso casi[] = {
-      {0, 1, "20240701", "0123456789abc0"}, {0, 0, "20240701", "0789abc1234560"},
-      {0, 0, "20240115", "0123456789abc0"}, {0, 0, "20241231", "023456789abc10"},
-      {1, 0, "20240701", "04455661122330"}, {2, 0, "20240701", "03334441112220"},
-      {2, 1, "20240701", "01112223334440"}, {3, 0, "20240301", "03311112222330"},
-      {4, 0, "20240701", "02222221111110"}, {5, 0, "20240701", "01111111111110"},
-      {6, 1, "20240701", "00000000000000"}, {99, 0, "20240701", "00000000000000"},
+      {0, 1, "20240701", "0123456789abc0"}, {0, 0, "20240701", "0789abc1234560"}, {0, 0, "20240115", "0123456789abc0"},
+      {0, 0, "20241231", "023456789abc10"}, {1, 0, "20240701", "04455661122330"}, {2, 0, "20240701", "03334441112220"},
+      {2, 1, "20240701", "01112223334440"}, {3, 0, "20240301", "03311112222330"}, {4, 0, "20240701", "02222221111110"},
+      {5, 0, "20240701", "01111111111110"}, {6, 1, "20240701", "00000000000000"}, {99, 0, "20240701", "00000000000000"},
       {0, 0, "", "00000000000000"},         {0, 1, "", "0123456789abc0"},
   };
   for (const auto& caso : casi) {
     std::string periodi;
     for (std::int16_t mese = 0; mese <= 13; ++mese)
-      periodi +=
-          "0123456789abc"[calendario.GetBdgPeriodo(mese, caso.periodicita, caso.solare, data(caso.inizio))];
+      periodi += "0123456789abc"[calendario.GetBdgPeriodo(mese, caso.periodicita, caso.solare, data(caso.inizio))];
     EXPECT_EQ(periodi, caso.periodi) << caso.periodicita << " " << caso.solare << " " << caso.inizio;
   }
   EXPECT_EQ(banco.esito(), "0 ");
@@ -216,10 +213,9 @@ TEST_F(CalendarioTest, ReadsTheProgressiveOfAYear) {
   banco.rispondi({"CG19_PROGESER"}, {{Variant::Null()}});
   banco.rispondi({"CG19_PROGESER"}, {});
   EXPECT_EQ(calendario.GetProgressivoEsercizio(7, 2024), 3);
-  EXPECT_EQ(
-      banco.db->texts[0],
-      " SELECT CG19_PROGESER \r\n FROM   CG19_ANADITTAESER WITH (NOLOCK)\r\n WHERE  CG19_DITTA_CG18 = 7\r\n"
-      " AND    CG19_ANNO = 2024\r\n");
+  EXPECT_EQ(banco.db->texts[0],
+            " SELECT CG19_PROGESER \r\n FROM   CG19_ANADITTAESER WITH (NOLOCK)\r\n WHERE  CG19_DITTA_CG18 = 7\r\n"
+            " AND    CG19_ANNO = 2024\r\n");
   EXPECT_EQ(calendario.GetProgressivoEsercizio(7, 2024), 0);
   EXPECT_EQ(calendario.GetProgressivoEsercizio(7, 2024), 0);
   EXPECT_EQ(banco.esito(), "0 ");

@@ -91,14 +91,13 @@ TEST_F(CaricaDatiTest, LoadsNothingWithoutASubtype) {
 }
 
 TEST_F(CaricaDatiTest, StopsAtTheFirstFailureAndKeepsItsName) {
-  const std::pair<const char*, const char*> guasti[] = {
-      {"BU01_INDPERIODO", "GetPeriodicitaBudget"},
-      {"BU01_INDTIPOPDC", "GetTipoPdC"},
-      {"CODICEPDC", "GetCodicePdC"},
-      {"BU01_FLGSEDI", "GetGestioneSede"},
-      {"BU01_INDMULTIATTIVITA", "GetTipoGestioneMultiAttivita"},
-      {"BU01_NUMFORECAST", "GetNumeroForecast"},
-      {"BU01_INDPERFISO", "GetAnnoBudgetFiscaleSolare"}};
+  const std::pair<const char*, const char*> guasti[] = {{"BU01_INDPERIODO", "GetPeriodicitaBudget"},
+                                                        {"BU01_INDTIPOPDC", "GetTipoPdC"},
+                                                        {"CODICEPDC", "GetCodicePdC"},
+                                                        {"BU01_FLGSEDI", "GetGestioneSede"},
+                                                        {"BU01_INDMULTIATTIVITA", "GetTipoGestioneMultiAttivita"},
+                                                        {"BU01_NUMFORECAST", "GetNumeroForecast"},
+                                                        {"BU01_INDPERFISO", "GetAnnoBudgetFiscaleSolare"}};
   const auto buone = colonne;
   for (const auto& [colonna, procedura] : guasti) {
     colonne = buone;

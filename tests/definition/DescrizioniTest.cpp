@@ -1,10 +1,9 @@
-#include "definition/Descrizioni.h"
-
 #include <gtest/gtest.h>
 
 #include <set>
 
 #include "definition/Banco.h"
+#include "definition/Descrizioni.h"
 
 namespace {
 

@@ -31,22 +31,20 @@ struct EserciziFinti : suite::ServizioEsercizi {
   }
 
   void Connessione(ado::ConnectionPtr connessione) override { conConnessione += connessione ? 1 : 0; }
-  bool Esiste(const values::Variant& ditta, const values::Variant& anno,
-              const values::Variant& progressivo) override {
+  bool Esiste(const values::Variant& ditta, const values::Variant& anno, const values::Variant& progressivo) override {
     return domanda("Esiste", {ditta, anno, progressivo}) && esiste;
   }
   bool EsisteAnno(const values::Variant& ditta, const values::Variant& anno) override {
     return domanda("EsisteAnno", {ditta, anno}) && esiste;
   }
-  void DateInizioFine(const values::Variant& ditta, const values::Variant& anno,
-                      const values::Variant& progressivo, values::Variant& da, values::Variant& a) override {
+  void DateInizioFine(const values::Variant& ditta, const values::Variant& anno, const values::Variant& progressivo,
+                      values::Variant& da, values::Variant& a) override {
     domanda("DateInizioFine", {ditta, anno, progressivo});
     if (inizio.isEmpty()) return;
     da = inizio;
     a = fine;
   }
-  bool Chiuso(const values::Variant& ditta, const values::Variant& anno,
-              const values::Variant& progressivo) override {
+  bool Chiuso(const values::Variant& ditta, const values::Variant& anno, const values::Variant& progressivo) override {
     return domanda("Chiuso", {ditta, anno, progressivo}) && chiuso;
   }
 

@@ -209,12 +209,12 @@ TEST(ImpostazioniBudget, LooksForDataWhereThePropertyTipoBudgetKeepsThem) {
     banco.rispondi({"A"}, {});
     EXPECT_TRUE(impostazioni.GetIsBudgetValorizzatoDitta(7, 6, "A"));
     EXPECT_FALSE(impostazioni.GetIsBudgetValorizzato(6, "A"));
-    EXPECT_THAT(banco.db->texts,
-                ElementsAre(archivio == 2 ? std::string(kInvestimenti) + " AND   BU04_DITTA_CG18 = 7\r\n"
-                                          : kTestataDitta,
-                            archivio == 2   ? kInvestimenti
-                            : archivio == 4 ? kSpeseGenerali
-                                            : kTestata));
+    EXPECT_THAT(
+        banco.db->texts,
+        ElementsAre(archivio == 2 ? std::string(kInvestimenti) + " AND   BU04_DITTA_CG18 = 7\r\n" : kTestataDitta,
+                    archivio == 2   ? kInvestimenti
+                    : archivio == 4 ? kSpeseGenerali
+                                    : kTestata));
   }
 }
 
@@ -270,8 +270,7 @@ TEST(ImpostazioniBudget, CountsTheSlotsThatHoldAnElement) {
   const ImpostazioniBudget impostazioni(banco.ctx);
   const std::pair<Variant, int> casi[] = {{"AAABBBVAR", 3}, {"AAA   BBB", 2},     {"AAAB", 2},
                                           {"", 0},          {Variant::Null(), 0}, {Variant(), 0}};
-  for (const auto& [struttura, attesi] : casi)
-    EXPECT_EQ(impostazioni.GetBdgNrElementiInStruttura(struttura), attesi);
+  for (const auto& [struttura, attesi] : casi) EXPECT_EQ(impostazioni.GetBdgNrElementiInStruttura(struttura), attesi);
   EXPECT_EQ(impostazioni.GetBdgNrElementiInStruttura(std::string(3 * 40000, 'A')), 0);
   EXPECT_EQ(banco.esito(), "99 Overflow in GetBdgNrElementiInStruttura");
 }

@@ -1,8 +1,7 @@
-#include "definition/Strutture.h"
-
 #include <gtest/gtest.h>
 
 #include "definition/Banco.h"
+#include "definition/Strutture.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
-#include "dupschede/DateDuplicazione.h"
-
 #include <gtest/gtest.h>
 
+#include "dupschede/DateDuplicazione.h"
 #include "support/ContestoDiProva.h"
 
 namespace bukorval {

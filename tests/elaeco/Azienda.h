@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "ado/sqlite/Provider.h"
 #include "elaeco/PopolaSaldi.h"
 #include "elaeco/ScriviBudget.h"
 #include "elaeco/SituazioneFinta.h"
 #include "schema/Schema.h"
+#include "sqlite/Provider.h"
 #include "support/ContestoDiProva.h"
 #include "support/FaultConnection.h"
 

@@ -43,9 +43,8 @@ TEST(PopolaSaldi, EveryAccountHasARowForEveryPeriodInTheOrderItAppeared) {
   }
   EXPECT_EQ(identita.size(), 12u);
   EXPECT_THAT(descrizioni, ElementsAre("Merci", "Servizi", "Vendite"));
-  EXPECT_THAT(azienda.avvenuti,
-              ElementsAre("Lettura dei saldi contabili 5", "1", "2", "3", "4", "5", "end",
-                          "Preparazione dei saldi per periodo 3", "1", "2", "3", "end"));
+  EXPECT_THAT(azienda.avvenuti, ElementsAre("Lettura dei saldi contabili 5", "1", "2", "3", "4", "5", "end",
+                                            "Preparazione dei saldi per periodo 3", "1", "2", "3", "end"));
 }
 
 TEST(PopolaSaldi, PeriodsTakeTheirMonthsWhateverMonthTheYearBeginsWith) {

@@ -1,8 +1,7 @@
-#include "elaeco/Scostamenti.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "elaeco/Scostamenti.h"
 #include "support/ContestoDiProva.h"
 #include "values/Conversion.h"
 
@@ -14,11 +13,12 @@ using values::Variant;
 
 struct Prova : testing_support::ContestoDiProva {
   Prova() {
-    prop.RstScostPerConto = rows({"CONTO", "FLGPERIODI", "PERCSCOST"}, {{"50000000", 0, 10},
-                                                                       {"50010000", 0, 0},
-                                                                       {"50020000", 0, 7.5},
-                                                                       {"50020001", 1, 99},
-                                                                       {"51000000", Variant::Null(), Variant::Null()}});
+    prop.RstScostPerConto =
+        rows({"CONTO", "FLGPERIODI", "PERCSCOST"}, {{"50000000", 0, 10},
+                                                    {"50010000", 0, 0},
+                                                    {"50020000", 0, 7.5},
+                                                    {"50020001", 1, 99},
+                                                    {"51000000", Variant::Null(), Variant::Null()}});
     prop.RstScostPerPeriodo =
         rows({"CONTO", "PERIODO", "PERCSCOST"}, {{"50020001", 3, -25}, {"50020001", 4, 0}, {"50990000", 5, 2}});
   }
@@ -87,11 +87,15 @@ TEST(Scostamenti, FailuresKeepTheNameOfTheInnermostQuestion) {
 TEST(Scostamenti, TheParentOfAnAccountIsOneLevelUp) {
   Prova prova;
   const std::pair<const char*, const char*> casi[] = {
-      {"50010001", "50010000"}, {"50010000", "50000000"}, {"52000000", "50000000"}, {"50000000", ""},
-      {"00000000", ""},         {"", ""},                 {"5001000107", "5001000100"},
+      {"50010001", "50010000"},
+      {"50010000", "50000000"},
+      {"52000000", "50000000"},
+      {"50000000", ""},
+      {"00000000", ""},
+      {"", ""},
+      {"5001000107", "5001000100"},
   };
-  for (const auto& [conto, padre] : casi)
-    EXPECT_EQ(values::toText(GetContoPadre(prova.ctx, 1, conto)), padre) << conto;
+  for (const auto& [conto, padre] : casi) EXPECT_EQ(values::toText(GetContoPadre(prova.ctx, 1, conto)), padre) << conto;
 }
 
 }  // namespace

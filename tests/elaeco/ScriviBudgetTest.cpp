@@ -131,8 +131,9 @@ TEST(ScriviBudget, AccountsWithoutACardThatTheStructureDoesNotAllowAreListed) {
     std::size_t scritti;
   };
   const auto struttura = [](Proposta& prova) {
-    prova.db->Execute("INSERT INTO BU61_STRUTTELEM (BU61_CODICE_BU60, BU61_ELEMENTO, BU61_CAMPO, BU61_VALORE) VALUES"
-                      " ('S1', 1, 'BU65_CONTO_CG24', '50010001'), ('S1', 2, 'BU65_CODICE_CG23', '50010002')");
+    prova.db->Execute(
+        "INSERT INTO BU61_STRUTTELEM (BU61_CODICE_BU60, BU61_ELEMENTO, BU61_CAMPO, BU61_VALORE) VALUES"
+        " ('S1', 1, 'BU65_CONTO_CG24', '50010001'), ('S1', 2, 'BU65_CODICE_CG23', '50010002')");
   };
   const std::vector<std::string> entrambi = {"50010001 Merci", "50010002 Servizi"};
   const Caso casi[] = {
@@ -201,10 +202,12 @@ TEST(ScriviBudget, WhatCannotBeWrittenLeavesNothing) {
       {"a set of another kind", [](Proposta& p) { p.prop.RstSaldiElaEco = testing_support::rows({"CODICE"}, {{"x"}}); },
        "99 Item cannot be found in the collection: CONTO in BdgElaEco_ScriviBudget_DaRstSaldiElaEco"},
       {"a closed set", [](Proposta& p) { p.prop.RstSaldiElaEco->Close(); }, "99 "},
-      {"an amount that is none", [](Proposta& p) {
+      {"an amount that is none",
+       [](Proposta& p) {
          p.prop.RstSaldiElaEco = testing_support::rows({"CONTO", "DESCRIZIONE", "PERIODO", "IMPORTO", "SOVRASCRIVI"},
                                                        {{"50010001", "", 1, 1, 1}, {"50010001", "", 2, "molto", 1}});
-       }, "99 "},
+       },
+       "99 "},
   };
   for (const auto& caso : casi) {
     Proposta prova;

@@ -107,8 +107,8 @@ class SituazioneFinta {
           {"Situazione", &Situazione},
           {"ProvenienzaRichiestaElaborazione", &ProvenienzaRichiestaElaborazione},
           {"FiltroConto", &FiltroConto}};
-      std::vector<std::pair<std::string, std::string>> risultato = {
-          {"Connection", Connection ? "given" : "none"}, {"ConnectionString", ConnectionString}};
+      std::vector<std::pair<std::string, std::string>> risultato = {{"Connection", Connection ? "given" : "none"},
+                                                                    {"ConnectionString", ConnectionString}};
       for (const auto& [nome, valore] : tutte)
         risultato.emplace_back(nome, valore->isEmpty() ? "not set" : values::toPlainText(*valore));
       return risultato;

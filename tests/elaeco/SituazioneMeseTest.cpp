@@ -32,14 +32,31 @@ TEST(SituazioneMese, EveryPropertyReachesTheComponent) {
   prop.AData = Date::FromYmd(2025, 1, 31);
   azienda.ctx.stringaConnessione = "Provider=Prova";
   ASSERT_TRUE(azienda.popola()) << azienda.esito();
-  const Proprieta spente = {{"Connection", "given"}, {"ConnectionString", "Provider=Prova"}, {"Ditta", "1"},
-                            {"SedeDaElaborare", "not set"}, {"GruppoPdC", "1"}, {"AnnoEsercizio", "2025"},
-                            {"ProgrEsercizio", "1"}, {"TipoData", "0"}, {"TipiMov_WhereCondition", "1 = 1"},
-                            {"SaldoDiversoDaZero", "0"}, {"SimulaSaldoApertura", "0"}, {"SimulaAmmortamenti", "0"},
-                            {"SimulaAmmCivilistico", "0"}, {"TipoAmmortamento", "0"}, {"SimulaRisconti", "0"},
-                            {"SimulaRimanenzeFinali", "0"}, {"TipoConti", "0"}, {"NumLivelli", "0"}, {"Intermedi", "0"},
-                            {"PiuAttivita", "0"}, {"MastroClienti", "10010000"}, {"MastroFornitori", "20010000"},
-                            {"PercDiRicarica", "0"}, {"Situazione", "2"}, {"ProvenienzaRichiestaElaborazione", "1"},
+  const Proprieta spente = {{"Connection", "given"},
+                            {"ConnectionString", "Provider=Prova"},
+                            {"Ditta", "1"},
+                            {"SedeDaElaborare", "not set"},
+                            {"GruppoPdC", "1"},
+                            {"AnnoEsercizio", "2025"},
+                            {"ProgrEsercizio", "1"},
+                            {"TipoData", "0"},
+                            {"TipiMov_WhereCondition", "1 = 1"},
+                            {"SaldoDiversoDaZero", "0"},
+                            {"SimulaSaldoApertura", "0"},
+                            {"SimulaAmmortamenti", "0"},
+                            {"SimulaAmmCivilistico", "0"},
+                            {"TipoAmmortamento", "0"},
+                            {"SimulaRisconti", "0"},
+                            {"SimulaRimanenzeFinali", "0"},
+                            {"TipoConti", "0"},
+                            {"NumLivelli", "0"},
+                            {"Intermedi", "0"},
+                            {"PiuAttivita", "0"},
+                            {"MastroClienti", "10010000"},
+                            {"MastroFornitori", "20010000"},
+                            {"PercDiRicarica", "0"},
+                            {"Situazione", "2"},
+                            {"ProvenienzaRichiestaElaborazione", "1"},
                             {"FiltroConto", "not set"}};
   EXPECT_EQ(azienda.situazione.chiamate.at(0).proprieta, spente);
 
@@ -56,11 +73,17 @@ TEST(SituazioneMese, EveryPropertyReachesTheComponent) {
   azienda.sessione->fornitori = "22";
   ASSERT_TRUE(azienda.popola()) << azienda.esito();
   Proprieta accese = spente;
-  for (const auto& [nome, valore] : Proprieta{{"SedeDaElaborare", "4"}, {"GruppoPdC", "6"}, {"AnnoEsercizio", "2024"},
-                                              {"ProgrEsercizio", "3"}, {"TipoData", "2"},
+  for (const auto& [nome, valore] : Proprieta{{"SedeDaElaborare", "4"},
+                                              {"GruppoPdC", "6"},
+                                              {"AnnoEsercizio", "2024"},
+                                              {"ProgrEsercizio", "3"},
+                                              {"TipoData", "2"},
                                               {"TipiMov_WhereCondition", " CG41_INDTIPOMOV IN (0, 2) "},
-                                              {"SimulaAmmCivilistico", "1"}, {"TipoAmmortamento", "3"},
-                                              {"SimulaRisconti", "1"}, {"PiuAttivita", "1"}, {"MastroClienti", "11"},
+                                              {"SimulaAmmCivilistico", "1"},
+                                              {"TipoAmmortamento", "3"},
+                                              {"SimulaRisconti", "1"},
+                                              {"PiuAttivita", "1"},
+                                              {"MastroClienti", "11"},
                                               {"MastroFornitori", "22"}})
     for (auto& coppia : accese)
       if (coppia.first == nome) coppia.second = valore;
@@ -76,11 +99,20 @@ TEST(SituazioneMese, MonthsRunFromTheFirstDateToTheLast) {
   };
   const Caso casi[] = {
       {"one month", Date::FromYmd(2024, 2, 10), Date::FromYmd(2024, 2, 29), false, {"20240201-20240229"}},
-      {"cut at the last date", Date::FromYmd(2025, 2, 1), Date::FromYmd(2025, 3, 15), false,
+      {"cut at the last date",
+       Date::FromYmd(2025, 2, 1),
+       Date::FromYmd(2025, 3, 15),
+       false,
        {"20250201-20250228", "20250301-20250315"}},
-      {"over the turn of the year", Date::FromYmd(2024, 11, 30), Date::FromYmd(2025, 2, 28), false,
+      {"over the turn of the year",
+       Date::FromYmd(2024, 11, 30),
+       Date::FromYmd(2025, 2, 28),
+       false,
        {"20241101-20241130", "20241201-20241231", "20250101-20250131", "20250201-20250228"}},
-      {"adjustments follow the movements' last month", Date::FromYmd(2025, 11, 1), Date::FromYmd(2025, 12, 31), true,
+      {"adjustments follow the movements' last month",
+       Date::FromYmd(2025, 11, 1),
+       Date::FromYmd(2025, 12, 31),
+       true,
        {"20251101-20251130", "20251201-20260131"}},
       {"and no other month", Date::FromYmd(2025, 6, 1), Date::FromYmd(2025, 6, 30), true, {"20250601-20250630"}},
       {"reversed", Date::FromYmd(2025, 6, 1), Date::FromYmd(2025, 5, 31), false, {}},

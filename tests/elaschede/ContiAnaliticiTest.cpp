@@ -1,8 +1,7 @@
-#include "elaschede/ContiAnalitici.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "elaschede/ContiAnalitici.h"
 #include "support/ContestoDiProva.h"
 
 namespace bukorval {
@@ -32,8 +31,9 @@ TEST(ContiAnalitici, TheTailOfTheCodeStructureDecides) {
 
 TEST(ContiAnalitici, TheLastParentEndsWithTheLastLevelThatSaysSomething) {
   const std::pair<const char*, const char*> casi[] = {
-      {"50010000", "5001"}, {"50000000", "5"},         {"52000000", "52"},       {"50010001", "50010001"},
-      {"00000000", ""},     {"500100000007", "500100000007"}, {"5001", "5001"}, {"50010000   ", "5001"},
+      {"50010000", "5001"},     {"50000000", "5"},       {"52000000", "52"},
+      {"50010001", "50010001"}, {"00000000", ""},        {"500100000007", "500100000007"},
+      {"5001", "5001"},         {"50010000   ", "5001"},
   };
   testing_support::ContestoDiProva prova;
   for (const auto& [conto, padre] : casi) EXPECT_EQ(BdgElaSchede_GetUltimoPadrePdc(prova.ctx, conto), padre) << conto;

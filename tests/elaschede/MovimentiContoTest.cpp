@@ -1,7 +1,6 @@
-#include "elaschede/MovimentiConto.h"
-
 #include <gtest/gtest.h>
 
+#include "elaschede/MovimentiConto.h"
 #include "support/ContestoDiProva.h"
 
 namespace bukorval {
@@ -57,11 +56,11 @@ TEST(MovimentiConto, ByRegistrationDateForAnAnalyticAccount) {
   Prova prova;
   BdgElaSchede_GetRstMovimentiConto(prova.ctx, {"50010001", {}});
   ASSERT_EQ(prova.db->texts.size(), 1u);
-  EXPECT_EQ(prova.db->texts[0], kColonne + kEsercizio +
-                                    righe({" AND CG41_DATAREG >= '20110101'", " AND CG41_DATAREG <= '20111231'",
-                                           " AND CG42_CONTOPAR_CG24 = '50010001'",
-                                           " AND CG42_CODICE_CG33 NOT IN ('150 ', '151 ')"}) +
-                                    kOrdine);
+  EXPECT_EQ(prova.db->texts[0],
+            kColonne + kEsercizio +
+                righe({" AND CG41_DATAREG >= '20110101'", " AND CG41_DATAREG <= '20111231'",
+                       " AND CG42_CONTOPAR_CG24 = '50010001'", " AND CG42_CODICE_CG33 NOT IN ('150 ', '151 ')"}) +
+                kOrdine);
 }
 
 TEST(MovimentiConto, ByCompetenceForALedgerAccountSiteAndSupplier) {

@@ -1,11 +1,10 @@
-#include "elaschede/Ripartizione.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdint>
 #include <random>
 
+#include "elaschede/Ripartizione.h"
 #include "support/ContestoDiProva.h"
 
 namespace bukorval {

@@ -1,5 +1,3 @@
-#include "elaschede/TotaliMovimenti.h"
-
 #include <gtest/gtest.h>
 
 #include <array>
@@ -7,6 +5,7 @@
 #include <map>
 #include <random>
 
+#include "elaschede/TotaliMovimenti.h"
 #include "support/ContestoDiProva.h"
 #include "values/Conversion.h"
 
@@ -39,9 +38,13 @@ Movimento casuale(std::mt19937_64& caso, int tipoScheda) {
   const int lato = static_cast<int>(tra(1, 2));
   const std::int64_t centesimi = tra(0, 19) == 0 ? 0 : tra(-10'000'000, 10'000'000);
   Movimento m;
-  m.riga = {registrazione, documento ? Variant(dataDocumento) : Variant::Null(),
-            estremi & 1 ? Variant(inizio) : Variant::Null(), estremi & 2 ? Variant(fine) : Variant::Null(),
-            rateo, lato, Decimal::FromScaled(centesimi, 2)};
+  m.riga = {registrazione,
+            documento ? Variant(dataDocumento) : Variant::Null(),
+            estremi & 1 ? Variant(inizio) : Variant::Null(),
+            estremi & 2 ? Variant(fine) : Variant::Null(),
+            rateo,
+            lato,
+            Decimal::FromScaled(centesimi, 2)};
   const std::int64_t conSegno = (tipoScheda == 0 ? lato == 2 : lato == 1) ? -centesimi : centesimi;
   m.perRegistrazione[registrazione.month()] = conSegno;
   if (rateo == 4 || estremi == 0) {
@@ -100,8 +103,10 @@ TEST(TotaliMovimenti, RandomCardsEqualACountInIntegers) {
                               righe);
     for (const int tipoData : {0, 1}) {
       const auto totali = BdgElaSchede_GetRstBdgSchedeConsuntiviDaElaborare(prova.ctx);
-      if (tipoData == 0) BdgElaSchede_GetTotaliMovimentiPerPeriodo(prova.ctx, elaborazione, *totali, *movimenti);
-      else BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(prova.ctx, elaborazione, *totali, *movimenti);
+      if (tipoData == 0)
+        BdgElaSchede_GetTotaliMovimentiPerPeriodo(prova.ctx, elaborazione, *totali, *movimenti);
+      else
+        BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(prova.ctx, elaborazione, *totali, *movimenti);
       ASSERT_EQ(prova.ctx.stato(), bdgStatoOk) << prova.ctx.errore();
       for (totali->MoveFirst(); !totali->Eof(); totali->MoveNext()) {
         const int periodo = values::toInt32((*totali)["PERIODO"].Value());

@@ -1,7 +1,6 @@
-#include "frame/Connessione.h"
-
 #include <gtest/gtest.h>
 
+#include "frame/Connessione.h"
 #include "frame/Trappola.h"
 #include "support/ContestoDiProva.h"
 

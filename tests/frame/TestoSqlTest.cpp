@@ -1,7 +1,6 @@
-#include "frame/TestoSql.h"
-
 #include <gtest/gtest.h>
 
+#include "frame/TestoSql.h"
 #include "values/Errore.h"
 
 namespace bukorval {
@@ -18,13 +17,13 @@ TEST(TestoSql, LinesEndWithCarriageReturnAndLineFeed) {
 }
 
 TEST(TestoSql, SplicesValues) {
-  const struct { Variant valore; const char *numero, *apici, *dati, *riempito; } kRighe[] = {
-      {7, "7", "'7'", "'7'", "'7   '"},
-      {dec("12.50"), "12.50", "'12.50'", "'12.50'", "'12,5'"},
-      {0.1, "0.1", "'0.1'", "'0.1'", "'0,1 '"},
-      {Variant::Null(), "", "''", "''", "''"},
-      {Variant(), "", "''", "''", "''"},
-      {" l'anno ", " l'anno ", "' l'anno '", "' l''anno '", "'l'an'"},
+  const struct {
+    Variant valore;
+    const char *numero, *apici, *dati, *riempito;
+  } kRighe[] = {
+      {7, "7", "'7'", "'7'", "'7   '"},         {dec("12.50"), "12.50", "'12.50'", "'12.50'", "'12,5'"},
+      {0.1, "0.1", "'0.1'", "'0.1'", "'0,1 '"}, {Variant::Null(), "", "''", "''", "''"},
+      {Variant(), "", "''", "''", "''"},        {" l'anno ", " l'anno ", "' l'anno '", "' l''anno '", "'l'an'"},
       {"è", "è", "'è'", "'è'", "'è   '"}};
   for (const auto& riga : kRighe) {
     EXPECT_EQ(numero(riga.valore), riga.numero);
@@ -35,7 +34,9 @@ TEST(TestoSql, SplicesValues) {
 }
 
 TEST(TestoSql, AmountsAreExactOrRefused) {
-  const struct { Variant valore; const char* testo;
+  const struct {
+    Variant valore;
+    const char* testo;
   } kRighe[] = {{Variant::Null(), "NULL"},
                 {Variant(), "NULL"},
                 {"  ", "NULL"},

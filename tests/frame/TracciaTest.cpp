@@ -1,10 +1,10 @@
-#include "frame/Traccia.h"
-
 #include <gtest/gtest.h>
 
 #include <set>
 #include <stdexcept>
 #include <vector>
+
+#include "frame/Traccia.h"
 
 namespace bukorval {
 namespace {

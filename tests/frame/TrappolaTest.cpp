@@ -1,7 +1,6 @@
-#include "frame/Trappola.h"
-
 #include <gtest/gtest.h>
 
+#include "frame/Trappola.h"
 #include "support/ContestoDiProva.h"
 
 namespace bukorval {

@@ -1,10 +1,9 @@
-#include "frame/Validazione.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <vector>
 
+#include "frame/Validazione.h"
 #include "support/ContestoDiProva.h"
 
 namespace bukorval {

@@ -1,7 +1,6 @@
-#include "frame/Valori.h"
-
 #include <gtest/gtest.h>
 
+#include "frame/Valori.h"
 #include "support/ContestoDiProva.h"
 
 namespace bukorval {
@@ -42,10 +41,20 @@ TEST_F(Valori, NvlTreatsBlanksAsNull) {
 }
 
 TEST_F(Valori, FillsAndTrims) {
-  const struct { Variant valore; int larghezza; Variant riempito; } kRighe[] = {
-      {"ab", 4, "ab  "}, {" abcdef", 3, "abc"}, {Variant::Null(), 3, Variant::Null()}, {Variant(), 3, Variant::Null()},
-      {12, 4, "12  "}, {"", 2, "  "}, {"  è  ", 2, "è "}, {"x", 0, ""}, {"x", -1, Variant()},
-      {Variant(std::make_shared<values::Object>()), 2, Variant()}};
+  const struct {
+    Variant valore;
+    int larghezza;
+    Variant riempito;
+  } kRighe[] = {{"ab", 4, "ab  "},
+                {" abcdef", 3, "abc"},
+                {Variant::Null(), 3, Variant::Null()},
+                {Variant(), 3, Variant::Null()},
+                {12, 4, "12  "},
+                {"", 2, "  "},
+                {"  è  ", 2, "è "},
+                {"x", 0, ""},
+                {"x", -1, Variant()},
+                {Variant(std::make_shared<values::Object>()), 2, Variant()}};
   for (const auto& riga : kRighe) EXPECT_EQ(BFill(riga.valore, riga.larghezza), riga.riempito);
   EXPECT_EQ(RTrimN(Variant::Null()), Variant(""));
   EXPECT_EQ(RTrimN("  a  "), Variant("  a"));
@@ -64,10 +73,16 @@ TEST_F(Valori, CDecNConvertsExactly) {
 }
 
 TEST_F(Valori, DataDBQuotesDatesOnly) {
-  const struct { Variant data; const char* sql; } kRighe[] = {
-      {values::Date::FromYmd(2011, 1, 31), "'20110131'"}, {"31/01/2011", "'20110131'"},
-      {values::Date::FromYmd(2011, 1, 31, 8, 5, 9), "'20110131 08:05:09'"}, {"31/02/2011", "Null"},
-      {Variant::Null(), "Null"}, {Variant(), "Null"}, {"'; DROP TABLE X --", "Null"}};
+  const struct {
+    Variant data;
+    const char* sql;
+  } kRighe[] = {{values::Date::FromYmd(2011, 1, 31), "'20110131'"},
+                {"31/01/2011", "'20110131'"},
+                {values::Date::FromYmd(2011, 1, 31, 8, 5, 9), "'20110131 08:05:09'"},
+                {"31/02/2011", "Null"},
+                {Variant::Null(), "Null"},
+                {Variant(), "Null"},
+                {"'; DROP TABLE X --", "Null"}};
   for (const auto& riga : kRighe) EXPECT_EQ(DataDB(ctx, riga.data), riga.sql);
   EXPECT_EQ(ctx.stato(), bdgStatoOk);
   ctx.servizioDate = std::make_shared<DateGuaste>();
@@ -99,11 +114,18 @@ TEST_F(Valori, RoundZQAsksTheArithmeticService) {
 
 TEST_F(Valori, DeltasAreExactAndPropagateNull) {
   const Variant nullo = Variant::Null();
-  const struct { Variant valore2, valore1, delta, percentuale; } kRighe[] = {
-      {150, 120, 30, 0.25}, {dec("150.00"), dec("120.00"), dec("30.00"), dec("0.25")}, {nullo, 3, nullo, nullo},
-      {10, nullo, nullo, nullo}, {10, 0, 10, nullo}, {10, Variant(), 10, nullo}, {Variant(), 4, -4, -1.0},
-      {dec("0.30"), dec("-0.10"), dec("0.40"), dec("-4")}, {"1.000,50", "0,50", dec("1000"), dec("2000")},
-      {10, dec("0.00"), dec("10"), nullo}};
+  const struct {
+    Variant valore2, valore1, delta, percentuale;
+  } kRighe[] = {{150, 120, 30, 0.25},
+                {dec("150.00"), dec("120.00"), dec("30.00"), dec("0.25")},
+                {nullo, 3, nullo, nullo},
+                {10, nullo, nullo, nullo},
+                {10, 0, 10, nullo},
+                {10, Variant(), 10, nullo},
+                {Variant(), 4, -4, -1.0},
+                {dec("0.30"), dec("-0.10"), dec("0.40"), dec("-4")},
+                {"1.000,50", "0,50", dec("1000"), dec("2000")},
+                {10, dec("0.00"), dec("10"), nullo}};
   for (const auto& riga : kRighe) {
     EXPECT_EQ(CalcolaDelta(ctx, riga.valore2, riga.valore1), riga.delta);
     EXPECT_EQ(CalcolaDeltaPercentuale(ctx, riga.valore2, riga.valore1), riga.percentuale);

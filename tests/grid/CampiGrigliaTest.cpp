@@ -1,9 +1,9 @@
-#include "grid/CampiGriglia.h"
-
 #include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
+
+#include "grid/CampiGriglia.h"
 
 namespace {
 
@@ -33,15 +33,29 @@ TEST(CampiGriglia, BudgetWithoutForecasts) {
   EXPECT_EQ(griglia->RecordCount(), 0);
   EXPECT_EQ(griglia->CursorLocation, ado::adUseClient);
   EXPECT_EQ(griglia->CursorType, ado::adOpenDynamic);
-  EXPECT_THAT(campi(*griglia),
-              ElementsAreArray({"BU65_ID 10,0!", "BU65_DITTA_CG18 5,0!", "BU65_TIPOCF_CG44 1,0", "BU65_CODICE_CG31 2,0",
-                                "BU65_CODICE_CG31_DESCR text 40", "BU65_AREA_MG08 text 3",
-                                "BU65_AREA_MG08_DESCR text 40", "FLGESISTECRITPREL 2,0", "IMP_BUDGET 15,2",
-                                "IMP_CONSUNTIVO 15,2", "DELTAIMP_CONS 15,2", "DELTAPERCIMP_CONS 15,2",
-                                "IMP_ORDINI 15,2", "QTA1_BUDGET 14,3", "QTA1_CONSUNTIVO 14,3", "DELTAQTA1_CONS 14,3",
-                                "DELTAPERCQTA1_CONS 15,2", "QTA1_ORDINI 14,3", "QTA2_BUDGET 14,3",
-                                "QTA2_CONSUNTIVO 14,3", "DELTAQTA2_CONS 14,3", "DELTAPERCQTA2_CONS 15,2",
-                                "QTA2_ORDINI 14,3"}));
+  EXPECT_THAT(campi(*griglia), ElementsAreArray({"BU65_ID 10,0!",
+                                                 "BU65_DITTA_CG18 5,0!",
+                                                 "BU65_TIPOCF_CG44 1,0",
+                                                 "BU65_CODICE_CG31 2,0",
+                                                 "BU65_CODICE_CG31_DESCR text 40",
+                                                 "BU65_AREA_MG08 text 3",
+                                                 "BU65_AREA_MG08_DESCR text 40",
+                                                 "FLGESISTECRITPREL 2,0",
+                                                 "IMP_BUDGET 15,2",
+                                                 "IMP_CONSUNTIVO 15,2",
+                                                 "DELTAIMP_CONS 15,2",
+                                                 "DELTAPERCIMP_CONS 15,2",
+                                                 "IMP_ORDINI 15,2",
+                                                 "QTA1_BUDGET 14,3",
+                                                 "QTA1_CONSUNTIVO 14,3",
+                                                 "DELTAQTA1_CONS 14,3",
+                                                 "DELTAPERCQTA1_CONS 15,2",
+                                                 "QTA1_ORDINI 14,3",
+                                                 "QTA2_BUDGET 14,3",
+                                                 "QTA2_CONSUNTIVO 14,3",
+                                                 "DELTAQTA2_CONS 14,3",
+                                                 "DELTAPERCQTA2_CONS 15,2",
+                                                 "QTA2_ORDINI 14,3"}));
 }
 
 TEST(CampiGriglia, BudgetKeepsTheColumnsOfAForecastTogether) {

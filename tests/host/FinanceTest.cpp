@@ -21,16 +21,13 @@ TEST(DatiFinance, ADayNearAMonthEndStandsForItsMonth) {
 
 TEST(ContiFinance, TheChartHasGroupsAccountsAndDepartments) {
   DatiFinance data;
-  data.conti = {{"60", {"40", "Operating Expenses", "Expenditures"}},
-                {"600", {"60", "Labor Expenses", "Expenditures"}},
-                {"6000", {"600", "Salaries", "Expenditures"}},
-                {"6020", {"600", "Payroll Taxes", "Expenditures"}},
-                {"6100", {"60", "Commissions", "Expenditures"}},
-                {"2210", {"2200", "Notes Payable", "Liabilities"}}};
+  data.conti = {
+      {"60", {"40", "Operating Expenses", "Expenditures"}}, {"600", {"60", "Labor Expenses", "Expenditures"}},
+      {"6000", {"600", "Salaries", "Expenditures"}},        {"6020", {"600", "Payroll Taxes", "Expenditures"}},
+      {"6100", {"60", "Commissions", "Expenditures"}},      {"2210", {"2200", "Notes Payable", "Liabilities"}}};
   data.reparti = {{3, "Manufacturing"}};
   for (const char* account : {"6000", "6020", "6100", "2210"}) {
-    data.importi.push_back(
-        {Date::FromYmd(2011, 1, 31), 1, 3, Scenario::Budget, account, Decimal::FromScaled(1)});
+    data.importi.push_back({Date::FromYmd(2011, 1, 31), 1, 3, Scenario::Budget, account, Decimal::FromScaled(1)});
   }
   const std::tuple<const char*, const char*, int, bool> cases[] = {
       {"60000003", "Salaries - Manufacturing", 2, false},

@@ -42,8 +42,7 @@ TEST(Stampa, AlignsForPeople) {
             "        1.234.567,39\n");
   EXPECT_NE(printed(Formato::Tabella, '.').find("1,234,567.89    25.00"), std::string::npos);
   EXPECT_NE(printed(Formato::Tabella, ',', true).find("Code    Empty  "), std::string::npos);
-  EXPECT_NE(printed(Formato::Tabella, ',', false, true).find("\033[31m       -0,50\033[0m"),
-            std::string::npos);
+  EXPECT_NE(printed(Formato::Tabella, ',', false, true).find("\033[31m       -0,50\033[0m"), std::string::npos);
 }
 
 TEST(Stampa, WritesPlainValuesForPrograms) {

@@ -1,7 +1,6 @@
-#include "maintenance/Allineamento.h"
-
 #include <gmock/gmock.h>
 
+#include "maintenance/Allineamento.h"
 #include "maintenance/Banco.h"
 
 namespace {

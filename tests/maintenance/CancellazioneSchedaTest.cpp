@@ -1,8 +1,7 @@
-#include "maintenance/CancellazioneScheda.h"
-
 #include <gmock/gmock.h>
 
 #include "maintenance/Banco.h"
+#include "maintenance/CancellazioneScheda.h"
 
 namespace {
 
@@ -83,8 +82,8 @@ TEST(CancellaRiga, StopsAtTheStatementThatFails) {
       CancellazioneScheda(banco.ctx).CancellaRigaBU65(id);
       EXPECT_THAT(banco.db->texts,
                   ElementsAreArray(attese.begin(), attese.begin() + static_cast<std::ptrdiff_t>(guasto)));
-      EXPECT_EQ(banco.esito(), tipo == 5 && guasto == 1 ? "99 boom in DeleteBU63_DettaglioMastri"
-                                                        : "99 boom in CancellaRigaBU65 ");
+      EXPECT_EQ(banco.esito(),
+                tipo == 5 && guasto == 1 ? "99 boom in DeleteBU63_DettaglioMastri" : "99 boom in CancellaRigaBU65 ");
     }
   }
 }

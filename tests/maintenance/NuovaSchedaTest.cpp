@@ -1,8 +1,7 @@
-#include "maintenance/NuovaScheda.h"
-
 #include <gmock/gmock.h>
 
 #include "maintenance/Banco.h"
+#include "maintenance/NuovaScheda.h"
 
 namespace {
 
@@ -20,8 +19,11 @@ ado::DictionaryPtr colonne(const std::vector<std::pair<Variant, Variant>>& coppi
 
 std::string testata(const std::string& nomi, const std::string& valori) {
   return " INSERT INTO BU65_TESBUDGET \r\n"
-         " (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO, BU65_PROGESER, " + nomi + ")\r\n"
-         "VALUES\r\n (" + valori + ")\r\n";
+         " (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO, BU65_PROGESER, " +
+         nomi +
+         ")\r\n"
+         "VALUES\r\n (" +
+         valori + ")\r\n";
 }
 
 std::string dettaglio(int tipo, int periodo) {
@@ -31,8 +33,12 @@ std::string dettaglio(int tipo, int periodo) {
          "             SELECT  TOP 1 1 \r\n"
          "             FROM    BU66_DETBUDGET \r\n"
          "             WHERE   BU66_ID_BU65 = 31\r\n"
-         "             AND     BU66_TIPO = " + k + "\r\n"
-         "             AND     BU66_PERIODO = " + p + "\r\n"
+         "             AND     BU66_TIPO = " +
+         k +
+         "\r\n"
+         "             AND     BU66_PERIODO = " +
+         p +
+         "\r\n"
          "         ) \r\n"
          " BEGIN \r\n"
          "         INSERT INTO BU66_DETBUDGET \r\n"
@@ -41,7 +47,9 @@ std::string dettaglio(int tipo, int periodo) {
          "             BU66_PERIODO \r\n"
          "         )   \r\n"
          "         VALUES  \r\n"
-         "         (   31, " + k + ", " + p + "\r\n"
+         "         (   31, " +
+         k + ", " + p +
+         "\r\n"
          "         )   \r\n"
          " END ";
 }
@@ -93,9 +101,9 @@ TEST(NuovaScheda, WritesWhatTheBudgetTypeAsks) {
       {3, ", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 0 , 0 , ADESSO"}};
   for (const auto& riga : righe) {
     Banco banco(riga.tipo);
-    EXPECT_EQ(testataInserita(banco, colonne({{"BU65_CODICE_CG31", 3}})),
-              testata("BU65_CODICE_CG31" + riga.nomi,
-                      std::to_string(riga.tipo) + ", 'A1', 7, 2024, 1, 3" + riga.valori));
+    EXPECT_EQ(
+        testataInserita(banco, colonne({{"BU65_CODICE_CG31", 3}})),
+        testata("BU65_CODICE_CG31" + riga.nomi, std::to_string(riga.tipo) + ", 'A1', 7, 2024, 1, 3" + riga.valori));
   }
 }
 
@@ -119,7 +127,8 @@ TEST(NuovaScheda, AccountColumnsBringTheBudgetsChartCode) {
       {{{"BU65_CONTO_PC03", "A1"}}, "BU65_CONTO_PC03, BU65_CODICE_PC01", "N'A1', 5"},
       {{{"BU65_VDS_PC03", "V1"}}, "BU65_VDS_PC03, BU65_PDCVDS_PC01", "N'V1', 5"},
       {{{"BU65_CONTOPDC_PC03", "C1"}, {"BU65_CONTOCONTROPART_PC03", "C2"}},
-       "BU65_CONTOPDC_PC03, BU65_PDC_PC01, BU65_CONTOCONTROPART_PC03", "N'C1', 5, N'C2'"},
+       "BU65_CONTOPDC_PC03, BU65_PDC_PC01, BU65_CONTOCONTROPART_PC03",
+       "N'C1', 5, N'C2'"},
       // What the client gives is not written twice, wherever it stands.
       {{{"BU65_CONTO_CG24", "100"}, {"BU65_GRUPPO_CG10", 9}}, "BU65_CONTO_CG24, BU65_GRUPPO_CG10", "N'100', 9"}};
   for (const auto& riga : righe) {
@@ -164,8 +173,13 @@ TEST(NuovaScheda, CreatesADetailForEachKindAndPeriodOfTheNature) {
 }
 
 TEST(NuovaScheda, StopsAtTheStatementThatFailsAndNamesItsProcedure) {
-  const std::string nomi[] = {"InserimentoNuovaSchedaBudget", "InserimentoNuovaSchedaBudget", "GetPeriodicitaBudget",
-                              "GetNumeroForecast", "CreazioneBU66NULL", "CreazioneBU66NULL", "CreazioneBU67NULL"};
+  const std::string nomi[] = {"InserimentoNuovaSchedaBudget",
+                              "InserimentoNuovaSchedaBudget",
+                              "GetPeriodicitaBudget",
+                              "GetNumeroForecast",
+                              "CreazioneBU66NULL",
+                              "CreazioneBU66NULL",
+                              "CreazioneBU67NULL"};
   for (std::size_t guasto = 1; guasto <= std::size(nomi); ++guasto) {
     Banco banco(4);
     rispondi(banco, 5, 0);

@@ -1,8 +1,7 @@
-#include "maintenance/ValoriScheda.h"
-
 #include <gmock/gmock.h>
 
 #include "maintenance/Banco.h"
+#include "maintenance/ValoriScheda.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "ado/sqlite/SqliteConnection.h"
 #include "schema/Schema.h"
+#include "sqlite/SqliteConnection.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
 
@@ -40,19 +40,16 @@ inline std::shared_ptr<ado::sqlite::SqliteConnection> databasePiccolo() {
           " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_CONTO_CG24)"
           " VALUES (" +
           t + ", 'A', 1, 2024, 1, 0, 'A" + std::to_string(scheda) + "', '50010001')");
-      const auto id =
-          values::toPlainText(db->Execute("SELECT @@IDENTITY")->Fields().Item(std::size_t{0}).Value());
+      const auto id = values::toPlainText(db->Execute("SELECT @@IDENTITY")->Fields().Item(std::size_t{0}).Value());
       db->Execute("INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65, BU67_FLGSCADMAN) VALUES (" + id + ", 0)");
-      db->Execute(
-          "INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO) VALUES (" + id +
-          ", 0, 1, 100.25)");
+      db->Execute("INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO) VALUES (" + id +
+                  ", 0, 1, 100.25)");
     }
   }
   db->Execute(
       "INSERT INTO BU04_BUDGINVEST (BU04_DITTA_CG18, BU04_INDTIPO_BU01, BU04_SOTTOTIPO_BU01) VALUES (1, 2, "
       "'A')");
-  db->Execute(
-      "INSERT INTO BU60_STRUTTANAG (BU60_CODICE, BU60_INDTIPOPDC, BU60_CODICEPDC) VALUES ('S1', 1, 1)");
+  db->Execute("INSERT INTO BU60_STRUTTANAG (BU60_CODICE, BU60_INDTIPOPDC, BU60_CODICEPDC) VALUES ('S1', 1, 1)");
   db->Execute(
       "INSERT INTO BU61_STRUTTELEM (BU61_CODICE_BU60, BU61_ELEMENTO, BU61_CAMPO, BU61_VALORE) VALUES ('S1', "
       "1, 'BU65_CONTO_CG24', '50010002')");

@@ -8,10 +8,10 @@
 #include <string>
 #include <utility>
 
-#include "ado/sqlite/Provider.h"
 #include "demo/DemoAzienda.h"
 #include "object/CLSKORVAL.h"
 #include "schema/Schema.h"
+#include "sqlite/Provider.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 #include "support/FaultConnection.h"
@@ -23,7 +23,7 @@ namespace {
 using testing_support::FaultConnection;
 using values::Date;
 
-constexpr const char* kTabelle[] = {"BU65_TESBUDGET", "BU66_DETBUDGET", "BU67_BDGCASHFLOW",
+constexpr const char* kTabelle[] = {"BU65_TESBUDGET", "BU66_DETBUDGET",  "BU67_BDGCASHFLOW",
                                     "BU14_SCADCFLOW", "BU90_TABPERCBUD", "BU63_DETMASTRI"};
 
 class Elaborazioni : public testing::Test {

@@ -7,9 +7,9 @@
 #include <map>
 #include <random>
 
-#include "ado/odbc/SingleStatement.h"
 #include "object/DatabasePiccolo.h"
 #include "object/Interfaccia.h"
+#include "odbc/SingleStatement.h"
 #include "support/ContestoDiProva.h"
 #include "support/FaultConnection.h"
 #include "values/Errore.h"
@@ -25,9 +25,7 @@ class Caso {
  public:
   explicit Caso(unsigned seme) : dadi_(seme) {}
 
-  std::size_t numero(std::size_t limite) {
-    return std::uniform_int_distribution<std::size_t>(0, limite - 1)(dadi_);
-  }
+  std::size_t numero(std::size_t limite) { return std::uniform_int_distribution<std::size_t>(0, limite - 1)(dadi_); }
 
   Variant valore() {
     // clang-format off
@@ -55,21 +53,14 @@ class Caso {
     // clang-format on
     if (numero(5) == 0) return valore();
     switch (tipo) {
-      case TipoDato::Integer:
-        return static_cast<std::int16_t>(static_cast<int>(numero(16)) - 2);
-      case TipoDato::Long:
-        return static_cast<int>(numero(13)) - 2;
-      case TipoDato::Boolean:
-        return numero(2) == 0;
-      case TipoDato::Dictionary:
-        return dizionario();
-      case TipoDato::Recordset:
-        return insieme();
+      case TipoDato::Integer: return static_cast<std::int16_t>(static_cast<int>(numero(16)) - 2);
+      case TipoDato::Long: return static_cast<int>(numero(13)) - 2;
+      case TipoDato::Boolean: return numero(2) == 0;
+      case TipoDato::Dictionary: return dizionario();
+      case TipoDato::Recordset: return insieme();
       case TipoDato::Connection:
-      case TipoDato::ActiveInterface:
-        return Variant();
-      default:
-        return kSensati[numero(std::size(kSensati))];
+      case TipoDato::ActiveInterface: return Variant();
+      default: return kSensati[numero(std::size(kSensati))];
     }
   }
 
@@ -119,25 +110,17 @@ bool nominaLaProcedura(const std::string& errore) {
   const auto inizio = errore.rfind(" in ");
   if (inizio == errore.npos) return false;
   const auto nome = values::rtrim(std::string_view(errore).substr(inizio + 4));
-  return !nome.empty() && std::all_of(nome.begin(), nome.end(), [](char c) {
-    return c == '_' || std::isalnum(static_cast<unsigned char>(c));
-  });
+  return !nome.empty() && std::all_of(nome.begin(), nome.end(),
+                                      [](char c) { return c == '_' || std::isalnum(static_cast<unsigned char>(c)); });
 }
 
 void controlla(const CLSKORVAL& bo, const std::string& metodo, unsigned seme) {
   SCOPED_TRACE(metodo + " seed " + std::to_string(seme) + ": " + bo.errore().substr(0, 300));
   switch (static_cast<int>(bo.Stato())) {
-    case 0:
-      EXPECT_EQ(bo.errore(), "");
-      break;
-    case 1:
-      EXPECT_NE(bo.errore(), "");
-      break;
-    case 99:
-      EXPECT_TRUE(nominaLaProcedura(bo.errore()));
-      break;
-    default:
-      ADD_FAILURE() << "Stato " << bo.Stato();
+    case 0: EXPECT_EQ(bo.errore(), ""); break;
+    case 1: EXPECT_NE(bo.errore(), ""); break;
+    case 99: EXPECT_TRUE(nominaLaProcedura(bo.errore())); break;
+    default: ADD_FAILURE() << "Stato " << bo.Stato();
   }
 }
 
@@ -159,8 +142,7 @@ bool prova(CLSKORVAL& bo, const Membro& membro, Caso& caso, unsigned seme) {
 
 void impostaProprietaCasuali(CLSKORVAL& bo, Caso& caso) {
   for (const auto& membro : interfaccia()) {
-    if (!membro.scrivi || membro.tipo == TipoDato::Connection || membro.tipo == TipoDato::ActiveInterface)
-      continue;
+    if (!membro.scrivi || membro.tipo == TipoDato::Connection || membro.tipo == TipoDato::ActiveInterface) continue;
     if (caso.numero(2) == 0 || membro.nome == "StringaConnessione") continue;
     try {
       membro.scrivi(bo, caso.valore(membro.tipo));

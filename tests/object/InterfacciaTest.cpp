@@ -3,7 +3,7 @@
 
 #include <fstream>
 
-#include "ado/Recordset.h"
+#include "ado/recordset/Recordset.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval {
@@ -112,11 +112,7 @@ TEST_F(InterfacciaTest, RefusesABadCallBeforeItRuns) {
         chiama("GetBdgPeriodo", {7, 2, 0});
       },
       ThrowsMessage<ErroreArgomento>(HasSubstr("3 for GetBdgPeriodo(MyMese As Integer, ")));
-  EXPECT_THAT(
-      [&] {
-        chiama("GetBdgNrPeriodi", {1, 2});
-      },
-      ThrowsMessage<ErroreArgomento>(HasSubstr("2 for ")));
+  EXPECT_THAT([&] { chiama("GetBdgNrPeriodi", {1, 2}); }, ThrowsMessage<ErroreArgomento>(HasSubstr("2 for ")));
   EXPECT_THAT([&] { chiama("GetBdgNrPeriodi", {"molti"}); },
               ThrowsMessage<ErroreArgomento>(HasSubstr("MyBdgPeriodicita: ")));
   EXPECT_EQ(bo.errore(), errore);

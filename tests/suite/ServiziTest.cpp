@@ -25,8 +25,11 @@ TEST(Servizi, AreMadeByName) {
 TEST(Servizi, DatesAsDatabaseText) {
   suite::registraServiziSuite();
   const auto date = suite::creaServizio<suite::ServizioDate>(suite::kServizioDate);
-  for (const auto& [testo, attesa] : {std::pair{"29/02/2024", "20240229"}, {"20240229", "20240229"},
-                                      {"2024-02-29 08:05", "20240229 08:05:00"}, {"30/02/2024", ""}, {"", ""}}) {
+  for (const auto& [testo, attesa] : {std::pair{"29/02/2024", "20240229"},
+                                      {"20240229", "20240229"},
+                                      {"2024-02-29 08:05", "20240229 08:05:00"},
+                                      {"30/02/2024", ""},
+                                      {"", ""}}) {
     date->Data(testo);
     EXPECT_EQ(date->CodiceErrore() == 0, *attesa != 0) << testo;
     EXPECT_EQ(date->DataDB(), attesa) << testo;

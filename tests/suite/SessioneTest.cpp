@@ -2,8 +2,8 @@
 
 #include <numeric>
 
-#include "ado/sqlite/Provider.h"
 #include "schema/Schema.h"
+#include "sqlite/Provider.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
 
@@ -25,8 +25,9 @@ struct Archivio {
   void ditta(int codice, int struttura) {
     connessione->Execute(
         "INSERT INTO CG18_ANADITTE (CG18_CODICE, CG18_RAGSOC, CG18_GRUPPO_CG10, CG18_STRUTTCONTI, CG18_MASTROCLI)"
-        " VALUES (" + std::to_string(codice) + ", N'Ditta " + std::to_string(codice) + "', 7, " +
-        std::to_string(struttura) + ", N'14010000')");
+        " VALUES (" +
+        std::to_string(codice) + ", N'Ditta " + std::to_string(codice) + "', 7, " + std::to_string(struttura) +
+        ", N'14010000')");
   }
 };
 

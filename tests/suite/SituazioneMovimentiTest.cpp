@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "ado/sqlite/Provider.h"
 #include "schema/Schema.h"
+#include "sqlite/Provider.h"
 #include "suite/SituazioneMovimenti.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
@@ -47,9 +47,11 @@ class Situazione : public testing::Test {
               "CG41_DITTA_CG18=1, CG41_NUMREG=" + n + ", CG41_DATAREG='" + data + "', CG41_ANNO_CG19=2025," +
                   " CG41_PROGESER_CG19=1",
               testata);
-    inserisci("CG42_MOVCONT", "CG42_DITTA_CG18=1, CG42_NUMREG_CG41=" + n + ", CG42_NUMRIGACONT=1, CG42_GRUPPO_CG10=1," +
-                                  " CG42_CONTOPAR_CG24='" + conto + "', CG42_INDDAAV=" + std::to_string(segno) +
-                                  ", CG42_IMPTOTALE=" + importo, riga);
+    inserisci("CG42_MOVCONT",
+              "CG42_DITTA_CG18=1, CG42_NUMREG_CG41=" + n + ", CG42_NUMRIGACONT=1, CG42_GRUPPO_CG10=1," +
+                  " CG42_CONTOPAR_CG24='" + conto + "', CG42_INDDAAV=" + std::to_string(segno) +
+                  ", CG42_IMPTOTALE=" + importo,
+              riga);
   }
   /// "account column amount" of every row.
   std::vector<std::string> saldi() {

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 #include "values/Errore.h"
 
 namespace testing_support {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ado/Connection.h"
+#include "ado/connection/Connection.h"
 
 namespace testing_support {
 

@@ -1,9 +1,8 @@
-#include "values/Conversion.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
 
+#include "values/Conversion.h"
 #include "values/Errore.h"
 
 namespace values {
@@ -21,7 +20,10 @@ std::string failure(const std::function<void()>& action) {
 }
 
 TEST(Conversion, ReadsNumbersInEitherNotation) {
-  const struct { const char* text; char separator; const char* number;
+  const struct {
+    const char* text;
+    char separator;
+    const char* number;
   } kGood[] = {{"1234,56", ',', "1234.56"},
                {"1234.56", ',', "1234.56"},
                {"1234,56", '.', "1234.56"},
@@ -38,10 +40,13 @@ TEST(Conversion, ReadsNumbersInEitherNotation) {
     EXPECT_EQ(toDecimal(row.text, row.separator), dec(row.number)) << row.text;
     EXPECT_EQ(toDouble(row.text, row.separator), dec(row.number).toDouble()) << row.text;
   }
-  const struct { const char* text; char separator; } kBad[] = {
-      {"", ','}, {"  ", ','}, {"abc", ','}, {"1.23,4", ','}, {"1234.567,8", ','}, {"1,2,3", ','}, {"1,234.56", ','},
-      {"1.234,56", '.'}, {".123,4", ','}, {"1..234,5", ','}, {"1.234.56", ','}, {"1.234.567", '.'}, {"1,234,", '.'},
-      {"1.2a4,5", ','}, {"1 000", ','}, {"-", ','}, {"1,5-", ','}, {"12 EUR", ','}, {"+-1", ','}, {"inf", ','}};
+  const struct {
+    const char* text;
+    char separator;
+  } kBad[] = {{"", ','},         {"  ", ','},        {"abc", ','},      {"1.23,4", ','},  {"1234.567,8", ','},
+              {"1,2,3", ','},    {"1,234.56", ','},  {"1.234,56", '.'}, {".123,4", ','},  {"1..234,5", ','},
+              {"1.234.56", ','}, {"1.234.567", '.'}, {"1,234,", '.'},   {"1.2a4,5", ','}, {"1 000", ','},
+              {"-", ','},        {"1,5-", ','},      {"12 EUR", ','},   {"+-1", ','},     {"inf", ','}};
   for (const auto& row : kBad) {
     const std::string message = "Type mismatch: \"" + std::string(row.text) + "\" is no number";
     EXPECT_EQ(failure([&] { toDecimal(row.text, row.separator); }), message);
@@ -50,9 +55,22 @@ TEST(Conversion, ReadsNumbersInEitherNotation) {
 }
 
 TEST(Conversion, IntegersRoundHalvesToEvenAndOverflow) {
-  const struct { Variant value; std::int64_t whole; } kGood[] = {
-      {2.5, 2}, {3.5, 4}, {-2.5, -2}, {"2,5", 2}, {"3.5", 4}, {dec("-3.5"), -4}, {dec("2.51"), 3}, {dec("-0.5"), 0},
-      {true, -1}, {Variant(), 0}, {dec("32767.4"), 32767}, {"-32768", -32768}, {Date::FromYmd(1900, 1, 1), 2}};
+  const struct {
+    Variant value;
+    std::int64_t whole;
+  } kGood[] = {{2.5, 2},
+               {3.5, 4},
+               {-2.5, -2},
+               {"2,5", 2},
+               {"3.5", 4},
+               {dec("-3.5"), -4},
+               {dec("2.51"), 3},
+               {dec("-0.5"), 0},
+               {true, -1},
+               {Variant(), 0},
+               {dec("32767.4"), 32767},
+               {"-32768", -32768},
+               {Date::FromYmd(1900, 1, 1), 2}};
   for (const auto& row : kGood) {
     EXPECT_EQ(toInt16(row.value), row.whole);
     EXPECT_EQ(toInt64(row.value), row.whole);
@@ -71,10 +89,18 @@ TEST(Conversion, IntegersRoundHalvesToEvenAndOverflow) {
 }
 
 TEST(Conversion, WritesText) {
-  const struct { Variant value; const char *shown, *plain; } kRows[] = {
-      {Variant(), "", ""}, {-7, "-7", "-7"}, {dec("1234.50"), "1234,50", "1234.50"}, {0.1, "0,1", "0.1"},
-      {1e30, "1E+30", "1E+30"}, {-0.0, "0", "0"}, {true, "True", "True"}, {"a.b", "a.b", "a.b"},
-      {Date::FromYmd(2011, 1, 31, 8, 0, 1), "31/01/2011 08:00:01", "31/01/2011 08:00:01"}};
+  const struct {
+    Variant value;
+    const char *shown, *plain;
+  } kRows[] = {{Variant(), "", ""},
+               {-7, "-7", "-7"},
+               {dec("1234.50"), "1234,50", "1234.50"},
+               {0.1, "0,1", "0.1"},
+               {1e30, "1E+30", "1E+30"},
+               {-0.0, "0", "0"},
+               {true, "True", "True"},
+               {"a.b", "a.b", "a.b"},
+               {Date::FromYmd(2011, 1, 31, 8, 0, 1), "31/01/2011 08:00:01", "31/01/2011 08:00:01"}};
   for (const auto& row : kRows) {
     EXPECT_EQ(toText(row.value), row.shown);
     EXPECT_EQ(toPlainText(row.value), row.plain);
@@ -133,7 +159,9 @@ TEST(Arithmetic, KindsFollowTheirOperands) {
 }
 
 TEST(Arithmetic, ComparesAcrossKinds) {
-  const struct { Variant a, b; int order;
+  const struct {
+    Variant a, b;
+    int order;
   } kRows[] = {{1, 1.0, 0},
                {dec("1.00"), 1, 0},
                {0.1, dec("0.1"), 0},

@@ -1,7 +1,6 @@
-#include "values/Date.h"
-
 #include <gtest/gtest.h>
 
+#include "values/Date.h"
 #include "values/Errore.h"
 
 namespace values {
@@ -33,11 +32,17 @@ TEST(Date, EveryDayOfTwoCenturiesComesBack) {
 }
 
 TEST(Date, StepsByMonths) {
-  const struct { Date from; int months; const char* to; } kRows[] = {
-      {Date::FromYmd(2012, 1, 31), 1, "20120229"}, {Date::FromYmd(2011, 1, 31), 1, "20110228"},
-      {Date::FromYmd(2012, 2, 29), 12, "20130228"}, {Date::FromYmd(2011, 3, 31), -1, "20110228"},
-      {Date::FromYmd(2011, 1, 15), -13, "20091215"}, {Date::FromYmd(2011, 12, 1), 1, "20120101"},
-      {Date::FromYmd(2011, 5, 30, 8, 5, 9), 0, "20110530 08:05:09"}};
+  const struct {
+    Date from;
+    int months;
+    const char* to;
+  } kRows[] = {{Date::FromYmd(2012, 1, 31), 1, "20120229"},
+               {Date::FromYmd(2011, 1, 31), 1, "20110228"},
+               {Date::FromYmd(2012, 2, 29), 12, "20130228"},
+               {Date::FromYmd(2011, 3, 31), -1, "20110228"},
+               {Date::FromYmd(2011, 1, 15), -13, "20091215"},
+               {Date::FromYmd(2011, 12, 1), 1, "20120101"},
+               {Date::FromYmd(2011, 5, 30, 8, 5, 9), 0, "20110530 08:05:09"}};
   for (const auto& row : kRows) EXPECT_EQ(row.from.addMonths(row.months).toSql(), row.to);
   EXPECT_EQ(monthsBetween(Date::FromYmd(2011, 1, 31), Date::FromYmd(2011, 2, 1)), 1);
   EXPECT_EQ(monthsBetween(Date::FromYmd(2012, 1, 1), Date::FromYmd(2010, 11, 30)), -14);
@@ -64,10 +69,15 @@ TEST(Date, RangeEndsAreErrors) {
 }
 
 TEST(Date, ReadsItsNotationsOnly) {
-  const struct { const char *text, *sql; } kGood[] = {
-      {"31/01/2011", "20110131"}, {"20110131", "20110131"}, {"2011-01-31", "20110131"},
-      {"2011-01-31T23:59", "20110131 23:59:00"}, {"31/01/2011 08:05:09", "20110131 08:05:09"},
-      {"29/02/2012 00:00:00", "20120229"}, {"20110131 12:00:01", "20110131 12:00:01"}};
+  const struct {
+    const char *text, *sql;
+  } kGood[] = {{"31/01/2011", "20110131"},
+               {"20110131", "20110131"},
+               {"2011-01-31", "20110131"},
+               {"2011-01-31T23:59", "20110131 23:59:00"},
+               {"31/01/2011 08:05:09", "20110131 08:05:09"},
+               {"29/02/2012 00:00:00", "20120229"},
+               {"20110131 12:00:01", "20110131 12:00:01"}};
   for (const auto& row : kGood) {
     const auto date = Date::TryParse(row.text);
     ASSERT_TRUE(date) << row.text;

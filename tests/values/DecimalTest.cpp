@@ -1,5 +1,3 @@
-#include "values/Decimal.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -7,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "values/Decimal.h"
 #include "values/Errore.h"
 
 namespace values {
@@ -92,8 +91,7 @@ TEST(Decimal, ProductsMatchSchoolbookMultiplication) {
     const std::string product = multiplyDigits(a, b);
     const std::string expected = fitDigits(product, sa + sb);
     if (expected.empty()) {
-      EXPECT_THROW(dec(a + "E-" + std::to_string(sa)) * dec(b + "E-" + std::to_string(sb)), Errore)
-          << a << " * " << b;
+      EXPECT_THROW(dec(a + "E-" + std::to_string(sa)) * dec(b + "E-" + std::to_string(sb)), Errore) << a << " * " << b;
       continue;
     }
     const Decimal got = dec(a + "E-" + std::to_string(sa)) * -dec(b + "E-" + std::to_string(sb));
@@ -116,7 +114,8 @@ TEST(Decimal, QuotientsTimesDivisorSurroundTheDividend) {
     const Decimal back = q * b - a;
     ASSERT_LE(back.isNegative() ? -back : back, half * b + dec("1E-9")) << a.toString() << " / " << b.toString();
   }
-  const struct { const char *a, *b, *quotient;
+  const struct {
+    const char *a, *b, *quotient;
   } kRows[] = {{"1", "4", "0.25"},
                {"100.00", "4", "25.00"},
                {"2", "3", "0.6666666666666666666666666667"},
@@ -134,7 +133,9 @@ TEST(Decimal, QuotientsTimesDivisorSurroundTheDividend) {
 }
 
 TEST(Decimal, WideOperandsAlignTheirScales) {
-  const struct { const char *a, *b, *sum, *difference; } kRows[] = {
+  const struct {
+    const char *a, *b, *sum, *difference;
+  } kRows[] = {
       {"79228162514264337593543950335", "0.4", "79228162514264337593543950335", "79228162514264337593543950335"},
       {"79228162514264337593543950334", "0.5", "79228162514264337593543950335", "79228162514264337593543950334"},
       {"7922816251426433759354395033.5", "0.05", "7922816251426433759354395034", "7922816251426433759354395033.5"},
@@ -156,24 +157,44 @@ TEST(Decimal, WideOperandsAlignTheirScales) {
 }
 
 TEST(Decimal, RoundsHalvesAwayFromZero) {
-  const struct { const char* value; int digits; const char* rounded; } kRows[] = {
-      {"0.005", 2, "0.01"}, {"-0.005", 2, "-0.01"}, {"0.0049999", 2, "0.00"}, {"-0.0049", 2, "0.00"},
-      {"2.5", 0, "3"}, {"-2.5", 0, "-3"}, {"1.45", 5, "1.45"}, {"999999999999.995", 2, "1000000000000.00"},
-      {"7.9228162514264337593543950335", 27, "7.922816251426433759354395034"},
-      {"0.5000000000000000000000000000", 0, "1"}, {"0.4999999999999999999999999999", 0, "0"}};
+  const struct {
+    const char* value;
+    int digits;
+    const char* rounded;
+  } kRows[] = {{"0.005", 2, "0.01"},
+               {"-0.005", 2, "-0.01"},
+               {"0.0049999", 2, "0.00"},
+               {"-0.0049", 2, "0.00"},
+               {"2.5", 0, "3"},
+               {"-2.5", 0, "-3"},
+               {"1.45", 5, "1.45"},
+               {"999999999999.995", 2, "1000000000000.00"},
+               {"7.9228162514264337593543950335", 27, "7.922816251426433759354395034"},
+               {"0.5000000000000000000000000000", 0, "1"},
+               {"0.4999999999999999999999999999", 0, "0"}};
   for (const auto& row : kRows) EXPECT_EQ(dec(row.value).rounded(row.digits).toString(), row.rounded) << row.value;
   EXPECT_THROW(dec("1.5").rounded(-1), Errore);
 }
 
 TEST(Decimal, ReadsAndWritesText) {
-  const struct { const char *text, *shown; } kRows[] = {
-      {"-0.50", "-0.50"}, {"+7", "7"}, {".5", "0.5"}, {"5.", "5"}, {"1.5E3", "1500"}, {"15e-1", "1.5"},
-      {"000123.450", "123.450"}, {"-0", "0"}, {"0E9999999999", "0"}, {"1E-99999", "0"},
-      {"10000000000000000000", "10000000000000000000"}, {"100000000000000000000.5", "100000000000000000000.5"},
-      {"0.00000000000000000000000000005", "0.0000000000000000000000000001"},
-      {"1.23456789012345678901234567894", "1.2345678901234567890123456789"},
-      {"79228162514264337593543950335.49", "79228162514264337593543950335"},
-      {"7.92281625142643375935439503355", "7.922816251426433759354395034"}};
+  const struct {
+    const char *text, *shown;
+  } kRows[] = {{"-0.50", "-0.50"},
+               {"+7", "7"},
+               {".5", "0.5"},
+               {"5.", "5"},
+               {"1.5E3", "1500"},
+               {"15e-1", "1.5"},
+               {"000123.450", "123.450"},
+               {"-0", "0"},
+               {"0E9999999999", "0"},
+               {"1E-99999", "0"},
+               {"10000000000000000000", "10000000000000000000"},
+               {"100000000000000000000.5", "100000000000000000000.5"},
+               {"0.00000000000000000000000000005", "0.0000000000000000000000000001"},
+               {"1.23456789012345678901234567894", "1.2345678901234567890123456789"},
+               {"79228162514264337593543950335.49", "79228162514264337593543950335"},
+               {"7.92281625142643375935439503355", "7.922816251426433759354395034"}};
   for (const auto& row : kRows) EXPECT_EQ(dec(row.text).toString(), row.shown) << row.text;
   for (const char* text :
        {"", "-", ".", "1,5", " 1", "1 ", "1.2.3", "E5", "1E", "1E+", "0x10", "1e5x", "--1", "INF", "nan"})
@@ -184,11 +205,22 @@ TEST(Decimal, ReadsAndWritesText) {
 }
 
 TEST(Decimal, ComesFromDoublesByFifteenDigits) {
-  const struct { double value; const char* shown; } kRows[] = {
-      {0.1 + 0.2, "0.3"}, {1234567.89, "1234567.89"}, {-1e-7, "-0.0000001"}, {1e15, "1000000000000000"},
-      {123456789012345678.0, "123456789012346000"}, {1.0 / 3, "0.333333333333333"}, {0.0, "0"}, {-0.0, "0"},
-      {1000000000000.125, "1000000000000.13"}, {999999999999999.5, "1000000000000000"}, {1e-29, "0"},
-      {7.9e28, "79000000000000000000000000000"}, {2.675, "2.675"}};
+  const struct {
+    double value;
+    const char* shown;
+  } kRows[] = {{0.1 + 0.2, "0.3"},
+               {1234567.89, "1234567.89"},
+               {-1e-7, "-0.0000001"},
+               {1e15, "1000000000000000"},
+               {123456789012345678.0, "123456789012346000"},
+               {1.0 / 3, "0.333333333333333"},
+               {0.0, "0"},
+               {-0.0, "0"},
+               {1000000000000.125, "1000000000000.13"},
+               {999999999999999.5, "1000000000000000"},
+               {1e-29, "0"},
+               {7.9e28, "79000000000000000000000000000"},
+               {2.675, "2.675"}};
   for (const auto& row : kRows) EXPECT_EQ(Decimal::FromDouble(row.value).toString(), row.shown) << row.shown;
   for (const double value : {8e28, -1e300, std::numeric_limits<double>::quiet_NaN()})
     EXPECT_THROW(Decimal::FromDouble(value), Errore);

@@ -1,6 +1,6 @@
-#include "values/Text.h"
-
 #include <gtest/gtest.h>
+
+#include "values/Text.h"
 
 namespace values {
 namespace {
@@ -21,14 +21,16 @@ TEST(Text, CountsCharactersNotBytes) {
 }
 
 TEST(Text, EqualTextsShareAKeyAndOthersDoNot) {
-  const struct { const char *a, *b;
+  const struct {
+    const char *a, *b;
   } kEqual[] = {{"abc", "ABC  "},   {"perché", "PERCHÉ"}, {"", "   "}, {"ÿ", "Ÿ"},
                 {"œuvre", "ŒUVRE"}, {"ž", "Ž"},           {"ł", "Ł"}};
   for (const auto& row : kEqual) {
     EXPECT_EQ(compareText(row.a, row.b), 0) << row.a;
     EXPECT_EQ(foldText(row.a), foldText(row.b)) << row.a;
   }
-  const struct { const char *low, *high;
+  const struct {
+    const char *low, *high;
   } kOrdered[] = {{"A", "b"}, {"a", "B"},    {"z", "Za"}, {"a", "ab"},   {" a", "a"},      {"", "a"},
                   {"1", "A"}, {"_", "1"},    {"e", "é"},  {"é", "f"},    {"È", "é"},       {"×", "÷"},
                   {"Z", "€"}, {"A 1", "A1"}, {"ı", "j"},  {"Z", "\xFF"}, {"\xE9", "\xEA"}, {"\xC3", "\xC3\xA9"}};
@@ -48,8 +50,10 @@ TEST(Text, OrderAndKeyAgreeOnEveryCharacter) {
   std::vector<std::string> all;
   for (unsigned c = 1; c < 0x180; ++c) {
     std::string text;
-    if (c < 0x80) text += static_cast<char>(c);
-    else text += {static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F))};
+    if (c < 0x80)
+      text += static_cast<char>(c);
+    else
+      text += {static_cast<char>(0xC0 | c >> 6), static_cast<char>(0x80 | (c & 0x3F))};
     all.push_back(text);
   }
   for (const auto& a : all)

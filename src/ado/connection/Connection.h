@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "ado/Types.h"
+#include "ado/recordset/Recordset.h"
+
+namespace ado {
+
+/// A database connection. Text is SQL Server's; one call runs one statement (IF … BEGIN … END counts as one).
+/// Every failure throws values::Errore with the database's description.
+class Connection : public values::Object {
+ public:
+  std::string ConnectionString;
+  std::int32_t CursorLocation = adUseServer;
+  std::int32_t Mode = 0;
+  std::int32_t IsolationLevel = 0;
+
+  virtual void Open(std::string_view user = {}, std::string_view password = {}, std::int32_t options = -1) = 0;
+  virtual void Close() = 0;
+  virtual ObjectStateEnum State() const = 0;
+
+  /// Runs one statement. A query gives its rows as an open set on its first row; any other statement a closed set.
+  /// After an insert into a table with an identity column, SELECT @@IDENTITY on the same connection gives the
+  /// new identity.
+  virtual RecordsetPtr Execute(std::string_view text) = 0;
+
+  virtual void BeginTrans() = 0;
+  virtual void CommitTrans() = 0;
+  virtual void RollbackTrans() = 0;
+};
+
+using ConnectionPtr = std::shared_ptr<Connection>;
+
+/// Providers make themselves known by name; a connection string chooses one with its first entry
+/// ("Provider=SQLite;Data Source=budget.db").
+void registerProvider(std::string_view name, std::function<ConnectionPtr()> create);
+/// A closed connection that, on Open, becomes one of the provider its ConnectionString names.
+/// Throws for an unknown provider, and says which are known.
+ConnectionPtr createConnection();
+
+/// The value of one entry of a connection string, found without regard to case; "" when absent.
+std::string connectionEntry(std::string_view connectionString, std::string_view key);
+/// The connection string without the entries of that key, the others as they are written.
+std::string withoutEntry(std::string_view connectionString, std::string_view key);
+
+}  // namespace ado

@@ -1,0 +1,163 @@
+#include "odbc/OdbcConnection.h"
+
+#include <limits>
+#include <memory>
+
+#include "ado/Messages.h"
+#include "odbc/Rows.h"
+#include "odbc/SingleStatement.h"
+#include "odbc/Wide.h"
+#include "values/Conversion.h"
+#include "values/Errore.h"
+
+namespace ado::odbc {
+namespace {
+
+using values::Errore;
+
+constexpr std::size_t kLongestString = std::numeric_limits<SQLSMALLINT>::max();
+constexpr const char* kRolledBack = "The transaction has been rolled back by the database and must be ended first";
+
+SQLPOINTER number(std::uintptr_t value) { return reinterpret_cast<SQLPOINTER>(value); }
+
+/// A value that may hold any sign, as an entry of a connection string.
+std::string braced(std::string_view value) {
+  std::string text = "{";
+  for (const char c : value) text.append(c == '}' ? 2 : 1, c);
+  return text += "}";
+}
+
+/// The driver's own part of the connection string, with the user if Open names one.
+std::u16string driverString(std::string_view connectionString, std::string_view user, std::string_view password) {
+  std::string text = withoutEntry(connectionString, "Provider");
+  if (!user.empty()) {
+    if (!text.empty() && text.back() != ';') text += ';';
+    text.append("UID=").append(braced(user)).append(";PWD=").append(braced(password));
+  }
+  return toWide(text);
+}
+
+}  // namespace
+
+OdbcConnection::~OdbcConnection() { disconnect(); }
+
+void OdbcConnection::Open(std::string_view user, std::string_view password, std::int32_t) {
+  if (connected_) throw Errore(kObjectOpen);
+  const auto text = driverString(ConnectionString, user, password);
+  if (text.size() > kLongestString) throw Errore("The connection string is too long");
+  Handle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
+  environment.check(SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, number(SQL_OV_ODBC3), 0));
+  Handle connection(SQL_HANDLE_DBC, environment.get());
+  connection.check(SQLDriverConnectW(connection.get(), nullptr, units(text), static_cast<SQLSMALLINT>(text.size()),
+                                     nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT));
+  environment_ = std::move(environment);
+  connection_ = std::move(connection);
+  connected_ = true;
+}
+
+void OdbcConnection::disconnect() {
+  if (!connected_) return;
+  if (inTransaction_) SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_ROLLBACK);
+  SQLDisconnect(connection_.get());
+  connection_.reset();
+  environment_.reset();
+  connected_ = false;
+  inTransaction_ = false;
+  rolledBack_ = false;
+}
+
+void OdbcConnection::Close() {
+  requireOpen();
+  disconnect();
+}
+
+ObjectStateEnum OdbcConnection::State() const { return connected_ ? adStateOpen : adStateClosed; }
+
+void OdbcConnection::requireOpen() const {
+  if (!connected_) throw Errore(kObjectClosed);
+}
+
+RecordsetPtr OdbcConnection::Execute(std::string_view text) {
+  requireOpen();
+  if (rolledBack_) throw Errore(kRolledBack);
+  requireSingleStatement(text);
+  if (!inTransaction_) return run(text);
+  try {
+    auto rows = run(text);
+    worked_ = true;
+    return rows;
+  } catch (const Errore&) {
+    rolledBack_ = worked_ && transactionIsGone();
+    throw;
+  }
+}
+
+RecordsetPtr OdbcConnection::run(std::string_view text) const {
+  const Handle statement(SQL_HANDLE_STMT, connection_.get());
+  // The text is the database's, not the driver's: nothing in it is an escape. A driver that knows none refuses.
+  SQLSetStmtAttr(statement.get(), SQL_ATTR_NOSCAN, number(SQL_NOSCAN_ON), 0);
+  const auto wide = toWide(text);
+  statement.check(SQLExecDirectW(statement.get(), units(wide), static_cast<SQLINTEGER>(wide.size())));
+  RecordsetPtr rows;
+  // A batch such as IF … INSERT may answer with counts first; an error may stand in a later answer.
+  for (SQLRETURN outcome = SQL_SUCCESS; outcome != SQL_NO_DATA; outcome = SQLMoreResults(statement.get())) {
+    statement.check(outcome);
+    SQLSMALLINT columns = 0;
+    statement.check(SQLNumResultCols(statement.get(), &columns));
+    if (columns > 0 && !rows) rows = readRows(statement, columns);
+  }
+  return rows ? rows : std::make_shared<Recordset>();
+}
+
+/// SQL Server ends the whole transaction at some errors. What follows would be in a new one, and a commit would keep
+/// the second half without the first. A database that does not know the question keeps its transactions.
+bool OdbcConnection::transactionIsGone() const {
+  try {
+    const auto open = run("SELECT @@TRANCOUNT AS N");
+    return open->State() == adStateOpen && !open->Eof() && values::toInt32(open->Fields().Item(0).Value()) == 0;
+  } catch (const Errore&) {
+    return false;
+  }
+}
+
+void OdbcConnection::setAutocommit(bool on) {
+  const auto mode = on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF;
+  connection_.check(SQLSetConnectAttr(connection_.get(), SQL_ATTR_AUTOCOMMIT, number(mode), 0));
+}
+
+void OdbcConnection::BeginTrans() {
+  requireOpen();
+  if (inTransaction_) throw Errore("Cannot start more transactions on this session");
+  if (IsolationLevel == adXactSerializable) {
+    // A driver that has one level only refuses the wish; its level then holds.
+    SQLSetConnectAttr(connection_.get(), SQL_ATTR_TXN_ISOLATION, number(SQL_TXN_SERIALIZABLE), 0);
+  }
+  setAutocommit(false);
+  inTransaction_ = true;
+  worked_ = false;
+}
+
+void OdbcConnection::CommitTrans() {
+  requireTransaction();
+  if (rolledBack_) throw Errore(kRolledBack);
+  endTransaction(SQL_COMMIT);
+}
+
+void OdbcConnection::RollbackTrans() {
+  requireTransaction();
+  endTransaction(SQL_ROLLBACK);
+}
+
+void OdbcConnection::requireTransaction() const {
+  requireOpen();
+  if (!inTransaction_) throw Errore("No transaction is active");
+}
+
+void OdbcConnection::endTransaction(SQLSMALLINT how) {
+  connection_.check(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), how));
+  inTransaction_ = false;
+  rolledBack_ = false;
+  setAutocommit(true);
+}
+
+}  // namespace ado::odbc

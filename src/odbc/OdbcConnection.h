@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "ado/connection/Connection.h"
+#include "odbc/Handle.h"
+
+namespace ado::odbc {
+
+/// A connection through an ODBC driver. The text goes to the database unchanged, after a look that it is one
+/// statement. The connection string is the driver's own behind the entry "Provider=ODBC".
+class OdbcConnection : public Connection {
+ public:
+  ~OdbcConnection() override;
+
+  void Open(std::string_view user = {}, std::string_view password = {}, std::int32_t options = -1) override;
+  void Close() override;
+  ObjectStateEnum State() const override;
+  RecordsetPtr Execute(std::string_view text) override;
+  void BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
+
+ private:
+  void requireOpen() const;
+  void requireTransaction() const;
+  RecordsetPtr run(std::string_view text) const;
+  bool transactionIsGone() const;
+  void endTransaction(SQLSMALLINT how);
+  void setAutocommit(bool on);
+  void disconnect();
+
+  Handle environment_;
+  Handle connection_;
+  bool connected_ = false;
+  bool inTransaction_ = false;
+  bool worked_ = false;      ///< a statement of the transaction went well
+  bool rolledBack_ = false;  ///< the database ended the transaction; the caller has not yet
+};
+
+}  // namespace ado::odbc

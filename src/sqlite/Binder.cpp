@@ -1,0 +1,55 @@
+#include "sqlite/Binder.h"
+
+#include "sqlite/LiteralConversion.h"
+#include "values/Errore.h"
+
+namespace ado::sqlite {
+namespace {
+
+using dialect::Binding;
+
+/// Sorts after every text: the last code point there is.
+constexpr std::string_view kLastCharacter = "\xF4\x8F\xBF\xBF";
+
+struct Bind {
+  sqlite3_stmt* statement;
+  int index;
+
+  int operator()(std::int64_t value) const { return sqlite3_bind_int64(statement, index, value); }
+  int operator()(double value) const { return sqlite3_bind_double(statement, index, value); }
+  int operator()(std::string_view text) const { return bindText(text, SQLITE_STATIC); }
+  int operator()(const std::string& text) const { return bindText(text, SQLITE_TRANSIENT); }
+
+ private:
+  int bindText(std::string_view text, sqlite3_destructor_type lifetime) const {
+    return sqlite3_bind_text64(statement, index, text.data(), text.size(), lifetime, SQLITE_UTF8);
+  }
+};
+
+BoundValue valueOf(const Binding& binding, const dialect::Literal& literal) {
+  switch (binding.how) {
+    case Binding::How::ToType: return convertedValue(literal, binding);
+    case Binding::How::LikePattern: return std::string_view(literal.text);
+    case Binding::How::RangeFrom: return likePrefix(literal.text);
+    case Binding::How::RangeTo: return std::string(likePrefix(literal.text)).append(kLastCharacter);
+    case Binding::How::AsIs: break;
+  }
+  return ownValue(literal);
+}
+
+}  // namespace
+
+std::string_view likePrefix(std::string_view pattern) { return pattern.substr(0, pattern.find_first_of("%_[")); }
+
+void bindLiterals(sqlite3_stmt* statement, const std::vector<Binding>& bindings,
+                  const std::vector<dialect::Literal>& literals) {
+  int index = 0;
+  for (const auto& binding : bindings) {
+    const Bind bind{statement, ++index};
+    if (std::visit(bind, valueOf(binding, literals.at(binding.literal))) != SQLITE_OK) {
+      throw values::Errore("A value could not be given to the statement");
+    }
+  }
+}
+
+}  // namespace ado::sqlite

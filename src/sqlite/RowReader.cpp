@@ -1,0 +1,185 @@
+#include "sqlite/RowReader.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "sqlite/DateNumber.h"
+#include "sqlite/Handle.h"
+#include "sqlite/Scaled.h"
+#include "values/Errore.h"
+
+namespace ado::sqlite {
+namespace {
+
+using dialect::Type;
+using dialect::TypeKind;
+using values::Decimal;
+using values::Variant;
+
+/// A Decimal holds any number of 28 digits.
+constexpr std::size_t kDecimalDigits = 28;
+constexpr std::int32_t kUnlimitedText = 1'073'741'823;
+
+DataTypeEnum integerType(const Type& type) {
+  if (type.precision == 16) return adSmallInt;
+  return type.precision == 32 ? adInteger : adBigInt;
+}
+
+DataTypeEnum textType(const Type& type) {
+  if (type.fixed) return type.wide ? adWChar : adChar;
+  return type.wide ? adVarWChar : adVarChar;
+}
+
+DataTypeEnum fieldType(const Type& type) {
+  switch (type.kind) {
+    case TypeKind::Integer: return integerType(type);
+    case TypeKind::Decimal: return adDecimal;
+    case TypeKind::Float: return adDouble;
+    case TypeKind::Text: return textType(type);
+    case TypeKind::DateTime: return adDBTimeStamp;
+    case TypeKind::Bit: return adBoolean;
+    case TypeKind::Unknown: break;
+  }
+  return adVariant;
+}
+
+std::string_view textOf(sqlite3_value* value) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+  return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+/// A new row's cell is Null and owns nothing: it is built over, not assigned to.
+template <class T>
+void put(Variant& cell, T&& value) {
+  std::construct_at(&cell, std::forward<T>(value));
+}
+
+/// A sum too wide for the engine's integers comes as its digits.
+Decimal wideDecimal(std::string_view digits, int scale) {
+  const auto units = parseUnits(digits);
+  const auto value =
+      units && digits.size() <= kDecimalDigits + 1 ? Decimal::TryParse(unitsToPlainText(*units, scale)) : std::nullopt;
+  if (!value) throw values::Errore("Arithmetic overflow error converting expression to data type numeric");
+  return *value;
+}
+
+}  // namespace
+
+RowReader::How RowReader::howToRead(const Type& type) {
+  switch (type.kind) {
+    case TypeKind::Integer:
+      if (type.precision == 16) return How::Int16;
+      return type.precision == 32 ? How::Int32 : How::Int64;
+    case TypeKind::Decimal: return How::Decimal;
+    case TypeKind::Float: return How::Float;
+    case TypeKind::Text: return How::Text;
+    case TypeKind::DateTime: return How::Date;
+    case TypeKind::Bit: return How::Bit;
+    case TypeKind::Unknown: break;
+  }
+  return How::ByStorage;
+}
+
+RowReader::RowReader(const std::vector<dialect::ResultColumn>& columns) : results_(columns) {
+  for (const auto& column : columns) {
+    columns_.push_back({howToRead(column.type), static_cast<std::uint8_t>(column.type.scale), -1, {}});
+  }
+}
+
+RecordsetPtr RowReader::emptySet() const {
+  auto set = std::make_shared<Recordset>();
+  set->CursorLocation = adUseClient;
+  auto& fields = set->Fields();
+  for (const auto& [name, type] : results_) {
+    // Two columns of a query may carry one name; a record set finds the first by it, so the others get a number.
+    std::string unique = name;
+    for (int copy = 2; fields.Find(unique) != nullptr; ++copy) unique = name + "#" + std::to_string(copy);
+    const bool text = type.kind == TypeKind::Text;
+    const std::int32_t size = text ? (type.length > 0 ? type.length : kUnlimitedText) : 0;
+    auto& field = fields.Append(unique, fieldType(type), size, type.nullable ? adFldIsNullable : adFldUnspecified);
+    if (type.kind == TypeKind::Decimal) {
+      field.Precision(std::min<int>(type.precision, kDecimalDigits));
+      field.NumericScale(type.scale);
+    }
+  }
+  set->Open();
+  return set;
+}
+
+RecordsetPtr RowReader::readAll(sqlite3* database, sqlite3_stmt* statement) {
+  auto set = emptySet();
+  const ResetAtEnd reset(statement);
+  int outcome = sqlite3_step(statement);
+  const bool rows = outcome == SQLITE_ROW;
+  for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) readRow(statement, set->AppendRow());
+  if (outcome != SQLITE_DONE) throwFailure(database);
+  if (rows) set->MoveFirst();
+  return set;
+}
+
+/// The values of a row are looked at without the engine's own locking: a connection serves one thread.
+void RowReader::readRow(sqlite3_stmt* statement, std::span<Variant> cells) {
+  int position = 0;
+  for (auto& column : columns_) {
+    auto* value = sqlite3_column_value(statement, position);
+    auto& cell = cells[static_cast<std::size_t>(position++)];
+    const int storage = sqlite3_value_type(value);
+    if (storage == SQLITE_INTEGER) {
+      readInteger(column, sqlite3_value_int64(value), cell);
+    } else if (storage != SQLITE_NULL) {
+      readOther(column, storage, value, cell);
+    }
+  }
+}
+
+void RowReader::readOther(const Column& column, int storage, sqlite3_value* value, Variant& cell) {
+  if (storage == SQLITE_TEXT) {
+    const auto text = textOf(value);
+    if (column.how == How::Text || column.how == How::ByStorage) {
+      put(cell, text);
+      return;
+    }
+    if (column.how == How::Decimal) {
+      put(cell, wideDecimal(text, column.scale));
+      return;
+    }
+  } else if (storage == SQLITE_FLOAT && (column.how == How::Float || column.how == How::ByStorage)) {
+    put(cell, sqlite3_value_double(value));
+    return;
+  }
+  const auto position = static_cast<std::size_t>(&column - columns_.data());
+  throw values::Errore("Column '" + results_[position].name + "' holds a value that its type does not allow");
+}
+
+void RowReader::readInteger(Column& column, std::int64_t value, Variant& cell) {
+  switch (column.how) {
+    case How::Int16:
+      if (!std::in_range<std::int16_t>(value)) break;
+      put(cell, static_cast<std::int16_t>(value));
+      return;
+    case How::Int32:
+      if (!std::in_range<std::int32_t>(value)) break;
+      put(cell, static_cast<std::int32_t>(value));
+      return;
+    case How::Decimal: put(cell, Decimal::FromScaled(value, column.scale)); return;
+    case How::Bit: put(cell, value != 0); return;
+    case How::Float: put(cell, static_cast<double>(value)); return;
+    case How::Text: put(cell, std::to_string(value)); return;
+    case How::Date:
+      if (value != column.lastDate) {
+        column.lastDateValue = fromDateNumber(value);
+        column.lastDate = value;
+      }
+      put(cell, column.lastDateValue);
+      return;
+    case How::Int64:
+    case How::ByStorage: put(cell, value); return;
+  }
+  throw values::Errore("Arithmetic overflow error converting expression to data type " +
+                       std::string(column.how == How::Int16 ? "smallint" : "int"));
+}
+
+}  // namespace ado::sqlite

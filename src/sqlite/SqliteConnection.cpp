@@ -1,0 +1,208 @@
+#include "sqlite/SqliteConnection.h"
+
+#include <filesystem>
+#include <utility>
+
+#include "ado/Messages.h"
+#include "sqlite/InsertTarget.h"
+#include "sqlite/emitter/Translate.h"
+#include "sqlite/functions/FunctionRegistry.h"
+#include "values/Conversion.h"
+#include "values/Errore.h"
+#include "values/Text.h"
+
+namespace ado::sqlite {
+namespace {
+
+using values::Errore;
+
+constexpr int kBusyTimeoutMilliseconds = 5000;
+/// More than the distinct statements of the whole system.
+constexpr std::size_t kCachedPlans = 256;
+constexpr std::int32_t kModeRead = 1;
+
+bool isTrue(const std::string& entry) {
+  return values::compareText(entry, "true") == 0 || values::compareText(entry, "yes") == 0 || entry == "1";
+}
+
+int openFlags(const Connection& connection, const std::string& file) {
+  const auto& text = connection.ConnectionString;
+  const bool readOnly = connection.Mode == kModeRead || values::compareText(connectionEntry(text, "Mode"), "read") == 0;
+  const int common = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+  if (file == ":memory:") return common | SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY;
+  const bool create = isTrue(connectionEntry(text, "Create"));
+  std::error_code ignored;
+  if (!create && !std::filesystem::exists(file, ignored)) {
+    throw Errore("Cannot open the database file '" + file + "': it does not exist (Create=True makes a new one)");
+  }
+  if (readOnly) return common | SQLITE_OPEN_READONLY;
+  return common | SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
+}
+
+Database openFile(const std::string& file, int flags) {
+  sqlite3* raw = nullptr;
+  const int outcome = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);
+  Database database(raw);
+  if (outcome != SQLITE_OK) {
+    throw Errore("Cannot open the database file '" + file + "': " + (raw ? sqlite3_errmsg(raw) : "out of memory"));
+  }
+  return database;
+}
+
+void configure(sqlite3* database) {
+  sqlite3_busy_timeout(database, kBusyTimeoutMilliseconds);
+  // A misspelt name between double quotes must be an error, not a text.
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  run(database, "PRAGMA foreign_keys = ON");
+  run(database, "PRAGMA temp_store = MEMORY");
+  run(database, "PRAGMA cache_size = -65536");
+  if (sqlite3_db_readonly(database, "main") == 0) {
+    run(database, "PRAGMA journal_mode = WAL");
+    run(database, "PRAGMA synchronous = NORMAL");
+  }
+}
+
+}  // namespace
+
+SqliteConnection::~SqliteConnection() {
+  // Plans drop their stages, so they go before the database; an open transaction is rolled back by closing.
+  cache_.reset();
+}
+
+void SqliteConnection::Open(std::string_view, std::string_view, std::int32_t) {
+  if (database_) throw Errore(kObjectOpen);
+  const std::string file = connectionEntry(ConnectionString, "Data Source");
+  if (file.empty()) throw Errore("The connection string names no Data Source");
+  auto database = openFile(file, openFlags(*this, file));
+  try {
+    configure(database.get());
+    registerFunctions(database.get());
+    catalog_.emplace(database.get());
+  } catch (const Errore& error) {
+    catalog_.reset();
+    throw Errore("Cannot open the database file '" + file + "': " + error.what());
+  }
+  cache_.emplace(kCachedPlans);
+  database_ = std::move(database);
+  lastIdentity_.reset();
+  inTransaction_ = false;
+}
+
+void SqliteConnection::Close() {
+  requireOpen();
+  cache_.reset();
+  catalog_.reset();
+  database_.reset();
+  inTransaction_ = false;
+}
+
+ObjectStateEnum SqliteConnection::State() const { return database_ ? adStateOpen : adStateClosed; }
+
+void SqliteConnection::requireOpen() const {
+  if (!database_) throw Errore(kObjectClosed);
+}
+
+RecordsetPtr SqliteConnection::Execute(std::string_view text) {
+  requireOpen();
+  // What follows a rollback by the engine must not be written outside the caller's transaction.
+  if (inTransaction_ && sqlite3_get_autocommit(database_.get()) != 0) {
+    throw Errore("The transaction has been rolled back by the database and must be ended first");
+  }
+  ++statistics_.executed;
+  const dialect::Scan scan = dialect::scan(text);
+  auto& plan = planFor(scan);
+  if (plan.kind() == dialect::Translation::Kind::Identity) return identityRow(plan.columns());
+  if (plan.kind() == dialect::Translation::Kind::Schema) return runSchemaChange(plan, scan);
+  if (auto rows = plan.run(scan.literals)) return rows;
+  if (plan.insertsIdentity() && sqlite3_changes(database_.get()) > 0) {
+    lastIdentity_ = sqlite3_last_insert_rowid(database_.get());
+  }
+  return std::make_shared<Recordset>();
+}
+
+Plan& SqliteConnection::planFor(const dialect::Scan& scan) {
+  if (auto* plan = cache_->find(scan.key)) return *plan;
+  // Another program may have changed the tables; only a text seen for the first time needs to know.
+  if (catalog_->outdated()) reloadSchema();
+  return cache_->insert(scan.key, makePlan(scan));
+}
+
+std::unique_ptr<Plan> SqliteConnection::makePlan(const dialect::Scan& scan) {
+  const std::string prefix = "bk_stage" + std::to_string(++stagePrefixes_) + "_";
+  auto translation = dialect::translate(scan, *catalog_, prefix);
+  const auto* target = catalog_->find(insertTarget(scan));
+  auto plan = std::make_unique<Plan>(database_.get(), statistics_, std::move(translation),
+                                     target != nullptr && hasIdentity(*target));
+  plan->setUp(scan.literals);
+  return plan;
+}
+
+/// No plan outlives a change of the tables it was made for, its own included.
+RecordsetPtr SqliteConnection::runSchemaChange(Plan& plan, const dialect::Scan& scan) {
+  try {
+    plan.run(scan.literals);
+  } catch (...) {
+    cache_->remove(scan.key);
+    throw;
+  }
+  schemaChangedInTransaction_ = inTransaction_;
+  reloadSchema();
+  return std::make_shared<Recordset>();
+}
+
+void SqliteConnection::reloadSchema() {
+  cache_->clear();
+  catalog_->reload();
+}
+
+RecordsetPtr SqliteConnection::identityRow(const std::vector<dialect::ResultColumn>& columns) const {
+  auto set = std::make_shared<Recordset>();
+  set->CursorLocation = adUseClient;
+  auto& field = set->Fields().Append(columns.empty() ? "" : columns.front().name, adDecimal, 0, adFldIsNullable);
+  field.Precision(28);
+  field.NumericScale(0);
+  set->Open();
+  auto cells = set->AppendRow();
+  if (lastIdentity_) cells[0] = values::Decimal::FromScaled(*lastIdentity_);
+  set->MoveFirst();
+  return set;
+}
+
+void SqliteConnection::BeginTrans() {
+  requireOpen();
+  if (inTransaction_) throw Errore("Cannot start more transactions on this session");
+  // Every transaction here is serialisable, whatever IsolationLevel asks. The write lock is taken at once, so that
+  // a second writer waits at its beginning and never fails halfway.
+  const bool writes = sqlite3_db_readonly(database_.get(), "main") == 0;
+  run(database_.get(), writes ? "BEGIN IMMEDIATE" : "BEGIN");
+  inTransaction_ = true;
+  schemaChangedInTransaction_ = false;
+}
+
+void SqliteConnection::CommitTrans() {
+  requireOpen();
+  if (!inTransaction_) throw Errore("No transaction is active");
+  if (sqlite3_get_autocommit(database_.get()) != 0) {
+    throw Errore("The transaction has been rolled back by the database and must be ended first");
+  }
+  run(database_.get(), "COMMIT");
+  inTransaction_ = false;
+}
+
+void SqliteConnection::RollbackTrans() {
+  requireOpen();
+  if (!inTransaction_) throw Errore("No transaction is active");
+  if (sqlite3_get_autocommit(database_.get()) == 0) run(database_.get(), "ROLLBACK");
+  inTransaction_ = false;
+  forgetRolledBack();
+}
+
+/// What was made inside the transaction is gone: stages, and tables if any were.
+void SqliteConnection::forgetRolledBack() {
+  cache_->removeStaged();
+  if (schemaChangedInTransaction_) reloadSchema();
+  schemaChangedInTransaction_ = false;
+}
+
+}  // namespace ado::sqlite

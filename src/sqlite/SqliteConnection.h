@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "ado/connection/Connection.h"
+#include "sqlite/Handle.h"
+#include "sqlite/Plan.h"
+#include "sqlite/SchemaCatalog.h"
+#include "sqlite/StatementCache.h"
+#include "tsql/Lexer.h"
+
+namespace ado::sqlite {
+
+/// A connection to an embedded database, one file. It takes SQL Server's text and gives SQL Server's results.
+///
+/// Entries of the connection string:
+///   Data Source=FILE   the database; ":memory:" for one that lives with the connection
+///   Create=True        make the file when it does not exist (otherwise a missing file is an error)
+///   Mode=Read          open for reading only
+///
+/// The file keeps a write-ahead log: a process killed in the middle of a transaction leaves nothing of it, and what
+/// was committed stays. After a power failure the file is whole but may lack the last commits.
+class SqliteConnection : public Connection {
+ public:
+  SqliteConnection() = default;
+  ~SqliteConnection() override;
+
+  void Open(std::string_view user = {}, std::string_view password = {}, std::int32_t options = -1) override;
+  void Close() override;
+  ObjectStateEnum State() const override;
+  RecordsetPtr Execute(std::string_view text) override;
+  void BeginTrans() override;
+  void CommitTrans() override;
+  /// Also ends a transaction that the engine has already rolled back by itself.
+  void RollbackTrans() override;
+
+  Statistics statistics() const { return statistics_; }
+  std::size_t cachedPlans() const { return cache_ ? cache_->size() : 0; }
+
+ private:
+  void requireOpen() const;
+  Plan& planFor(const dialect::Scan& scan);
+  std::unique_ptr<Plan> makePlan(const dialect::Scan& scan);
+  RecordsetPtr runSchemaChange(Plan& plan, const dialect::Scan& scan);
+  RecordsetPtr identityRow(const std::vector<dialect::ResultColumn>& columns) const;
+  void reloadSchema();
+  void forgetRolledBack();
+
+  Database database_;
+  std::optional<SchemaCatalog> catalog_;
+  std::optional<StatementCache> cache_;
+  Statistics statistics_;
+  std::optional<std::int64_t> lastIdentity_;
+  long stagePrefixes_ = 0;
+  bool inTransaction_ = false;
+  bool schemaChangedInTransaction_ = false;
+};
+
+}  // namespace ado::sqlite

@@ -1,0 +1,148 @@
+#include <algorithm>
+
+#include "sqlite/emitter/Emitter.h"
+#include "tsql/Names.h"
+#include "values/Errore.h"
+#include "values/Text.h"
+
+namespace ado::sqlite::dialect {
+namespace {
+
+std::string tenTo(int exponent) { return "1" + std::string(static_cast<std::size_t>(exponent), '0'); }
+
+std::string call(std::string_view function, std::initializer_list<std::string> arguments) {
+  std::string sql(function);
+  const char* separator = "(";
+  for (const auto& argument : arguments) {
+    sql.append(separator).append(argument);
+    separator = ", ";
+  }
+  return sql + ")";
+}
+
+std::string quoted(std::string_view text) {
+  std::string sql = "'";
+  for (const char c : text) sql.append(c == '\'' ? 2 : 1, c);
+  return sql + "'";
+}
+
+std::string rescaled(const std::string& sql, const Type& from, const Type& to) {
+  const int step = scaleOf(to) - scaleOf(from);
+  if (step == 0) return sql;
+  if (step > 0 && precisionOf(from) + step <= 18) return "(" + sql + " * " + tenTo(step) + ")";
+  return call("bk_rescale", {sql, std::to_string(scaleOf(from)), std::to_string(scaleOf(to))});
+}
+
+}  // namespace
+
+Type booleanType() { return {.kind = TypeKind::Bit, .nullable = true}; }
+
+void Emitter::fail(const std::string& message, std::size_t offset) const {
+  const auto& end = scan_.tokens.back();
+  const char* text = end.text.data() - end.offset;
+  throw values::Errore(message + " near '" + std::string(std::string_view(text, end.offset).substr(offset, 60)) + "'");
+}
+
+Type Emitter::literalType(std::size_t index) const {
+  const Literal& literal = scan_.literals[index];
+  const int digits = static_cast<int>(literal.text.size());
+  switch (literal.kind) {
+    case Literal::Kind::Integer:
+      if (digits <= 9) return integerType();
+      if (digits <= 18) return decimalType(18, 0);
+      return decimalType(38, 0);
+    case Literal::Kind::Decimal: return decimalType(digits <= 18 ? 18 : 38, literal.scale);
+    case Literal::Kind::Float: return {.kind = TypeKind::Float};
+    case Literal::Kind::Text: break;
+  }
+  return textType(0);
+}
+
+std::string Emitter::bind(Binding binding) {
+  bindings_.push_back(std::move(binding));
+  return "?" + std::to_string(bindings_.size());
+}
+
+std::string Emitter::value(const Piece& piece) {
+  if (!piece.literal) return piece.sql;
+  return bind({.how = Binding::How::AsIs, .literal = *piece.literal, .target = {}, .column = {}});
+}
+
+Piece Emitter::valued(Piece piece) {
+  if (piece.literal) {
+    piece.sql = value(piece);
+    piece.literal.reset();
+  }
+  return piece;
+}
+
+std::string Emitter::converted(const Piece& piece, const Type& target) {
+  if (piece.null) return "NULL";
+  if (target.kind == TypeKind::Unknown) return value(piece);
+  if (piece.literal)
+    return bind({.how = Binding::How::ToType, .literal = *piece.literal, .target = target, .column = {}});
+  const Type& from = piece.type;
+  if (isNumeric(from) && isNumeric(target)) {
+    if (target.kind == TypeKind::Decimal) return rescaled(piece.sql, from, target);
+    if (target.kind == TypeKind::Bit && from.kind != TypeKind::Bit) return "(" + piece.sql + " <> 0)";
+    return scaleOf(from) == 0 ? piece.sql : call("bk_truncate", {piece.sql, std::to_string(scaleOf(from))});
+  }
+  if (sameStorage(from, target)) return piece.sql;
+  const std::string scale = std::to_string(scaleOf(target));
+  if (target.kind == TypeKind::Float) {
+    if (isNumeric(from)) return call("bk_to_float", {piece.sql, std::to_string(scaleOf(from))});
+    if (from.kind == TypeKind::Text) return call("bk_text_to_float", {piece.sql});
+  }
+  if (from.kind == TypeKind::Float && isNumeric(target)) return call("bk_from_float", {piece.sql, scale});
+  if (from.kind == TypeKind::Text) {
+    if (target.kind == TypeKind::DateTime) return call("bk_text_to_date", {piece.sql});
+    return call("bk_text_to_number", {piece.sql, scale, target.kind == TypeKind::Decimal ? "1" : "0"});
+  }
+  if (target.kind == TypeKind::Text) {
+    if (isNumeric(from)) return call("bk_number_text", {piece.sql, std::to_string(scaleOf(from))});
+    if (from.kind == TypeKind::DateTime) return call("bk_date_text", {piece.sql, "0"});
+    return call("bk_float_text", {piece.sql});
+  }
+  throw values::Errore("Implicit conversion from data type " + typeName(from) + " to " + typeName(target) +
+                       " is not allowed");
+}
+
+std::string Emitter::assigned(const Piece& piece, const Column& column) {
+  const Type& target = column.type;
+  if (piece.null) return "NULL";
+  if (piece.literal)
+    return bind({.how = Binding::How::ToType,
+                 .literal = *piece.literal,
+                 .target = target,
+                 .assignment = true,
+                 .column = column.name});
+  const std::string sql = converted(piece, target);
+  const Type& from = piece.type;
+  const std::string name = quoted(column.name);
+  switch (target.kind) {
+    case TypeKind::Decimal:
+      if (isNumeric(from) && scaleOf(from) <= target.scale &&
+          precisionOf(from) - scaleOf(from) <= target.precision - target.scale)
+        return sql;
+      return call("bk_assign_decimal", {sql, std::to_string(target.precision), name});
+    case TypeKind::Integer:
+      if (from.kind == TypeKind::Bit || (from.kind == TypeKind::Integer && from.precision <= target.precision))
+        return sql;
+      return call("bk_assign_integer", {sql, std::to_string(target.precision), name});
+    case TypeKind::Text:
+      if (from.kind == TypeKind::Text && from.length != 0 && from.fixed == target.fixed &&
+          (target.fixed ? from.length == target.length : target.length == 0 || from.length <= target.length))
+        return sql;
+      return call("bk_assign_text", {sql, std::to_string(target.length), target.fixed ? "1" : "0", name});
+    default: return sql;
+  }
+}
+
+Statement Emitter::finish(std::string sql) {
+  Statement statement{std::move(sql), std::move(bindings_)};
+  bindings_.clear();
+  used_.clear();
+  return statement;
+}
+
+}  // namespace ado::sqlite::dialect

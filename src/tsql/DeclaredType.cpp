@@ -1,0 +1,114 @@
+#include "tsql/DeclaredType.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "tsql/Names.h"
+#include "values/Errore.h"
+
+namespace ado::sqlite::dialect {
+namespace {
+
+constexpr std::string_view kIdentity = "CONSTRAINT \"identity ";
+
+struct KnownType {
+  std::string_view name;
+  Type type;
+};
+
+constexpr Type integer(std::int16_t bits) { return {.kind = TypeKind::Integer, .precision = bits}; }
+constexpr Type text(bool fixed, bool wide) {
+  return {.kind = TypeKind::Text, .length = 1, .fixed = fixed, .wide = wide};
+}
+
+constexpr std::array kKnown = {
+    KnownType{"TINYINT", integer(16)},
+    KnownType{"SMALLINT", integer(16)},
+    KnownType{"INT", integer(32)},
+    KnownType{"INTEGER", integer(32)},
+    KnownType{"BIGINT", integer(64)},
+    KnownType{"DECIMAL", {.kind = TypeKind::Decimal, .precision = 18}},
+    KnownType{"DEC", {.kind = TypeKind::Decimal, .precision = 18}},
+    KnownType{"NUMERIC", {.kind = TypeKind::Decimal, .precision = 18}},
+    KnownType{"FLOAT", {.kind = TypeKind::Float}},
+    KnownType{"REAL", {.kind = TypeKind::Float}},
+    KnownType{"CHAR", text(true, false)},
+    KnownType{"VARCHAR", text(false, false)},
+    KnownType{"NCHAR", text(true, true)},
+    KnownType{"NVARCHAR", text(false, true)},
+    KnownType{"DATETIME", {.kind = TypeKind::DateTime}},
+    KnownType{"DATETIME2", {.kind = TypeKind::DateTime}},
+    KnownType{"SMALLDATETIME", {.kind = TypeKind::DateTime}},
+    KnownType{"DATE", {.kind = TypeKind::DateTime}},
+    KnownType{"INTDATETIME", {.kind = TypeKind::DateTime}},
+    KnownType{"BIT", {.kind = TypeKind::Bit}},
+    KnownType{"BITINT", {.kind = TypeKind::Bit}},
+};
+
+int readNumber(std::string_view text, std::string_view whole) {
+  int value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size())
+    throw values::Errore("Unknown type '" + std::string(whole) + "'");
+  return value;
+}
+
+void readDecimal(Type& type, std::string_view sizes, std::string_view whole) {
+  const auto comma = sizes.find(',');
+  const int precision = readNumber(sizes.substr(0, comma), whole);
+  const int scale = comma == std::string_view::npos ? 0 : readNumber(sizes.substr(comma + 1), whole);
+  if (precision < 1 || precision > 38 || scale < 0 || scale > precision)
+    throw values::Errore("Impossible precision in '" + std::string(whole) + "'");
+  type.precision = static_cast<std::int16_t>(precision);
+  type.scale = static_cast<std::int16_t>(scale);
+}
+
+}  // namespace
+
+Type parseDeclaredType(std::string_view text) {
+  const auto open = text.find('(');
+  const auto name = text.substr(0, open);
+  const auto known = std::find_if(kKnown.begin(), kKnown.end(), [&](const auto& k) { return sameName(k.name, name); });
+  if (known == kKnown.end()) throw values::Errore("Unknown type '" + std::string(text) + "'");
+  Type type = known->type;
+  if (open == std::string_view::npos) return type;
+  const auto sizes = text.substr(open + 1, text.size() - open - 2);
+  if (type.kind == TypeKind::Decimal) readDecimal(type, sizes, text);
+  if (type.kind == TypeKind::Text) type.length = sameName(sizes, "MAX") ? 0 : readNumber(sizes, text);
+  return type;
+}
+
+std::string declaredType(const Type& type) {
+  switch (type.kind) {
+    case TypeKind::Integer: return type.precision == 16 ? "SMALLINT" : type.precision == 32 ? "INT" : "BIGINT";
+    case TypeKind::Decimal:
+      if (type.precision > kStoredPrecision)
+        throw values::Errore("The embedded database stores decimals of at most " + std::to_string(kStoredPrecision) +
+                             " digits, not " + std::to_string(type.precision));
+      return "DECIMAL(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
+    case TypeKind::Float: return "FLOAT";
+    case TypeKind::Text:
+      return std::string(type.wide ? "N" : "") + (type.fixed ? "CHAR(" : "VARCHAR(") +
+             (type.length == 0 ? "MAX" : std::to_string(type.length)) + ")";
+    case TypeKind::DateTime: return "INTDATETIME";
+    case TypeKind::Bit: return "BITINT";
+    case TypeKind::Unknown: break;
+  }
+  throw values::Errore("A column needs a type");
+}
+
+std::string identityConstraint(const Type& type) {
+  return std::string(kIdentity) + declaredType(type) + "\" PRIMARY KEY AUTOINCREMENT";
+}
+
+std::optional<Type> identityType(std::string_view createStatement) {
+  const auto start = createStatement.find(kIdentity);
+  if (start == std::string_view::npos) return std::nullopt;
+  const auto text = createStatement.substr(start + kIdentity.size());
+  Type type = parseDeclaredType(text.substr(0, text.find('"')));
+  type.nullable = false;
+  return type;
+}
+
+}  // namespace ado::sqlite::dialect

@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+#include <sql.h>
+#include <sqlext.h>
+
+#include <string>
+
+#include "ado/OverAConnection.h"
+#include "odbc/Provider.h"
+#include "schema/Schema.h"
+
+/// What SQL Server's driver may answer, told by a driver that follows a script (driver/ScriptedDriver.cpp).
+namespace odbc_tests {
+namespace {
+
+using provider_cases::shown;
+using values::Kind;
+
+const std::string kDriver = "Driver={" BUKORVAL_SCRIPTED_DRIVER "}";
+
+class Scripted : public testing::Test {
+ protected:
+  void SetUp() override {
+    ado::odbc::registerOdbc();
+    connection->ConnectionString = "Provider=ODBC;" + kDriver + ";";
+    connection->Open();
+  }
+  std::string outcome(std::string_view text) { return provider_cases::outcomeOf(*connection, text); }
+
+  ado::ConnectionPtr connection = ado::createConnection();
+};
+
+TEST_F(Scripted, TheDriverGetsItsOwnStringAndTheUserWhateverSignsThePasswordHas) {
+  const auto opened = [&](const std::string& text, std::string_view user, std::string_view password) {
+    connection = ado::createConnection();
+    connection->ConnectionString = text;
+    connection->Open(user, password);
+    return outcome("SELECT SETTINGS");
+  };
+  EXPECT_EQ(opened(" provider = odbc;" + kDriver + ";PWD={a;;b}};Provider=x};", "", ""),
+            kDriver + ";PWD={a;;b}};Provider=x};|auto|0|noscan");
+  EXPECT_EQ(opened(kDriver, "però", "p};w="), kDriver + ";UID={però};PWD={p}};w=}|auto|0|noscan");
+  try {
+    opened(kDriver, "nobody", "");
+    ADD_FAILURE() << "let nobody in";
+  } catch (const values::Errore& error) {
+    EXPECT_STREQ(error.what(), "Login failed for user 'nobody'");
+  }
+  EXPECT_EQ(connection->State(), ado::adStateClosed);
+  EXPECT_THROW(opened(kDriver + ";X=" + std::string(40'000, 'x'), "", ""), values::Errore);
+}
+
+TEST_F(Scripted, TheTextGoesUnchanged) {
+  for (const char* text :
+       {"SELECT {d '2011-01-31'}, N'però €' -- \xF0\x9F\x92\xB6\r\n", "  SELECT TOP 1 X FROM [A] WITH (NOLOCK);"}) {
+    EXPECT_EQ(outcome(text), text);
+  }
+  EXPECT_EQ(outcome("SELECT '\xE8'"), "The text is not valid UTF-8 from its byte 9");
+}
+
+TEST_F(Scripted, TheTablesOfTheSystemAreMadeByOneStatementEach) { EXPECT_NO_THROW(schema::create(*connection)); }
+
+TEST_F(Scripted, ReadsEveryTypeAsTheFieldSays) {
+  struct Expected {
+    ado::DataTypeEnum type;
+    Kind kind;
+    const char* text;
+  };
+  const auto set = connection->Execute("SELECT TYPES");
+  const Expected fields[] = {{ado::adSmallInt, Kind::Int16, "255"},
+                             {ado::adSmallInt, Kind::Int16, "-7"},
+                             {ado::adBigInt, Kind::Decimal, "-9000000000"},
+                             {ado::adBoolean, Kind::Boolean, "True"},
+                             {ado::adDBTimeStamp, Kind::Date, "31/01/2011 23:00:59"},
+                             {ado::adDouble, Kind::Double, "0.5"},
+                             {ado::adChar, Kind::String, "6F96"},
+                             {ado::adVarWChar, Kind::String, "però €"},
+                             {ado::adVarWChar, Kind::String, "<x/>"},
+                             {ado::adWChar, Kind::String, "ab  "}};
+  ASSERT_EQ(set->Fields().Count(), std::size(fields));
+  for (std::size_t i = 0; i < std::size(fields); ++i) {
+    const auto& field = set->Fields().Item(i);
+    EXPECT_EQ(field.Type(), fields[i].type) << i;
+    EXPECT_EQ(field.Value().kind(), fields[i].kind) << i;
+    EXPECT_EQ(values::toPlainText(field.Value()), fields[i].text);
+  }
+  EXPECT_EQ(set->Fields().Item("perché").DefinedSize(), 20);
+  set->MoveNext();
+  for (std::size_t i = 0; i < std::size(fields); ++i) EXPECT_TRUE(set->Fields().Item(i).Value().isNull()) << i;
+  EXPECT_EQ(outcome("SELECT WRONG SMALLINT"), "Column 'B' holds 40000, which its type does not allow");
+}
+
+TEST_F(Scripted, DecimalsLoseNoDigit) {
+  const auto set = connection->Execute("SELECT MONEY");
+  const auto& field = set->Fields().Item("IMPORTO");
+  EXPECT_EQ(field.Type(), ado::adDecimal);
+  EXPECT_EQ(field.Precision(), 15);
+  EXPECT_EQ(field.NumericScale(), 2);
+  EXPECT_EQ(shown(set), "0.50|12345678901234567890123456.78; -0.05|-0.10; 9999999999999.99|NULL");
+  EXPECT_EQ(outcome("SELECT TOO MUCH MONEY"), "Overflow");
+  EXPECT_EQ(outcome("SELECT NO MONEY"), "Column 'IMPORTO' holds no number: '1,50'");
+}
+
+TEST_F(Scripted, LongTextsComeWhole) {
+  std::string text;
+  for (int i = 0; i < 20'000; ++i) text += i % 3 == 0 ? "€" : "\xF0\x9F\x92\xB6";
+  EXPECT_EQ(outcome("SELECT LONG"), text + "; ");
+}
+
+TEST_F(Scripted, LooksBehindCountsAndForErrorsToTheEnd) {
+  EXPECT_EQ(outcome("EXEC COUNTS"), "7");
+  EXPECT_EQ(outcome("EXEC FAILS AFTER ITS ROWS"), "Violation of PRIMARY KEY constraint 'PK_A'");
+  EXPECT_EQ(outcome("DELETE NOTHING"), "closed");
+  EXPECT_EQ(outcome("INSERT SILENT FAILURE"), "The ODBC driver reported a failure with an empty description");
+}
+
+TEST_F(Scripted, ATransactionThatTheDatabaseEndedIsNotGoneOnWith) {
+  connection->BeginTrans();
+  EXPECT_EQ(outcome("INSERT DEADLOCK"), "Transaction was deadlocked") << "nothing was written, so nothing is lost";
+  EXPECT_EQ(outcome("INSERT ONE"), "closed");
+  EXPECT_EQ(outcome("INSERT DOUBLE"), "Violation of PRIMARY KEY constraint 'PK_A'") << "the transaction stands";
+  EXPECT_EQ(outcome("INSERT ONE"), "closed");
+  EXPECT_EQ(outcome("INSERT DEADLOCK"), "Transaction was deadlocked");
+  const std::string ended = "The transaction has been rolled back by the database and must be ended first";
+  EXPECT_EQ(outcome("INSERT ONE"), ended);
+  EXPECT_THROW(connection->CommitTrans(), values::Errore);
+  connection->RollbackTrans();
+  EXPECT_EQ(outcome("INSERT ONE"), "closed");
+}
+
+TEST_F(Scripted, AConnectionIsLeftWhateverIsOpenOnIt) {
+  const auto other = ado::createConnection();
+  other->ConnectionString = kDriver;
+  other->Open();
+  EXPECT_EQ(outcome("SELECT CONNECTIONS"), "2");
+  other->BeginTrans();
+  other->Execute("INSERT ONE");
+  other->Close();
+  EXPECT_EQ(outcome("SELECT CONNECTIONS"), "1");
+}
+
+TEST_F(Scripted, TransactionsAreOfTheLevelAskedFor) {
+  connection->IsolationLevel = ado::adXactSerializable;
+  connection->BeginTrans();
+  EXPECT_EQ(outcome("SELECT SETTINGS"), kDriver + ";|manual|" + std::to_string(SQL_TXN_SERIALIZABLE) + "|noscan");
+  connection->CommitTrans();
+  EXPECT_EQ(outcome("SELECT SETTINGS"), kDriver + ";|auto|" + std::to_string(SQL_TXN_SERIALIZABLE) + "|noscan");
+}
+
+}  // namespace
+}  // namespace odbc_tests

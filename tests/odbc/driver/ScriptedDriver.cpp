@@ -1,0 +1,300 @@
+// A driver for the driver manager whose database is a script: it answers as SQL Server's driver may and the embedded
+// one never does. A text it does not know comes back as the one row of its answer.
+#include <sql.h>
+#include <sqlext.h>
+#include <sqlucode.h>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Text = std::u16string;
+
+struct Column {
+  Text name;
+  SQLSMALLINT type;
+  SQLULEN size = 0;
+  SQLSMALLINT scale = 0;
+};
+
+struct Answer {
+  std::vector<Column> columns;  ///< none: a count of rows
+  std::vector<std::vector<std::optional<Text>>> rows;
+  Text error;
+  bool endsTransaction = false;
+};
+
+const Text kRefused = u"[Maker][Driver 18][SQL Server]Violation of PRIMARY KEY constraint 'PK_A'. ";
+
+/// The long text ends a buffer of any size in the middle of a character, sooner or later.
+Text longText() {
+  Text text;
+  for (int i = 0; i < 20'000; ++i) text += i % 3 == 0 ? u"€" : u"\U0001F4B6";
+  return text;
+}
+
+const std::map<Text, std::vector<Answer>>& script() {
+  static const std::map<Text, std::vector<Answer>> answers = {
+      {u"SELECT MONEY",
+       {{{{u"IMPORTO", SQL_DECIMAL, 15, 2}, {u"SOMMA", SQL_NUMERIC, 38, 2}},
+         {{u".50", u"12345678901234567890123456.78"}, {u"-.05", u"-0.10"}, {u"9999999999999.99", {}}},
+         {}}}},
+      {u"SELECT TOO MUCH MONEY", {{{{u"X", SQL_DECIMAL, 38, 0}}, {{Text(38, u'9')}}, {}}}},
+      {u"SELECT NO MONEY", {{{{u"IMPORTO", SQL_DECIMAL, 15, 2}}, {{u"1,50"}}, {}}}},
+      {u"SELECT TYPES",
+       {{{{u"A", SQL_TINYINT},
+          {u"B", SQL_SMALLINT},
+          {u"C", SQL_BIGINT},
+          {u"D", SQL_BIT},
+          {u"E", SQL_TYPE_TIMESTAMP},
+          {u"F", SQL_DOUBLE},
+          {u"G", SQL_GUID, 36},
+          {u"perché", SQL_WVARCHAR, 20},
+          {u"I", -152},
+          {u"", SQL_WCHAR, 4}},
+         {{u"255", u"-7", u"-9000000000", u"1", u"2011-01-31", u"0.5", u"6F96", u"però €", u"<x/>", u"ab  "},
+          {{}, {}, {}, {}, {}, {}, {}, {}, {}, {}}},
+         {}}}},
+      {u"SELECT WRONG SMALLINT", {{{{u"B", SQL_SMALLINT}}, {{u"40000"}}, {}}}},
+      {u"SELECT LONG", {{{{u"T", SQL_WLONGVARCHAR}}, {{longText()}, {u""}}, {}}}},
+      {u"EXEC COUNTS", {{}, {}, {{{u"X", SQL_INTEGER}}, {{u"7"}}, {}}, {{{u"Y", SQL_INTEGER}}, {{u"8"}}, {}}}},
+      {u"EXEC FAILS AFTER ITS ROWS", {{{{u"X", SQL_INTEGER}}, {{u"7"}}, {}}, {{}, {}, kRefused}}},
+      {u"INSERT DOUBLE", {{{}, {}, kRefused}}},
+      {u"INSERT DEADLOCK", {{{}, {}, u"[Maker][SQL Server]Transaction was deadlocked", true}}},
+      {u"INSERT SILENT FAILURE", {{{}, {}, u"[Maker]"}}},
+      {u"INSERT ONE", {{}}},
+  };
+  return answers;
+}
+
+struct Connection {
+  Text opened;
+  bool autocommit = true;
+  std::uintptr_t isolation = 0;
+  unsigned transactions = 0;
+};
+
+struct Statement {
+  explicit Statement(Connection& owner) : connection(owner) {}
+  Connection& connection;
+  bool noScan = false;
+  std::vector<Answer> answers;
+  std::size_t answer = 0;
+  std::size_t row = 0;       ///< one-based; 0 is before the first
+  std::size_t column = 0;    ///< of the text that is read in parts
+  std::size_t position = 0;  ///< how much of it is read
+};
+
+Text error;
+unsigned connected = 0;
+
+Text shown(std::uintptr_t value) {
+  const auto digits = std::to_string(value);
+  return {digits.begin(), digits.end()};
+}
+
+std::vector<Answer> answersTo(const Text& text, const Statement& statement) {
+  const auto& connection = statement.connection;
+  if (const auto found = script().find(text); found != script().end()) return found->second;
+  const auto one = [](Text value, SQLSMALLINT type) {
+    return std::vector<Answer>{{{{u"X", type, 4000}}, {{std::move(value)}}, {}}};
+  };
+  if (text == u"SELECT @@TRANCOUNT AS N") return one(shown(connection.transactions), SQL_INTEGER);
+  if (text == u"SELECT CONNECTIONS") return one(shown(connected), SQL_INTEGER);
+  if (text == u"SELECT SETTINGS") {
+    return one(connection.opened + (connection.autocommit ? u"|auto|" : u"|manual|") + shown(connection.isolation) +
+                   (statement.noScan ? u"|noscan" : u"|scan"),
+               SQL_WVARCHAR);
+  }
+  return one(text, SQL_WVARCHAR);
+}
+
+SQLRETURN begin(Statement& statement) {
+  auto& connection = statement.connection;
+  statement.row = 0;
+  if (statement.answer >= statement.answers.size()) return SQL_NO_DATA;
+  const auto& answer = statement.answers[statement.answer];
+  if (answer.endsTransaction) connection.transactions = 0;
+  if (answer.error.empty()) return SQL_SUCCESS;
+  error = answer.error;
+  return SQL_ERROR;
+}
+
+template <typename T>
+void store(SQLPOINTER target, T value) {
+  std::memcpy(target, &value, sizeof value);
+}
+
+/// Gives the next part of a text without telling how much is left, as drivers do for unbounded columns.
+SQLRETURN storeText(Statement& statement, const Text& text, SQLPOINTER target, SQLLEN size, SQLLEN* length) {
+  const auto room = static_cast<std::size_t>(size) / sizeof(char16_t) - 1;
+  const auto part = text.substr(statement.position, room);
+  std::memcpy(target, part.c_str(), (part.size() + 1) * sizeof(char16_t));
+  statement.position += part.size();
+  const bool more = statement.position < text.size();
+  *length = more ? SQL_NO_TOTAL : static_cast<SQLLEN>(part.size() * sizeof(char16_t));
+  return more ? SQL_SUCCESS_WITH_INFO : SQL_SUCCESS;
+}
+
+SQL_TIMESTAMP_STRUCT timestamp(const std::string& text) {
+  const auto part = [&](std::size_t at, std::size_t count) { return std::stoi(text.substr(at, count)); };
+  SQL_TIMESTAMP_STRUCT at{};
+  at.year = static_cast<SQLSMALLINT>(part(0, 4));
+  at.month = static_cast<SQLUSMALLINT>(part(5, 2));
+  at.day = static_cast<SQLUSMALLINT>(part(8, 2));
+  at.hour = 23;
+  at.second = 59;
+  at.fraction = 997'000'000;
+  return at;
+}
+
+}  // namespace
+
+extern "C" {
+
+SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE* handle) {
+  static int environment = 0;
+  *handle = type == SQL_HANDLE_ENV   ? static_cast<SQLHANDLE>(&environment)
+            : type == SQL_HANDLE_DBC ? static_cast<SQLHANDLE>(new Connection)
+                                     : new Statement(*static_cast<Connection*>(parent));
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle) {
+  if (type == SQL_HANDLE_DBC) delete static_cast<Connection*>(handle);
+  if (type == SQL_HANDLE_STMT) delete static_cast<Statement*>(handle);
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
+
+SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQLSMALLINT length, SQLWCHAR*, SQLSMALLINT,
+                                    SQLSMALLINT*, SQLUSMALLINT) {
+  auto& connection = *static_cast<Connection*>(handle);
+  const auto* start = reinterpret_cast<const char16_t*>(text);
+  connection.opened = length == SQL_NTS ? Text(start) : Text(start, static_cast<std::size_t>(length));
+  if (connection.opened.find(u"UID={nobody}") == Text::npos) {
+    ++connected;
+    return SQL_SUCCESS;
+  }
+  error = u"[Maker][Driver][SQL Server]Login failed for user 'nobody'.";
+  return SQL_ERROR;
+}
+
+/// Refused while a transaction is open, as the standard says.
+SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
+  error = u"[Maker]Invalid transaction state";
+  if (static_cast<Connection*>(handle)->transactions > 0) return SQL_ERROR;
+  --connected;
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
+  auto& connection = *static_cast<Connection*>(handle);
+  const auto number = reinterpret_cast<std::uintptr_t>(value);
+  if (attribute == SQL_ATTR_AUTOCOMMIT) connection.autocommit = number == SQL_AUTOCOMMIT_ON;
+  if (attribute == SQL_ATTR_TXN_ISOLATION) connection.isolation = number;
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLEndTran(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT) {
+  static_cast<Connection*>(handle)->transactions = 0;
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLSetStmtAttrW(SQLHSTMT handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
+  if (attribute == SQL_ATTR_NOSCAN) static_cast<Statement*>(handle)->noScan = value != nullptr;
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT, SQLINTEGER, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
+  store<SQLPOINTER>(value, nullptr);
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER length) {
+  auto& statement = *static_cast<Statement*>(handle);
+  const Text asked(reinterpret_cast<const char16_t*>(text), static_cast<std::size_t>(length));
+  if (asked == u"DELETE NOTHING") return SQL_NO_DATA;
+  const bool writes = asked.starts_with(u"INSERT");
+  if (writes && !statement.connection.autocommit) statement.connection.transactions = 1;
+  statement.answers = answersTo(asked, statement);
+  statement.answer = 0;
+  return begin(statement);
+}
+
+SQLRETURN SQL_API SQLMoreResults(SQLHSTMT handle) {
+  auto& statement = *static_cast<Statement*>(handle);
+  ++statement.answer;
+  return begin(statement);
+}
+
+SQLRETURN SQL_API SQLNumResultCols(SQLHSTMT handle, SQLSMALLINT* count) {
+  const auto& statement = *static_cast<Statement*>(handle);
+  const bool any = statement.answer < statement.answers.size();
+  *count = any ? static_cast<SQLSMALLINT>(statement.answers[statement.answer].columns.size()) : SQLSMALLINT{0};
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLDescribeColW(SQLHSTMT handle, SQLUSMALLINT position, SQLWCHAR* name, SQLSMALLINT room,
+                                  SQLSMALLINT* length, SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* scale,
+                                  SQLSMALLINT* nullable) {
+  const auto& statement = *static_cast<Statement*>(handle);
+  const auto& column = statement.answers[statement.answer].columns.at(position - 1U);
+  const auto written = column.name.substr(0, static_cast<std::size_t>(room) - 1);
+  std::memcpy(name, written.c_str(), (written.size() + 1) * sizeof(char16_t));
+  *length = static_cast<SQLSMALLINT>(written.size());
+  *type = column.type;
+  *size = column.size;
+  *scale = column.scale;
+  *nullable = position == 1 ? SQL_NO_NULLS : SQL_NULLABLE;
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLFetch(SQLHSTMT handle) {
+  auto& statement = *static_cast<Statement*>(handle);
+  statement.column = 0;
+  return ++statement.row > statement.answers[statement.answer].rows.size() ? SQL_NO_DATA : SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLGetData(SQLHSTMT handle, SQLUSMALLINT position, SQLSMALLINT type, SQLPOINTER target, SQLLEN size,
+                             SQLLEN* length) {
+  auto& statement = *static_cast<Statement*>(handle);
+  const auto& cell = statement.answers[statement.answer].rows[statement.row - 1].at(position - 1U);
+  if (statement.column != position) statement.position = 0;
+  statement.column = position;
+  *length = cell ? size : SQL_NULL_DATA;
+  if (!cell) return SQL_SUCCESS;
+  if (type == SQL_C_WCHAR) return storeText(statement, *cell, target, size, length);
+  const std::string plain(cell->begin(), cell->end());
+  if (type == SQL_C_SBIGINT) store(target, static_cast<SQLBIGINT>(std::stoll(plain)));
+  if (type == SQL_C_DOUBLE) store(target, std::stod(plain));
+  if (type == SQL_C_BIT) store(target, static_cast<unsigned char>(plain == "1" ? 1 : 0));
+  if (type == SQL_C_TYPE_TIMESTAMP) store(target, timestamp(plain));
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLGetDiagRecW(SQLSMALLINT, SQLHANDLE, SQLSMALLINT record, SQLWCHAR* state, SQLINTEGER* native,
+                                 SQLWCHAR* text, SQLSMALLINT room, SQLSMALLINT* length) {
+  if (record != 1 || error.empty()) return SQL_NO_DATA;
+  std::memcpy(state, u"23000", 6 * sizeof(char16_t));
+  if (native != nullptr) *native = 2627;
+  const auto written = error.substr(0, static_cast<std::size_t>(std::max<SQLSMALLINT>(room, 1)) - 1);
+  std::memcpy(text, written.c_str(), (written.size() + 1) * sizeof(char16_t));
+  if (length != nullptr) *length = static_cast<SQLSMALLINT>(error.size());
+  return SQL_SUCCESS;
+}
+
+/// The driver manager uses the call above only where this one is.
+SQLRETURN SQL_API SQLGetDiagFieldW(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLSMALLINT, SQLPOINTER, SQLSMALLINT,
+                                   SQLSMALLINT*) {
+  return SQL_NO_DATA;
+}
+
+}  // extern "C"

@@ -1,0 +1,166 @@
+#include <signal.h>
+#include <sys/wait.h>
+
+#include <fstream>
+
+#include "ado/ProviderCases.h"
+#include "sqlite/Provider.h"
+#include "sqlite/TemporaryDatabase.h"
+
+namespace provider_cases {
+
+const Provider kSqlite{"SQLite", [] {
+                         ado::sqlite::registerSqlite();
+                         auto connection = ado::createConnection();
+                         connection->ConnectionString = "Provider=SQLite;Data Source=:memory:";
+                         connection->Open();
+                         return connection;
+                       }};
+
+INSTANTIATE_TEST_SUITE_P(Sqlite, ProviderCases, testing::Values(kSqlite));
+INSTANTIATE_TEST_SUITE_P(Sqlite, PortableCases, testing::Values(kSqlite));
+
+}  // namespace provider_cases
+
+namespace sqlite_tests {
+namespace {
+
+using provider_cases::shown;
+
+std::string failureOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const values::Errore& error) {
+    return error.what();
+  }
+  return "no failure";
+}
+
+/// Runs raw engine text on the file, past the provider.
+void runRaw(const TemporaryDatabase& file, const char* sql) {
+  sqlite3* raw = nullptr;
+  ASSERT_EQ(sqlite3_open(file.path().c_str(), &raw), SQLITE_OK);
+  const ado::sqlite::Database database(raw);
+  ado::sqlite::run(raw, sql);
+}
+
+TEST(SqliteOpen, AMissingFileIsMadeOnlyWhenAsked) {
+  const TemporaryDatabase file;
+  EXPECT_NE(failureOf([&] { file.open(""); }).find("does not exist"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(file.path()));
+  file.open()->Execute("CREATE TABLE A (X int NULL)");
+  EXPECT_EQ(shown(file.open("")->Execute("SELECT COUNT(*) AS N FROM A")), "0");
+}
+
+TEST(SqliteOpen, SaysWhatIsWrong) {
+  const TemporaryDatabase file;
+  std::ofstream(file.path()) << std::string(4096, 'x');
+  EXPECT_NE(failureOf([&] { file.open(""); }).find("not a database"), std::string::npos);
+  EXPECT_NE(failureOf([] { ado::sqlite::SqliteConnection().Open(); }).find("Data Source"), std::string::npos);
+}
+
+TEST(SqliteOpen, ReadModeRefusesWrites) {
+  const TemporaryDatabase file;
+  file.open()->Execute("CREATE TABLE A (X int NULL)");
+  const auto reader = file.open(";Mode=Read");
+  EXPECT_EQ(shown(reader->Execute("SELECT X FROM A")), "");
+  EXPECT_NE(failureOf([&] { reader->Execute("INSERT INTO A (X) VALUES (1)"); }).find("reading only"),
+            std::string::npos);
+}
+
+TEST(SqliteTransactions, AKilledWriterLeavesNothingOfItsTransaction) {
+  const TemporaryDatabase file;
+  {
+    const auto connection = file.open();
+    connection->Execute("CREATE TABLE A (X int NOT NULL)");
+    connection->Execute("INSERT INTO A (X) VALUES (1)");
+  }
+  const pid_t child = fork();
+  if (child == 0) {
+    const auto connection = file.open();
+    connection->Execute("INSERT INTO A (X) VALUES (2)");
+    connection->BeginTrans();
+    for (int i = 0; i < 50'000; ++i) connection->Execute("INSERT INTO A (X) VALUES (3)");
+    ::kill(::getpid(), SIGKILL);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFSIGNALED(status));
+  EXPECT_EQ(shown(file.open()->Execute("SELECT X FROM A ORDER BY X")), "1; 2");
+}
+
+TEST(SqliteTransactions, ARollbackByTheEngineStopsTheRunUntilItIsEnded) {
+  const TemporaryDatabase file;
+  const auto connection = file.open();
+  connection->Execute("CREATE TABLE A (X int NOT NULL)");
+  runRaw(file, "CREATE TRIGGER T BEFORE INSERT ON A WHEN NEW.X = 13 BEGIN SELECT RAISE(ROLLBACK, 'thirteen'); END");
+  connection->BeginTrans();
+  connection->Execute("INSERT INTO A (X) VALUES (1)");
+  EXPECT_EQ(failureOf([&] { connection->Execute("INSERT INTO A (X) VALUES (13)"); }), "thirteen");
+  EXPECT_THROW(connection->Execute("INSERT INTO A (X) VALUES (2)"), values::Errore);
+  EXPECT_THROW(connection->CommitTrans(), values::Errore);
+  EXPECT_NO_THROW(connection->RollbackTrans());
+  EXPECT_EQ(shown(connection->Execute("SELECT X FROM A")), "");
+}
+
+TEST(SqliteTransactions, AConnectionThatGoesAwayRollsBack) {
+  const TemporaryDatabase file;
+  auto connection = file.open();
+  connection->Execute("CREATE TABLE A (X int NOT NULL)");
+  connection->BeginTrans();
+  connection->Execute("INSERT INTO A (X) VALUES (1)");
+  connection.reset();
+  EXPECT_EQ(shown(file.open()->Execute("SELECT X FROM A")), "");
+}
+
+TEST(SqlitePlans, TextsThatDifferInLiteralsShareOnePlan) {
+  const TemporaryDatabase file;
+  const auto connection = file.open();
+  connection->Execute("CREATE TABLE A (X int NOT NULL, Y varchar(10) NULL)");
+  connection->Execute("INSERT INTO A (X, Y) VALUES (0, 'zero')");
+  const auto before = connection->statistics();
+  for (int i = 1; i < 1000; ++i) {
+    const auto number = std::to_string(i);
+    connection->Execute("INSERT INTO A (X, Y) VALUES (" + number + ", 'y" + number + "')");
+  }
+  EXPECT_EQ(connection->statistics().prepared, before.prepared);
+  EXPECT_EQ(connection->statistics().executed, before.executed + 999);
+  EXPECT_EQ(shown(connection->Execute("SELECT COUNT(*) AS N, MAX(X) AS M FROM A WHERE Y LIKE 'y%'")), "999|999");
+}
+
+TEST(SqlitePlans, TheCacheIsBounded) {
+  const TemporaryDatabase file;
+  const auto connection = file.open();
+  connection->Execute("CREATE TABLE A (X int NOT NULL)");
+  std::string list = "1";
+  for (int i = 0; i < 600; ++i) {
+    connection->Execute("SELECT X FROM A WHERE X IN (" + list + ")");
+    list += ",1";
+  }
+  EXPECT_LE(connection->cachedPlans(), 256U);
+}
+
+TEST(SqlitePlans, FollowChangesOfTheTables) {
+  const TemporaryDatabase file;
+  const auto connection = file.open();
+  connection->Execute("CREATE TABLE A (X int NOT NULL)");
+  connection->Execute("INSERT INTO A (X) VALUES (1)");
+  EXPECT_EQ(shown(connection->Execute("SELECT * FROM A")), "1");
+  // A plan that kept its rows open would make the drop fail.
+  connection->Execute("DROP TABLE A");
+  connection->Execute("CREATE TABLE A (X varchar(5) NOT NULL, Y int NULL)");
+  connection->Execute("INSERT INTO A (X, Y) VALUES (1, 2)");
+  EXPECT_EQ(shown(connection->Execute("SELECT * FROM A")), "1|2");
+
+  file.open()->Execute("CREATE TABLE B (Z decimal(5,2) NULL)");
+  connection->Execute("INSERT INTO B (Z) VALUES (1.25)");
+  EXPECT_EQ(shown(connection->Execute("SELECT Z FROM B")), "1.25");
+
+  connection->BeginTrans();
+  connection->Execute("CREATE TABLE C (X int NULL)");
+  connection->RollbackTrans();
+  EXPECT_THROW(connection->Execute("SELECT X FROM C"), values::Errore);
+}
+
+}  // namespace
+}  // namespace sqlite_tests
