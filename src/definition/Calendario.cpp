@@ -46,7 +46,6 @@ void Calendario::GetBdgDataInizioBdgDataFine(BdgTipo, const Variant&, const Vari
     auto& inizio = ctx_.dataInizioEsercizio = Variant();
     auto& fine = ctx_.dataFineEsercizio = Variant();
     DeterminaDateInizioFineEsercizio(ditta, values::nvl(anno, 0), values::nvl(progressivo, 0), inizio, fine);
-    ctx_.verifica();
     Variant primo = inizio, ultimo = fine;
     if (!isBlank(inizio) && !isBlank(fine)) {
       const auto da = values::toDate(inizio);

@@ -18,16 +18,15 @@ void caricaDefinizione(Contesto& ctx) {
   const BdgTipo tipo = prop.TipoBudget;
   const Variant& sottoTipo = prop.SottoTipoBudget;
 
-  dati.natura = chiedi(ctx, impostazioni.GetNaturaBudget(tipo));
-  dati.periodicita = chiedi(ctx, impostazioni.GetPeriodicitaBudget(tipo, sottoTipo));
-  dati.numeroPeriodi = chiedi(ctx, Calendario(ctx).GetBdgNrPeriodi(dati.periodicita));
-  dati.tipoPdc = chiedi(ctx, impostazioni.GetTipoPdC(tipo, sottoTipo));
+  dati.natura = impostazioni.GetNaturaBudget(tipo);
+  dati.periodicita = impostazioni.GetPeriodicitaBudget(tipo, sottoTipo);
+  dati.numeroPeriodi = Calendario(ctx).GetBdgNrPeriodi(dati.periodicita);
+  dati.tipoPdc = impostazioni.GetTipoPdC(tipo, sottoTipo);
   // Reads the chart kind just loaded; on the general ledger it falls back to the session's chart.
-  dati.codicePdc = chiedi(ctx, impostazioni.GetCodicePdC(tipo, sottoTipo));
+  dati.codicePdc = impostazioni.GetCodicePdC(tipo, sottoTipo);
   impostazioni.GetGestioneSede(tipo, sottoTipo, dati.gestioneSede);
-  ctx.verifica();
-  dati.tipoMultiAttivita = chiedi(ctx, impostazioni.GetTipoGestioneMultiAttivita(tipo, sottoTipo));
-  dati.numeroForecast = chiedi(ctx, impostazioni.GetNumeroForecast(tipo, sottoTipo));
+  dati.tipoMultiAttivita = impostazioni.GetTipoGestioneMultiAttivita(tipo, sottoTipo);
+  dati.numeroForecast = impostazioni.GetNumeroForecast(tipo, sottoTipo);
 }
 
 void caricaPeriodi(Contesto& ctx) {
@@ -36,14 +35,12 @@ void caricaPeriodi(Contesto& ctx) {
   const Calendario calendario(ctx);
   calendario.GetBdgDataInizioBdgDataFine(prop.TipoBudget, prop.SottoTipoBudget, prop.CodiceDitta, prop.AnnoEsercizio,
                                          prop.ProgressivoEsercizio, dati.dataInizio, dati.dataFine);
-  ctx.verifica();
-  dati.fiscaleSolare =
-      chiedi(ctx, ImpostazioniBudget(ctx).GetAnnoBudgetFiscaleSolare(prop.TipoBudget, prop.SottoTipoBudget));
+  dati.fiscaleSolare = ImpostazioniBudget(ctx).GetAnnoBudgetFiscaleSolare(prop.TipoBudget, prop.SottoTipoBudget);
   if (isBlank(dati.dataInizio) || isBlank(dati.dataFine) || isBlank(dati.numeroPeriodi)) return;
 
   auto periodo = [&](const Variant& data) {
     const auto mese = static_cast<std::int16_t>(values::toDate(data).month());
-    return chiedi(ctx, calendario.GetBdgPeriodo(mese, dati.periodicita, dati.fiscaleSolare, dati.dataInizio));
+    return calendario.GetBdgPeriodo(mese, dati.periodicita, dati.fiscaleSolare, dati.dataInizio);
   };
   dati.periodoIniziale = periodo(dati.dataInizio);
   dati.periodoFinale = periodo(dati.dataFine);

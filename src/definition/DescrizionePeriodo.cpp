@@ -44,11 +44,12 @@ std::string Calendario::GetDescrizionePeriodo(const Variant& ditta, BdgPeriodici
     if (codice != kMensile) return std::to_string(periodo) + "° " + testoCatalogo(ctx_, p->messaggio);
     if (fiscaleSolare == bdgAnnoSolare) return nomeMese(ctx_, periodo);
 
-    Variant inizio, fine;
-    DeterminaDateInizioFineEsercizio(ditta, anno, progressivo, inizio, fine);
-    ctx_.azzeraStato();
     // Without the year's start the period's month is unknown: better no label than another month's.
-    const int primoMese = senzaErrori([&] { return values::toDate(inizio).month(); });
+    const int primoMese = senzaErrori([&] {
+      Variant inizio, fine;
+      DeterminaDateInizioFineEsercizio(ditta, anno, progressivo, inizio, fine);
+      return values::toDate(inizio).month();
+    });
     if (primoMese == 0) return {};
     const int mese = periodo + primoMese - 1;
     return nomeMese(ctx_, mese > 12 ? mese - 12 : mese);

@@ -16,7 +16,7 @@ using values::Variant;
 
 bool contiene(Contesto& ctx, BdgTipo tipo, const Variant& sottoTipo, std::string_view elemento) {
   if (isBlank(sottoTipo) || values::trim(elemento).empty()) return false;
-  const auto struttura = chiedi(ctx, Strutture(ctx).GetStruttura(tipo, sottoTipo));
+  const auto struttura = Strutture(ctx).GetStruttura(tipo, sottoTipo);
   bool trovato = false;
   perOgniSlot(struttura, [&](std::string_view slot) { trovato = trovato || slot == elemento; });
   return trovato;

@@ -47,7 +47,7 @@ class Elenco {
   std::string testo_;
 };
 
-/// What the definition says; as little as a budget can have without a connection.
+/// What the definition says; as it stands, as little as a budget can have.
 struct Definizione {
   bool perSede = false;
   BdgTipoPdc tipoPdc = bdgPdcCoGe;
@@ -56,13 +56,23 @@ struct Definizione {
 
 Definizione leggiDefinizione(Contesto& ctx, const Strutture& strutture, BdgTipo tipo, const Variant& sottoTipo) {
   Definizione definizione;
-  if (!creaConnessioneDB(ctx)) return definizione;
   const ImpostazioniBudget impostazioni(ctx);
-  definizione.struttura = chiedi(ctx, strutture.GetStruttura(tipo, sottoTipo));
+  definizione.struttura = strutture.GetStruttura(tipo, sottoTipo);
   impostazioni.GetGestioneSede(tipo, sottoTipo, definizione.perSede);
-  ctx.verifica();
-  definizione.tipoPdc = chiedi(ctx, impostazioni.GetTipoPdC(tipo, sottoTipo));
+  definizione.tipoPdc = impostazioni.GetTipoPdC(tipo, sottoTipo);
   return definizione;
+}
+
+std::string componi(const Definizione& definizione, BdgTipo tipo) {
+  Elenco elenco;
+  if (definizione.perSede) elenco.aggiungiElemento(kSede);
+  if (tipo == bdgTipoSpeseGenerali) elenco.aggiungiElemento(kScheda);
+  if (tipo == bdgTipoMastri) elenco.aggiungiElemento(elementoConto(definizione.tipoPdc));
+  perOgniElemento(definizione.struttura, [&](std::string_view codice) { elenco.aggiungiElemento(codice); });
+  if (tipo == bdgTipoSpeseGenerali)
+    for (const auto flag : {"BU65_FLGBUDGET", "BU65_FLGCFLOW"}) elenco.aggiungi(flag);
+  if (elenco.testo().empty()) elenco.aggiungiElemento(kScheda);
+  return elenco.testo();
 }
 
 }  // namespace
@@ -77,19 +87,16 @@ std::string Strutture::GetDescrizioneStruttura(const Variant& struttura) const {
   });
 }
 
+std::string Strutture::elencoSenzaConnessione(BdgTipo tipo) { return componi(Definizione{}, tipo); }
+
 std::string Strutture::GetElencoCampi(BdgTipo tipo, const Variant& sottoTipo) const {
-  return esegui(ctx_, "GetElencoCampi", std::string(), [&] {
-    const auto definizione = leggiDefinizione(ctx_, *this, tipo, sottoTipo);
-    Elenco elenco;
-    if (definizione.perSede) elenco.aggiungiElemento(kSede);
-    if (tipo == bdgTipoSpeseGenerali) elenco.aggiungiElemento(kScheda);
-    if (tipo == bdgTipoMastri) elenco.aggiungiElemento(elementoConto(definizione.tipoPdc));
-    perOgniElemento(definizione.struttura, [&](std::string_view codice) { elenco.aggiungiElemento(codice); });
-    if (tipo == bdgTipoSpeseGenerali)
-      for (const auto flag : {"BU65_FLGBUDGET", "BU65_FLGCFLOW"}) elenco.aggiungi(flag);
-    if (elenco.testo().empty()) elenco.aggiungiElemento(kScheda);
-    return elenco.testo();
+  std::string elenco = elencoSenzaConnessione(tipo);
+  esegui(ctx_, "GetElencoCampi", [&] {
+    creaConnessioneDB(ctx_);
+    elenco.clear();
+    elenco = componi(leggiDefinizione(ctx_, *this, tipo, sottoTipo), tipo);
   });
+  return elenco;
 }
 
 }  // namespace bukorval

@@ -10,10 +10,10 @@ namespace {
 
 using values::Variant;
 
-/// Asks a new accounting-year service; without a connection the answer is false.
+/// Asks a new accounting-year service.
 template <class Domanda>
-bool chiediServizio(Contesto& ctx, Domanda domanda) {
-  if (!creaConnessioneDB(ctx)) return false;
+decltype(auto) chiediServizio(Contesto& ctx, Domanda domanda) {
+  creaConnessioneDB(ctx);
   const auto servizio = suite::creaServizio<suite::ServizioEsercizi>(suite::kServizioEsercizi);
   servizio->Connessione(ctx.connessionePtr());
   return domanda(*servizio);
@@ -58,7 +58,8 @@ TestoSql contoAnalitico(const Variant& codicePdc, const Variant& conto) {
 Variant Calendario::GetDescrizioneConto(const Variant& ditta, BdgTipoPdc tipoPdc, const Variant& codicePdc,
                                         const Variant& conto) const {
   return esegui(ctx_, "GetDescrizioneConto", Variant(), [&] {
-    if (tipoPdc < bdgPdcCoGe || tipoPdc > bdgPdcAnalitico || !creaConnessioneDB(ctx_)) return Variant();
+    if (tipoPdc < bdgPdcCoGe || tipoPdc > bdgPdcAnalitico) return Variant();
+    creaConnessioneDB(ctx_);
     const auto sql = tipoPdc == bdgPdcCoGe             ? contoCoGe(ditta, codicePdc, conto)
                      : tipoPdc == bdgPdcRiclassificato ? contoRiclassificato(codicePdc, conto)
                                                        : contoAnalitico(codicePdc, conto);
@@ -69,7 +70,7 @@ Variant Calendario::GetDescrizioneConto(const Variant& ditta, BdgTipoPdc tipoPdc
 
 std::int16_t Calendario::GetProgressivoEsercizio(const Variant& ditta, const Variant& anno) const {
   return esegui(ctx_, "GetProgressivoEsercizio", std::int16_t{0}, [&]() -> std::int16_t {
-    if (!creaConnessioneDB(ctx_)) return 0;
+    creaConnessioneDB(ctx_);
     TestoSql sql;
     sql.riga(" SELECT CG19_PROGESER ")
         .riga(" FROM   CG19_ANADITTAESER WITH (NOLOCK)")
@@ -95,10 +96,7 @@ void Calendario::DeterminaDateInizioFineEsercizio(const Variant& ditta, const Va
                                                   Variant& dataInizio, Variant& dataFine) const {
   esegui(ctx_, "DeterminaDateInizioFineEsercizio", [&] {
     Variant inizio = dataInizio, fine = dataFine;
-    chiediServizio(ctx_, [&](auto& servizio) {
-      servizio.DateInizioFine(ditta, anno, progressivo, inizio, fine);
-      return true;
-    });
+    chiediServizio(ctx_, [&](auto& servizio) { servizio.DateInizioFine(ditta, anno, progressivo, inizio, fine); });
     dataInizio = inizio;
     dataFine = fine;
   });

@@ -95,7 +95,7 @@ template <class Risultato, class Converti>
 Risultato leggi(Contesto& ctx, const Lettura& lettura, BdgTipo tipo, const Variant& sottoTipo, Risultato predefinito,
                 Risultato senzaRiga, Converti converti) {
   return esegui(ctx, lettura.nome, predefinito, [&]() -> Risultato {
-    if (!creaConnessioneDB(ctx)) return predefinito;
+    creaConnessioneDB(ctx);
     const auto rs = ctx.connessione().Execute(testo(lettura, tipo, sottoTipo));
     if (rs->RecordCount() == 0) return senzaRiga;
     rs->MoveFirst();
@@ -137,8 +137,8 @@ std::int16_t ImpostazioniBudget::GetPeriodicitaBudget(BdgTipo tipo, const Varian
 }
 
 std::int16_t ImpostazioniBudget::GetNumeroForecast(BdgTipo tipo, const Variant& sottoTipo) const {
-  return leggi(ctx_, kNumeroForecast, tipo, sottoTipo, std::int16_t{1}, std::int16_t{1},
-               [](const ado::Fields& riga) { return values::toInt16(nvl(colonna(riga), 1)); });
+  return leggi(ctx_, kNumeroForecast, tipo, sottoTipo, kForecastPredefiniti, kForecastPredefiniti,
+               [](const ado::Fields& riga) { return values::toInt16(nvl(colonna(riga), kForecastPredefiniti)); });
 }
 
 std::int16_t ImpostazioniBudget::GetTipoGestioneMultiAttivita(BdgTipo tipo, const Variant& sottoTipo) const {

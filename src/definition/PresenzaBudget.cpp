@@ -89,13 +89,15 @@ bool haRighe(Contesto& ctx, std::string_view testo) { return ctx.connessione().E
 }  // namespace
 
 bool ImpostazioniBudget::GetIsBudgetConTestata(const Variant& ditta, BdgTipo tipo, const Variant& sottoTipo) const {
-  return esegui(ctx_, "GetIsBudgetConTestata", false,
-                [&] { return creaConnessioneDB(ctx_) && haRighe(ctx_, testoTestata(chiave(tipo, sottoTipo, ditta))); });
+  return esegui(ctx_, "GetIsBudgetConTestata", false, [&] {
+    creaConnessioneDB(ctx_);
+    return haRighe(ctx_, testoTestata(chiave(tipo, sottoTipo, ditta)));
+  });
 }
 
 bool ImpostazioniBudget::GetIsBudgetConSolaTestata(const Variant& ditta, BdgTipo tipo, const Variant& sottoTipo) const {
   return esegui(ctx_, "GetIsBudgetConSolaTestata", false, [&] {
-    return GetIsBudgetConTestata(ditta, tipo, sottoTipo) && creaConnessioneDB(ctx_) &&
+    return GetIsBudgetConTestata(ditta, tipo, sottoTipo) &&
            !haRighe(ctx_, testoDettagli(chiave(tipo, sottoTipo, ditta)));
   });
 }
@@ -103,14 +105,16 @@ bool ImpostazioniBudget::GetIsBudgetConSolaTestata(const Variant& ditta, BdgTipo
 bool ImpostazioniBudget::GetIsBudgetValorizzatoDitta(const Variant& ditta, BdgTipo tipo,
                                                      const Variant& sottoTipo) const {
   return esegui(ctx_, "GetIsBudgetValorizzatoDitta ", false, [&] {
-    if (isBlank(ditta) || isBlank(sottoTipo) || !creaConnessioneDB(ctx_)) return false;
+    if (isBlank(ditta) || isBlank(sottoTipo)) return false;
+    creaConnessioneDB(ctx_);
     return haRighe(ctx_, testoValoriDitta(ctx_.prop.TipoBudget, chiave(tipo, sottoTipo, ditta)));
   });
 }
 
 bool ImpostazioniBudget::GetIsBudgetValorizzato(BdgTipo tipo, const Variant& sottoTipo) const {
   return esegui(ctx_, "GetIsBudgetValorizzato", false, [&] {
-    if (isBlank(sottoTipo) || !creaConnessioneDB(ctx_)) return false;
+    if (isBlank(sottoTipo)) return false;
+    creaConnessioneDB(ctx_);
     return haRighe(ctx_, testoValori(ctx_.prop.TipoBudget, chiave(tipo, sottoTipo)));
   });
 }

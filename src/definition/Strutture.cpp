@@ -35,14 +35,16 @@ std::string testoODefault(const Variant& valore) { return values::toText(values:
 
 /// One text column of a definition; "" when the budget or the text is missing.
 std::string leggiTesto(Contesto& ctx, std::string_view colonna, BdgTipo tipo, const Variant& sottoTipo) {
-  if (values::isBlank(sottoTipo) || !creaConnessioneDB(ctx)) return {};
+  if (values::isBlank(sottoTipo)) return {};
+  creaConnessioneDB(ctx);
   const auto riga = ctx.connessione().Execute(testoDefinizione(colonna, tipo, sottoTipo));
   return riga->Eof() ? std::string() : testoODefault(riga->Fields().Item(colonna).Value());
 }
 
 /// The row of a BU60 structure; no set when there is none.
 ado::RecordsetPtr leggiStrutturaBU60(Contesto& ctx, const Variant& codice) {
-  if (values::isBlank(codice) || !creaConnessioneDB(ctx)) return nullptr;
+  if (values::isBlank(codice)) return nullptr;
+  creaConnessioneDB(ctx);
   auto riga = ctx.connessione().Execute(testoStrutturaBU60(codice));
   return riga->Eof() ? nullptr : riga;
 }

@@ -25,6 +25,8 @@ class Strutture {
   /// brings (card, account), those of the structure in slot order, the flags of type 4. None stands twice; a budget
   /// without any has the card, so that the list is never empty. Reads BU01_ANABUDGET.
   std::string GetElencoCampi(BdgTipo tipo, const values::Variant& sottoTipo) const;
+  /// The columns that every budget of the type has, whatever its definition.
+  static std::string elencoSenzaConnessione(BdgTipo tipo);
 
   /// Select list of the descriptions of the listed columns as NAME_DESCR, "code - description" cut at 40 characters,
   /// Null where either is. One line for each, begun by the indentation and a comma; "" when there is none.

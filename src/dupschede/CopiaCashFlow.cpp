@@ -26,11 +26,11 @@ void BdgDupSchede_DuplicazioneBU67(Contesto& ctx, const PianoDuplicazione& piano
       if (!copia.nuova && !ctx.prop.IsSovrascriviEsistenti) return;
       connessione.Execute(" DELETE FROM BU67_BDGCASHFLOW WHERE BU67_ID_BU65 = " + numero(copia.destinazione));
     }
-    const auto inizio = chiedi(ctx, BdgDupSchede_AttualizzaData(ctx, (*origine)["BU67_DATAINIVAL"].Value(),
-                                                                piano.inizioOrigine, piano.inizioDestinazione));
+    const auto inizio = BdgDupSchede_AttualizzaData(ctx, (*origine)["BU67_DATAINIVAL"].Value(), piano.inizioOrigine,
+                                                    piano.inizioDestinazione);
     const Sostituzioni sostituzioni = {
         {"BU67_ID_BU65", numero(copia.destinazione)},
-        {"BU67_DATAINIVAL", chiedi(ctx, DataDB(ctx, inizio))},
+        {"BU67_DATAINIVAL", DataDB(ctx, inizio)},
     };
     connessione.Execute(
         testoCopiaRiga("BU67_BDGCASHFLOW", "", *origine, sostituzioni, "BU67_ID_BU65 = " + numero(copia.origine)));

@@ -36,11 +36,11 @@ void copiaManuali(Contesto& ctx, const PianoDuplicazione& piano, const CopiaSche
   const auto manuali = leggiManuali(ctx, copia.origine);
   if (manuali->RecordCount() < 1 || !liberaDestinazione(ctx, copia)) return;
   for (manuali->MoveFirst(); !manuali->Eof(); manuali->MoveNext()) {
-    const auto data = chiedi(ctx, BdgDupSchede_AttualizzaData(ctx, (*manuali)["BU14_DATASCAD"].Value(),
-                                                              piano.inizioOrigine, piano.inizioDestinazione));
+    const auto data = BdgDupSchede_AttualizzaData(ctx, (*manuali)["BU14_DATASCAD"].Value(), piano.inizioOrigine,
+                                                  piano.inizioDestinazione);
     const Sostituzioni sostituzioni = {
         {"BU14_IDBUDGET", numero(copia.destinazione)},
-        {"BU14_DATASCAD", chiedi(ctx, DataDB(ctx, data))},
+        {"BU14_DATASCAD", DataDB(ctx, data)},
     };
     ctx.connessione().Execute(testoCopiaRiga("BU14_SCADCFLOW", "BU14_ID", *manuali, sostituzioni,
                                              "BU14_ID = " + numero((*manuali)["BU14_ID"].Value())));
@@ -52,7 +52,6 @@ void copiaManuali(Contesto& ctx, const PianoDuplicazione& piano, const CopiaSche
 void BdgDupSchede_DuplicazioneBU14(Contesto& ctx, const PianoDuplicazione& piano, const CopiaScheda& copia) {
   esegui(ctx, "BdgDupSchede_DuplicazioneBU14", [&] {
     BdgDupSchede_GeneraScadenze(ctx, piano, copia.destinazione);
-    ctx.verifica();
     if (ctx.prop.IsDuplicaScadenzeManualiCashFlow) copiaManuali(ctx, piano, copia);
   });
 }

@@ -22,7 +22,7 @@ Sostituzioni colonneDestinazione(Contesto& ctx, const PianoDuplicazione& piano) 
       {"BU65_ANNO", numero(prop.BdgDestinazioneAnnoEsercizio)},
       {"BU65_PROGESER", numero(prop.BdgDestinazioneProgressivoEsercizio)},
       {"BU65_CODICE_CG31", values::isBlank(sede) ? "NULL" : numero(sede)},
-      {"BU65_DATAULTAGG", chiedi(ctx, DataDB(ctx, piano.adesso))},
+      {"BU65_DATAULTAGG", DataDB(ctx, piano.adesso)},
   };
 }
 

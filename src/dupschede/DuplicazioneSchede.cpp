@@ -47,14 +47,13 @@ class Duplicazione {
   explicit Duplicazione(Contesto& ctx) : ctx_(ctx) {}
 
   void avvia() {
-    if (!prepara()) return;
+    prepara();
     Transazione transazione(ctx_.connessione());
-    const auto schede = chiedi(ctx_, BdgDupSchede_GetRstBdgSchedeDaDuplicare(ctx_, piano_));
+    const auto schede = BdgDupSchede_GetRstBdgSchedeDaDuplicare(ctx_, piano_);
     if (schede) {
-      Processo processo(ctx_.eventi, "Duplicazione schede budget", schede->RecordCount());
+      Processo processo(ctx_, "Duplicazione schede budget", schede->RecordCount());
       for (schede->MoveFirst(); !schede->Eof(); schede->MoveNext()) {
         duplicaScheda(*schede);
-        ctx_.verifica();
         processo.passo();
       }
       processo.fine();
@@ -63,15 +62,16 @@ class Duplicazione {
   }
 
  private:
-  bool prepara() {
+  void prepara() {
     auto& prop = ctx_.prop;
-    if (!creaConnessioneDB(ctx_)) return false;
+    creaConnessioneDB(ctx_);
     completaIntervalloSchede(prop);
     if (values::isBlank(prop.TipoElaborazioneBO)) prop.TipoElaborazioneBO = bdgDuplicazioneSchede;
-    if (!IsDatiInputValidi(ctx_) || !GetDatiBudget(ctx_)) return false;
-    ctx_.verifica();
+    IsDatiInputValidi(ctx_);
+    GetDatiBudget(ctx_);
     leggiDestinazione();
-    return sediIndicate() && periodicitaUguali();
+    verificaSedi();
+    verificaPeriodicita();
   }
 
   void leggiDestinazione() {
@@ -80,34 +80,28 @@ class Duplicazione {
     piano_.inizioOrigine = ctx_.dati.dataInizio;
     piano_.adesso = values::Date::Now();
     ImpostazioniBudget(ctx_).GetGestioneSede(prop.TipoBudget, prop.BdgDestinazioneSottoTipo, piano_.sedeDestinazione);
-    ctx_.verifica();
     Calendario(ctx_).GetBdgDataInizioBdgDataFine(
         prop.TipoBudget, prop.BdgDestinazioneSottoTipo, prop.CodiceDitta, prop.BdgDestinazioneAnnoEsercizio,
         prop.BdgDestinazioneProgressivoEsercizio, piano_.inizioDestinazione, piano_.fineDestinazione);
-    ctx_.verifica();
   }
 
-  bool sediIndicate() {
-    if (piano_.sedeOrigine && values::isBlank(ctx_.prop.CodiceSede))
-      return rifiuta(" CodiceSede : Dato non definito nel BO ");
+  void verificaSedi() const {
+    if (piano_.sedeOrigine && values::isBlank(ctx_.prop.CodiceSede)) rifiutaNonDefinito(" CodiceSede", inProcedura());
     if (piano_.sedeDestinazione && values::isBlank(ctx_.prop.BdgDestinazioneCodiceSede))
-      return rifiuta(" BdgDestinazioneCodiceSede : Dato non definito nel BO ");
-    return true;
+      rifiutaNonDefinito(" BdgDestinazioneCodiceSede", inProcedura());
   }
 
   /// Details are copied period by period, which needs the same periods on both sides.
-  bool periodicitaUguali() {
+  void verificaPeriodicita() {
     const auto& prop = ctx_.prop;
     const auto destinazione =
-        chiedi(ctx_, ImpostazioniBudget(ctx_).GetPeriodicitaBudget(prop.TipoBudget, prop.BdgDestinazioneSottoTipo));
-    if (destinazione == ctx_.dati.periodicita) return true;
-    return rifiuta("I budget di origine e di destinazione hanno periodicità diverse ");
+        ImpostazioniBudget(ctx_).GetPeriodicitaBudget(prop.TipoBudget, prop.BdgDestinazioneSottoTipo);
+    if (destinazione != ctx_.dati.periodicita)
+      rifiuta("I budget di origine e di destinazione hanno periodicità diverse " + inProcedura());
   }
 
-  bool rifiuta(const char* messaggio) {
-    ctx_.rifiuta(std::string(messaggio) + " in " + kProcedura);
-    return false;
-  }
+  /// What this operation's refusals end with.
+  static std::string inProcedura() { return std::string(" in ") + kProcedura; }
 
   void duplicaScheda(const ado::Recordset& schede) {
     esegui(ctx_, "BdgDupSchede_DuplicazioneDaRstBdgSchedeDaDuplicare", [&] {
@@ -117,9 +111,7 @@ class Duplicazione {
       const auto copia = preparaDestinazione(schede, scheda);
       if (values::isBlank(copia.destinazione) || copiaSuSeStessa(copia)) return;
       BdgDupSchede_DuplicazioneBU66(ctx_, copia);
-      ctx_.verifica();
       BdgDupSchede_DuplicazioneBU67(ctx_, piano_, copia);
-      ctx_.verifica();
       const auto& prop = ctx_.prop;
       if (prop.TipoDettaglioOrigine != bdgDettaglioBudget || prop.TipoDettaglioDestinazione != bdgDettaglioBudget)
         return;
@@ -135,13 +127,12 @@ class Duplicazione {
       copia.destinazione = (*esistente)["BU65_ID"].Value();
       return copia;
     }
-    copia.destinazione = chiedi(ctx_, BdgDupSchede_DuplicazioneBU65(ctx_, piano_, schede));
+    copia.destinazione = BdgDupSchede_DuplicazioneBU65(ctx_, piano_, schede);
     copia.nuova = true;
     if (values::isBlank(copia.destinazione)) return copia;
     {
       SottoTipoInVigore sottoTipo(ctx_.prop, ctx_.prop.BdgDestinazioneSottoTipo);
       NuovaScheda(ctx_).CreazioneBU66NULL(copia.destinazione);
-      ctx_.verifica();
     }
     ctx_.connessione().Execute(testoCompletaTestata(schede, copia.destinazione));
     return copia;

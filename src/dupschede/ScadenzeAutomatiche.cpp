@@ -52,9 +52,8 @@ std::map<int, Date> ultimiGiorni(Contesto& ctx, const PianoDuplicazione& piano) 
   const Calendario calendario(ctx);
   for (int i = 0; i < 12; ++i) {
     const Date mese = inizio.addMonths(i);
-    const int periodo =
-        chiedi(ctx, calendario.GetBdgPeriodo(static_cast<std::int16_t>(mese.month()), ctx.dati.periodicita,
-                                             ctx.dati.fiscaleSolare, piano.inizioDestinazione));
+    const int periodo = calendario.GetBdgPeriodo(static_cast<std::int16_t>(mese.month()), ctx.dati.periodicita,
+                                                 ctx.dati.fiscaleSolare, piano.inizioDestinazione);
     ultimi[periodo] = mese.lastOfMonth();
   }
   return ultimi;
@@ -65,7 +64,7 @@ void scriviScadenza(Contesto& ctx, const Variant& scheda, int periodo, const Dat
   sql.riga(" INSERT INTO BU14_SCADCFLOW ")
       .riga(" ( BU14_IDBUDGET, BU14_PERIODO, BU14_DATASCAD, BU14_IMPORTO, BU14_FLGMANUAL ) ")
       .riga(" VALUES ")
-      .riga(" ( ", numero(scheda), ", ", numero(periodo), ", ", chiedi(ctx, DataDB(ctx, data)), ", ",
+      .riga(" ( ", numero(scheda), ", ", numero(periodo), ", ", DataDB(ctx, data), ", ",
             valoreDecimale(importo, ctx.separatore()), ", 0 ) ");
   ctx.connessione().Execute(sql);
 }

@@ -22,7 +22,7 @@ std::string testoDettagliEsistenti(Contesto& ctx) {
       .riga(" AND    BU65_PROGESER = ", numero(prop.ProgressivoEsercizio))
       .riga(" AND    BU66_TIPO = ", numero(prop.TipoDettaglioDestinazione));
   if (!values::isBlank(prop.CodiceSede)) sql.riga(" AND    BU65_CODICE_CG31 = ", numero(prop.CodiceSede));
-  sql.testo(chiedi(ctx, GrigliaBudget(ctx).GetStringaDaContoAConto()));
+  sql.testo(GrigliaBudget(ctx).GetStringaDaContoAConto());
   return sql.str();
 }
 

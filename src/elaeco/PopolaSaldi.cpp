@@ -47,7 +47,6 @@ void riportaMesiAllEsercizio(Contesto& ctx, ado::Recordset& saldi) {
   const auto& prop = ctx.prop;
   Calendario(ctx).DeterminaDateInizioFineEsercizio(prop.CodiceDitta, prop.AnnoEsercizio, prop.ProgressivoEsercizio,
                                                    inizio, fine);
-  ctx.verifica();
   const int primo = values::isBlank(inizio) ? 1 : values::toDate(inizio).month();
   if (primo == 1) return;
   auto& mese = saldi["MESE"];
@@ -63,7 +62,8 @@ class RigheProposte {
  public:
   explicit RigheProposte(Contesto& ctx)
       : ctx_(ctx),
-        righe_(*ctx.prop.RstSaldiElaEco),
+        insieme_(ctx.prop.RstSaldiElaEco),
+        righe_(*insieme_),
         conto_(righe_["CONTO"]),
         descrizione_(righe_["DESCRIZIONE"]),
         periodo_(righe_["PERIODO"]),
@@ -86,6 +86,7 @@ class RigheProposte {
 
  private:
   Contesto& ctx_;
+  ado::RecordsetPtr insieme_;  ///< kept alive here: a handler of the events may replace the property
   ado::Recordset& righe_;
   ado::Field &conto_, &descrizione_, &periodo_, &importo_, &presente_, &sovrascrivi_, &id_;
 };
@@ -107,9 +108,9 @@ void proponiConto(RigheProposte& righe, ado::Recordset& saldi, const Variant& co
 
 void proponiRighe(Contesto& ctx, ado::Recordset& saldi) {
   const auto condizioni = condizioniPeriodi(ctx.dati.periodicita);
-  const auto conti = chiedi(ctx, BdgElaEco_ValoriDistinti(ctx, saldi, "CONTO"));
+  const auto conti = BdgElaEco_ValoriDistinti(ctx, saldi, "CONTO");
   RigheProposte righe(ctx);
-  Processo processo(ctx.eventi, "Preparazione dei saldi per periodo", conti->Count());
+  Processo processo(ctx, "Preparazione dei saldi per periodo", conti->Count());
   for (const auto& conto : conti->Keys()) {
     processo.passo();
     proponiConto(righe, saldi, conto, condizioni);
@@ -144,20 +145,19 @@ void segnaPresenti(Contesto& ctx) {
 bool BdgElaEco_PopolaRstSaldiElaEco(Contesto& ctx) {
   return esegui(ctx, "BdgElaEco_PopolaRstSaldiElaEco", false, [&] {
     auto& prop = ctx.prop;
-    if (!creaConnessioneDB(ctx)) return false;
+    creaConnessioneDB(ctx);
     if (values::isBlank(prop.TipoElaborazioneBO)) prop.TipoElaborazioneBO = bdgElaborazioneEconomica;
-    if (!IsDatiInputValidi(ctx) || !GetDatiBudget(ctx)) return false;
-    ctx.verifica();
+    IsDatiInputValidi(ctx);
+    GetDatiBudget(ctx);
     BdgElaEco_DefinisciRstPerImport(ctx);
-    ctx.verifica();
     BdgElaEco_DefinisciRstContiNonPresentiInStruttura(ctx);
-    ctx.verifica();
     ado::RecordsetPtr saldi;
     BdgElaEco_PopolaRstSaldiDaSituazioneEP(ctx, saldi);
-    ctx.verifica();
     if (saldi->RecordCount() == 0) return true;
     riportaMesiAllEsercizio(ctx, *saldi);
+    const auto righe = prop.RstSaldiElaEco;
     proponiRighe(ctx, *saldi);
+    prop.RstSaldiElaEco = righe;
     segnaPresenti(ctx);
     return true;
   });

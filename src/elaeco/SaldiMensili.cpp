@@ -63,15 +63,15 @@ class SaldiMensili {
     const auto chiave = values::toPlainText(conto);
     const auto trovata = descrizioni_.find(chiave);
     if (trovata != descrizioni_.end()) return trovata->second;
-    auto testo = chiedi(ctx_, Calendario(ctx_).GetDescrizioneConto(ctx_.prop.CodiceDitta, bdgPdcCoGe,
-                                                                   ctx_.prop.CodicePdcCoGeDitta, conto));
+    auto testo =
+        Calendario(ctx_).GetDescrizioneConto(ctx_.prop.CodiceDitta, bdgPdcCoGe, ctx_.prop.CodicePdcCoGeDitta, conto);
     return descrizioni_.emplace(chiave, std::move(testo)).first->second;
   }
 
   /// On the row that aggiungiSaldo has made current.
   void applicaScostamento(const Variant& conto, int mese) {
     if (ctx_.prop.TipoScostamento == bdgScostamentoNessuno) return;
-    const Variant percentuale = chiedi(ctx_, GetPercentualeScostamento(ctx_, conto, mese));
+    const Variant percentuale = GetPercentualeScostamento(ctx_, conto, mese);
     if (values::isBlank(percentuale)) return;
     const double fattore = values::toDouble(percentuale, ctx_.separatore()) / 100.0;
     if (fattore == 0) return;
@@ -94,13 +94,13 @@ void BdgElaEco_PopolaRstSaldiDaSituazioneEP(Contesto& ctx, ado::RecordsetPtr& sa
     SituazioneMese situazione(ctx);
     SaldiMensili mensili(ctx, *saldi);
     const auto mesi = mesiDaElaborare(ctx.prop);
-    Processo processo(ctx.eventi, "Lettura dei saldi contabili", mesi.size());
+    Processo processo(ctx, "Lettura dei saldi contabili", mesi.size());
     for (const auto& mese : mesi) {
       processo.passo();
       mensili.aggiungiMese(mese, situazione.leggi(mese));
     }
     processo.fine();
-    if (ctx.dati.tipoPdc != bdgPdcCoGe) saldi = chiedi(ctx, riportaSuContiRiclassificati(ctx, *saldi));
+    if (ctx.dati.tipoPdc != bdgPdcCoGe) saldi = riportaSuContiRiclassificati(ctx, *saldi);
   });
 }
 

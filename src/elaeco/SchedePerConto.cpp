@@ -63,11 +63,10 @@ const SchedePerConto::Regola& SchedePerConto::regola() {
   const auto& prop = ctx_.prop;
   Strutture strutture(ctx_);
   Regola regola;
-  const auto campi = chiedi(ctx_, strutture.GetElencoCampi(prop.TipoBudget, prop.SottoTipoBudget));
+  const auto campi = strutture.GetElencoCampi(prop.TipoBudget, prop.SottoTipoBudget);
   regola.conConto = campi.find(contoDelPiano(ctx_.dati.tipoPdc).conto) != std::string::npos;
   regola.struttura = values::rtrim(values::toPlainText(prop.CodiceStrutturaBU60));
-  if (regola.struttura.empty())
-    regola.struttura = chiedi(ctx_, strutture.GetStrutturaBU60(prop.TipoBudget, prop.SottoTipoBudget));
+  if (regola.struttura.empty()) regola.struttura = strutture.GetStrutturaBU60(prop.TipoBudget, prop.SottoTipoBudget);
   return regola_.emplace(std::move(regola));
 }
 
@@ -84,7 +83,7 @@ Variant SchedePerConto::crea(const Variant& conto) {
   // The site is part of the selection whether or not the budget is kept by site: a second run must find the card.
   if (!values::isBlank(ctx_.prop.CodiceSede)) colonne->Add("BU65_CODICE_CG31", ctx_.prop.CodiceSede);
   colonne->Add(std::string(contoDelPiano(ctx_.dati.tipoPdc).conto), conto);
-  return chiedi(ctx_, NuovaScheda(ctx_).InserimentoNuovaSchedaBudget(colonne));
+  return NuovaScheda(ctx_).InserimentoNuovaSchedaBudget(colonne);
 }
 
 }  // namespace bukorval

@@ -38,7 +38,7 @@ bool trova(ado::Recordset& rst, const std::string& filtro) {
 Variant percentualeDellaRiga(Contesto& ctx, ado::Recordset& rst, const Variant& conto, const Variant& periodo) {
   if (!trova(rst, filtroUguale("CONTO", conto))) return 0;
   if (!zero(rst["FLGPERIODI"].Value()))
-    return zero(periodo) ? Variant(0) : chiedi(ctx, GetPercentualeDaRstScostPerPeriodo(ctx, conto, periodo));
+    return zero(periodo) ? Variant(0) : GetPercentualeDaRstScostPerPeriodo(ctx, conto, periodo);
   const Variant& percentuale = rst["PERCSCOST"].Value();
   return zero(percentuale) ? Variant(0) : percentuale;
 }
@@ -65,7 +65,7 @@ Variant GetPercentualeDaRstScostPerConto(Contesto& ctx, Variant conto, const Var
     if (senzaRighe(rst)) return;
     while (zero(risultato) && !values::isBlank(conto)) {
       risultato = percentualeDellaRiga(ctx, rst, conto, periodo);
-      conto = chiedi(ctx, GetContoPadre(ctx, ctx.prop.CodicePdcCoGeDitta, conto));
+      conto = GetContoPadre(ctx, ctx.prop.CodicePdcCoGeDitta, conto);
     }
   });
   return risultato;

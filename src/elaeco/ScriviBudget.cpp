@@ -37,7 +37,7 @@ void verificaTipoDettaglio(const Contesto& ctx) {
 /// One run over the proposed rows.
 class Scrittura {
  public:
-  explicit Scrittura(Contesto& ctx) : ctx_(ctx), schede_(ctx) {}
+  explicit Scrittura(Contesto& ctx) : ctx_(ctx), schede_(ctx), mancanti_(ctx.prop.RstContiNonPresentiInStruttura) {}
 
   void scrivi(ado::Recordset& righe) {
     const auto& conto = righe["CONTO"];
@@ -45,7 +45,7 @@ class Scrittura {
     const auto& periodo = righe["PERIODO"];
     const auto& importo = righe["IMPORTO"];
     const auto& sovrascrivi = righe["SOVRASCRIVI"];
-    Processo processo(ctx_.eventi, "Scrittura del budget dai saldi", righe.RecordCount());
+    Processo processo(ctx_, "Scrittura del budget dai saldi", righe.RecordCount());
     for (; !righe.Eof(); righe.MoveNext()) {
       if (daScrivere(sovrascrivi.Value()))
         scriviRiga(conto.Value(), descrizione.Value(), periodo.Value(), importo.Value());
@@ -57,16 +57,15 @@ class Scrittura {
  private:
   void scriviRiga(const Variant& conto, const Variant& descrizione, const Variant& periodo, const Variant& importo) {
     const auto numeroPeriodo = periodoValido(periodo);
-    const Variant scheda = chiedi(ctx_, schede_.trovaOCrea(conto));
+    const Variant scheda = schede_.trovaOCrea(conto);
     if (values::isBlank(scheda)) return segnalaNonPresente(conto, descrizione);
     const auto tipo = ctx_.prop.TipoDettaglioDestinazione;
     ValoriScheda valori(ctx_);
     Variant dettaglio;
     Variant senzaImporto;
-    chiedi(ctx_, valori.GetBdgDettaglioEsiste(scheda, tipo, numeroPeriodo, dettaglio, senzaImporto));
+    valori.GetBdgDettaglioEsiste(scheda, tipo, numeroPeriodo, dettaglio, senzaImporto);
     Variant nuovo;
     valori.AggiornaSingoloValoreBU66(dettaglio, scheda, tipo, bdgValoreImporto, numeroPeriodo, importo, nuovo);
-    ctx_.verifica();
   }
 
   /// The client edits the set: a period that the budget does not have must not become a detail.
@@ -81,15 +80,15 @@ class Scrittura {
   void segnalaNonPresente(const Variant& conto, const Variant& descrizione) {
     if (ctx_.prop.ElaboraSoloContiBudgettizzati) return;
     if (!segnalati_.insert(values::foldText(values::toPlainText(conto))).second) return;
-    auto& mancanti = *ctx_.prop.RstContiNonPresentiInStruttura;
-    mancanti.AddNew();
-    mancanti["CONTO"].Value(conto);
-    mancanti["DESCRIZIONE"].Value(descrizione);
-    mancanti.Update();
+    mancanti_->AddNew();
+    (*mancanti_)["CONTO"].Value(conto);
+    (*mancanti_)["DESCRIZIONE"].Value(descrizione);
+    mancanti_->Update();
   }
 
   Contesto& ctx_;
   SchedePerConto schede_;
+  ado::RecordsetPtr mancanti_;  ///< kept alive here: a handler of the events may replace the property
   std::unordered_set<std::string> segnalati_;
 };
 
@@ -97,14 +96,14 @@ class Scrittura {
 
 void BdgElaEco_ScriviBudget_DaRstSaldiElaEco(Contesto& ctx) {
   esegui(ctx, "BdgElaEco_ScriviBudget_DaRstSaldiElaEco", [&] {
-    if (!creaConnessioneDB(ctx) || !IsDatiInputValidi(ctx) || !GetDatiBudget(ctx)) return;
+    creaConnessioneDB(ctx);
+    IsDatiInputValidi(ctx);
+    GetDatiBudget(ctx);
     // Without a site, the sum of all sites would land on the card of one.
-    if (ctx.dati.gestioneSede && values::isBlank(ctx.prop.CodiceSede))
-      return ctx.rifiuta("CodiceSede  : Dato non definito nel BO ");
+    if (ctx.dati.gestioneSede && values::isBlank(ctx.prop.CodiceSede)) rifiutaNonDefinito("CodiceSede ");
     verificaTipoDettaglio(ctx);
-    if (!ctx.prop.RstSaldiElaEco) return ctx.rifiuta("RstSaldiElaEco  : Dato non definito nel BO ");
+    if (!ctx.prop.RstSaldiElaEco) rifiutaNonDefinito("RstSaldiElaEco ");
     BdgElaEco_DefinisciRstContiNonPresentiInStruttura(ctx);
-    ctx.verifica();
     // A view of its own: the client's cursor and filter stay as they are, and every row counts.
     const auto righe = ctx.prop.RstSaldiElaEco->Clone();
     if (righe->RecordCount() == 0) return;

@@ -35,7 +35,6 @@ SituazioneMese::SituazioneMese(Contesto& ctx)
     Calendario(ctx).DeterminaDateInizioFineEsercizio(prop.CodiceDitta, prop.AnnoEsercizioMovimenti,
                                                      prop.ProgressivoEsercizioMovimenti, inizio,
                                                      fineEsercizioMovimenti_);
-    ctx.verifica();
   }
   impostaSelezione();
   impostaOpzioni();
@@ -91,11 +90,11 @@ ado::Recordset& SituazioneMese::leggi(const values::Date& inizioMese) {
   situazione_->DataFineElab = fineElaborazione(inizioMese.lastOfMonth());
   situazione_->CreaRecordsetSituazioneEconomicaPatrimoniale();
   if (situazione_->Stato != 0) {
-    ctx_.fallisce(
-        "Errore in CreaRecordsetSaldiDaSituazioneEP\r\n"
-        "(chiamata metodo CreaRecordsetSituazioneEconomicaPatrimoniale)\r\n"
-        "Stato = " +
-        std::to_string(situazione_->Stato) + " - Errore = " + situazione_->errore);
+    throw Fallimento(bdgStatoErrore,
+                     "Errore in CreaRecordsetSaldiDaSituazioneEP\r\n"
+                     "(chiamata metodo CreaRecordsetSituazioneEconomicaPatrimoniale)\r\n"
+                     "Stato = " +
+                         std::to_string(situazione_->Stato) + " - Errore = " + situazione_->errore);
   }
   if (!situazione_->RecordsetSituazioneEP) throw values::Errore("The accounting situation returned no record set");
   return *situazione_->RecordsetSituazioneEP;

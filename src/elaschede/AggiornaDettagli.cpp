@@ -36,9 +36,7 @@ void BdgElaSchede_UpdateBU66(Contesto& ctx, const ado::Dictionary& periodiDaElab
   esegui(ctx, "BdgElaSchede_UpdateBU66 ", [&] {
     if (totali.RecordCount() == 0 || values::isBlank(id)) return;
     BU66CreaPeriodiDettagliInesistentiNULL(ctx, id, ctx.prop.TipoDettaglioDestinazione);
-    ctx.verifica();
     BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC(ctx, totali, id);
-    ctx.verifica();
     const auto& periodo = totali["PERIODO"];
     const auto& importo = totali["IMPORTO"];
     for (totali.MoveFirst(); !totali.Eof(); totali.MoveNext()) {

@@ -1,6 +1,6 @@
 #include "elaschede/ElaborazioneSchede.h"
 
-#include <cstddef>
+#include <vector>
 
 #include "definition/CaricaDatiBudget.h"
 #include "elaschede/AggiornaDettagli.h"
@@ -28,42 +28,38 @@ class Elaborazione {
  public:
   explicit Elaborazione(Contesto& ctx) : ctx_(ctx) { periodi_.daElaborare = std::make_shared<ado::Dictionary>(); }
 
-  void esegui() {
-    if (!prepara()) return;
+  void avvia() {
+    prepara();
     Transazione transazione(ctx_.connessione());
-    const std::size_t passi = ctx_.dati.gestioneSede ? sedi().Count() : 1;
-    for (std::size_t i = 0; i < passi; ++i) {
-      if (ctx_.dati.gestioneSede) ctx_.prop.CodiceSede = sedi().Keys()[i];
+    if (!ctx_.dati.gestioneSede) elaboraSede();
+    for (const auto& sede : sedi_) {
+      ctx_.prop.CodiceSede = sede;
       elaboraSede();
     }
     transazione.conferma();
   }
 
  private:
-  bool prepara() {
+  void prepara() {
     auto& prop = ctx_.prop;
-    if (!creaConnessioneDB(ctx_)) return false;
+    creaConnessioneDB(ctx_);
     if (values::isBlank(prop.TipoElaborazioneBO)) prop.TipoElaborazioneBO = bdgElaborazioneSchede;
-    if (!IsDatiInputValidi(ctx_) || !GetDatiBudget(ctx_)) return false;
-    ctx_.verifica();
-    if (values::isBlank(ctx_.dati.periodoIniziale) || values::isBlank(ctx_.dati.periodoFinale)) {
-      ctx_.segnala(" ", kProcedura);
-      return false;
-    }
-    if (ctx_.dati.gestioneSede) sedi();
+    IsDatiInputValidi(ctx_);
+    GetDatiBudget(ctx_);
+    if (values::isBlank(ctx_.dati.periodoIniziale) || values::isBlank(ctx_.dati.periodoFinale))
+      throw values::Errore(" ");
+    if (ctx_.dati.gestioneSede) leggiSedi();
     GetDictPeriodiDaElaborare(ctx_, periodi_);
-    ctx_.verifica();
-    return true;
   }
 
-  const ado::Dictionary& sedi() const {
+  /// A copy: a handler of the events may change the client's dictionary.
+  void leggiSedi() {
     if (!ctx_.prop.ElencoSedi) throw values::Errore("Object variable or With block variable not set: ElencoSedi");
-    return *ctx_.prop.ElencoSedi;
+    sedi_ = ctx_.prop.ElencoSedi->Keys();
   }
 
   void elaboraSede() {
     BdgElaSchede_GetRstBdgSchedeDaElaborare(ctx_);
-    ctx_.verifica();
     // Kept alive here: a handler of the events may replace the property.
     const auto schede = ctx_.prop.RstBdgSchedeDaElaborare;
     if (!schede) return avvisaNessunaScheda();
@@ -71,7 +67,7 @@ class Elaborazione {
     const auto& id = (*schede)["BU65_ID"];
     const auto& conto = (*schede)["BU65_CONTO_CG24"];
     const auto& clifor = (*schede)["BU67_CLIFOR_CG44"];
-    Processo processo(ctx_.eventi, descrizione(), schede->RecordCount());
+    Processo processo(ctx_, descrizione(), schede->RecordCount());
     for (schede->MoveFirst(); !schede->Eof(); schede->MoveNext()) {
       elaboraScheda({conto.Value(), clifor.Value()}, values::nvl(id.Value(), ""));
       processo.passo();
@@ -80,17 +76,15 @@ class Elaborazione {
   }
 
   void elaboraScheda(const ContoScheda& scheda, const values::Variant& id) {
-    const auto movimenti = chiedi(ctx_, BdgElaSchede_GetRstMovimentiConto(ctx_, scheda));
+    const auto movimenti = BdgElaSchede_GetRstMovimentiConto(ctx_, scheda);
     if (!movimenti) return;
-    const auto totali = chiedi(ctx_, BdgElaSchede_GetRstBdgSchedeConsuntiviDaElaborare(ctx_));
+    const auto totali = BdgElaSchede_GetRstBdgSchedeConsuntiviDaElaborare(ctx_);
     switch (ctx_.prop.TipoDataMovimenti) {
       case 0: BdgElaSchede_GetTotaliMovimentiPerPeriodo(ctx_, periodi_, *totali, *movimenti); break;
       case 1: BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(ctx_, periodi_, *totali, *movimenti); break;
       default: break;
     }
-    ctx_.verifica();
     BdgElaSchede_UpdateBU66(ctx_, *periodi_.daElaborare, *totali, id);
-    ctx_.verifica();
   }
 
   std::string descrizione() const {
@@ -109,12 +103,13 @@ class Elaborazione {
 
   Contesto& ctx_;
   PeriodiElaborazione periodi_;
+  std::vector<values::Variant> sedi_;  ///< empty for a budget that is not kept by site
 };
 
 }  // namespace
 
 void BdgElaSchede_Elaborazione(Contesto& ctx) {
-  esegui(ctx, kProcedura, [&] { Elaborazione(ctx).esegui(); });
+  esegui(ctx, kProcedura, [&] { Elaborazione(ctx).avvia(); });
 }
 
 }  // namespace bukorval

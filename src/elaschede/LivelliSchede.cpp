@@ -13,7 +13,8 @@ using values::Variant;
 bool GetIsBdgSchedePersonalizzazioneLivelliEsiste(Contesto& ctx, const Variant& ditta, const Variant& tipoScheda,
                                                   Variant& numeroLivelli) {
   return esegui(ctx, "GetIsBdgSchedePersonalizzazioneLivelliEsiste ", false, [&] {
-    if (isBlank(ditta) || isBlank(tipoScheda) || !creaConnessioneDB(ctx)) return false;
+    if (isBlank(ditta) || isBlank(tipoScheda)) return false;
+    creaConnessioneDB(ctx);
     TestoSql sql;
     sql.riga(" SELECT  BU05_NUMLIVELLI ")
         .riga(" FROM    BU05_PERSCHCOSGEN WITH(NOLOCK) ")
@@ -30,7 +31,7 @@ bool GetIsBdgSchedePersonalizzazioneLivelliEsiste(Contesto& ctx, const Variant& 
 bool GetIsBdgSchedeConfigurazioneLivelliEsiste(Contesto& ctx, const Variant& ditta, const Variant& tipoScheda,
                                                const Variant& numeroLivelli) {
   return esegui(ctx, "GetIsBdgSchedeConfigurazioneLivelliEsiste ", false, [&] {
-    if (!creaConnessioneDB(ctx)) return false;
+    creaConnessioneDB(ctx);
     TestoSql sql;
     sql.testo(" SELECT  BU06_LIVELLO ")
         .testo(" FROM    BU06_CONFIGLIVCOSGEN WITH(NOLOCK) ")

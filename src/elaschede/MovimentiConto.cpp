@@ -40,8 +40,8 @@ void aggiungiCopertura(TestoSql& sql, const std::string& data) {
 }
 
 void aggiungiDate(TestoSql& sql, Contesto& ctx) {
-  const auto da = chiedi(ctx, DataDB(ctx, ctx.prop.DaData));
-  const auto a = chiedi(ctx, DataDB(ctx, ctx.prop.AData));
+  const auto da = DataDB(ctx, ctx.prop.DaData);
+  const auto a = DataDB(ctx, ctx.prop.AData);
   if (ctx.prop.TipoDataMovimenti == 0) {
     sql.riga(" AND CG41_DATAREG >= ", da).riga(" AND CG41_DATAREG <= ", a);
   } else if (ctx.prop.TipoDataMovimenti == 1) {
@@ -58,10 +58,10 @@ void aggiungiDate(TestoSql& sql, Contesto& ctx) {
 }
 
 void aggiungiConto(TestoSql& sql, Contesto& ctx, const values::Variant& conto) {
-  if (chiedi(ctx, IsContoAnalitico(ctx, conto, false)))
+  if (IsContoAnalitico(ctx, conto, false))
     sql.riga(" AND CG42_CONTOPAR_CG24 = ", testoDati(conto));
   else
-    sql.riga(" AND CG42_CONTOPAR_CG24 LIKE '", chiedi(ctx, BdgElaSchede_GetUltimoPadrePdc(ctx, conto)), "%'");
+    sql.riga(" AND CG42_CONTOPAR_CG24 LIKE '", BdgElaSchede_GetUltimoPadrePdc(ctx, conto), "%'");
 }
 
 std::string testoMovimenti(Contesto& ctx, const ContoScheda& scheda) {

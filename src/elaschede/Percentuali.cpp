@@ -39,7 +39,7 @@ void BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC(Contesto
                                                                         const Variant& id) {
   esegui(ctx, "BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC", [&] {
     if (!ctx.prop.IsApplicaPercentuali || values::isBlank(id)) return;
-    const auto percentuali = chiedi(ctx, BdgElaSchede_GetRstPercentuali(ctx, id));
+    const auto percentuali = BdgElaSchede_GetRstPercentuali(ctx, id);
     if (!percentuali || totali.RecordCount() == 0) return;
     const Variant ripartizione = (*percentuali)["BU90_PERCRIP"].Value();
     const Variant scostamento = (*percentuali)["BU90_PERCSCO"].Value();
@@ -48,10 +48,10 @@ void BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC(Contesto
     for (totali.MoveFirst(); !totali.Eof(); totali.MoveNext()) {
       if (values::isBlank(importo.Value())) continue;
       if (!values::isBlank(ripartizione))
-        importo.Value(chiedi(ctx, RoundZQ(ctx, parte(importo.Value(), ripartizione), kDecimaliImporto)));
+        importo.Value(RoundZQ(ctx, parte(importo.Value(), ripartizione), kDecimaliImporto));
       if (!values::isBlank(scostamento)) {
         const Variant scostato = values::add(importo.Value(), parte(importo.Value(), scostamento));
-        importo.Value(chiedi(ctx, RoundZQ(ctx, scostato, kDecimaliImporto)));
+        importo.Value(RoundZQ(ctx, scostato, kDecimaliImporto));
       }
       totali.Update();
     }

@@ -35,8 +35,8 @@ void GetDictPeriodiDaElaborare(Contesto& ctx, PeriodiElaborazione& periodi) {
   esegui(ctx, "GetDictPeriodiDaElaborare", [&] {
     Calendario calendario(ctx);
     for (std::int16_t mese = 1; mese <= 12; ++mese)
-      periodi.perMese[static_cast<std::size_t>(mese)] = chiedi(
-          ctx, calendario.GetBdgPeriodo(mese, ctx.dati.periodicita, ctx.dati.fiscaleSolare, ctx.dati.dataInizio));
+      periodi.perMese[static_cast<std::size_t>(mese)] =
+          calendario.GetBdgPeriodo(mese, ctx.dati.periodicita, ctx.dati.fiscaleSolare, ctx.dati.dataInizio);
 
     const auto [primo, ultimo] = estremiDelleDate(ctx, periodi);
     const int passo = primo > ultimo ? -1 : 1;

@@ -34,7 +34,7 @@ QuoteMensili ripartisciPerMese(Contesto& ctx, const values::Decimal& importo, co
     if (giorni[mese] == 0) continue;
     // Multiplied before it is divided: an exact half cent stays one and rounds as it should.
     const auto quota = importo * values::Decimal::FromScaled(giorni[mese]) / totale;
-    quote[mese] = values::toDecimal(chiedi(ctx, RoundZQ(ctx, quota, kDecimaliImporto)));
+    quote[mese] = values::toDecimal(RoundZQ(ctx, quota, kDecimaliImporto));
     resto = resto - quote[mese];
   }
   auto& ultima = quote[static_cast<std::size_t>(fine.month())];

@@ -7,10 +7,7 @@ namespace bukorval {
 bool creaConnessioneDB(Contesto& ctx) {
   return esegui(ctx, "CreaConnessioneDB", false, [&] {
     if (ctx.connessionePtr()) return true;
-    if (ctx.stringaConnessione.empty()) {
-      ctx.rifiuta("Non è stata definita la stringa di connessione");
-      return false;
-    }
+    if (ctx.stringaConnessione.empty()) rifiuta("Non è stata definita la stringa di connessione");
     const ado::ConnectionPtr connessione = ado::createConnection();
     connessione->ConnectionString = ctx.stringaConnessione;
     connessione->CursorLocation = ado::adUseClient;

@@ -5,26 +5,13 @@
 
 namespace bukorval {
 
-void Contesto::azzeraStato() {
-  if (profondita_ > 1) return;
-  stato_ = bdgStatoOk;
-  errore_.clear();
-}
-
-void Contesto::rifiuta(std::string messaggio) {
-  stato_ = bdgStatoRifiutato;
-  errore_ = std::move(messaggio);
-}
-
-void Contesto::segnala(std::string_view descrizione, std::string_view procedura) {
-  stato_ = bdgStatoErrore;
-  errore_.assign(descrizione).append(" in ").append(procedura);
-}
-
-void Contesto::fallisce(std::string testo) {
-  stato_ = bdgStatoErrore;
-  errore_ = std::move(testo);
-  throw Segnalato{};
+void Contesto::esito(const Fallimento& fallimento) noexcept {
+  stato_ = fallimento.stato();
+  try {
+    errore_ = fallimento.testo();
+  } catch (...) {
+    errore_.clear();  // no memory for the text: the number tells
+  }
 }
 
 ado::Connection& Contesto::connessione() const {
@@ -39,6 +26,34 @@ suite::ActiveInterface& Contesto::sessione() const {
 
 char Contesto::separatore() const {
   return prop.ActiveInterface ? prop.ActiveInterface->SeparatoreDecimale() : values::kDefaultSeparator;
+}
+
+Contesto::Operazione::Operazione(Contesto& ctx) : ctx_(ctx) {
+  if (++ctx_.profondita_ > 1) return;
+  ctx_.stato_ = bdgStatoOk;
+  ctx_.errore_.clear();
+}
+
+Contesto::Operazione::~Operazione() {
+  if (--ctx_.profondita_ == 0 && ctx_.prossima_) ctx_.connessione_ = std::move(ctx_.prossima_);
+}
+
+Contesto::TurnoDelCliente::TurnoDelCliente(Contesto& ctx)
+    : ctx_(ctx),
+      profondita_(std::exchange(ctx.profondita_, 0)),
+      dati_(ctx.dati),
+      dataInizioEsercizio_(ctx.dataInizioEsercizio),
+      dataFineEsercizio_(ctx.dataFineEsercizio),
+      connessione_(ctx.connessione_) {}
+
+Contesto::TurnoDelCliente::~TurnoDelCliente() {
+  ctx_.profondita_ = profondita_;
+  ctx_.stato_ = bdgStatoOk;
+  ctx_.errore_.clear();
+  ctx_.dati = std::move(dati_);
+  ctx_.dataInizioEsercizio = std::move(dataInizioEsercizio_);
+  ctx_.dataFineEsercizio = std::move(dataFineEsercizio_);
+  if (ctx_.connessione_ != connessione_) ctx_.prossima_ = std::exchange(ctx_.connessione_, std::move(connessione_));
 }
 
 }  // namespace bukorval

@@ -2,18 +2,16 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include "ado/connection/Connection.h"
 #include "frame/DatiBudget.h"
 #include "frame/Eventi.h"
+#include "frame/Fallimento.h"
 #include "frame/Proprieta.h"
 #include "suite/Servizi.h"
 
 namespace bukorval {
-
-/// Thrown by Contesto::verifica when a nested operation has already recorded its failure; only the trap catches it.
-struct Segnalato {};
 
 /// What every room works on: the client's inputs, the outcome, the connection, the services and the loaded
 /// budget definition.
@@ -32,20 +30,10 @@ class Contesto {
   std::shared_ptr<suite::ServizioDate> servizioDate;
   std::shared_ptr<suite::ServizioAritmetico> servizioAritmetico;
 
+  /// Outcome of the last public operation; the trap alone changes it.
   BdgStato stato() const { return stato_; }
   const std::string& errore() const { return errore_; }
-  /// Resets the outcome; does nothing inside another operation, whose failure must stand.
-  void azzeraStato();
-  /// Records a refusal (Stato 1) with its fixed message.
-  void rifiuta(std::string messaggio);
-  /// Records a run-time error (Stato 99): description + " in " + procedure.
-  void segnala(std::string_view descrizione, std::string_view procedura);
-  /// Records a run-time error (Stato 99) whose text is complete as it stands, and leaves the running operation.
-  [[noreturn]] void fallisce(std::string testo);
-  /// Leaves the running operation when an operation it called has failed.
-  void verifica() const {
-    if (stato_ != bdgStatoOk) throw Segnalato{};
-  }
+  void esito(const Fallimento& fallimento) noexcept;
 
   /// The connection in use; throws when none is set.
   ado::Connection& connessione() const;
@@ -57,24 +45,42 @@ class Contesto {
   /// Decimal sign of the session, comma without one.
   char separatore() const;
 
+  /// One operation under way. The outermost starts with a clean outcome.
+  class Operazione {
+   public:
+    explicit Operazione(Contesto& ctx);
+    ~Operazione();
+    Operazione(const Operazione&) = delete;
+    Operazione& operator=(const Operazione&) = delete;
+    bool esterna() const { return ctx_.profondita_ == 1; }
+
+   private:
+    Contesto& ctx_;
+  };
+
+  /// Code of the client runs (an event handler): what it asks of the object are operations of its own, and what they
+  /// leave behind is put back, so that the running operation goes on as if nothing had happened.
+  class TurnoDelCliente {
+   public:
+    explicit TurnoDelCliente(Contesto& ctx);
+    ~TurnoDelCliente();
+    TurnoDelCliente(const TurnoDelCliente&) = delete;
+    TurnoDelCliente& operator=(const TurnoDelCliente&) = delete;
+
+   private:
+    Contesto& ctx_;
+    int profondita_;
+    DatiBudget dati_;
+    values::Variant dataInizioEsercizio_, dataFineEsercizio_;
+    ado::ConnectionPtr connessione_;
+  };
+
  private:
-  friend class Annidamento;
   BdgStato stato_ = bdgStatoOk;
   std::string errore_;
   int profondita_ = 0;
   ado::ConnectionPtr connessione_;
-};
-
-/// Counts how deep operations are nested, so that only the outermost one resets the outcome.
-class Annidamento {
- public:
-  explicit Annidamento(Contesto& ctx) : ctx_(ctx) { ++ctx_.profondita_; }
-  ~Annidamento() { --ctx_.profondita_; }
-  Annidamento(const Annidamento&) = delete;
-  Annidamento& operator=(const Annidamento&) = delete;
-
- private:
-  Contesto& ctx_;
+  ado::ConnectionPtr prossima_;  ///< set by an event handler, for when the running operation has ended
 };
 
 }  // namespace bukorval

@@ -6,29 +6,48 @@
 
 namespace bukorval {
 
-/// The progress events of one long step: begins when it is made, counts its units of work, ends once.
+/// The progress events of one long step: begins when it is made, counts its units of work, ends once, also when a
+/// unit fails. A handler that throws ends the running operation; one that calls the object does not disturb it.
 class Processo {
  public:
   template <class Passi>
-  Processo(Eventi& eventi, std::string_view descrizione, Passi passi) : eventi_(eventi) {
+  Processo(Contesto& ctx, std::string_view descrizione, Passi passi) : ctx_(ctx) {
     values::Variant testo(descrizione);
     values::Variant numero(passi);
-    if (eventi_.BeginProcess) eventi_.BeginProcess(testo, numero);
+    avvisa(ctx_.eventi.BeginProcess, testo, numero);
+  }
+  ~Processo() {
+    if (finito_) return;
+    try {
+      fine();
+    } catch (...) {
+      // The failure that ended the step is the one to report.
+    }
   }
   Processo(const Processo&) = delete;
   Processo& operator=(const Processo&) = delete;
 
   void passo() {
     values::Variant numero(++fatti_);
-    if (eventi_.StepProcess) eventi_.StepProcess(numero);
+    avvisa(ctx_.eventi.StepProcess, numero);
   }
   void fine() {
-    if (eventi_.EndProcess) eventi_.EndProcess();
+    finito_ = true;
+    avvisa(ctx_.eventi.EndProcess);
   }
 
  private:
-  Eventi& eventi_;
+  template <class Gestore, class... Argomenti>
+  void avvisa(const Gestore& evento, Argomenti&... argomenti) {
+    if (!evento) return;
+    const Gestore gestore = evento;  // one that replaces itself is still whole until it returns
+    const Contesto::TurnoDelCliente turno(ctx_);
+    gestore(argomenti...);
+  }
+
+  Contesto& ctx_;
   int fatti_ = 0;
+  bool finito_ = false;
 };
 
 }  // namespace bukorval

@@ -90,22 +90,18 @@ bool isTipo(const Variant& valore, int tipo) {
   }
 }
 
-bool verificaTutti(Contesto& ctx, std::span<const Controllo> controlli) {
-  for (const Controllo& controllo : controlli) {
-    if (!values::isBlank(controllo.leggi(ctx.prop))) continue;
-    ctx.rifiuta(std::string(controllo.etichetta) + " : Dato non definito nel BO ");
-    return false;
-  }
-  return true;
+void verificaTutti(const Contesto& ctx, std::span<const Controllo> controlli) {
+  for (const Controllo& controllo : controlli)
+    if (values::isBlank(controllo.leggi(ctx.prop))) rifiutaNonDefinito(controllo.etichetta);
 }
 
 }  // namespace
 
 bool IsDatiInputValidi(Contesto& ctx) {
   return esegui(ctx, "IsDatiInputValidi", false, [&] {
-    if (!verificaTutti(ctx, kSempre)) return false;
+    verificaTutti(ctx, kSempre);
     for (const Elaborazione& elaborazione : kElaborazioni)
-      if (isTipo(ctx.prop.TipoElaborazioneBO, elaborazione.tipo)) return verificaTutti(ctx, elaborazione.controlli);
+      if (isTipo(ctx.prop.TipoElaborazioneBO, elaborazione.tipo)) verificaTutti(ctx, elaborazione.controlli);
     return true;
   });
 }

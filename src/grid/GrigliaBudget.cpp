@@ -13,19 +13,21 @@
 
 namespace bukorval {
 ado::RecordsetPtr GrigliaBudget::RecordSetBudget() {
-  return esegui(ctx_, "RecordSetBudget", ado::RecordsetPtr{}, [&]() -> ado::RecordsetPtr {
+  ado::RecordsetPtr griglia;
+  esegui(ctx_, "RecordSetBudget", [&] {
     const auto& prop = ctx_.prop;
-    const bool connesso = creaConnessioneDB(ctx_);
+    // Without a connection the client gets the grid empty.
+    griglia = CreaRecordSetBudget(Strutture::elencoSenzaConnessione(prop.TipoBudget), kForecastPredefiniti);
+    creaConnessioneDB(ctx_);
+    griglia = nullptr;
     const std::string elenco = Strutture(ctx_).GetElencoCampi(prop.TipoBudget, prop.SottoTipoBudget);
-    if (connesso) ctx_.verifica();
     const int numeroForecast = ImpostazioniBudget(ctx_).GetNumeroForecast(prop.TipoBudget, prop.SottoTipoBudget);
-    if (connesso) ctx_.verifica();
-    auto griglia = CreaRecordSetBudget(elenco, numeroForecast);
-    if (!griglia || !connesso) return griglia;
-    const auto testo = chiedi(ctx_, GetStringaBudget(elenco, numeroForecast));
-    copiaRighe(*ctx_.connessione().Execute(testo), *griglia);
-    return griglia;
+    auto piena = CreaRecordSetBudget(elenco, numeroForecast);
+    const auto testo = GetStringaBudget(elenco, numeroForecast);
+    copiaRighe(*ctx_.connessione().Execute(testo), *piena);
+    griglia = std::move(piena);
   });
+  return griglia;
 }
 
 ado::RecordsetPtr GrigliaBudget::CreaRecordSetBudget(std::string_view elencoCampi, int numeroForecast) {
@@ -40,10 +42,9 @@ std::string GrigliaBudget::GetStringaBudget(const std::string& elencoCampi, int 
     parametri.elencoCampi = elencoCampi;
     parametri.numeroForecast = numeroForecast;
     Strutture strutture(ctx_);
-    parametri.codiciDescrizioni = chiedi(ctx_, strutture.GetStringaCodiciDescrizioni(elencoCampi, "       "));
-    parametri.joinDescrizioni = chiedi(ctx_, strutture.GetStringaJoinCodiciDescrizioni(elencoCampi, ""));
+    parametri.codiciDescrizioni = strutture.GetStringaCodiciDescrizioni(elencoCampi, "       ");
+    parametri.joinDescrizioni = strutture.GetStringaJoinCodiciDescrizioni(elencoCampi, "");
     ImpostazioniBudget(ctx_).GetGestioneSede(prop.TipoBudget, prop.SottoTipoBudget, parametri.gestioneSede);
-    ctx_.verifica();
     return testoGrigliaBudget(ctx_, parametri);
   });
 }

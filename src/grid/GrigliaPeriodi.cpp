@@ -16,12 +16,13 @@ ado::RecordsetPtr GrigliaPeriodi::RecSetPeriodiBudget(const values::Variant& id)
   ado::RecordsetPtr griglia;  // outside the body: what was built before a failure is handed out
   esegui(ctx_, "RecSetPeriodiBudget", [&] {
     const auto& prop = ctx_.prop;
-    const bool connesso = creaConnessioneDB(ctx_);
+    griglia = CreaRecordSetPeriodi(kForecastPredefiniti);
+    creaConnessioneDB(ctx_);
+    griglia = nullptr;
     const int numeroForecast = ImpostazioniBudget(ctx_).GetNumeroForecast(prop.TipoBudget, prop.SottoTipoBudget);
-    if (connesso) ctx_.verifica();
     griglia = CreaRecordSetPeriodi(numeroForecast);
-    if (!griglia || !connesso || values::toDecimal(id, ctx_.separatore()).isZero()) return;
-    const auto testo = chiedi(ctx_, GetStringaPeriodiBudget(id, numeroForecast));
+    if (values::toDecimal(id, ctx_.separatore()).isZero()) return;
+    const auto testo = GetStringaPeriodiBudget(id, numeroForecast);
     copiaRighe(*ctx_.connessione().Execute(testo), *griglia);
   });
   return griglia;
@@ -29,7 +30,7 @@ ado::RecordsetPtr GrigliaPeriodi::RecSetPeriodiBudget(const values::Variant& id)
 
 ado::RecordsetPtr GrigliaPeriodi::GetRstBU67(const values::Variant& id) {
   return esegui(ctx_, "GetRstBU67", ado::RecordsetPtr{}, [&]() -> ado::RecordsetPtr {
-    if (!creaConnessioneDB(ctx_)) return nullptr;
+    creaConnessioneDB(ctx_);
     TestoSql sql;
     sql.riga(" SELECT  * ")
         .testo(" FROM    BU67_BDGCASHFLOW WITH(NOLOCK) ")
@@ -45,9 +46,8 @@ ado::RecordsetPtr GrigliaPeriodi::CreaRecordSetPeriodi(int numeroForecast) {
 std::string GrigliaPeriodi::GetStringaPeriodiBudget(const values::Variant& id, int numeroForecast) {
   return esegui(ctx_, "GetStringaPeriodiBudget", std::string{}, [&] {
     const auto& prop = ctx_.prop;
-    const auto periodicita =
-        chiedi(ctx_, ImpostazioniBudget(ctx_).GetPeriodicitaBudget(prop.TipoBudget, prop.SottoTipoBudget));
-    const auto numeroPeriodi = chiedi(ctx_, Calendario(ctx_).GetBdgNrPeriodi(periodicita));
+    const auto periodicita = ImpostazioniBudget(ctx_).GetPeriodicitaBudget(prop.TipoBudget, prop.SottoTipoBudget);
+    const auto numeroPeriodi = Calendario(ctx_).GetBdgNrPeriodi(periodicita);
     return testoGrigliaPeriodi(id, numeroPeriodi, numeroForecast);
   });
 }

@@ -28,26 +28,18 @@ using values::Variant;
 constexpr const char* kSede = "BU65_CODICE_CG31";
 constexpr const char* kTipoScheda = "BU65_INDCOSRIC_BU07";
 
-bool rifiuta(Contesto& ctx, const std::string& messaggio) {
-  ctx.rifiuta(messaggio);
-  return false;
-}
-
 /// What an element means for the selected budget: its cards, one for each site.
 class SchedeDellaStruttura {
  public:
-  explicit SchedeDellaStruttura(Contesto& ctx) : ctx_(ctx) {}
-
-  /// False when the structure or the selection is missing; the refusal is recorded.
-  bool leggi() {
-    if (!selezioneCompleta() || !trovaStruttura()) return false;
+  /// Refused when the structure or the selection is missing.
+  explicit SchedeDellaStruttura(Contesto& ctx) : ctx_(ctx) {
+    verificaSelezione();
+    trovaStruttura();
     const auto& prop = ctx_.prop;
     bool perSede = false;
     ImpostazioniBudget(ctx_).GetGestioneSede(prop.TipoBudget, prop.SottoTipoBudget, perSede);
-    ctx_.verifica();
     const auto sedi = perSede ? leggiSedi() : std::vector<Variant>{};
     for (const auto& elemento : leggiElementiBU60(ctx_, struttura_)) aggiungi(elemento, perSede, sedi);
-    return true;
   }
 
   const std::vector<ElementoBU60>& schede() const { return schede_; }
@@ -74,7 +66,7 @@ class SchedeDellaStruttura {
   }
 
  private:
-  bool selezioneCompleta() {
+  void verificaSelezione() const {
     const auto& prop = ctx_.prop;
     const struct {
       const char* etichetta;
@@ -83,20 +75,17 @@ class SchedeDellaStruttura {
                      {"AnnoEsercizio ", prop.AnnoEsercizio},
                      {"ProgressivoEsercizio ", prop.ProgressivoEsercizio}};
     for (const auto& [etichetta, valore] : necessari)
-      if (values::isBlank(valore)) return rifiuta(ctx_, std::string(etichetta) + " : Dato non definito nel BO ");
-    return true;
+      if (values::isBlank(valore)) rifiutaNonDefinito(etichetta);
   }
 
-  bool trovaStruttura() {
+  void trovaStruttura() {
     const auto& prop = ctx_.prop;
     const Strutture strutture(ctx_);
     struttura_ = values::rtrim(values::toPlainText(prop.CodiceStrutturaBU60));
-    if (struttura_.empty())
-      struttura_ = chiedi(ctx_, strutture.GetStrutturaBU60(prop.TipoBudget, prop.SottoTipoBudget));
-    if (struttura_.empty()) return rifiuta(ctx_, "CodiceStrutturaBU60  : Dato non definito nel BO ");
+    if (struttura_.empty()) struttura_ = strutture.GetStrutturaBU60(prop.TipoBudget, prop.SottoTipoBudget);
+    if (struttura_.empty()) rifiutaNonDefinito("CodiceStrutturaBU60 ");
     strutture.GetStrutturaBU60TipoPdcCodicePdc(struttura_, tipoPdc_, codicePdc_);
-    ctx_.verifica();
-    return tipoPdc_ != 0 || rifiuta(ctx_, "La struttura " + struttura_ + " non esiste ");
+    if (tipoPdc_ == 0) rifiuta("La struttura " + struttura_ + " non esiste ");
   }
 
   std::vector<Variant> leggiSedi() {
@@ -142,16 +131,14 @@ class SchedeDellaStruttura {
 
 void AllineaBU65_A_StrutturaBU60(Contesto& ctx) {
   esegui(ctx, "AllineaBU65_A_StrutturaBU60", [&] {
-    if (!creaConnessioneDB(ctx)) return;
-    SchedeDellaStruttura struttura(ctx);
-    if (!struttura.leggi()) return;
+    creaConnessioneDB(ctx);
+    const SchedeDellaStruttura struttura(ctx);
     Transazione transazione(ctx.connessione());
     SchedePresenti presenti(ctx, struttura.colonne());
-    Processo processo(ctx.eventi, "Allineamento delle schede alla struttura del budget", struttura.schede().size());
+    Processo processo(ctx, "Allineamento delle schede alla struttura del budget", struttura.schede().size());
     for (const auto& scheda : struttura.schede()) {
       if (!presenti.contiene(scheda)) {
         NuovaScheda(ctx).InserimentoNuovaSchedaBudget(struttura.testata(scheda));
-        ctx.verifica();
         presenti.aggiungi(scheda);
       }
       processo.passo();

@@ -37,7 +37,7 @@ bool dettagliRimasti(ado::Connection& connessione, const std::string& id) {
 
 void CancellazioneScheda::CancellaRigaBU65(values::Variant& id) {
   esegui(ctx_, "CancellaRigaBU65 ", [&] {
-    if (!creaConnessioneDB(ctx_)) return;
+    creaConnessioneDB(ctx_);
     if (values::isBlank(id)) return;
     const auto scheda = identificativo(id);
     if (scheda == "0") return;
@@ -45,7 +45,6 @@ void CancellazioneScheda::CancellaRigaBU65(values::Variant& id) {
     if (ctx_.prop.TipoBudget == bdgTipoSpeseGenerali) cancellaCashFlow(connessione, scheda);
     if (ctx_.prop.TipoBudget == bdgTipoMastri) {
       DeleteBU63_DettaglioMastri(id);
-      ctx_.verifica();
     }
     cancellaDettagli(connessione, scheda);
     if (!dettagliRimasti(connessione, scheda))
@@ -65,7 +64,7 @@ void CancellazioneScheda::DeleteBU63_DettaglioMastri(const values::Variant& id) 
 void CancellazioneScheda::EliminaBudgetConSolaTestata(const values::Variant& ditta, BdgTipo tipo,
                                                       const values::Variant& sottoTipo) {
   esegui(ctx_, "EliminaBudgetConSolaTestata", [&] {
-    if (!creaConnessioneDB(ctx_)) return;
+    creaConnessioneDB(ctx_);
     TestoSql sql;
     sql.riga(" DELETE FROM BU65_TESBUDGET ")
         .riga(" WHERE BU65_INDTIPO_BU01 = ", numero(tipo))

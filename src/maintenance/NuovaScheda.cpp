@@ -34,14 +34,13 @@ std::string testoNaturaConto(BdgTipoPdc tipoPdc, const values::Variant& codicePd
 
 values::Variant NuovaScheda::InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& colonne) {
   return esegui(ctx_, "InserimentoNuovaSchedaBudget", values::Variant::Null(), [&] {
-    if (!creaConnessioneDB(ctx_)) return values::Variant::Null();
+    creaConnessioneDB(ctx_);
     if (!colonne || colonne->Count() == 0) return values::Variant::Null();
     const auto adesso = values::Date::Now();
     auto& connessione = ctx_.connessione();
     connessione.Execute(testoInserimentoTestata(ctx_, *colonne, adesso));
     const auto id = nuovaIdentita(connessione);
     CreazioneBU66NULL(id);
-    ctx_.verifica();
     if (ctx_.prop.TipoBudget == bdgTipoSpeseGenerali) CreazioneBU67NULL(id);
     return id;
   });
@@ -51,10 +50,10 @@ void NuovaScheda::CreazioneBU66NULL(const values::Variant& id) {
   esegui(ctx_, "CreazioneBU66NULL", [&] {
     const auto& prop = ctx_.prop;
     const ImpostazioniBudget impostazioni(ctx_);
-    const auto natura = chiedi(ctx_, impostazioni.GetNaturaBudget(prop.TipoBudget));
-    const auto periodicita = chiedi(ctx_, impostazioni.GetPeriodicitaBudget(prop.TipoBudget, prop.SottoTipoBudget));
-    const int periodi = values::toInt32(chiedi(ctx_, Calendario(ctx_).GetBdgNrPeriodi(periodicita)));
-    const int forecast = chiedi(ctx_, impostazioni.GetNumeroForecast(prop.TipoBudget, prop.SottoTipoBudget));
+    const auto natura = impostazioni.GetNaturaBudget(prop.TipoBudget);
+    const auto periodicita = impostazioni.GetPeriodicitaBudget(prop.TipoBudget, prop.SottoTipoBudget);
+    const int periodi = values::toInt32(Calendario(ctx_).GetBdgNrPeriodi(periodicita));
+    const int forecast = impostazioni.GetNumeroForecast(prop.TipoBudget, prop.SottoTipoBudget);
     auto& connessione = ctx_.connessione();
     TestoDettaglioNullo testo(id);
     for (BdgTipoDettaglio tipo = bdgDettaglioBudget; tipo <= bdgDettaglioOrdini + forecast; ++tipo) {
@@ -81,7 +80,7 @@ void NuovaScheda::CreazioneBU67NULL(const values::Variant& id) {
 
 values::Variant NuovaScheda::GetNaturaConto(BdgTipoPdc& tipoPdc, values::Variant& codicePdc, values::Variant& conto) {
   return esegui(ctx_, "GetNaturaConto", values::Variant{}, [&]() -> values::Variant {
-    if (!creaConnessioneDB(ctx_)) return {};
+    creaConnessioneDB(ctx_);
     const auto righe = ctx_.connessione().Execute(testoNaturaConto(tipoPdc, codicePdc, conto));
     if (righe->RecordCount() == 0) return {};
     righe->MoveFirst();

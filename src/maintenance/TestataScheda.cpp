@@ -49,9 +49,9 @@ class ElencoColonne {
   }
 
   std::string testoValore(const std::string& colonna, const values::Variant& valore) {
-    const auto tipo = chiedi(ctx_, Strutture(ctx_).GetTipoCampo(colonna));
+    const auto tipo = Strutture(ctx_).GetTipoCampo(colonna);
     if (valore.isNothing()) return "NULL";
-    if (valore.kind() == values::Kind::Date) return chiedi(ctx_, DataDB(ctx_, valore));
+    if (valore.kind() == values::Kind::Date) return DataDB(ctx_, valore);
     switch (tipo) {
       case ado::adDecimal: return valoreDecimale(valore, ctx_.separatore());
       case ado::adWChar:
@@ -73,8 +73,8 @@ class ElencoColonne {
     if (!codicePdc_) {
       const auto& prop = ctx_.prop;
       const ImpostazioniBudget impostazioni(ctx_);
-      ctx_.dati.tipoPdc = chiedi(ctx_, impostazioni.GetTipoPdC(prop.TipoBudget, prop.SottoTipoBudget));
-      const auto codice = chiedi(ctx_, impostazioni.GetCodicePdC(prop.TipoBudget, prop.SottoTipoBudget));
+      ctx_.dati.tipoPdc = impostazioni.GetTipoPdC(prop.TipoBudget, prop.SottoTipoBudget);
+      const auto codice = impostazioni.GetCodicePdC(prop.TipoBudget, prop.SottoTipoBudget);
       codicePdc_ = valoreDecimale(codice, ctx_.separatore());
     }
     return *codicePdc_;
@@ -101,7 +101,7 @@ std::string testoInserimentoTestata(Contesto& ctx, const ado::Dictionary& colonn
       .testo(" (", numero(prop.TipoBudget), ", ", testoDati(prop.SottoTipoBudget), ", ")
       .testo(numero(ctx.sessione().CodiceDitta()), ", ", numero(prop.AnnoEsercizio), ", ")
       .testo(numero(prop.ProgressivoEsercizio), ", ", elenco.valori, tipoCliFor, flgBudget, ", 0 ")
-      .riga(", ", chiedi(ctx, DataDB(ctx, adesso)), ")");
+      .riga(", ", DataDB(ctx, adesso), ")");
   return sql.str();
 }
 

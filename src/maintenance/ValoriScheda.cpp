@@ -53,7 +53,7 @@ std::string testoAggiornamento(std::string_view colonna, const std::string& valo
 void segnaUltimoAggiornamento(Contesto& ctx, const std::string& scheda) {
   TestoSql sql;
   sql.riga(" UPDATE BU65_TESBUDGET ")
-      .riga("    SET BU65_DATAULTAGG = ", chiedi(ctx, DataDB(ctx, values::Date::Now())))
+      .riga("    SET BU65_DATAULTAGG = ", DataDB(ctx, values::Date::Now()))
       .testo("  WHERE BU65_ID = ", scheda);
   ctx.connessione().Execute(sql);
 }
@@ -64,7 +64,7 @@ void ValoriScheda::AggiornaSingoloValoreBU66(const values::Variant& dettaglio, c
                                              BdgTipoDettaglio tipo, BdgTipoValore tipoValore, std::int16_t periodo,
                                              const values::Variant& valore, values::Variant& nuovoDettaglio) {
   esegui(ctx_, "AggiornaSingoloValoreBU66", [&] {
-    if (!creaConnessioneDB(ctx_)) return;
+    creaConnessioneDB(ctx_);
     const auto riga = identificativo(NVL(dettaglio, 0));
     const auto testata = identificativo(scheda);
     const auto testoValore = valoreDecimale(valore, ctx_.separatore());
@@ -81,7 +81,7 @@ void ValoriScheda::AggiornaSingoloValoreBU66(const values::Variant& dettaglio, c
 
 void ValoriScheda::UpdateNullValoriBU66(const values::Variant& scheda, BdgTipoDettaglio tipo) {
   esegui(ctx_, "UpdateNullValoriBU66 ", [&] {
-    if (!creaConnessioneDB(ctx_)) return;
+    creaConnessioneDB(ctx_);
     TestoSql sql;
     sql.riga(" UPDATE BU66_DETBUDGET ")
         .riga("    SET BU66_IMPORTO = Null ")
@@ -98,7 +98,7 @@ bool ValoriScheda::GetBdgDettaglioEsiste(const values::Variant& scheda, BdgTipoD
   return esegui(ctx_, "GetBdgDettaglioEsiste", false, [&] {
     dettaglio = 0;
     importoIsNull = true;
-    if (!creaConnessioneDB(ctx_)) return false;
+    creaConnessioneDB(ctx_);
     TestoSql sql;
     sql.riga(" SELECT BU66_ID, ")
         .testo("        BU66_IMPORTO ")

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "frame/Processo.h"
 #include "frame/Trappola.h"
 #include "support/ContestoDiProva.h"
 
@@ -19,7 +20,7 @@ class Trappola : public testing::Test, protected testing_support::ContestoDiProv
 TEST_F(Trappola, KeepsTheInnermostName) {
   bool continuata = false;
   const int risultato = esegui(ctx, "Esterna", -2, [&] {
-    const int valore = chiedi(ctx, interna(true));
+    const int valore = interna(true);
     continuata = true;
     return valore;
   });
@@ -29,27 +30,74 @@ TEST_F(Trappola, KeepsTheInnermostName) {
   EXPECT_EQ(ctx.errore(), "guasto in Interna ");
 }
 
-TEST_F(Trappola, ALaterNestedOperationDoesNotWipeAFailure) {
-  esegui(ctx, "Esterna", [&] {
-    interna(true);
-    interna(false);
+TEST_F(Trappola, AnOperationThatSwallowsAFailureInsideSucceeds) {
+  const int risultato = esegui(ctx, "Esterna", -2, [&] {
+    try {
+      interna(true);
+    } catch (const std::exception&) {
+    }
+    return interna(false);
   });
-  EXPECT_EQ(ctx.errore(), "guasto in Interna ");
-  EXPECT_EQ(interna(false), 7);
+  EXPECT_EQ(risultato, 7);
   EXPECT_EQ(ctx.stato(), bdgStatoOk);
   EXPECT_EQ(ctx.errore(), "");
+  interna(true);
+  EXPECT_EQ(interna(false), 7) << "the next operation starts with a clean outcome";
+  EXPECT_EQ(ctx.errore(), "");
+}
+
+TEST_F(Trappola, AHandlerThatAsksTheObjectDoesNotDisturbTheRun) {
+  int finiti = 0;
+  BdgStato vistoDalCliente = bdgStatoOk;
+  ctx.dati.numeroForecast = 2;
+  eventi.StepProcess = [&](values::Variant&) {
+    EXPECT_EQ(interna(true), -1) << "no exception reaches the client";
+    vistoDalCliente = ctx.stato();
+    ctx.dati.numeroForecast = 9;
+    ctx.connessione(nullptr);
+  };
+  eventi.EndProcess = [&] { ++finiti; };
+  const auto connessione = ctx.connessionePtr();
+  const int passi = esegui(ctx, "Esterna", 0, [&] {
+    Processo processo(ctx, "Prova", 2);
+    processo.passo();
+    EXPECT_EQ(ctx.connessionePtr(), connessione) << "the run goes on where it began";
+    processo.passo();
+    processo.fine();
+    return 2;
+  });
+  EXPECT_EQ(vistoDalCliente, bdgStatoErrore);
+  EXPECT_EQ(passi, 2);
+  EXPECT_EQ(ctx.stato(), bdgStatoOk);
+  EXPECT_EQ(ctx.errore(), "");
+  EXPECT_EQ(ctx.dati.numeroForecast, 2);
+  EXPECT_EQ(finiti, 1);
+}
+
+TEST_F(Trappola, AStepThatFailsStillEndsItsProcess) {
+  int finiti = 0;
+  eventi.EndProcess = [&] { ++finiti; };
+  esegui(ctx, "Esterna", [&] {
+    Processo processo(ctx, "Prova", 1);
+    interna(true);
+  });
+  EXPECT_EQ(finiti, 1);
+  EXPECT_EQ(ctx.errore(), "guasto in Interna ");
+  eventi.EndProcess = [&] { throw values::Errore("gestore"); };
+  esegui(ctx, "Esterna", [&] { Processo(ctx, "Prova", 1).fine(); });
+  EXPECT_EQ(ctx.errore(), "gestore in Esterna");
 }
 
 TEST_F(Trappola, ARefusalInsideStopsItsCallers) {
   const auto rifiutata = [&] {
     return esegui(ctx, "Interna", false, [&] {
-      ctx.rifiuta("Dato mancante");
-      return false;
+      rifiuta("Dato mancante");
+      return true;
     });
   };
   bool continuata = false;
   esegui(ctx, "Esterna", [&] {
-    chiedi(ctx, rifiutata());
+    rifiutata();
     continuata = true;
   });
   EXPECT_FALSE(continuata);
@@ -63,7 +111,7 @@ TEST_F(Trappola, CatchesWhateverIsThrown) {
   esegui(ctx, "Indice", [] { static_cast<void>(std::vector<int>().at(3)); });
   EXPECT_EQ(ctx.stato(), bdgStatoErrore);
   EXPECT_TRUE(ctx.errore().ends_with(" in Indice"));
-  esegui(ctx, "Completa", [&] { ctx.fallisce("Testo intero"); });
+  esegui(ctx, "Completa", [&] { throw Fallimento(bdgStatoErrore, "Testo intero"); });
   EXPECT_EQ(ctx.stato(), bdgStatoErrore);
   EXPECT_EQ(ctx.errore(), "Testo intero");
 }

@@ -144,7 +144,7 @@ TEST_F(Valori, DeltasAreExactAndPropagateNull) {
 TEST_F(Valori, NewIdentifiersNeverFail) {
   db->answers = {testing_support::rows({"ID"}, {{"6F9619FF-8B86-D011-B42D-00C04FC964FF"}}),
                  testing_support::rows({"ID"}, {})};
-  ctx.segnala("prima", "Altra");
+  ctx.esito({bdgStatoErrore, "prima in Altra"});
   EXPECT_EQ(GetNuovoGuidDB(ctx), Variant("6F9619FF-8B86-D011-B42D-00C04FC964FF"));
   EXPECT_EQ(db->texts.at(0), "SELECT CAST(NEWID() AS NVARCHAR(36))");
   EXPECT_TRUE(GetNuovoGuidDB(ctx).isEmpty());
