@@ -5,8 +5,8 @@
 #include <tuple>
 #include <utility>
 
+#include "frame/BudgetAnno.h"
 #include "frame/Connessione.h"
-#include "frame/Schede.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "values/Conversion.h"

@@ -1,11 +1,11 @@
 #include "dupschede/CopiaTestata.h"
 
 #include "dupschede/TestoCopia.h"
-#include "frame/Schede.h"
+#include "frame/BudgetAnno.h"
+#include "frame/Connessione.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
-#include "maintenance/NuovaIdentita.h"
 #include "values/Conversion.h"
 
 namespace bukorval {

@@ -7,6 +7,7 @@
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
+#include "suite/Competenza.h"
 #include "values/Conversion.h"
 
 namespace bukorval {
@@ -15,8 +16,6 @@ namespace {
 using values::Date;
 using values::Decimal;
 using values::Variant;
-
-constexpr int kDecimaliImporto = 2;
 
 /// How a card's amounts become due dates.
 struct Condizioni {
@@ -71,7 +70,7 @@ void scriviScadenza(Contesto& ctx, const Variant& scheda, int periodo, const Dat
 
 void scriviRate(Contesto& ctx, const Variant& scheda, const Condizioni& condizioni, int periodo, const Date& fine,
                 const Decimal& importo) {
-  const Decimal rata = (importo / Decimal::FromScaled(condizioni.rate)).rounded(kDecimaliImporto);
+  const Decimal rata = suite::arrotondaImporto(importo / Decimal::FromScaled(condizioni.rate));
   const Date prima = fine.addDays(condizioni.giorni);
   Decimal resto = importo;
   for (int k = 0; k < condizioni.rate; ++k) {

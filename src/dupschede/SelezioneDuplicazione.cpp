@@ -1,6 +1,6 @@
 #include "dupschede/SelezioneDuplicazione.h"
 
-#include "frame/Schede.h"
+#include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "values/Conversion.h"
@@ -13,23 +13,11 @@ ado::RecordsetPtr BdgDupSchede_GetRstBdgSchedeDaDuplicare(Contesto& ctx, const P
     TestoSql sql;
     sql.riga(" SELECT  BU65_TESBUDGET.* ")
         .riga(" FROM    BU65_TESBUDGET WITH(NOLOCK) ")
-        .riga(" WHERE   BU65_DITTA_CG18 = ", numero(prop.CodiceDitta))
-        .riga(" AND     BU65_INDTIPO_BU01 = ", numero(prop.TipoBudget))
-        .riga(" AND     BU65_SOTTOTIPO_BU01 = ", apiciRiempiti(prop.SottoTipoBudget, kLarghezzaSottoTipo))
-        .riga(" AND     BU65_ANNO = ", numero(prop.AnnoEsercizio))
-        .riga(" AND     BU65_PROGESER = ", numero(prop.ProgressivoEsercizio))
-        .riga(" AND     BU65_INDCOSRIC_BU07 = ", numero(prop.BdgTipoScheda))
-        .riga(" AND     BU65_SCHEDA_BU07 >= ", apiciRiempiti(prop.DaScheda, kLarghezzaScheda))
-        .riga(" AND     BU65_SCHEDA_BU07 <= ", apiciRiempiti(prop.AScheda, kLarghezzaScheda));
+        .testo(condizioniSchede(budgetScelto(prop), kRientroLargo))
+        .testo(condizioniIntervalloSchede(prop));
     if (piano.sedeOrigine && !values::isBlank(prop.CodiceSede))
       sql.riga(" AND     BU65_CODICE_CG31 = ", numero(prop.CodiceSede));
-    sql.riga(" ORDER BY BU65_DITTA_CG18 , ")
-        .riga("          BU65_INDTIPO_BU01 , ")
-        .riga("          BU65_SOTTOTIPO_BU01 , ")
-        .riga("          BU65_ANNO , ")
-        .riga("          BU65_PROGESER , ")
-        .riga("          BU65_INDCOSRIC_BU07 , ")
-        .riga("          BU65_SCHEDA_BU07 ");
+    sql.testo(ordineSchede());
     auto schede = ctx.connessione().Execute(sql);
     if (schede->RecordCount() < 1) return nullptr;
     return schede;
@@ -42,11 +30,7 @@ std::string testoSchedaDestinazione(const Contesto& ctx, const PianoDuplicazione
   TestoSql sql;
   sql.riga(" SELECT  BU65_TESBUDGET.*  ")
       .riga(" FROM    BU65_TESBUDGET WITH(NOLOCK) ")
-      .riga(" WHERE   BU65_DITTA_CG18 = ", numero(prop.CodiceDitta))
-      .riga(" AND     BU65_INDTIPO_BU01 = ", numero(prop.TipoBudget))
-      .riga(" AND     BU65_SOTTOTIPO_BU01 = ", apiciRiempiti(prop.BdgDestinazioneSottoTipo, kLarghezzaSottoTipo))
-      .riga(" AND     BU65_ANNO = ", numero(prop.BdgDestinazioneAnnoEsercizio))
-      .riga(" AND     BU65_PROGESER = ", numero(prop.BdgDestinazioneProgressivoEsercizio))
+      .testo(condizioniSchede(budgetDestinazione(prop), kRientroLargo))
       .riga(" AND     BU65_INDCOSRIC_BU07 = ", numero(prop.BdgTipoScheda))
       .riga(" AND     BU65_SCHEDA_BU07 = ", testoDati(scheda));
   if (piano.sedeDestinazione && !values::isBlank(prop.BdgDestinazioneCodiceSede))

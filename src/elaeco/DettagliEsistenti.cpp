@@ -1,6 +1,6 @@
 #include "elaeco/DettagliEsistenti.h"
 
-#include "frame/Schede.h"
+#include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "grid/GrigliaBudget.h"
@@ -15,11 +15,7 @@ std::string testoDettagliEsistenti(Contesto& ctx) {
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
       .riga(" INNER  JOIN BU66_DETBUDGET WITH (NOLOCK) ")
       .riga("    ON  BU66_ID_BU65 = BU65_ID ")
-      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(prop.CodiceDitta))
-      .riga(" AND    BU65_INDTIPO_BU01 = ", numero(prop.TipoBudget))
-      .riga(" AND    BU65_SOTTOTIPO_BU01 = ", apiciRiempiti(prop.SottoTipoBudget, kLarghezzaSottoTipo))
-      .riga(" AND    BU65_ANNO = ", numero(prop.AnnoEsercizio))
-      .riga(" AND    BU65_PROGESER = ", numero(prop.ProgressivoEsercizio))
+      .testo(condizioniSchede(budgetScelto(prop)))
       .riga(" AND    BU66_TIPO = ", numero(prop.TipoDettaglioDestinazione));
   if (!values::isBlank(prop.CodiceSede)) sql.riga(" AND    BU65_CODICE_CG31 = ", numero(prop.CodiceSede));
   sql.testo(GrigliaBudget(ctx).GetStringaDaContoAConto());

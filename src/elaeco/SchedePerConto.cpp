@@ -5,7 +5,6 @@
 #include "definition/Strutture.h"
 #include "frame/BudgetAnno.h"
 #include "frame/ContiPiano.h"
-#include "frame/Schede.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "maintenance/NuovaScheda.h"

@@ -3,14 +3,13 @@
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
+#include "suite/Denaro.h"
 #include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
 
 using values::Variant;
-
-constexpr std::int16_t kDecimaliImporto = 2;
 
 /// importo × percentuale / 100, not yet rounded.
 Variant parte(const Variant& importo, const Variant& percentuale) {
@@ -48,10 +47,10 @@ void BdgSchede_ApplicaPercentualiRipartizioneEScostamentoDaBU90_TABPERC(Contesto
     for (totali.MoveFirst(); !totali.Eof(); totali.MoveNext()) {
       if (values::isBlank(importo.Value())) continue;
       if (!values::isBlank(ripartizione))
-        importo.Value(RoundZQ(ctx, parte(importo.Value(), ripartizione), kDecimaliImporto));
+        importo.Value(RoundZQ(ctx, parte(importo.Value(), ripartizione), suite::kDecimaliImporto));
       if (!values::isBlank(scostamento)) {
         const Variant scostato = values::add(importo.Value(), parte(importo.Value(), scostamento));
-        importo.Value(RoundZQ(ctx, scostato, kDecimaliImporto));
+        importo.Value(RoundZQ(ctx, scostato, suite::kDecimaliImporto));
       }
       totali.Update();
     }

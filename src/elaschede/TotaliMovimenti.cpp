@@ -3,8 +3,10 @@
 #include <optional>
 #include <vector>
 
-#include "elaschede/Ripartizione.h"
 #include "frame/Trappola.h"
+#include "frame/Valori.h"
+#include "suite/Competenza.h"
+#include "suite/Denaro.h"
 #include "values/Conversion.h"
 
 namespace bukorval {
@@ -93,6 +95,9 @@ void BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(Contesto& ctx, const 
     const auto& rateo = movimenti["CG42_INDRATRIS"];
     const auto& lato = movimenti["CG42_INDDAAV"];
     const auto& totale = movimenti["CG42_IMPTOTALE"];
+    const auto arrotonda = [&](const Decimal& quota) {
+      return values::toDecimal(RoundZQ(ctx, quota, suite::kDecimaliImporto));
+    };
     Somme somme;
     for (movimenti.MoveFirst(); !movimenti.Eof(); movimenti.MoveNext()) {
       const auto importo = importoDi(totale.Value());
@@ -107,7 +112,7 @@ void BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(Contesto& ctx, const 
         con(static_cast<std::size_t>(data.month()), importo);
         continue;
       }
-      const auto quote = ripartisciPerMese(ctx, importo, values::toDate(da), values::toDate(a));
+      const auto quote = suite::ripartisciPerMese(importo, values::toDate(da), values::toDate(a), arrotonda);
       for (std::size_t mese = 1; mese < quote.size(); ++mese)
         if (!quote[mese].isZero()) con(mese, quote[mese]);
     }

@@ -19,4 +19,10 @@ bool creaConnessioneDB(Contesto& ctx) {
   });
 }
 
+values::Variant nuovaIdentita(ado::Connection& connessione) {
+  const auto righe = connessione.Execute("SELECT @@IDENTITY");
+  righe->MoveFirst();
+  return righe->Fields().Item(std::size_t{0}).Value();
+}
+
 }  // namespace bukorval

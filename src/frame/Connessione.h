@@ -8,4 +8,7 @@ namespace bukorval {
 /// then kept. Outcome: 1 when there is neither, 99 when it cannot be opened; false in both cases.
 bool creaConnessioneDB(Contesto& ctx);
 
+/// The identity of the row that the connection has just inserted; nothing else may run on it in between.
+values::Variant nuovaIdentita(ado::Connection& connessione);
+
 }  // namespace bukorval

@@ -18,6 +18,13 @@ std::string traApici(std::string_view testo) {
 
 std::string numero(const values::Variant& valore) { return values::toPlainText(valore); }
 
+std::string identificativo(const values::Variant& valore) {
+  const auto intero = values::toDecimal(valore).normalized();
+  if (intero.scale() > 0)
+    throw values::Errore("Type mismatch: an identifier is a whole number, not " + intero.toString());
+  return intero.toString();
+}
+
 std::string apici(const values::Variant& valore) { return traApici(values::toPlainText(valore)); }
 
 std::string testoDati(const values::Variant& valore) {

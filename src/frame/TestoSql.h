@@ -38,6 +38,9 @@ template <std::integral T>
 std::string numero(T valore) {
   return std::to_string(valore);
 }
+/// An identifier as a statement carries it: a whole number in digits. Throws for Null and for anything that is no
+/// whole number, so that no other text gets between a key and its value.
+std::string identificativo(const values::Variant& valore);
 /// A value between single quotes, not doubled inside: the codes of a selection as the client gave them.
 std::string apici(const values::Variant& valore);
 /// A value between single quotes with inner quotes doubled: data to be stored as given.

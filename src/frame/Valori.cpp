@@ -1,6 +1,7 @@
 #include "frame/Valori.h"
 
 #include "frame/Trappola.h"
+#include "suite/Denaro.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
@@ -9,9 +10,6 @@ namespace bukorval {
 namespace {
 
 using values::Variant;
-
-constexpr int kPrecisione = 18;
-constexpr int kMezziLontanoDaZero = 5;
 
 const Variant kZero = std::int16_t{0};
 
@@ -66,7 +64,7 @@ Variant RoundZQ(Contesto& ctx, const Variant& valore, int decimali) {
     if (values::isBlank(valore)) return kZero;
     const Variant esatto = values::toDecimal(valore, ctx.separatore());
     return richiesto(ctx.servizioAritmetico, suite::kServizioAritmetico)
-        .Arrotonda(esatto, kPrecisione, decimali, kMezziLontanoDaZero);
+        .Arrotonda(esatto, suite::kPrecisione, decimali, suite::kMezziLontanoDaZero);
   });
 }
 

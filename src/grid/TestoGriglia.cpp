@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
 #include "grid/Misure.h"
 
@@ -26,8 +27,12 @@ void criteriPreallocazione(TestoSql& sql) {
       .riga("    END) AS FLGESISTECRITPREL ");
 }
 
+constexpr Rientro kRientroGriglia{"    WHERE ", "    AND   "};
+
 void schede(TestoSql& sql, const Contesto& ctx, const ParametriGriglia& parametri) {
   const auto& prop = ctx.prop;
+  auto budget = budgetScelto(prop);
+  budget.ditta = ctx.sessione().CodiceDitta();
   sql.riga("; WITH CTE_BU65 AS ")
       .riga("( ")
       .riga("    SELECT DISTINCT BU65_ID, BU65_DITTA_CG18, BU65_TIPOCF_CG44, ")
@@ -35,11 +40,7 @@ void schede(TestoSql& sql, const Contesto& ctx, const ParametriGriglia& parametr
   if (prop.TipoBudget == bdgTipoMastri) criteriPreallocazione(sql);
   sql.riga("    FROM BU65_TESBUDGET WITH (NOLOCK) ")
       .riga("    LEFT OUTER JOIN BU66_DETBUDGET WITH (NOLOCK) ON BU66_ID_BU65 = BU65_ID ")
-      .riga("    WHERE BU65_DITTA_CG18 = ", numero(ctx.sessione().CodiceDitta()))
-      .riga("    AND   BU65_INDTIPO_BU01 = ", numero(prop.TipoBudget))
-      .riga("    AND   BU65_SOTTOTIPO_BU01 = ", apici(prop.SottoTipoBudget))
-      .riga("    AND   BU65_ANNO = ", numero(prop.AnnoEsercizio))
-      .riga("    AND   BU65_PROGESER = ", numero(prop.ProgressivoEsercizio));
+      .testo(condizioniSchede(budget, kRientroGriglia, SottoTipo::ComeDato));
   if (prop.TipoBudget == bdgTipoSpeseGenerali) sql.riga("    AND   BU65_INDCOSRIC_BU07 = ", numero(prop.BdgTipoScheda));
   if (parametri.gestioneSede) sql.riga("    AND   BU65_CODICE_CG31 = ", numero(prop.CodiceSede));
   sql.riga(") ");

@@ -2,10 +2,10 @@
 
 #include <string>
 
+#include "frame/BudgetAnno.h"
 #include "frame/Connessione.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
-#include "maintenance/Identificativo.h"
 #include "values/Conversion.h"
 
 namespace bukorval {
@@ -67,8 +67,7 @@ void CancellazioneScheda::EliminaBudgetConSolaTestata(const values::Variant& dit
     creaConnessioneDB(ctx_);
     TestoSql sql;
     sql.riga(" DELETE FROM BU65_TESBUDGET ")
-        .riga(" WHERE BU65_INDTIPO_BU01 = ", numero(tipo))
-        .riga("   AND BU65_SOTTOTIPO_BU01 = ", testoDati(sottoTipo))
+        .testo(condizioniTipo("BU65", numero(tipo), testoDati(sottoTipo), {" WHERE ", "   AND "}))
         .riga("   AND BU65_DITTA_CG18 = ", identificativo(ditta));
     ctx_.connessione().Execute(sql);
   });

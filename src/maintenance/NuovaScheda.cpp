@@ -6,7 +6,6 @@
 #include "frame/DettaglioNullo.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
-#include "maintenance/NuovaIdentita.h"
 #include "maintenance/TestataScheda.h"
 #include "values/Conversion.h"
 

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "frame/BudgetAnno.h"
-#include "frame/Schede.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
 #include "values/Text.h"

@@ -7,6 +7,7 @@
 #include "definition/ImpostazioniBudget.h"
 #include "definition/Strutture.h"
 #include "frame/ContiPiano.h"
+#include "frame/Inserimento.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
@@ -33,19 +34,14 @@ class ElencoColonne {
     for (std::size_t i = 0; i < date.Count(); ++i) aggiungi(values::toText(date.Keys()[i]), date.Items()[i]);
   }
 
-  std::string colonne, valori;
+  const Inserimento& elenco() const { return elenco_; }
 
  private:
   void aggiungi(const std::string& colonna, const values::Variant& valore) {
-    elenca(colonna, testoValore(colonna, valore));
+    elenco_.colonna(colonna, testoValore(colonna, valore));
     for (const auto& coppia : kContiPiano)
-      if (values::compareText(colonna, coppia.conto) == 0 && !presente(coppia.piano)) elenca(coppia.piano, codicePdc());
-  }
-
-  void elenca(std::string_view colonna, std::string_view valore) {
-    const std::string_view separatore = colonne.empty() ? "" : ", ";
-    colonne.append(separatore).append(colonna);
-    valori.append(separatore).append(valore);
+      if (values::compareText(colonna, coppia.conto) == 0 && !presente(coppia.piano))
+        elenco_.colonna(coppia.piano, codicePdc());
   }
 
   std::string testoValore(const std::string& colonna, const values::Variant& valore) {
@@ -63,9 +59,9 @@ class ElencoColonne {
   /// The client gives the column itself, or another account has brought it.
   bool presente(std::string_view colonna) const {
     const auto& chiavi = date_.Keys();
-    return colonne.find(colonna) != std::string::npos ||
-           std::any_of(chiavi.begin(), chiavi.end(),
-                       [&](const auto& chiave) { return values::compareText(values::toText(chiave), colonna) == 0; });
+    return elenco_.contiene(colonna) || std::any_of(chiavi.begin(), chiavi.end(), [&](const auto& chiave) {
+             return values::compareText(values::toText(chiave), colonna) == 0;
+           });
   }
 
   /// The chart of the budget's definition, read only for a card that needs it.
@@ -82,6 +78,7 @@ class ElencoColonne {
 
   Contesto& ctx_;
   const ado::Dictionary& date_;
+  Inserimento elenco_;
   std::optional<std::string> codicePdc_;
 };
 
@@ -89,18 +86,19 @@ class ElencoColonne {
 
 std::string testoInserimentoTestata(Contesto& ctx, const ado::Dictionary& colonne, const values::Date& adesso) {
   const auto& prop = ctx.prop;
-  const ElencoColonne elenco(ctx, colonne);
+  const ElencoColonne colonneScheda(ctx, colonne);
+  const Inserimento& elenco = colonneScheda.elenco();
   const auto tipoCliFor = tipoClienteFornitore(prop.TipoBudget);
   const std::string flgBudget = prop.TipoBudget == bdgTipoSpeseGenerali ? ", 1 " : ", 0 ";
   TestoSql sql;
   sql.riga(" INSERT INTO BU65_TESBUDGET ")
-      .testo(" (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO, BU65_PROGESER, ", elenco.colonne)
+      .testo(" (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO, BU65_PROGESER, ", elenco.colonne())
       .testo(tipoCliFor.empty() ? "" : ", BU65_TIPOCF_CG44")
       .riga(", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG )")
       .riga("VALUES")
       .testo(" (", numero(prop.TipoBudget), ", ", testoDati(prop.SottoTipoBudget), ", ")
       .testo(numero(ctx.sessione().CodiceDitta()), ", ", numero(prop.AnnoEsercizio), ", ")
-      .testo(numero(prop.ProgressivoEsercizio), ", ", elenco.valori, tipoCliFor, flgBudget, ", 0 ")
+      .testo(numero(prop.ProgressivoEsercizio), ", ", elenco.valori(), tipoCliFor, flgBudget, ", 0 ")
       .riga(", ", DataDB(ctx, adesso), ")");
   return sql.str();
 }

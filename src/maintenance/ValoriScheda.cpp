@@ -8,8 +8,6 @@
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
-#include "maintenance/Identificativo.h"
-#include "maintenance/NuovaIdentita.h"
 #include "values/Conversion.h"
 #include "values/Date.h"
 

@@ -2,15 +2,10 @@
 
 #include <string>
 
+#include "suite/Denaro.h"
 #include "values/Conversion.h"
 
 namespace suite {
-namespace {
-
-constexpr int kMezziLontanoDaZero = 5;
-
-}  // namespace
-
 values::Variant Aritmetica::Arrotonda(const values::Variant& valore, int precisione, int decimali, int modo) {
   if (modo != kMezziLontanoDaZero) throw values::Errore("Unknown rounding mode " + std::to_string(modo));
   if (decimali < 0 || decimali > precisione)

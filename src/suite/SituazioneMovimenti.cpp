@@ -5,6 +5,8 @@
 #include <map>
 #include <string>
 
+#include "suite/Competenza.h"
+#include "suite/Denaro.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/Text.h"
@@ -16,7 +18,6 @@ using values::Date;
 using values::Decimal;
 using values::Variant;
 
-constexpr int kDecimaliImporto = 2;
 constexpr const char* kDataCompetenza = "ISNULL(ISNULL(CG42_DATAINICOMP, CG41_DATADOC), CG41_DATAREG)";
 constexpr const char* kImportoConSegno = "CASE WHEN CG42_INDDAAV = 2 THEN 0 - CG42_IMPTOTALE ELSE CG42_IMPTOTALE END";
 /// A line that accruals spread over its competence interval.
@@ -74,12 +75,6 @@ void aggiungiPerData(const SituazioneContabile& s, Saldi& saldi) {
   for (; !rst->Eof(); rst->MoveNext()) somma(saldi, (*rst)["CONTO"].Value(), (*rst)["SALDO"].Value());
 }
 
-/// What has accrued of an amount after the first `passati` of `giorni` days. Differences of it never lose a cent.
-Decimal maturato(const Decimal& importo, int passati, int giorni) {
-  return (importo * Decimal::FromScaled(std::clamp(passati, 0, giorni)) / Decimal::FromScaled(giorni))
-      .rounded(kDecimaliImporto);
-}
-
 void aggiungiPerCompetenza(const SituazioneContabile& s, Saldi& saldi) {
   std::string sql = "SELECT CG42_CONTOPAR_CG24 AS CONTO, " + std::string(kImportoConSegno) + " AS IMPORTO,";
   sql += " CG42_DATAINICOMP, CG42_DATAFINCOMP" + origine() + condizioni(s) + " AND " + kRigaConIntervallo;
@@ -87,14 +82,11 @@ void aggiungiPerCompetenza(const SituazioneContabile& s, Saldi& saldi) {
   const auto rst = s.Connection->Execute(sql);
   const Date da = values::toDate(s.DataInizioElab);
   const Date a = values::toDate(s.DataFineElab);
-  for (; !rst->Eof(); rst->MoveNext()) {
-    const Date inizio = values::toDate((*rst)["CG42_DATAINICOMP"].Value());
-    const int giorni = values::daysBetween(inizio, values::toDate((*rst)["CG42_DATAFINCOMP"].Value())) + 1;
-    const Decimal importo = values::toDecimal(values::nvl((*rst)["IMPORTO"].Value(), 0));
-    const Decimal quota = maturato(importo, values::daysBetween(inizio, a) + 1, giorni) -
-                          maturato(importo, values::daysBetween(inizio, da), giorni);
-    somma(saldi, (*rst)["CONTO"].Value(), quota);
-  }
+  for (; !rst->Eof(); rst->MoveNext())
+    somma(saldi, (*rst)["CONTO"].Value(),
+          quotaNelPeriodo(values::toDecimal(values::nvl((*rst)["IMPORTO"].Value(), 0)),
+                          values::toDate((*rst)["CG42_DATAINICOMP"].Value()),
+                          values::toDate((*rst)["CG42_DATAFINCOMP"].Value()), da, a));
 }
 
 ado::RecordsetPtr inDueColonne(const Saldi& saldi, bool senzaZeri) {

@@ -1,6 +1,7 @@
 #include <string>
 
 #include "definition/ImpostazioniBudget.h"
+#include "frame/BudgetAnno.h"
 #include "frame/Connessione.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
@@ -12,6 +13,8 @@ namespace {
 
 using values::isBlank;
 using values::Variant;
+
+constexpr Rientro kRientroStretto{" WHERE ", " AND   "};
 
 // A type, a subtype and perhaps a company, ready to be spliced.
 struct Chiave {
@@ -26,8 +29,7 @@ std::string testoTestata(const Chiave& k) {
   TestoSql sql;
   sql.riga(" SELECT TOP 1 BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 ")
       .riga(" FROM BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" WHERE BU65_INDTIPO_BU01 = ", k.tipo)
-      .riga("   AND BU65_SOTTOTIPO_BU01 = ", k.sottoTipo)
+      .testo(condizioniTipo("BU65", k.tipo, k.sottoTipo, {" WHERE ", "   AND "}))
       .riga("   AND BU65_DITTA_CG18 = ", k.ditta);
   return sql.str();
 }
@@ -37,8 +39,7 @@ std::string testoDettagli(const Chiave& k) {
   sql.riga(" SELECT BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 ")
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
       .riga(" INNER  JOIN BU66_DETBUDGET WITH (NOLOCK) ON BU65_ID = BU66_ID_BU65 ")
-      .riga(" WHERE  BU65_INDTIPO_BU01 = ", k.tipo)
-      .riga("   AND  BU65_SOTTOTIPO_BU01 = ", k.sottoTipo)
+      .testo(condizioniTipo("BU65", k.tipo, k.sottoTipo, {" WHERE  ", "   AND  "}))
       .riga("   AND  BU65_DITTA_CG18 = ", k.ditta)
       .riga("   AND  NOT BU66_ID_BU65 IS NULL ");
   return sql.str();
@@ -48,8 +49,7 @@ TestoSql testoInvestimenti(const Chiave& k) {
   TestoSql sql;
   sql.riga(" SELECT TOP 1 BU04_IDBUDGINV ")
       .riga(" FROM  BU04_BUDGINVEST WITH(NOLOCK) ")
-      .riga(" WHERE BU04_INDTIPO_BU01 = ", k.tipo)
-      .riga(" AND   BU04_SOTTOTIPO_BU01 = ", k.sottoTipo);
+      .testo(condizioniTipo("BU04", k.tipo, k.sottoTipo, kRientroStretto));
   return sql;
 }
 
@@ -60,8 +60,7 @@ std::string testoValoriDitta(BdgTipo archivio, const Chiave& k) {
   if (archivio == bdgTipoInvestimenti) return testoInvestimenti(k).riga(" AND   BU04_DITTA_CG18 = ", k.ditta).str();
   sql.riga(" SELECT BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 ")
       .riga(" FROM  BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" WHERE BU65_INDTIPO_BU01 = ", k.tipo)
-      .riga(" AND   BU65_SOTTOTIPO_BU01 = ", k.sottoTipo)
+      .testo(condizioniTipo("BU65", k.tipo, k.sottoTipo, kRientroStretto))
       .riga(" AND   BU65_DITTA_CG18 = ", k.ditta);
   return sql.str();
 }
@@ -73,14 +72,12 @@ std::string testoValori(BdgTipo archivio, const Chiave& k) {
   if (archivio == bdgTipoSpeseGenerali) {
     sql.riga(" SELECT TOP 1 BU08_IDTESBUDCG ")
         .riga(" FROM  BU08_TESBUDCOSGEN WITH(NOLOCK) ")
-        .riga(" WHERE BU08_INDTIPO_BU01 = ", k.tipo)
-        .riga(" AND   BU08_SOTTOTIPO_BU01 = ", k.sottoTipo);
+        .testo(condizioniTipo("BU08", k.tipo, k.sottoTipo, kRientroStretto));
     return sql.str();
   }
   sql.riga(" SELECT BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 ")
       .riga(" FROM BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" WHERE BU65_INDTIPO_BU01 = ", k.tipo)
-      .riga("   AND BU65_SOTTOTIPO_BU01 = ", k.sottoTipo);
+      .testo(condizioniTipo("BU65", k.tipo, k.sottoTipo, {" WHERE ", "   AND "}));
   return sql.str();
 }
 
