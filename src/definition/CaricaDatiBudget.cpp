@@ -2,6 +2,7 @@
 
 #include "definition/Calendario.h"
 #include "definition/ImpostazioniBudget.h"
+#include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "values/Conversion.h"
 
@@ -56,6 +57,11 @@ bool GetDatiBudget(Contesto& ctx) {
     caricaPeriodi(ctx);
     return true;
   });
+}
+
+void verificaEsercizio(const Contesto& ctx) {
+  if (values::isBlank(ctx.dati.dataInizio))
+    rifiutaEsercizio(numero(ctx.prop.AnnoEsercizio), numero(ctx.prop.ProgressivoEsercizio));
 }
 
 }  // namespace bukorval

@@ -9,4 +9,8 @@ namespace bukorval {
 /// connection or an error. Reads BU01_ANABUDGET, CG19_ANADITTAESER; may set `CodicePdcCoGeDitta`.
 bool GetDatiBudget(Contesto& ctx);
 
+/// Refuses (1) when the calendar does not have the accounting year of the loaded budget: where its months stand would
+/// be a guess.
+void verificaEsercizio(const Contesto& ctx);
+
 }  // namespace bukorval

@@ -16,12 +16,20 @@ struct Chiave {
   std::string_view campo, valore;
 };
 
+/// Where a company keeps descriptions of its own.
+struct DescrizioneDiDitta {
+  std::string_view tabella, campo;
+  std::string_view codice;
+  Chiave altre[2] = {};
+};
+
 /// Where a code is described.
 struct Descrizione {
   std::string_view tabella, campo;
-  std::string_view codice;      ///< the column of that table that holds the code itself
-  Chiave altre[2] = {};         ///< what else identifies a row
-  std::string_view alias = {};  ///< tells apart the joins of a table that describes several columns
+  std::string_view codice;          ///< the column of that table that holds the code itself
+  Chiave altre[2] = {};             ///< what else identifies a row
+  std::string_view alias = {};      ///< tells apart the joins of a table that describes several columns
+  DescrizioneDiDitta diDitta = {};  ///< stands where the company has one
 };
 
 struct Colonna {

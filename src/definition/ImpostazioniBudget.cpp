@@ -132,7 +132,7 @@ BdgPeriodoFiscaleSolare ImpostazioniBudget::GetAnnoBudgetFiscaleSolare(BdgTipo t
 }
 
 std::int16_t ImpostazioniBudget::GetPeriodicitaBudget(BdgTipo tipo, const Variant& sottoTipo) const {
-  return leggi(ctx_, kPeriodicita, tipo, sottoTipo, std::int16_t{0}, std::int16_t{99},
+  return leggi(ctx_, kPeriodicita, tipo, sottoTipo, std::int16_t{0}, kPeriodicitaSenzaBudget,
                [](const ado::Fields& riga) { return values::toInt16(nvl(colonna(riga), "")); });
 }
 

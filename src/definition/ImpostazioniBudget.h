@@ -9,6 +9,8 @@ namespace bukorval {
 
 /// Forecasts of a budget whose definition does not say.
 inline constexpr std::int16_t kForecastPredefiniti = 1;
+/// The periodicity of a budget that does not exist.
+inline constexpr std::int16_t kPeriodicitaSenzaBudget = 99;
 
 /// The questions about one budget (type and subtype): its settings, one row of BU01_ANABUDGET, whether it
 /// holds data, and the elements of its structure. Each answers its default after a failure (99) and without a

@@ -34,22 +34,32 @@ std::string prefisso(const Descrizione& descrizione) {
 
 /// "LEFT(BU65_CODART_MG66 + ' - ' + MG87_DESCART, 40) AS BU65_CODART_MG66_DESCR"
 std::string espressione(const Colonna& colonna) {
+  const auto& descrizione = colonna.descrizione;
   std::string codice(colonna.nome);
   if (!colonna.isTesto()) codice = "CONVERT(NVARCHAR(" + std::to_string(colonna.lunghezza) + "), " + codice + ")";
-  std::string testo = "LEFT(" + codice + " + ' - ' + " + prefisso(colonna.descrizione);
-  testo.append(colonna.descrizione.campo).append(", " + std::to_string(kLarghezzaDescrizione) + ") AS ");
+  std::string testo = prefisso(descrizione).append(descrizione.campo);
+  if (const auto proprio = descrizione.diDitta.campo; !proprio.empty())
+    testo = "ISNULL(" + std::string(proprio) + ", " + testo + ")";
+  testo = "LEFT(" + codice + " + ' - ' + " + testo + ", " + std::to_string(kLarghezzaDescrizione) + ") AS ";
   return testo.append(colonna.nome).append("_DESCR");
 }
 
 /// "LEFT OUTER JOIN MG87_DESCRARTICOLI WITH (NOLOCK) ON MG87_CODART_MG66 = BU65_CODART_MG66 AND …"
+template <class Fonte>
+std::string joinCon(const Fonte& fonte, std::string_view alias, std::string_view colonna) {
+  const std::string davanti = alias.empty() ? std::string() : std::string(alias) + ".";
+  std::string testo = "LEFT OUTER JOIN " + std::string(fonte.tabella);
+  if (!alias.empty()) testo.append(" AS ").append(alias);
+  testo.append(" WITH (NOLOCK) ON ").append(davanti).append(fonte.codice).append(" = ").append(colonna);
+  for (const auto& [campo, valore] : fonte.altre)
+    if (!campo.empty()) testo.append(" AND ").append(davanti).append(campo).append(" = ").append(valore);
+  return testo;
+}
+
 std::string join(const Colonna& colonna) {
   const auto& descrizione = colonna.descrizione;
-  const auto davanti = prefisso(descrizione);
-  std::string testo = "LEFT OUTER JOIN " + std::string(descrizione.tabella);
-  if (!descrizione.alias.empty()) testo.append(" AS ").append(descrizione.alias);
-  testo.append(" WITH (NOLOCK) ON ").append(davanti).append(descrizione.codice).append(" = ").append(colonna.nome);
-  for (const auto& [campo, valore] : descrizione.altre)
-    if (!campo.empty()) testo.append(" AND ").append(davanti).append(campo).append(" = ").append(valore);
+  std::string testo = joinCon(descrizione, descrizione.alias, colonna.nome);
+  if (!descrizione.diDitta.tabella.empty()) testo.append(" ").append(joinCon(descrizione.diDitta, {}, colonna.nome));
   return testo;
 }
 

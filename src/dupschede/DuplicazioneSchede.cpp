@@ -71,7 +71,7 @@ class Duplicazione {
     GetDatiBudget(ctx_);
     leggiDestinazione();
     verificaSedi();
-    verificaPeriodicita();
+    verificaPeriodi();
   }
 
   void leggiDestinazione() {
@@ -91,13 +91,28 @@ class Duplicazione {
       rifiutaNonDefinito(" BdgDestinazioneCodiceSede", inProcedura());
   }
 
-  /// Details are copied period by period, which needs the same periods on both sides.
-  void verificaPeriodicita() {
+  /// The destination must be there, and details are copied period by period: both sides need the same periods.
+  void verificaPeriodi() const {
     const auto& prop = ctx_.prop;
-    const auto destinazione =
-        ImpostazioniBudget(ctx_).GetPeriodicitaBudget(prop.TipoBudget, prop.BdgDestinazioneSottoTipo);
-    if (destinazione != ctx_.dati.periodicita)
+    const ImpostazioniBudget impostazioni(ctx_);
+    const auto periodi = impostazioni.GetPeriodicitaBudget(prop.TipoBudget, prop.BdgDestinazioneSottoTipo);
+    if (periodi == kPeriodicitaSenzaBudget)
+      rifiuta("Il budget di destinazione " + numero(prop.TipoBudget) + "/" + numero(prop.BdgDestinazioneSottoTipo) +
+              " non è definito " + inProcedura());
+    if (values::isBlank(piano_.inizioDestinazione))
+      rifiuta("L'esercizio di destinazione " + numero(prop.BdgDestinazioneAnnoEsercizio) + "/" +
+              numero(prop.BdgDestinazioneProgressivoEsercizio) + " non esiste " + inProcedura());
+    if (periodi != ctx_.dati.periodicita)
       rifiuta("I budget di origine e di destinazione hanno periodicità diverse " + inProcedura());
+    const auto mesi = impostazioni.GetAnnoBudgetFiscaleSolare(prop.TipoBudget, prop.BdgDestinazioneSottoTipo);
+    if (primoMese(ctx_.dati.fiscaleSolare, piano_.inizioOrigine) != primoMese(mesi, piano_.inizioDestinazione))
+      rifiuta("I budget di origine e di destinazione contano i mesi da mesi diversi " + inProcedura());
+  }
+
+  /// The calendar month of a budget's first period; 0 when its year is not known.
+  static int primoMese(BdgPeriodoFiscaleSolare fiscaleSolare, const values::Variant& inizio) {
+    if (fiscaleSolare == bdgAnnoSolare) return 1;
+    return values::isBlank(inizio) ? 0 : values::toDate(inizio).month();
   }
 
   /// What this operation's refusals end with.
@@ -111,6 +126,8 @@ class Duplicazione {
       const auto copia = preparaDestinazione(schede, scheda);
       if (values::isBlank(copia.destinazione) || copiaSuSeStessa(copia)) return;
       BdgDupSchede_DuplicazioneBU66(ctx_, copia);
+      // Another kind of the same card: its terms and due dates are its own already.
+      if (stessaScheda(copia)) return;
       BdgDupSchede_DuplicazioneBU67(ctx_, piano_, copia);
       const auto& prop = ctx_.prop;
       if (prop.TipoDettaglioOrigine != bdgDettaglioBudget || prop.TipoDettaglioDestinazione != bdgDettaglioBudget)
@@ -138,9 +155,10 @@ class Duplicazione {
     return copia;
   }
 
+  static bool stessaScheda(const CopiaScheda& copia) { return values::compare(copia.origine, copia.destinazione) == 0; }
+
   bool copiaSuSeStessa(const CopiaScheda& copia) const {
-    return values::compare(copia.origine, copia.destinazione) == 0 &&
-           ctx_.prop.TipoDettaglioOrigine == ctx_.prop.TipoDettaglioDestinazione;
+    return stessaScheda(copia) && ctx_.prop.TipoDettaglioOrigine == ctx_.prop.TipoDettaglioDestinazione;
   }
 
   std::string testoCompletaTestata(const ado::Recordset& schede, const values::Variant& id) const {

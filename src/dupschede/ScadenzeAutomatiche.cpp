@@ -24,6 +24,7 @@ struct Condizioni {
   int mesiTraRate = 0;
   int giorni = 0;
   bool aMano = false;
+  bool indicate = false;  ///< the card has terms at all
 };
 
 int intero(const ado::Recordset& rst, std::string_view campo, int ifNull) {
@@ -38,10 +39,15 @@ ado::RecordsetPtr leggiCashFlow(Contesto& ctx, const Variant& scheda) {
   return ctx.connessione().Execute(sql);
 }
 
+constexpr const char* kTermini[] = {"BU67_NUMRATE", "BU67_MESIRATA", "BU67_GIORNISCAD"};
+
 Condizioni condizioniDi(const ado::Recordset& cashFlow) {
-  return {cashFlow["BU67_DATAINIVAL"].Value(), std::max(1, intero(cashFlow, "BU67_NUMRATE", 1)),
-          intero(cashFlow, "BU67_MESIRATA", 1), intero(cashFlow, "BU67_GIORNISCAD", 0),
-          intero(cashFlow, "BU67_FLGSCADMAN", 0) != 0};
+  return {cashFlow["BU67_DATAINIVAL"].Value(),
+          std::max(1, intero(cashFlow, "BU67_NUMRATE", 1)),
+          intero(cashFlow, "BU67_MESIRATA", 1),
+          intero(cashFlow, "BU67_GIORNISCAD", 0),
+          intero(cashFlow, "BU67_FLGSCADMAN", 0) != 0,
+          std::ranges::any_of(kTermini, [&](const char* campo) { return !values::isBlank(cashFlow[campo].Value()); })};
 }
 
 /// The last day of every period of the destination year, in calendar order of its months.
@@ -63,9 +69,15 @@ void scriviScadenza(Contesto& ctx, const Variant& scheda, int periodo, const Dat
   sql.riga(" INSERT INTO BU14_SCADCFLOW ")
       .riga(" ( BU14_IDBUDGET, BU14_PERIODO, BU14_DATASCAD, BU14_IMPORTO, BU14_FLGMANUAL ) ")
       .riga(" VALUES ")
-      .riga(" ( ", numero(scheda), ", ", numero(periodo), ", ", DataDB(ctx, data), ", ",
-            valoreDecimale(importo, ctx.separatore()), ", 0 ) ");
+      .riga(" ( ", numero(scheda), ", ", numero(periodo), ", ", DataDB(ctx, data), ", ", valoreDecimale(importo),
+            ", 0 ) ");
   ctx.connessione().Execute(sql);
+}
+
+/// A month's end stays one, whatever its day.
+Date mesiDopo(const Date& data, int mesi) {
+  const Date spostata = data.addMonths(mesi);
+  return data == data.lastOfMonth() ? spostata.lastOfMonth() : spostata;
 }
 
 void scriviRate(Contesto& ctx, const Variant& scheda, const Condizioni& condizioni, int periodo, const Date& fine,
@@ -75,7 +87,7 @@ void scriviRate(Contesto& ctx, const Variant& scheda, const Condizioni& condizio
   Decimal resto = importo;
   for (int k = 0; k < condizioni.rate; ++k) {
     const Decimal quota = k + 1 == condizioni.rate ? resto : rata;
-    scriviScadenza(ctx, scheda, periodo, prima.addMonths(k * condizioni.mesiTraRate), quota);
+    scriviScadenza(ctx, scheda, periodo, mesiDopo(prima, k * condizioni.mesiTraRate), quota);
     resto = resto - quota;
   }
 }
@@ -95,16 +107,10 @@ ado::RecordsetPtr leggiImporti(Contesto& ctx, const Variant& scheda) {
 
 void BdgDupSchede_GeneraScadenze(Contesto& ctx, const PianoDuplicazione& piano, const Variant& scheda) {
   esegui(ctx, "BdgDupSchede_GeneraScadenze", [&] {
-    TestoSql pulizia;
-    pulizia.riga(" DELETE FROM BU14_SCADCFLOW ")
-        .riga(" WHERE  BU14_IDBUDGET = ", numero(scheda))
-        .riga(" AND    BU14_FLGMANUAL = 0 ");
-    ctx.connessione().Execute(pulizia);
-
     const auto cashFlow = leggiCashFlow(ctx, scheda);
     if (cashFlow->RecordCount() < 1) return;
     const Condizioni condizioni = condizioniDi(*cashFlow);
-    if (condizioni.aMano) return;
+    if (condizioni.aMano || !condizioni.indicate) return;
     const auto ultimi = ultimiGiorni(ctx, piano);
     const auto importi = leggiImporti(ctx, scheda);
     for (; !importi->Eof(); importi->MoveNext()) {

@@ -149,6 +149,7 @@ bool BdgElaEco_PopolaRstSaldiElaEco(Contesto& ctx) {
     if (values::isBlank(prop.TipoElaborazioneBO)) prop.TipoElaborazioneBO = bdgElaborazioneEconomica;
     IsDatiInputValidi(ctx);
     GetDatiBudget(ctx);
+    verificaEsercizio(ctx);
     BdgElaEco_DefinisciRstPerImport(ctx);
     BdgElaEco_DefinisciRstContiNonPresentiInStruttura(ctx);
     ado::RecordsetPtr saldi;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "definition/Colonne.h"
 #include "definition/Strutture.h"
 #include "frame/BudgetAnno.h"
 #include "frame/ContiPiano.h"
@@ -15,6 +16,8 @@ namespace bukorval {
 namespace {
 
 using values::Variant;
+
+constexpr std::string_view kSede = "BU65_CODICE_CG31";
 
 std::string chiave(const Variant& conto) { return values::foldText(values::toPlainText(conto)); }
 
@@ -63,24 +66,31 @@ const SchedePerConto::Regola& SchedePerConto::regola() {
   Strutture strutture(ctx_);
   Regola regola;
   const auto campi = strutture.GetElencoCampi(prop.TipoBudget, prop.SottoTipoBudget);
-  regola.conConto = campi.find(contoDelPiano(ctx_.dati.tipoPdc).conto) != std::string::npos;
+  const auto& piano = contoDelPiano(ctx_.dati.tipoPdc);
+  regola.soloConto = false;
+  for (const auto* colonna : colonneElenco(campi)) {
+    if (colonna->nome == piano.conto) regola.soloConto = true;
+    if (colonna->nome == piano.conto || colonna->nome == piano.piano || colonna->nome == kSede) continue;
+    regola.soloConto = false;
+    break;
+  }
   regola.struttura = values::rtrim(values::toPlainText(prop.CodiceStrutturaBU60));
   if (regola.struttura.empty()) regola.struttura = strutture.GetStrutturaBU60(prop.TipoBudget, prop.SottoTipoBudget);
   return regola_.emplace(std::move(regola));
 }
 
-/// A card that its account alone identifies can be made from a balance: the budget shows the account's column, and
-/// the structure that it follows, where it follows one, lists the account.
+/// A card that its account alone identifies, beside its site, can be made from a balance; the structure that the
+/// budget follows, where it follows one, must list the account.
 bool SchedePerConto::creabile(const Variant& conto) {
   if (ctx_.prop.ElaboraSoloContiBudgettizzati || ctx_.prop.TipoBudget == bdgTipoSpeseGenerali) return false;
-  const auto& [conConto, struttura] = regola();
-  return conConto && (struttura.empty() || strutturaElenca(ctx_, struttura, conto));
+  const auto& [soloConto, struttura] = regola();
+  return soloConto && (struttura.empty() || strutturaElenca(ctx_, struttura, conto));
 }
 
 Variant SchedePerConto::crea(const Variant& conto) {
   auto colonne = std::make_shared<ado::Dictionary>();
   // The site is part of the selection whether or not the budget is kept by site: a second run must find the card.
-  if (!values::isBlank(ctx_.prop.CodiceSede)) colonne->Add("BU65_CODICE_CG31", ctx_.prop.CodiceSede);
+  if (!values::isBlank(ctx_.prop.CodiceSede)) colonne->Add(std::string(kSede), ctx_.prop.CodiceSede);
   colonne->Add(std::string(contoDelPiano(ctx_.dati.tipoPdc).conto), conto);
   return NuovaScheda(ctx_).InserimentoNuovaSchedaBudget(colonne);
 }

@@ -20,8 +20,8 @@ class SchedePerConto {
  private:
   /// What the budget's structure says of new cards.
   struct Regola {
-    bool conConto = false;  ///< an account alone makes a card
-    std::string struttura;  ///< code of the structure that lists the accounts allowed; "" allows all
+    bool soloConto = false;  ///< an account alone makes a card: the budget has no other analysis column
+    std::string struttura;   ///< code of the structure that lists the accounts allowed; "" allows all
   };
   const Regola& regola();
   void leggi();

@@ -26,6 +26,13 @@ bool daScrivere(const Variant& sovrascrivi) {
   return !values::isBlank(sovrascrivi) && values::toInt32(sovrascrivi) == 1;
 }
 
+/// New cards belong to the session's company, the rest of the run to the one that is selected.
+void verificaDitta(const Contesto& ctx) {
+  const auto sessione = ctx.sessione().CodiceDitta();
+  if (values::compare(values::toDecimal(ctx.prop.CodiceDitta), values::toDecimal(sessione)) != 0)
+    rifiuta("La ditta " + numero(ctx.prop.CodiceDitta) + " non è quella della sessione, " + numero(sessione) + " ");
+}
+
 /// A kind that no grid shows must not become details.
 void verificaTipoDettaglio(const Contesto& ctx) {
   const auto tipo = ctx.prop.TipoDettaglioDestinazione;
@@ -99,6 +106,8 @@ void BdgElaEco_ScriviBudget_DaRstSaldiElaEco(Contesto& ctx) {
     creaConnessioneDB(ctx);
     IsDatiInputValidi(ctx);
     GetDatiBudget(ctx);
+    verificaEsercizio(ctx);
+    verificaDitta(ctx);
     // Without a site, the sum of all sites would land on the card of one.
     if (ctx.dati.gestioneSede && values::isBlank(ctx.prop.CodiceSede)) rifiutaNonDefinito("CodiceSede ");
     verificaTipoDettaglio(ctx);

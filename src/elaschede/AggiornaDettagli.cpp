@@ -13,7 +13,7 @@ std::string testoAggiornamento(const Contesto& ctx, const values::Variant& id, c
                                const values::Variant& importo) {
   TestoSql sql;
   sql.riga(" UPDATE  BU66_DETBUDGET ")
-      .riga(" SET     BU66_IMPORTO = ", values::isBlank(importo) ? "0 " : valoreDecimale(importo, ctx.separatore()))
+      .riga(" SET     BU66_IMPORTO = ", values::isBlank(importo) ? "0 " : valoreDecimale(importo))
       .riga(" WHERE   BU66_ID_BU65 = ", numero(id))
       .riga(" AND     BU66_TIPO = ", numero(ctx.prop.TipoDettaglioDestinazione))
       .testo(" AND     BU66_PERIODO = ", numero(periodo));

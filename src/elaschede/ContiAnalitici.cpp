@@ -28,9 +28,10 @@ bool soloZeri(std::string_view testo) {
 
 bool IsContoAnalitico(Contesto& ctx, const values::Variant& conto, bool flag) {
   return esegui(ctx, "IsContoAnalitico ", false, [&] {
-    const std::string codice = values::toPlainText(conto);
+    const std::string testo = values::toPlainText(conto);
+    const std::string_view codice = values::rtrim(testo);
     const std::size_t coda = std::min(flag ? kCodaLunga : lunghezzaCoda(ctx.sessione()), codice.size());
-    return !soloZeri(std::string_view(codice).substr(codice.size() - coda));
+    return !soloZeri(codice.substr(codice.size() - coda));
   });
 }
 

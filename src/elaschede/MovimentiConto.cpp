@@ -90,7 +90,8 @@ std::string testoMovimenti(Contesto& ctx, const ContoScheda& scheda) {
 
 ado::RecordsetPtr BdgElaSchede_GetRstMovimentiConto(Contesto& ctx, const ContoScheda& scheda) {
   return esegui(ctx, "BdgElaSchede_GetRstMovimentiConto", ado::RecordsetPtr(), [&]() -> ado::RecordsetPtr {
-    if (values::isBlank(scheda.conto)) return nullptr;
+    // A code of zeros has no level: as a prefix it would take every movement of the company.
+    if (values::isBlank(scheda.conto) || BdgElaSchede_GetUltimoPadrePdc(ctx, scheda.conto).empty()) return nullptr;
     auto movimenti = ctx.connessione().Execute(testoMovimenti(ctx, scheda));
     if (movimenti->RecordCount() < 1) return nullptr;
     return movimenti;

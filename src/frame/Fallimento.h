@@ -33,4 +33,9 @@ class Fallimento : public std::exception {
   rifiuta(std::string(etichetta).append(" : Dato non definito nel BO ").append(seguito));
 }
 
+/// The refusal for an accounting year that the calendar does not have.
+[[noreturn]] inline void rifiutaEsercizio(const std::string& anno, const std::string& progressivo) {
+  rifiuta("L'esercizio " + anno + "/" + progressivo + " non esiste ");
+}
+
 }  // namespace bukorval

@@ -1,8 +1,11 @@
 #include "frame/TestoSql.h"
 
+#include <algorithm>
+
 #include "frame/Valori.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
+#include "values/Text.h"
 
 namespace bukorval {
 
@@ -12,6 +15,14 @@ std::string traApici(std::string_view testo) {
   std::string risultato;
   risultato.reserve(testo.size() + 2);
   return risultato.append("'").append(testo).append("'");
+}
+
+/// Every comma is a point, as the database writes numbers; nothing groups.
+std::string conPunto(std::string_view testo) {
+  std::string punto(values::trim(testo));
+  std::ranges::replace(punto, ',', '.');
+  if (const auto esatto = values::Decimal::TryParse(punto)) return esatto->toString();
+  throw values::Errore("Type mismatch: \"" + std::string(testo) + "\" is no number");
 }
 
 }  // namespace
@@ -35,12 +46,12 @@ std::string testoDati(const values::Variant& valore) {
 
 std::string apiciRiempiti(const values::Variant& valore, int larghezza) { return apici(BFill(valore, larghezza)); }
 
-std::string valoreDecimale(const values::Variant& valore, char separatore) {
+std::string valoreDecimale(const values::Variant& valore) {
   if (values::isBlank(valore)) return "NULL";
+  if (const auto* testo = valore.get_if<std::string>()) return conPunto(*testo);
   // Dates and Booleans have numbers of their own, but none of them is an amount.
-  if (!valore.isNumber() && valore.kind() != values::Kind::String)
-    throw values::Errore("Type mismatch: " + values::toPlainText(valore) + " is no number");
-  return values::toDecimal(valore, separatore).toString();
+  if (!valore.isNumber()) throw values::Errore("Type mismatch: " + values::toPlainText(valore) + " is no number");
+  return values::toDecimal(valore).toString();
 }
 
 }  // namespace bukorval

@@ -47,7 +47,8 @@ std::string apici(const values::Variant& valore);
 std::string testoDati(const values::Variant& valore);
 /// A code between single quotes, padded with blanks to its width (BFill).
 std::string apiciRiempiti(const values::Variant& valore, int larghezza);
-/// A value of a detail: "NULL" for a blank, else its text with a decimal point. Text that is no number throws.
-std::string valoreDecimale(const values::Variant& valore, char separatore);
+/// A value of a detail: "NULL" for a blank, else its text with a decimal point; of a text every comma is a point, and
+/// one that then is no number throws.
+std::string valoreDecimale(const values::Variant& valore);
 
 }  // namespace bukorval

@@ -35,15 +35,15 @@ Servizio& richiesto(const std::shared_ptr<Servizio>& servizio, std::string_view 
 
 Variant NVL(const Variant& valore, const Variant& ifNull) { return values::nvl(valore, ifNull); }
 
-Variant BFill(const Variant& valore, int larghezza) {
+Variant BFill(const Variant& valore, int larghezza, char separatore) {
   if (valore.isNothing()) return Variant::Null();
   if (larghezza < 0 || valore.kind() == values::Kind::Object) return {};
-  return values::padRight(values::trim(values::toText(valore)), static_cast<std::size_t>(larghezza));
+  return values::padRight(values::trim(values::toText(valore, separatore)), static_cast<std::size_t>(larghezza));
 }
 
-Variant RTrimN(const Variant& valore) {
+Variant RTrimN(const Variant& valore, char separatore) {
   if (isVuoto(valore)) return "";
-  return values::rtrim(values::toText(valore));
+  return values::rtrim(values::toText(valore, separatore));
 }
 
 Variant CDecN(const Variant& valore, char separatore) {
@@ -54,7 +54,8 @@ Variant CDecN(const Variant& valore, char separatore) {
 std::string DataDB(Contesto& ctx, const Variant& data) {
   return esegui(ctx, "DataDB", std::string(), [&] {
     auto& servizio = richiesto(ctx.servizioDate, suite::kServizioDate);
-    servizio.Data(values::toPlainText(data));
+    // A number is the day it stands for, as everywhere a date is read.
+    servizio.Data(values::toPlainText(data.isNumber() ? Variant(values::toDate(data)) : data));
     return servizio.CodiceErrore() == 0 ? "'" + servizio.DataDB() + "'" : std::string("Null");
   });
 }
@@ -69,8 +70,10 @@ Variant RoundZQ(Contesto& ctx, const Variant& valore, int decimali) {
 }
 
 Variant CalcolaDelta(Contesto& ctx, const Variant& valore2, const Variant& valore1) {
-  return esegui(ctx, "CalcolaDelta", Variant(),
-                [&] { return values::subtract(operando(ctx, valore2), operando(ctx, valore1)); });
+  return esegui(ctx, "CalcolaDelta", Variant(), [&] {
+    if (valore2.isNull() || valore1.isNull()) return Variant::Null();
+    return values::subtract(operando(ctx, valore2), operando(ctx, valore1));
+  });
 }
 
 Variant CalcolaDeltaPercentuale(Contesto& ctx, const Variant& valore2, const Variant& valore1) {

@@ -13,9 +13,9 @@ namespace bukorval {
 values::Variant NVL(const values::Variant& valore, const values::Variant& ifNull);
 /// The value as text without blanks around it, padded on the right or cut to exactly `larghezza` characters.
 /// Null for Null and Empty. Never fails: a value that has no text, or a width below 0, gives Empty.
-values::Variant BFill(const values::Variant& valore, int larghezza);
+values::Variant BFill(const values::Variant& valore, int larghezza, char separatore = values::kDefaultSeparator);
 /// The value as text without trailing blanks, "" for Null and Empty. Throws what has no text.
-values::Variant RTrimN(const values::Variant& valore);
+values::Variant RTrimN(const values::Variant& valore, char separatore = values::kDefaultSeparator);
 /// The value as an exact decimal; the 16-bit integer 0 for Null, Empty and "". Throws for what is no number.
 values::Variant CDecN(const values::Variant& valore, char separatore = values::kDefaultSeparator);
 

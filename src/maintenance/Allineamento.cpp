@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "definition/Calendario.h"
 #include "definition/ImpostazioniBudget.h"
 #include "definition/Strutture.h"
 #include "frame/Connessione.h"
@@ -39,6 +40,7 @@ class SchedeDellaStruttura {
     bool perSede = false;
     ImpostazioniBudget(ctx_).GetGestioneSede(prop.TipoBudget, prop.SottoTipoBudget, perSede);
     const auto sedi = perSede ? leggiSedi() : std::vector<Variant>{};
+    if (perSede && sedi.empty()) rifiutaNonDefinito("CodiceSede ");
     for (const auto& elemento : leggiElementiBU60(ctx_, struttura_)) aggiungi(elemento, perSede, sedi);
   }
 
@@ -76,6 +78,8 @@ class SchedeDellaStruttura {
                      {"ProgressivoEsercizio ", prop.ProgressivoEsercizio}};
     for (const auto& [etichetta, valore] : necessari)
       if (values::isBlank(valore)) rifiutaNonDefinito(etichetta);
+    if (!Calendario(ctx_).EsisteEsercizio(ctx_.sessione().CodiceDitta(), prop.AnnoEsercizio, prop.ProgressivoEsercizio))
+      rifiutaEsercizio(numero(prop.AnnoEsercizio), numero(prop.ProgressivoEsercizio));
   }
 
   void trovaStruttura() {
@@ -104,14 +108,24 @@ class SchedeDellaStruttura {
   }
 
   void aggiungi(ElementoBU60 scheda, bool perSede, const std::vector<Variant>& sedi) {
-    const auto& tipoScheda = ctx_.prop.BdgTipoScheda;
-    if (ctx_.prop.TipoBudget == bdgTipoSpeseGenerali && !values::isBlank(tipoScheda))
-      scheda.emplace(kTipoScheda, tipoScheda);
-    if (!perSede || scheda.contains(kSede)) return aggiungiScheda(scheda);
+    if (ctx_.prop.TipoBudget == bdgTipoSpeseGenerali) completaTipoScheda(scheda);
+    if (!perSede || ha(scheda, kSede)) return aggiungiScheda(scheda);
     for (const auto& sede : sedi) {
       scheda.insert_or_assign(kSede, sede);
       aggiungiScheda(scheda);
     }
+  }
+
+  static bool ha(const ElementoBU60& scheda, const char* colonna) {
+    const auto trovata = scheda.find(colonna);
+    return trovata != scheda.end() && !values::isBlank(trovata->second);
+  }
+
+  /// A card without its kind would be in no grid.
+  void completaTipoScheda(ElementoBU60& scheda) const {
+    if (ha(scheda, kTipoScheda)) return;
+    if (values::isBlank(ctx_.prop.BdgTipoScheda)) rifiutaNonDefinito("BdgTipoScheda ");
+    scheda.insert_or_assign(kTipoScheda, ctx_.prop.BdgTipoScheda);
   }
 
   void aggiungiScheda(const ElementoBU60& scheda) {

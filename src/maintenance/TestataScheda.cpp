@@ -49,7 +49,7 @@ class ElencoColonne {
     if (valore.isNothing()) return "NULL";
     if (valore.kind() == values::Kind::Date) return DataDB(ctx_, valore);
     switch (tipo) {
-      case ado::adDecimal: return valoreDecimale(valore, ctx_.separatore());
+      case ado::adDecimal: return valoreDecimale(valore);
       case ado::adWChar:
       case ado::adVarWChar: return "N" + testoDati(valore);
       default: return testoDati(valore);
@@ -71,7 +71,7 @@ class ElencoColonne {
       const ImpostazioniBudget impostazioni(ctx_);
       ctx_.dati.tipoPdc = impostazioni.GetTipoPdC(prop.TipoBudget, prop.SottoTipoBudget);
       const auto codice = impostazioni.GetCodicePdC(prop.TipoBudget, prop.SottoTipoBudget);
-      codicePdc_ = valoreDecimale(codice, ctx_.separatore());
+      codicePdc_ = valoreDecimale(codice);
     }
     return *codicePdc_;
   }

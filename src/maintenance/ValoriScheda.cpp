@@ -65,7 +65,7 @@ void ValoriScheda::AggiornaSingoloValoreBU66(const values::Variant& dettaglio, c
     creaConnessioneDB(ctx_);
     const auto riga = identificativo(NVL(dettaglio, 0));
     const auto testata = identificativo(scheda);
-    const auto testoValore = valoreDecimale(valore, ctx_.separatore());
+    const auto testoValore = valoreDecimale(valore);
     auto& connessione = ctx_.connessione();
     if (riga == "0") {
       connessione.Execute(testoInserimento(testata, tipo, colonna(tipoValore).inserimento, periodo, testoValore));

@@ -53,12 +53,12 @@ values::Variant CLSKORVAL::NVL(const Variant& Valore, const Variant& ValIfNull) 
 }
 
 values::Variant CLSKORVAL::BFill(const Variant& Pvar_Stringa, std::int16_t Pint_Len) {
-  return bukorval::BFill(Pvar_Stringa, Pint_Len);
+  return bukorval::BFill(Pvar_Stringa, Pint_Len, ctx_->separatore());
 }
 
 // Inside the object these two leave their errors to the caller; here the caller is outside.
 values::Variant CLSKORVAL::RTrimN(const Variant& fvar_Value) {
-  return esegui(*ctx_, "RTrimN", Variant(), [&] { return bukorval::RTrimN(fvar_Value); });
+  return esegui(*ctx_, "RTrimN", Variant(), [&] { return bukorval::RTrimN(fvar_Value, ctx_->separatore()); });
 }
 
 values::Variant CLSKORVAL::CDecN(const Variant& fvar_Value) {

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <exception>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "suite/Competenza.h"
 #include "suite/Denaro.h"
+#include "suite/Esercizi.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/Text.h"
@@ -40,6 +42,38 @@ std::string giornoDopo(const SituazioneContabile& s) {
 std::string testo(const Variant& valore) { return values::toPlainText(valore); }
 bool acceso(const Variant& valore) { return !values::isBlank(valore) && values::toInt32(valore) != 0; }
 
+/// The last day of the movements' accounting year; nothing when the calendar does not have it.
+std::optional<Date> fineEsercizio(const SituazioneContabile& s) {
+  Esercizi esercizi;
+  esercizi.Connessione(s.Connection);
+  Variant inizio, fine;
+  esercizi.DateInizioFine(s.Ditta, s.AnnoEsercizio, s.ProgrEsercizio, inizio, fine);
+  if (values::isBlank(fine)) return std::nullopt;
+  return values::toDate(fine).dateOnly();
+}
+
+/// What counts of the days beyond the accounting year in a range that begins inside it: the entries that adjust it.
+class OltreEsercizio {
+ public:
+  explicit OltreEsercizio(const SituazioneContabile& s) : fine_(values::toDate(s.DataFineElab)) {
+    const auto esercizio = fineEsercizio(s);
+    if (!esercizio || fine_.dateOnly() <= *esercizio || values::toDate(s.DataInizioElab) > *esercizio) return;
+    fine_ = *esercizio;
+    primoGiornoOltre_ = "'" + esercizio->addDays(1).toSql() + "'";
+  }
+
+  /// The last day on which competence accrues.
+  const Date& fine() const { return fine_; }
+  std::string condizione(const std::string& giorno) const {
+    if (primoGiornoOltre_.empty()) return {};
+    return " AND (" + giorno + " < " + primoGiornoOltre_ + " OR CG41_FLGRETTIF <> 0)";
+  }
+
+ private:
+  Date fine_;
+  std::string primoGiornoOltre_;  ///< "" when the range ends with the year
+};
+
 /// Which movements count, whatever their dates.
 std::string condizioni(const SituazioneContabile& s) {
   std::string sql = " WHERE CG41_DITTA_CG18 = " + testo(s.Ditta);
@@ -64,24 +98,25 @@ void somma(Saldi& saldi, const Variant& conto, const Variant& importo) {
   saldo = saldo + values::toDecimal(values::nvl(importo, 0));
 }
 
-void aggiungiPerData(const SituazioneContabile& s, Saldi& saldi) {
+void aggiungiPerData(const SituazioneContabile& s, const OltreEsercizio& oltre, Saldi& saldi) {
   const std::string giorno = acceso(s.TipoData) ? kDataCompetenza : "CG41_DATAREG";
   std::string sql = "SELECT CG42_CONTOPAR_CG24 AS CONTO, SUM(" + std::string(kImportoConSegno) + ") AS SALDO";
   sql += origine() + condizioni(s);
   sql += " AND " + giorno + " >= " + primoGiorno(s) + " AND " + giorno + " < " + giornoDopo(s);
+  sql += oltre.condizione(giorno);
   if (acceso(s.SimulaRisconti)) sql += std::string(" AND NOT ") + kRigaConIntervallo;
   sql += " GROUP BY CG42_CONTOPAR_CG24";
   const auto rst = s.Connection->Execute(sql);
   for (; !rst->Eof(); rst->MoveNext()) somma(saldi, (*rst)["CONTO"].Value(), (*rst)["SALDO"].Value());
 }
 
-void aggiungiPerCompetenza(const SituazioneContabile& s, Saldi& saldi) {
+void aggiungiPerCompetenza(const SituazioneContabile& s, const OltreEsercizio& oltre, Saldi& saldi) {
   std::string sql = "SELECT CG42_CONTOPAR_CG24 AS CONTO, " + std::string(kImportoConSegno) + " AS IMPORTO,";
   sql += " CG42_DATAINICOMP, CG42_DATAFINCOMP" + origine() + condizioni(s) + " AND " + kRigaConIntervallo;
   sql += " AND CG42_DATAINICOMP < " + giornoDopo(s) + " AND CG42_DATAFINCOMP >= " + primoGiorno(s);
   const auto rst = s.Connection->Execute(sql);
   const Date da = values::toDate(s.DataInizioElab);
-  const Date a = values::toDate(s.DataFineElab);
+  const Date& a = oltre.fine();
   for (; !rst->Eof(); rst->MoveNext())
     somma(saldi, (*rst)["CONTO"].Value(),
           quotaNelPeriodo(values::toDecimal(values::nvl((*rst)["IMPORTO"].Value(), 0)),
@@ -117,8 +152,9 @@ ado::RecordsetPtr inDueColonne(const Saldi& saldi, bool senzaZeri) {
 void SituazioneMovimenti::calcola() {
   if (!Connection) throw values::Errore("The accounting situation has no connection");
   Saldi saldi;
-  aggiungiPerData(*this, saldi);
-  if (acceso(SimulaRisconti)) aggiungiPerCompetenza(*this, saldi);
+  const OltreEsercizio oltre(*this);
+  aggiungiPerData(*this, oltre, saldi);
+  if (acceso(SimulaRisconti)) aggiungiPerCompetenza(*this, oltre, saldi);
   RecordsetSituazioneEP = inDueColonne(saldi, acceso(SaldoDiversoDaZero));
 }
 

@@ -14,8 +14,8 @@ namespace suite {
 /// - SimulaRisconti 1 counts a line with a competence interval by its days inside the range. The shares of
 ///   neighbouring ranges add up to the line's amount.
 /// - SimulaAmmCivilistico 1 adds the simulated depreciation entries: those of provenance TipoAmmortamento.
-/// - A range that reaches past the year end takes the adjusting entries recorded there, because entries are
-///   selected by fiscal year as well.
+/// - Of the days past the accounting year's end, in a range that reaches there, only the entries that adjust the year
+///   count (CG41_FLGRETTIF), and no competence accrues.
 /// - SaldoDiversoDaZero 1 leaves accounts without a balance out.
 /// The other options do not change what is computed. Stato is 99 and errore the description after a failure.
 /// Reads CG41_PRIMANOTA and CG42_MOVCONT.

@@ -4,6 +4,7 @@
 #include <ctime>
 
 #include "values/Errore.h"
+#include "values/Text.h"
 
 namespace values {
 
@@ -76,22 +77,28 @@ struct Parts {
   int year, month, day, hour = 0, minute = 0, second = 0;
 };
 
+/// A day or a month before a sign: one digit or two.
+int takeShort(std::string_view& text) {
+  const bool two = text.size() > 1 && text[1] >= '0' && text[1] <= '9';
+  return takeNumber(text, two ? 2 : 1);
+}
+
 /// Takes the day in one of its three notations.
 std::optional<Parts> takeDay(std::string_view& text) {
   Parts p{};
-  if (text.size() >= 3 && text[2] == '/') {
-    p.day = takeNumber(text, 2);
+  if (text.substr(0, 3).find('/') != std::string_view::npos) {
+    p.day = takeShort(text);
     if (!takeSign(text, '/')) return std::nullopt;
-    p.month = takeNumber(text, 2);
+    p.month = takeShort(text);
     if (!takeSign(text, '/')) return std::nullopt;
     p.year = takeNumber(text, 4);
     return p;
   }
   p.year = takeNumber(text, 4);
   const bool dashes = takeSign(text, '-');
-  p.month = takeNumber(text, 2);
+  p.month = dashes ? takeShort(text) : takeNumber(text, 2);
   if (dashes && !takeSign(text, '-')) return std::nullopt;
-  p.day = takeNumber(text, 2);
+  p.day = dashes ? takeShort(text) : takeNumber(text, 2);
   return p;
 }
 
@@ -136,6 +143,7 @@ Date Date::Now() {
 }
 
 std::optional<Date> Date::TryParse(std::string_view text) {
+  text = trim(text);
   std::optional<Parts> parts = takeDay(text);
   if (!parts || (!text.empty() && !takeTime(text, *parts))) return std::nullopt;
   const std::optional<std::int32_t> days = findDay(parts->year, parts->month, parts->day);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "values/Decimal.h"
+#include "values/Errore.h"
 #include "values/Text.h"
 
 namespace values {
@@ -26,21 +28,31 @@ bool removeGrouping(std::string& number, char sign, std::size_t end) {
 
 std::optional<std::string> plainNumber(std::string_view text, char separator) {
   std::string number(trim(text));
-  const auto points = std::count(number.begin(), number.end(), '.');
-  const auto commas = std::count(number.begin(), number.end(), ',');
-  if (points + commas <= 1) {
-    std::replace(number.begin(), number.end(), ',', '.');
-    return number;
-  }
   const char decimal = separator == '.' ? '.' : ',';
   const char grouping = decimal == '.' ? ',' : '.';
-  const auto decimals = decimal == '.' ? points : commas;
-  if (decimals > 1) return std::nullopt;
-  const std::size_t sign = number.find(decimal);
-  const std::size_t end = sign == std::string::npos ? number.size() : sign;
-  if (number.rfind(grouping) > end || !removeGrouping(number, grouping, end)) return std::nullopt;
+  const std::size_t sign = std::min(number.find(decimal), number.size());
+  if (number.find(decimal, sign + 1) != std::string::npos || number.find(grouping, sign) != std::string::npos)
+    return std::nullopt;
+  if (number.find(grouping) != std::string::npos && !removeGrouping(number, grouping, sign)) return std::nullopt;
   std::replace(number.begin(), number.end(), ',', '.');
   return number;
+}
+
+std::string typedNumber(std::string_view text, char separator) {
+  const std::string_view number = trim(text);
+  const auto refuse = [&](const char* why) { return Errore("\"" + std::string(number) + "\" " + why); };
+  const char grouping = separator == '.' ? ',' : '.';
+  const std::size_t sign = number.find_first_of(".,");
+  const bool single = sign != std::string_view::npos && number.find_first_of(".,", sign + 1) == std::string_view::npos;
+  if (single && number[sign] == grouping) {
+    const std::size_t start = number.find_first_not_of("+-");
+    const bool groups = number.size() - sign == 4 && sign > start && sign - start <= 3 && number[start] != '0';
+    if (groups)
+      throw refuse("can be read as a whole number or with three decimals: leave the sign out or add decimals");
+  }
+  const auto plain = plainNumber(number, single ? number[sign] : separator);
+  if (!plain || !Decimal::TryParse(*plain)) throw refuse("is not a number");
+  return *plain;
 }
 
 }  // namespace values

@@ -98,7 +98,7 @@ TEST(Field, OtherTypesConvertOrNameFieldAndType) {
          {{"D", ado::adDBTimeStamp}, "31/01/2011 10:30:00", "31/01/2011 10:30:00"},
          {{"D", ado::adDate}, "31/02/2011", "Field D: value '31/02/2011' is no date"},
          {{"F", ado::adBoolean}, 2, "True"},
-         {{"X", ado::adDouble}, "0.5", "0.5"},
+         {{"X", ado::adDouble}, "0,5", "0.5"},
          {{"V"}, "text", "text"}});
   EXPECT_EQ(make({codice})->Fields().Item(0).DefinedSize(), 5);
 }
@@ -106,7 +106,7 @@ TEST(Field, OtherTypesConvertOrNameFieldAndType) {
 TEST(Field, NullIsRefusedOnlyWhereTheFieldSaysSo) {
   const Column required{"ID", ado::adInteger, 0, 0, 0};
   check({{required, Variant::Null(), "Field ID: Null is not allowed"},
-         {{"N", ado::adInteger, 0, 0, ado::adFldUnspecified}, Variant::Null(), "NULL"},
+         {{"N", ado::adInteger, 0, 0, ado::adFldUnspecified}, Variant::Null(), "Field N: Null is not allowed"},
          {{"N", ado::adInteger}, Variant(), "NULL"}});
   const auto set = make({required, {"N"}});
   set->AddNew();

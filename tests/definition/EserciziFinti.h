@@ -4,6 +4,7 @@
 #include <string>
 
 #include "suite/Servizi.h"
+#include "values/Conversion.h"
 
 namespace definition_tests {
 

@@ -74,8 +74,8 @@ class SituazioneFinta {
       for (const auto& saldo : saldi) {
         rst->AddNew();
         (*rst)["conto"].Value(saldo.conto);
-        (*rst)["ATTIVITA"].Value(saldo.attivita.isNull() ? saldo.attivita : values::toDecimal(saldo.attivita));
-        (*rst)["PASSIVITA"].Value(saldo.passivita.isNull() ? saldo.passivita : values::toDecimal(saldo.passivita));
+        (*rst)["ATTIVITA"].Value(saldo.attivita.isNull() ? saldo.attivita : values::toDecimal(saldo.attivita, '.'));
+        (*rst)["PASSIVITA"].Value(saldo.passivita.isNull() ? saldo.passivita : values::toDecimal(saldo.passivita, '.'));
         rst->Update();
       }
       return rst;

@@ -41,19 +41,19 @@ TEST(TestoSql, AmountsAreExactOrRefused) {
                 {Variant(), "NULL"},
                 {"  ", "NULL"},
                 {0, "0"},
-                {"1.234,50", "1234.50"},
+                {"1234,50", "1234.50"},
+                {"1.000", "1.000"},
                 {"-0,5", "-0.5"},
                 {"12.5", "12.5"},
                 {0.1 + 0.2, "0.3"},
                 {1e15, "1000000000000000"},
                 {1e-7, "0.0000001"},
                 {dec("999999999999999.99"), "999999999999999.99"}};
-  for (const auto& riga : kRighe) EXPECT_EQ(valoreDecimale(riga.valore, ','), riga.testo);
-  EXPECT_EQ(valoreDecimale("1,234.50", '.'), "1234.50");
+  for (const auto& riga : kRighe) EXPECT_EQ(valoreDecimale(riga.valore), riga.testo);
   for (const Variant& rifiutato :
-       {Variant("12 euro"), Variant("1;DELETE"), Variant(true), Variant(1e300),
+       {Variant("12 euro"), Variant("7.250,50"), Variant("1;DELETE"), Variant(true), Variant(1e300),
         Variant(values::Date::FromYmd(2011, 1, 1)), Variant(std::make_shared<values::Object>())})
-    EXPECT_THROW(valoreDecimale(rifiutato, ','), values::Errore);
+    EXPECT_THROW(valoreDecimale(rifiutato), values::Errore);
 }
 
 }  // namespace

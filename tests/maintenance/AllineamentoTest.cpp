@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "definition/EserciziFinti.h"
 #include "maintenance/Allineamento.h"
 #include "maintenance/Banco.h"
 
@@ -26,6 +27,7 @@ std::vector<std::string> ascolta(Banco& banco) {
 /// A structure of two cards, of which the budget of type 3 has the first.
 struct BancoConStruttura : Banco {
   BancoConStruttura() : Banco(3) {
+    definition_tests::EserciziFinti::registra();
     rispondi({"BU01_CODICE_BU60"}, {{"ST1"}});
     rispondi({"BU60_DESCR", "BU60_INDTIPOPDC", "BU60_CODICEPDC"}, {{"Struttura", 1, 5}});
     rispondi({"BU01_FLGSEDI"}, {{0}});
@@ -82,10 +84,17 @@ TEST(Allineamento, AHandlerThatThrowsEndsIt) {
 }
 
 TEST(Allineamento, RefusesAnIncompleteSelection) {
+  definition_tests::EserciziFinti::registra();
   Banco senzaAnno(3);
   senzaAnno.prop.AnnoEsercizio = Variant::Null();
   AllineaBU65_A_StrutturaBU60(senzaAnno.ctx);
   EXPECT_EQ(senzaAnno.esito(), "1 AnnoEsercizio  : Dato non definito nel BO ");
+
+  Banco annoIgnoto(3);
+  definition_tests::EserciziFinti::esiste = false;
+  AllineaBU65_A_StrutturaBU60(annoIgnoto.ctx);
+  EXPECT_EQ(annoIgnoto.esito(), "1 L'esercizio 2024/1 non esiste ");
+  definition_tests::EserciziFinti::esiste = true;
 
   Banco senzaStruttura(3);
   senzaStruttura.rispondi({"BU01_CODICE_BU60"}, {});

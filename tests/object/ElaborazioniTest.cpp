@@ -222,8 +222,6 @@ TEST_F(Elaborazioni, DuplicationRefusesWhatItCannotCopy) {
             "1 CodiceSede : Dato non definito nel BO  in BdgDupSchede_Duplicazione");
   EXPECT_EQ(esito([](CLSKORVAL& bo) { bo.BdgDestinazioneCodiceSede = {}; }),
             "1 BdgDestinazioneCodiceSede : Dato non definito nel BO  in BdgDupSchede_Duplicazione");
-  EXPECT_THAT(esito([](CLSKORVAL& bo) { bo.BdgDestinazioneSottoTipo = "99"; }),
-              testing::HasSubstr("periodicità diverse"));
 }
 
 TEST_F(Elaborazioni, WritingBalancesSurvivesAFaultInAnyStatement) {

@@ -224,4 +224,22 @@ TEST_F(Situazione, FailuresAreToldAndLeaveNoSet) {
   EXPECT_EQ(situazione.Stato, 99);
 }
 
+TEST_F(Situazione, BeyondTheYearOnlyItsAdjustingEntriesCount) {
+  db->Execute("INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO,"
+              " CG19_DATAFINE) VALUES (1, 2025, 1, '20250101', '20251231')");
+  const auto competenza = "CG42_DATAINICOMP='20251217', CG42_DATAFINCOMP='20260115'";
+  movimento("20251231", "60", 1, "1");
+  movimento("20260110", "60", 1, "10");                          // recorded late, not an adjustment
+  movimento("20260110", "60", 1, "100", "CG41_FLGRETTIF=1");
+  movimento("20260201", "60", 1, "1000", "CG41_FLGRETTIF=1");    // beyond the range
+  movimento("20251220", "70", 1, "30", "", competenza);          // half of it belongs to the next year
+  situazione.DataInizioElab = Date::FromYmd(2025, 12, 1);
+  situazione.DataFineElab = Date::FromYmd(2026, 1, 31);
+  EXPECT_THAT(saldi(), ElementsAre("60 A101.00", "70 A30.00"));
+  situazione.SimulaRisconti = 1;
+  EXPECT_THAT(saldi(), ElementsAre("60 A101.00", "70 A15.00"));
+  situazione.TipoData = 2;
+  EXPECT_THAT(saldi(), ElementsAre("60 A101.00", "70 A15.00"));
+}
+
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "values/Conversion.h"
 #include "values/Errore.h"
+#include "values/NumberText.h"
 
 namespace values {
 namespace {
@@ -19,14 +20,13 @@ std::string failure(const std::function<void()>& action) {
   return "no failure";
 }
 
-TEST(Conversion, ReadsNumbersInEitherNotation) {
+TEST(Conversion, ReadsNumbersByTheSeparator) {
   const struct {
     const char* text;
     char separator;
     const char* number;
   } kGood[] = {{"1234,56", ',', "1234.56"},
-               {"1234.56", ',', "1234.56"},
-               {"1234,56", '.', "1234.56"},
+               {"1234.56", '.', "1234.56"},
                {"1.234,56", ',', "1234.56"},
                {"1,234.56", '.', "1234.56"},
                {"-1.234.567,8", ',', "-1234567.8"},
@@ -35,7 +35,9 @@ TEST(Conversion, ReadsNumbersInEitherNotation) {
                {"1,5E3", ',', "1500"},
                {",5", ',', "0.5"},
                {"+3", ',', "3"},
-               {"1.234", ',', "1.234"}};
+               {"1.234", ',', "1234"},
+               {"1.234", '.', "1.234"},
+               {"-1,000", '.', "-1000"}};
   for (const auto& row : kGood) {
     EXPECT_EQ(toDecimal(row.text, row.separator), dec(row.number)) << row.text;
     EXPECT_EQ(toDouble(row.text, row.separator), dec(row.number).toDouble()) << row.text;
@@ -43,14 +45,35 @@ TEST(Conversion, ReadsNumbersInEitherNotation) {
   const struct {
     const char* text;
     char separator;
-  } kBad[] = {{"", ','},         {"  ", ','},        {"abc", ','},      {"1.23,4", ','},  {"1234.567,8", ','},
-              {"1,2,3", ','},    {"1,234.56", ','},  {"1.234,56", '.'}, {".123,4", ','},  {"1..234,5", ','},
-              {"1.234.56", ','}, {"1.234.567", '.'}, {"1,234,", '.'},   {"1.2a4,5", ','}, {"1 000", ','},
-              {"-", ','},        {"1,5-", ','},      {"12 EUR", ','},   {"+-1", ','},     {"inf", ','}};
+  } kBad[] = {{"", ','},         {"  ", ','},       {"abc", ','},      {"1.23,4", ','},  {"1234.567,8", ','},
+              {"1,2,3", ','},    {"1,234.56", ','}, {"1.234,56", '.'}, {".123,4", ','},  {"1..234,5", ','},
+              {"1.234.56", ','}, {"1234.56", ','},  {"12.5", ','},     {"1234,56", '.'}, {"1.234.567", '.'},
+              {"1,234,", '.'},   {"1.2a4,5", ','},  {"1 000", ','},    {"-", ','},       {"1,5-", ','},
+              {"12 EUR", ','},   {"+-1", ','},      {"inf", ','}};
   for (const auto& row : kBad) {
     const std::string message = "Type mismatch: \"" + std::string(row.text) + "\" is no number";
     EXPECT_EQ(failure([&] { toDecimal(row.text, row.separator); }), message);
     EXPECT_EQ(failure([&] { toDouble(row.text, row.separator); }), message);
+  }
+}
+
+TEST(Conversion, WhatCouldBeReadTwoWaysIsNotTyped) {
+  const struct {
+    const char* text;
+    char separator;
+    const char* number;  ///< null: refused
+  } kRows[] = {{"7.250,50", ',', "7250.50"},  {"12.5", ',', "12.5"},   {"0.500", ',', "0.500"},
+               {"1234.567", ',', "1234.567"}, {"1,500", ',', "1.500"}, {"1.000.000", ',', "1000000"},
+               {"12.50", ',', "12.50"},       {"1.000", ',', nullptr}, {"-1.000", ',', nullptr},
+               {"1,000", '.', nullptr},       {"1.000", '.', "1.000"}, {"1,5", '.', "1.5"},
+               {"abc", ',', nullptr},         {"", ',', nullptr},      {"1.2.3", ',', nullptr},
+               {"1.,", ',', nullptr}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.text);
+    if (row.number)
+      EXPECT_EQ(typedNumber(row.text, row.separator), row.number);
+    else
+      EXPECT_THROW(typedNumber(row.text, row.separator), Errore);
   }
 }
 
@@ -62,7 +85,7 @@ TEST(Conversion, IntegersRoundHalvesToEvenAndOverflow) {
                {3.5, 4},
                {-2.5, -2},
                {"2,5", 2},
-               {"3.5", 4},
+               {"3,5", 4},
                {dec("-3.5"), -4},
                {dec("2.51"), 3},
                {dec("-0.5"), 0},

@@ -48,7 +48,8 @@ class Field {
   [[noreturn]] void refuse(const values::Variant& value, std::string_view why) const;
   /// "decimal(15,2)", "text(10)": the type as error texts name it.
   std::string typeText() const;
-  bool isNullable() const { return (attributes_ & adFldIsNullable) != 0; }
+  /// Unspecified attributes (-1) allow nothing.
+  bool isNullable() const { return attributes_ != adFldUnspecified && (attributes_ & adFldIsNullable) != 0; }
 
   Recordset* owner_;
   std::size_t position_;
