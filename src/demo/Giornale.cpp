@@ -5,7 +5,6 @@
 namespace demo {
 namespace {
 
-using values::Variant;
 
 constexpr int kRateoRisconto = 1;
 

@@ -20,7 +20,7 @@ std::string testoOrigine(const Contesto& ctx, const values::Variant& id) {
 
 /// A value for one column: kept when the card has one, unless it may be overwritten.
 std::string assegnazione(const Contesto& ctx, std::string_view colonna, const values::Variant& valore) {
-  const std::string nuovo = valoreDecimale(valore);
+  std::string nuovo = valoreDecimale(valore);
   if (ctx.prop.IsSovrascriviEsistenti) return nuovo;
   return "ISNULL(" + std::string(colonna) + ", " + nuovo + ")";
 }

@@ -38,7 +38,7 @@ values::Variant NuovaScheda::InserimentoNuovaSchedaBudget(const ado::DictionaryP
     const auto adesso = values::Date::Now();
     auto& connessione = ctx_.connessione();
     connessione.Execute(testoInserimentoTestata(ctx_, *colonne, adesso));
-    const auto id = nuovaIdentita(connessione);
+    auto id = nuovaIdentita(connessione);
     CreazioneBU66NULL(id);
     if (ctx_.prop.TipoBudget == bdgTipoSpeseGenerali) CreazioneBU67NULL(id);
     return id;
