@@ -4,8 +4,7 @@
 
 #include "frame/Contesto.h"
 
-/// Codes in words. A code that does not exist gives ""; nothing is read.
-/// @param tipoDes  1 asks for the short form.
+/// Codes in words. The contracts of public members stand in object/CLSKORVAL.h.
 namespace bukorval {
 
 std::string GetDescrizioneTipoBudget(Contesto& ctx, BdgTipo tipo);
@@ -16,7 +15,6 @@ std::string GetDes_BdgPeriodoFiscaleSolare(Contesto& ctx, BdgPeriodoFiscaleSolar
                                            const values::Variant& tipoDes = {});
 std::string GetDes_BdgPeriodicita(Contesto& ctx, BdgPeriodicita codice, const values::Variant& tipoDes = {});
 std::string GetDes_BdgTipoPdc(Contesto& ctx, BdgTipoPdc codice, const values::Variant& tipoDes = {});
-/// 0 or False is "No", any other number or True "Sì"; "" for a blank.
 std::string GetDes_BdgSiNo(Contesto& ctx, const values::Variant& noSi, const values::Variant& tipoDes = {});
 
 }  // namespace bukorval

@@ -14,7 +14,7 @@ class SituazioneMese {
   explicit SituazioneMese(Contesto& ctx);
 
   /// The balances of the month that begins on the given day. A failure of the component ends the running operation
-  /// with the component's own Stato and text in errore.
+  /// with 99 and a text that carries the component's own Stato and errore.
   ado::Recordset& leggi(const values::Date& inizioMese);
 
  private:

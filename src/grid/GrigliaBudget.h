@@ -8,15 +8,11 @@
 namespace bukorval {
 
 /// The list of the cards of the selected budget, and the account range that the elaborations share with it.
+/// The contracts of public members stand in object/CLSKORVAL.h.
 class GrigliaBudget {
  public:
   explicit GrigliaBudget(Contesto& ctx) : ctx_(ctx) {}
 
-  /// One row per card with its codes, descriptions and totals (amounts with 2 decimals, quantities with 3); the delta
-  /// columns are Null. Reads the properties `TipoBudget`, `SottoTipoBudget`, `AnnoEsercizio`,
-  /// `ProgressivoEsercizio`, for type 4 `BdgTipoScheda`, for a budget per site `CodiceSede`, and the session's
-  /// company. No set after a failure (99), the empty grid without a connection.
-  /// Reads BU01_ANABUDGET, BU65_TESBUDGET, BU66_DETBUDGET, for type 5 BU02_TESTADEST, and the description tables.
   ado::RecordsetPtr RecordSetBudget();
 
   ado::RecordsetPtr CreaRecordSetBudget(std::string_view elencoCampi, int numeroForecast);
