@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include "frame/Trappola.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {

@@ -15,6 +15,7 @@
 #include "frame/Trappola.h"
 #include "frame/Validazione.h"
 #include "frame/Valori.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {

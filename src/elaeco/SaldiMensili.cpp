@@ -12,6 +12,7 @@
 #include "elaeco/SituazioneMese.h"
 #include "frame/Processo.h"
 #include "frame/Trappola.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {

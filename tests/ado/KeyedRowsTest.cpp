@@ -2,6 +2,7 @@
 
 #include "Sets.h"
 #include "ado/recordset/KeyedRows.h"
+#include "values/Arithmetic.h"
 
 namespace {
 
