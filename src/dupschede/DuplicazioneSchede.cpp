@@ -18,6 +18,7 @@
 #include "frame/Validazione.h"
 #include "frame/Valori.h"
 #include "maintenance/NuovaScheda.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {

@@ -2,8 +2,8 @@
 
 #include <initializer_list>
 
-#include "frame/TestoSql.h"
 #include "frame/Trappola.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {
@@ -62,22 +62,28 @@ ado::RecordsetPtr creaSaldiMensili() {
                       {"IMPORTO", ado::adDecimal, 15, 2}});
 }
 
-void aggiungiSaldo(ado::Recordset& saldi, const values::Variant& conto, const values::Variant& descrizione, int anno,
-                   int mese, const values::Variant& importo) {
-  saldi.Filter(filtroUguale("CONTO", conto) + " AND ANNO = " + numero(anno) + " AND MESE = " + numero(mese));
-  auto& totale = saldi["IMPORTO"];
-  if (saldi.RecordCount() > 0) {
-    saldi.MoveFirst();
-    totale.Value(values::add(totale.Value(), importo));
+SommaSaldi::SommaSaldi(ado::Recordset& saldi)
+    : saldi_(saldi),
+      conto_(saldi["CONTO"]),
+      descrizione_(saldi["DESCRIZIONE"]),
+      anno_(saldi["ANNO"]),
+      mese_(saldi["MESE"]),
+      importo_(saldi["IMPORTO"]),
+      righe_(saldi, {"CONTO", "ANNO", "MESE"}) {}
+
+void SommaSaldi::aggiungi(const values::Variant& conto, const values::Variant& descrizione, int anno, int mese,
+                          const values::Variant& importo) {
+  if (righe_.first({values::toPlainText(conto), anno, mese})) {
+    importo_.Value(values::add(importo_.Value(), importo));
   } else {
-    saldi.AddNew();
-    saldi["CONTO"].Value(conto);
-    saldi["DESCRIZIONE"].Value(descrizione);
-    saldi["ANNO"].Value(anno);
-    saldi["MESE"].Value(mese);
-    totale.Value(importo);
+    saldi_.AddNew();
+    conto_.Value(conto);
+    descrizione_.Value(descrizione);
+    anno_.Value(anno);
+    mese_.Value(mese);
+    importo_.Value(importo);
   }
-  saldi.Update();
+  saldi_.Update();
 }
 
 ado::DictionaryPtr BdgElaEco_ValoriDistinti(Contesto& ctx, const ado::Recordset& rst, std::string_view campo) {
@@ -92,10 +98,6 @@ ado::DictionaryPtr BdgElaEco_ValoriDistinti(Contesto& ctx, const ado::Recordset&
       if (!distinti->Exists(valore)) distinti->Add(valore, valore);
     return distinti;
   });
-}
-
-std::string filtroUguale(std::string_view campo, const values::Variant& valore) {
-  return std::string(campo) + " = " + testoDati(valore);
 }
 
 }  // namespace bukorval

@@ -1,8 +1,7 @@
 #include "elaeco/PopolaSaldi.h"
 
+#include <algorithm>
 #include <array>
-#include <span>
-#include <string_view>
 #include <vector>
 
 #include "definition/Calendario.h"
@@ -13,10 +12,10 @@
 #include "frame/Connessione.h"
 #include "frame/ContiPiano.h"
 #include "frame/Processo.h"
-#include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "frame/Validazione.h"
 #include "frame/Valori.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {
@@ -24,20 +23,13 @@ namespace {
 
 using values::Variant;
 
-/// Which months form each period, by periodicity (1 to 5).
-const std::array<std::vector<std::string_view>, 6> kCondizioni = {{
-    {},
-    {" MESE>=1 AND MESE<=2 ", " MESE>=3 AND MESE<=4 ", " MESE>=5 AND MESE<=6 ", " MESE>=7 AND MESE<=8 ",
-     " MESE>=9 AND MESE<=10 ", " MESE>=11 AND MESE<=12 "},
-    {" MESE>=1 AND MESE<=3 ", " MESE>=4 AND MESE<=6 ", " MESE>=7 AND MESE<=9 ", " MESE>=10 AND MESE<=12 "},
-    {" MESE>=1 AND MESE<=4 ", " MESE>=5 AND MESE<=8 ", " MESE>=9 AND MESE<=12 "},
-    {" MESE>=1 AND MESE<=6 ", " MESE>=7 AND MESE<=12 "},
-    {" MESE>=1 AND MESE<=12 "},
-}};
+constexpr int kMesi = 12;
 
-std::span<const std::string_view> condizioniPeriodi(BdgPeriodicita periodicita) {
-  if (periodicita < 0 || static_cast<std::size_t>(periodicita) >= kCondizioni.size()) return {};
-  return kCondizioni[static_cast<std::size_t>(periodicita)];
+/// How many months form a period, by periodicity (1 to 5); 0 for one without periods here.
+int mesiPerPeriodo(BdgPeriodicita periodicita) {
+  constexpr std::array kMesiPerPeriodo = {0, 2, 3, 4, 6, kMesi};
+  if (periodicita < 0 || static_cast<std::size_t>(periodicita) >= kMesiPerPeriodo.size()) return 0;
+  return kMesiPerPeriodo[static_cast<std::size_t>(periodicita)];
 }
 
 /// Turns calendar months into positions in the budget's fiscal year.
@@ -57,7 +49,7 @@ void riportaMesiAllEsercizio(Contesto& ctx, ado::Recordset& saldi) {
   }
 }
 
-/// One row of RstSaldiElaEco for an account and period from the months that the set's filter shows.
+/// Adds the rows of RstSaldiElaEco, one for an account and period.
 class RigheProposte {
  public:
   explicit RigheProposte(Contesto& ctx)
@@ -72,7 +64,7 @@ class RigheProposte {
         sovrascrivi_(righe_["SOVRASCRIVI"]),
         id_(righe_["ID"]) {}
 
-  void aggiungi(const Variant& conto, const Variant& descrizione, std::size_t periodo, const Variant& importo) {
+  void aggiungi(const Variant& conto, const Variant& descrizione, int periodo, const Variant& importo) {
     righe_.AddNew();
     conto_.Value(conto);
     descrizione_.Value(descrizione);
@@ -91,31 +83,51 @@ class RigheProposte {
   ado::Field &conto_, &descrizione_, &periodo_, &importo_, &presente_, &sovrascrivi_, &id_;
 };
 
-void proponiConto(RigheProposte& righe, ado::Recordset& saldi, const Variant& conto,
-                  std::span<const std::string_view> condizioni) {
-  const std::string filtroConto = filtroUguale("CONTO", conto);
-  saldi.Filter(filtroConto);
-  const auto& importo = saldi["IMPORTO"];
-  // The account's own description also serves the periods that have no months.
-  const Variant descrizione = saldi["DESCRIZIONE"].Value();
-  for (std::size_t k = 0; k < condizioni.size(); ++k) {
-    saldi.Filter(filtroConto + " AND " + std::string(condizioni[k]));
-    Variant somma = 0;
-    for (; !saldi.Eof(); saldi.MoveNext()) somma = values::add(somma, values::nvl(importo.Value(), 0));
-    righe.aggiungi(conto, descrizione, k + 1, somma);
+/// The balances of the accounts, by period.
+class SaldiPerPeriodo {
+ public:
+  SaldiPerPeriodo(ado::Recordset& saldi, int mesiPerPeriodo)
+      : saldi_(saldi),
+        descrizione_(saldi["DESCRIZIONE"]),
+        mese_(saldi["MESE"]),
+        importo_(saldi["IMPORTO"]),
+        perConto_(saldi, {"CONTO"}),
+        mesi_(mesiPerPeriodo),
+        somme_(mesi_ > 0 ? static_cast<std::size_t>(kMesi / mesi_) : 0) {}
+
+  void proponi(RigheProposte& righe, const Variant& conto) {
+    std::ranges::fill(somme_, Variant(0));
+    perConto_.first({values::toPlainText(conto)});
+    // The account's own description also serves the periods that have no months.
+    const Variant descrizione = descrizione_.Value();
+    for (; !saldi_.Eof(); perConto_.next()) somma(values::toInt32(mese_.Value()));
+    int periodo = 0;
+    for (const auto& importo : somme_) righe.aggiungi(conto, descrizione, ++periodo, importo);
   }
-}
+
+ private:
+  void somma(int mese) {
+    if (mesi_ == 0 || mese < 1 || mese > kMesi) return;
+    auto& totale = somme_[static_cast<std::size_t>((mese - 1) / mesi_)];
+    totale = values::add(totale, values::nvl(importo_.Value(), 0));
+  }
+
+  ado::Recordset& saldi_;
+  const ado::Field &descrizione_, &mese_, &importo_;
+  ado::KeyedRows perConto_;
+  int mesi_;
+  std::vector<Variant> somme_;
+};
 
 void proponiRighe(Contesto& ctx, ado::Recordset& saldi) {
-  const auto condizioni = condizioniPeriodi(ctx.dati.periodicita);
   const auto conti = BdgElaEco_ValoriDistinti(ctx, saldi, "CONTO");
   RigheProposte righe(ctx);
+  SaldiPerPeriodo perPeriodo(saldi, mesiPerPeriodo(ctx.dati.periodicita));
   Processo processo(ctx, "Preparazione dei saldi per periodo", conti->Count());
   for (const auto& conto : conti->Keys()) {
     processo.passo();
-    proponiConto(righe, saldi, conto, condizioni);
+    perPeriodo.proponi(righe, conto);
   }
-  saldi.Filter("");
   processo.fine();
 }
 
@@ -124,15 +136,19 @@ void segnaPresenti(Contesto& ctx) {
   auto& righe = *ctx.prop.RstSaldiElaEco;
   if (righe.RecordCount() == 0) return;
   const auto esistenti = ctx.connessione().Execute(testoDettagliEsistenti(ctx));
-  const auto colonna = contoDelPiano(ctx.dati.tipoPdc).conto;
+  const auto& importo = (*esistenti)["BU66_IMPORTO"];
+  ado::KeyedRows perContoEPeriodo(*esistenti, {contoDelPiano(ctx.dati.tipoPdc).conto, "BU66_PERIODO"});
+  const auto haImporto = [&](const Variant& conto, const Variant& periodo) {
+    perContoEPeriodo.first({values::toPlainText(conto), periodo});
+    while (!esistenti->Eof() && importo.Value().isNothing()) perContoEPeriodo.next();
+    return !esistenti->Eof();
+  };
   const auto& conto = righe["CONTO"];
   const auto& periodo = righe["PERIODO"];
   auto& presente = righe["BUDGETPRESENTE"];
   auto& sovrascrivi = righe["SOVRASCRIVI"];
   for (righe.MoveFirst(); !righe.Eof(); righe.MoveNext()) {
-    esistenti->Filter(filtroUguale(colonna, conto.Value()) + " AND BU66_PERIODO = " + numero(periodo.Value()) +
-                      " AND BU66_IMPORTO <> NULL ");
-    if (esistenti->RecordCount() == 0) continue;
+    if (!haImporto(conto.Value(), periodo.Value())) continue;
     presente.Value(1);
     sovrascrivi.Value(0);
     righe.Update();

@@ -63,7 +63,8 @@ ado::RecordsetPtr riportaSuContiRiclassificati(Contesto& ctx, ado::Recordset& sa
   const auto& contoRicl = (*collegamenti)["CONTORICL"];
   const auto& descrRicl = (*collegamenti)["DESCRRICL"];
   auto riclassificati = creaSaldiMensili();
-  saldi.Filter("");
+  SommaSaldi somma(*riclassificati);
+  ado::KeyedRows perContoESegno(*collegamenti, {"CONTOCOGE", "SEGNO"});
   if (saldi.RecordCount() == 0) return riclassificati;
 
   const auto& conto = saldi["CONTO"];
@@ -72,14 +73,11 @@ ado::RecordsetPtr riportaSuContiRiclassificati(Contesto& ctx, ado::Recordset& sa
   const auto& importo = saldi["IMPORTO"];
   for (saldi.MoveFirst(); !saldi.Eof(); saldi.MoveNext()) {
     const int segno = values::toDecimal(importo.Value()).isNegative() ? 2 : 1;
-    collegamenti->Filter(filtroUguale("CONTOCOGE", conto.Value()) + " AND SEGNO = " + numero(segno));
-    if (collegamenti->RecordCount() == 0) continue;
-    collegamenti->MoveFirst();
+    if (!perContoESegno.first({values::toPlainText(conto.Value()), segno})) continue;
     if (values::isBlank(contoRicl.Value()) || !contoNelIntervallo(ctx.prop, contoRicl.Value())) continue;
-    aggiungiSaldo(*riclassificati, contoRicl.Value(), descrRicl.Value(), values::toInt32(anno.Value()),
-                  values::toInt32(mese.Value()), importo.Value());
+    somma.aggiungi(contoRicl.Value(), descrRicl.Value(), values::toInt32(anno.Value()), values::toInt32(mese.Value()),
+                   importo.Value());
   }
-  riclassificati->Filter("");
   return riclassificati;
 }
 

@@ -12,6 +12,7 @@
 #include "elaeco/SituazioneMese.h"
 #include "frame/Processo.h"
 #include "frame/Trappola.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {
@@ -40,21 +41,22 @@ std::string annoMese(const Date& data) {
 class SaldiMensili {
  public:
   SaldiMensili(Contesto& ctx, ado::Recordset& saldi)
-      : ctx_(ctx), saldi_(saldi), ultimoMese_(annoMese(values::toDate(ctx.prop.AData))) {}
+      : ctx_(ctx), saldi_(saldi), somma_(saldi), ultimoMese_(annoMese(values::toDate(ctx.prop.AData))) {}
 
   void aggiungiMese(const Date& mese, ado::Recordset& situazione) {
     if (situazione.RecordCount() == 0 || annoMese(mese) > ultimoMese_) return;
     const auto& conto = situazione["conto"];
     const auto& attivita = situazione["ATTIVITA"];
     const auto& passivita = situazione["PASSIVITA"];
+    // New each month: a handler of the events may have changed the client's sets.
+    Scostamenti scostamenti(ctx_);
     for (situazione.MoveFirst(); !situazione.Eof(); situazione.MoveNext()) {
       if (ctx_.dati.tipoPdc == bdgPdcCoGe && !contoNelIntervallo(ctx_.prop, conto.Value())) continue;
       const Variant importo =
           values::isBlank(attivita.Value()) ? values::subtract(0, values::nvl(passivita.Value(), 0)) : attivita.Value();
-      aggiungiSaldo(saldi_, conto.Value(), descrizione(conto.Value()), mese.year(), mese.month(), importo);
-      applicaScostamento(conto.Value(), mese.month());
+      somma_.aggiungi(conto.Value(), descrizione(conto.Value()), mese.year(), mese.month(), importo);
+      applicaScostamento(scostamenti, conto.Value(), mese.month());
     }
-    saldi_.Filter("");
   }
 
  private:
@@ -68,10 +70,10 @@ class SaldiMensili {
     return descrizioni_.emplace(chiave, std::move(testo)).first->second;
   }
 
-  /// On the row that aggiungiSaldo has made current.
-  void applicaScostamento(const Variant& conto, int mese) {
+  /// On the row to which an amount has just been added.
+  void applicaScostamento(Scostamenti& scostamenti, const Variant& conto, int mese) {
     if (ctx_.prop.TipoScostamento == bdgScostamentoNessuno) return;
-    const Variant percentuale = GetPercentualeScostamento(ctx_, conto, mese);
+    const Variant percentuale = scostamenti.GetPercentualeScostamento(conto, mese);
     if (values::isBlank(percentuale)) return;
     const double fattore = values::toDouble(percentuale, ctx_.separatore()) / 100.0;
     if (fattore == 0) return;
@@ -82,6 +84,7 @@ class SaldiMensili {
 
   Contesto& ctx_;
   ado::Recordset& saldi_;
+  SommaSaldi somma_;
   std::string ultimoMese_;
   std::unordered_map<std::string, Variant> descrizioni_;
 };

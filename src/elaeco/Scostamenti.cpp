@@ -1,8 +1,8 @@
 #include "elaeco/Scostamenti.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "elaeco/InsiemiSaldi.h"
 #include "frame/LivelliConto.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
@@ -15,71 +15,99 @@ namespace {
 
 using values::Variant;
 
-ado::Recordset& insieme(const ado::RecordsetPtr& rst, const char* nome) {
-  if (!rst) throw values::Errore(std::string("Object variable or With block variable not set: ") + nome);
-  return *rst;
-}
-
-/// Counts past the filter that an earlier search has left on the client's set.
-bool senzaRighe(const ado::Recordset& rst) { return rst.RecordCount() == 0 && rst.Clone()->RecordCount() == 0; }
-
 bool zero(const Variant& valore) { return values::isBlank(valore) || values::toDecimal(valore).isZero(); }
 
-/// Shows the rows that match; false when there are none.
-bool trova(ado::Recordset& rst, const std::string& filtro) {
-  rst.Filter("");
-  rst.Filter(filtro);
-  if (rst.RecordCount() == 0) return false;
-  rst.MoveFirst();
-  return true;
-}
-
-/// The percentage of one account's own row; 0 when it has none.
-Variant percentualeDellaRiga(Contesto& ctx, ado::Recordset& rst, const Variant& conto, const Variant& periodo) {
-  if (!trova(rst, filtroUguale("CONTO", conto))) return 0;
-  if (!zero(rst["FLGPERIODI"].Value()))
-    return zero(periodo) ? Variant(0) : GetPercentualeDaRstScostPerPeriodo(ctx, conto, periodo);
-  const Variant& percentuale = rst["PERCSCOST"].Value();
-  return zero(percentuale) ? Variant(0) : percentuale;
-}
+/// "CAMPO = 'value'" for a filter, quotes in the value doubled.
+std::string filtroConto(const Variant& conto) { return "CONTO = " + testoDati(conto); }
+std::string filtroPeriodo(const Variant& periodo) { return "PERIODO = " + numero(periodo); }
 
 }  // namespace
 
-Variant GetPercentualeScostamento(Contesto& ctx, const Variant& conto, const Variant& periodo) {
-  return esegui(ctx, "GetPercentualeScostamento", Variant(), [&]() -> Variant {
+bool RicercaScostamenti::apri(const ado::RecordsetPtr& rst, const char* nome) {
+  if (!rst) throw values::Errore(std::string("Object variable or With block variable not set: ") + nome);
+  if (rst == rst_) return conRighe_;
+  chiudi();
+  // Counts past the filter that an earlier search has left on the set.
+  conRighe_ = rst->RecordCount() > 0 || rst->Clone()->RecordCount() > 0;
+  rst_ = rst;
+  return conRighe_;
+}
+
+bool RicercaScostamenti::trova(const Variant& conto) {
+  return cerca(perConto_, {"CONTO"}, {values::toPlainText(conto)}, filtroConto(conto));
+}
+
+bool RicercaScostamenti::trova(const Variant& conto, const Variant& periodo) {
+  return cerca(perContoEPeriodo_, {"CONTO", "PERIODO"}, {values::toPlainText(conto), periodo},
+               filtroConto(conto) + " AND " + filtroPeriodo(periodo));
+}
+
+bool RicercaScostamenti::trovaPeriodo(const Variant& periodo) {
+  return cerca(perPeriodo_, {"PERIODO"}, {periodo}, filtroPeriodo(periodo));
+}
+
+bool RicercaScostamenti::cerca(Chiavi& chiavi, std::initializer_list<std::string_view> campi,
+                               std::initializer_list<Variant> cercati, std::string filtro) {
+  filtro_ = "";  // what a search that fails leaves
+  if (!chiavi) chiavi.emplace(*rst_, campi);
+  const bool trovata = chiavi->first(cercati);
+  filtro_ = std::move(filtro);
+  return trovata;
+}
+
+void RicercaScostamenti::chiudi() {
+  if (rst_ && filtro_) {
+    try {
+      rst_->Filter(*filtro_);
+    } catch (const values::Errore&) {  // the set has been closed meanwhile
+    }
+  }
+  for (auto* chiavi : {&perConto_, &perContoEPeriodo_, &perPeriodo_}) chiavi->reset();
+  filtro_.reset();
+  rst_.reset();
+}
+
+Variant Scostamenti::GetPercentualeScostamento(const Variant& conto, const Variant& periodo) {
+  return esegui(ctx_, "GetPercentualeScostamento", Variant(), [&]() -> Variant {
     const Variant numeroPeriodo(values::toInt16(periodo));
-    switch (ctx.prop.TipoScostamento) {
-      case bdgScostamentoFisso: return values::nvl(ctx.prop.PercentualeScostamento, 0);
-      case bdgScostamentoPerConto: return GetPercentualeDaRstScostPerConto(ctx, conto, numeroPeriodo);
-      case bdgScostamentoPerPeriodo: return GetPercentualeDaRstScostPerPeriodo(ctx, conto, numeroPeriodo);
+    switch (ctx_.prop.TipoScostamento) {
+      case bdgScostamentoFisso: return values::nvl(ctx_.prop.PercentualeScostamento, 0);
+      case bdgScostamentoPerConto: return GetPercentualeDaRstScostPerConto(conto, numeroPeriodo);
+      case bdgScostamentoPerPeriodo: return GetPercentualeDaRstScostPerPeriodo(conto, numeroPeriodo);
       case bdgScostamentoNessuno: return 0;
       default: return {};
     }
   });
 }
 
-Variant GetPercentualeDaRstScostPerConto(Contesto& ctx, Variant conto, const Variant& periodo) {
+Variant Scostamenti::GetPercentualeDaRstScostPerConto(Variant conto, const Variant& periodo) {
   Variant risultato = 0;
-  esegui(ctx, "GetPercentualeDaRstScostPerConto ", [&] {
-    auto& rst = insieme(ctx.prop.RstScostPerConto, "RstScostPerConto");
-    if (senzaRighe(rst)) return;
+  esegui(ctx_, "GetPercentualeDaRstScostPerConto ", [&] {
+    if (!conti_.apri(ctx_.prop.RstScostPerConto, "RstScostPerConto")) return;
     while (zero(risultato) && !values::isBlank(conto)) {
-      risultato = percentualeDellaRiga(ctx, rst, conto, periodo);
-      conto = GetContoPadre(ctx, ctx.prop.CodicePdcCoGeDitta, conto);
+      risultato = percentualeDellaRiga(conto, periodo);
+      conto = GetContoPadre(ctx_, ctx_.prop.CodicePdcCoGeDitta, conto);
     }
   });
   return risultato;
 }
 
-Variant GetPercentualeDaRstScostPerPeriodo(Contesto& ctx, const Variant& conto, const Variant& periodo) {
+/// The percentage of one account's own row; 0 when it has none.
+Variant Scostamenti::percentualeDellaRiga(const Variant& conto, const Variant& periodo) {
+  if (!conti_.trova(conto)) return 0;
+  if (!zero(conti_.valore("FLGPERIODI")))
+    return zero(periodo) ? Variant(0) : GetPercentualeDaRstScostPerPeriodo(conto, periodo);
+  const Variant& percentuale = conti_.valore("PERCSCOST");
+  return zero(percentuale) ? Variant(0) : percentuale;
+}
+
+Variant Scostamenti::GetPercentualeDaRstScostPerPeriodo(const Variant& conto, const Variant& periodo) {
   Variant risultato = 0;
-  esegui(ctx, "GetPercentualeDaRstScostPerPeriodo", [&] {
-    auto& rst = insieme(ctx.prop.RstScostPerPeriodo, "RstScostPerPeriodo");
-    if (senzaRighe(rst) || zero(periodo)) return;
-    std::string filtro = "PERIODO = " + numero(periodo);
-    if (!values::isBlank(conto)) filtro = filtroUguale("CONTO", conto) + " AND " + filtro;
-    if (!trova(rst, filtro)) return;
-    if (const Variant& percentuale = rst["PERCSCOST"].Value(); !zero(percentuale)) risultato = percentuale;
+  esegui(ctx_, "GetPercentualeDaRstScostPerPeriodo", [&] {
+    if (!periodi_.apri(ctx_.prop.RstScostPerPeriodo, "RstScostPerPeriodo") || zero(periodo)) return;
+    const bool trovata = values::isBlank(conto) ? periodi_.trovaPeriodo(periodo) : periodi_.trova(conto, periodo);
+    if (!trovata) return;
+    if (const Variant& percentuale = periodi_.valore("PERCSCOST"); !zero(percentuale)) risultato = percentuale;
   });
   return risultato;
 }

@@ -13,6 +13,7 @@
 #include "frame/Trappola.h"
 #include "frame/Validazione.h"
 #include "maintenance/ValoriScheda.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/Text.h"

@@ -3,6 +3,7 @@
 #include "frame/Connessione.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {

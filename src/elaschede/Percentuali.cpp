@@ -4,6 +4,7 @@
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
 #include "suite/Denaro.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "frame/Trappola.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 

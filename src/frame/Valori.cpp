@@ -2,6 +2,7 @@
 
 #include "frame/Trappola.h"
 #include "suite/Denaro.h"
+#include "values/Arithmetic.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 

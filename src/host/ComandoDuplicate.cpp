@@ -9,6 +9,7 @@
 #include "host/Errori.h"
 #include "host/FotoDettagli.h"
 #include "host/Selezione.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {

@@ -15,6 +15,7 @@
 #include "host/FotoDettagli.h"
 #include "host/Selezione.h"
 #include "suite/Sessione.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 

@@ -5,6 +5,7 @@
 
 #include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {

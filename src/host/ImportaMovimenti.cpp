@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "host/Importatore.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {

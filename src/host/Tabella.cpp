@@ -1,6 +1,7 @@
 #include "host/Tabella.h"
 
 #include "host/Titoli.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 

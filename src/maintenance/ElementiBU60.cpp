@@ -2,6 +2,7 @@
 
 #include "definition/Colonne.h"
 #include "frame/TestoSql.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval {

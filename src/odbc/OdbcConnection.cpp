@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "ado/Messages.h"
+#include "ado/connection/ConnectionString.h"
 #include "odbc/Rows.h"
 #include "odbc/SingleStatement.h"
 #include "odbc/Wide.h"

@@ -5,7 +5,7 @@
 namespace ado::odbc {
 
 void registerOdbc() {
-  registerProvider("ODBC", [] { return std::make_shared<OdbcConnection>(); });
+  registerProvider("ODBC", [] { return std::make_shared<OdbcConnection>(); }, {"Driver", "DSN"});
 }
 
 }  // namespace ado::odbc

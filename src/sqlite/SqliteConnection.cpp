@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ado/Messages.h"
+#include "ado/connection/ConnectionString.h"
 #include "sqlite/InsertTarget.h"
 #include "sqlite/emitter/Translate.h"
 #include "sqlite/functions/FunctionRegistry.h"

@@ -1,3 +1,5 @@
+#include "values/Arithmetic.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>

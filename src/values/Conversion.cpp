@@ -1,5 +1,6 @@
 #include "values/Conversion.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <utility>
@@ -94,8 +95,7 @@ std::optional<double> readDouble(const std::optional<std::string>& plain) {
 }
 
 std::string withSeparator(std::string text, char separator) {
-  if (separator != '.')
-    if (const std::size_t point = text.find('.'); point != std::string::npos) text[point] = separator;
+  std::replace(text.begin(), text.end(), '.', separator);
   return text;
 }
 

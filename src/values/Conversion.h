@@ -36,15 +36,4 @@ const Variant& nvl(const Variant& value, const Variant& ifNull);
 /// True when nvl would replace the value.
 bool isBlank(const Variant& value);
 
-/// Arithmetic with Null propagation and Empty as 0. Whole numbers widen as needed; a Decimal on either side
-/// makes the result Decimal; otherwise a double makes it double. Division of whole numbers gives a double.
-Variant add(const Variant& a, const Variant& b);
-Variant subtract(const Variant& a, const Variant& b);
-Variant multiply(const Variant& a, const Variant& b);
-Variant divide(const Variant& a, const Variant& b);
-
-/// Orders numbers by value, dates by time, text by its characters; a number against text compares the text as a
-/// number. Null throws.
-int compare(const Variant& a, const Variant& b);
-
 }  // namespace values

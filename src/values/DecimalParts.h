@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cassert>
+
 #include "values/Decimal.h"
 #include "values/Errore.h"
 #include "values/WideInteger.h"
@@ -16,6 +18,7 @@ struct DecimalParts {
 
   /// Magnitude below 2^96, scale 0 to 28. Zero has no sign.
   Decimal build() const {
+    assert(magnitude <= kMaxMagnitude && scale >= 0 && scale <= Decimal::kMaxScale);
     Decimal d;
     d.lo_ = static_cast<std::uint64_t>(magnitude);
     d.hi_ = static_cast<std::uint32_t>(magnitude >> 64);
@@ -28,6 +31,7 @@ struct DecimalParts {
   /// dropped digit decides the rounding, so digits may be dropped one at a time.
   /// @param dropped  the digit that was cut off before this call; 0 when none was.
   static Decimal fit(Uint192 value, int scale, bool negative, unsigned dropped = 0) {
+    assert(scale >= 0 && dropped < 10);
     const auto drop = [&] {
       if (scale == 0) throw Errore("Overflow");
       dropped = value.dropDigit();

@@ -70,7 +70,7 @@ class Variant {
     return std::get_if<T>(&data_);
   }
 
-  /// Same kind and same value; not the comparison of numbers (see compare in Conversion.h).
+  /// Same kind and same value; not the comparison of numbers (see compare in Arithmetic.h).
   friend bool operator==(const Variant&, const Variant&) = default;
 
  private:

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <cassert>
+#include <cstddef>
 #include <cstdint>
 
 /// Unsigned integers wider than the language's: what exact decimals are computed with. Internal to this
@@ -21,7 +23,10 @@ inline constexpr std::array<Uint128, 39> kPowersOfTen = [] {
   return powers;
 }();
 
-constexpr Uint128 powerOfTen(int exponent) { return kPowersOfTen[static_cast<std::size_t>(exponent)]; }
+constexpr Uint128 powerOfTen(int exponent) {
+  assert(exponent >= 0 && static_cast<std::size_t>(exponent) < kPowersOfTen.size());
+  return kPowersOfTen[static_cast<std::size_t>(exponent)];
+}
 
 /// 192 bits: the product of two 96-bit integers.
 class Uint192 {
@@ -32,6 +37,7 @@ class Uint192 {
 
   /// Both factors below 2^96.
   static constexpr Uint192 product(Uint128 a, Uint128 b) {
+    assert(a <= kMaxMagnitude && b <= kMaxMagnitude);
     const Uint192 x(a), y(b);
     Uint192 result;
     for (int i = 0; i < 3; ++i) {
@@ -47,12 +53,15 @@ class Uint192 {
   }
 
   constexpr bool fits96() const { return limbs_[3] == 0 && limbs_[4] == 0 && limbs_[5] == 0; }
+  /// A value below 2^128.
   constexpr Uint128 low128() const {
+    assert(limbs_[4] == 0 && limbs_[5] == 0);
     Uint128 value = 0;
     for (int i = 3; i >= 0; --i) value = value << 32 | limbs_[index(i)];
     return value;
   }
 
+  /// A sum below 2^192.
   constexpr Uint192& operator+=(const Uint192& other) {
     std::uint64_t carry = 0;
     for (int i = 0; i < 6; ++i) {
@@ -60,6 +69,7 @@ class Uint192 {
       limbs_[index(i)] = static_cast<std::uint32_t>(carry);
       carry >>= 32;
     }
+    assert(carry == 0);
     return *this;
   }
   /// `other` not greater than this.
@@ -70,6 +80,7 @@ class Uint192 {
       limbs_[index(i)] = static_cast<std::uint32_t>(difference);
       borrow = difference >> 63;
     }
+    assert(borrow == 0);
     return *this;
   }
   /// Divides by ten and returns the remainder.

@@ -9,33 +9,33 @@ using values::Decimal;
 using values::Variant;
 
 TEST(Dictionary, KeysAreTextByCaseAndNumbersByValue) {
-  ado::Dictionary sedi;
+  ado::Dictionary sites;
   const std::vector<Variant> keys = {"A", "a", 1, "1", Variant::Null(), "", values::Date::FromYmd(2011, 1, 31)};
-  for (std::size_t i = 0; i < keys.size(); ++i) sedi.Add(keys[i], static_cast<int>(i));
-  EXPECT_EQ(sedi.Keys(), keys);
+  for (std::size_t i = 0; i < keys.size(); ++i) sites.Add(keys[i], static_cast<int>(i));
+  EXPECT_EQ(sites.Keys(), keys);
   for (const auto& same : {Variant(std::int16_t{1}), Variant(1.0), Variant(Decimal::FromScaled(100, 2))}) {
-    EXPECT_EQ(sedi.Item(same), Variant(2));
-    EXPECT_EQ(sets::errorOf([&] { sedi.Add(same, 0); }),
+    EXPECT_EQ(sites.Item(same), Variant(2));
+    EXPECT_EQ(sets::errorOf([&] { sites.Add(same, 0); }),
               "This key is already associated with an element of this collection");
   }
-  EXPECT_FALSE(sedi.Exists(1.5));
-  EXPECT_TRUE(sedi.Item("B").isEmpty());
-  EXPECT_EQ(sedi.Count(), keys.size());
+  EXPECT_FALSE(sites.Exists(1.5));
+  EXPECT_TRUE(sites.Item("B").isEmpty());
+  EXPECT_EQ(sites.Count(), keys.size());
 }
 
 TEST(Dictionary, KeepsTheOrderThroughChangesAndRemovals) {
-  ado::Dictionary periodi;
-  for (int i = 1; i <= 4; ++i) periodi.Item(i, i * 10);
-  periodi.Remove(2);
-  periodi.Item(3, 33);
-  periodi.Item(2, 22);
-  EXPECT_EQ(periodi.Keys(), (std::vector<Variant>{1, 3, 4, 2}));
-  EXPECT_EQ(periodi.Items(), (std::vector<Variant>{10, 33, 40, 22}));
-  for (std::size_t i = 0; i < periodi.Count(); ++i) EXPECT_EQ(periodi.Item(periodi.Keys()[i]), periodi.Items()[i]) << i;
-  EXPECT_EQ(sets::errorOf([&] { periodi.Remove(9); }), "Element not found");
-  periodi.RemoveAll();
-  EXPECT_EQ(periodi.Count(), 0U);
-  EXPECT_FALSE(periodi.Exists(1));
+  ado::Dictionary periods;
+  for (int i = 1; i <= 4; ++i) periods.Item(i, i * 10);
+  periods.Remove(2);
+  periods.Item(3, 33);
+  periods.Item(2, 22);
+  EXPECT_EQ(periods.Keys(), (std::vector<Variant>{1, 3, 4, 2}));
+  EXPECT_EQ(periods.Items(), (std::vector<Variant>{10, 33, 40, 22}));
+  for (std::size_t i = 0; i < periods.Count(); ++i) EXPECT_EQ(periods.Item(periods.Keys()[i]), periods.Items()[i]) << i;
+  EXPECT_EQ(sets::errorOf([&] { periods.Remove(9); }), "Element not found");
+  periods.RemoveAll();
+  EXPECT_EQ(periods.Count(), 0U);
+  EXPECT_FALSE(periods.Exists(1));
 }
 
 }  // namespace

@@ -34,22 +34,22 @@ void check(const std::vector<Case>& cases) {
 Decimal decimal(std::string_view text) { return *Decimal::TryParse(text); }
 
 TEST(Field, DecimalsKeepEveryDigitThatFitsAndRefuseTheRest) {
-  const Column importo{"IMPORTO", ado::adDecimal, 15, 2};
-  const Column quantita{"QTA", ado::adDecimal, 14, 3};
-  check({{importo, decimal("9999999999999.99"), "9999999999999.99"},
-         {importo, decimal("-9999999999999.99"), "-9999999999999.99"},
-         {importo, decimal("9999999999999.994"), "9999999999999.99"},
-         {importo, decimal("9999999999999.995"), "Field IMPORTO: value 9999999999999.995 does not fit decimal(15,2)"},
-         {importo, decimal("10000000000000"), "Field IMPORTO: value 10000000000000 does not fit decimal(15,2)"},
-         {importo, decimal("-0.005"), "-0.01"},
-         {importo, decimal("0.0049999"), "0.00"},
-         {importo, 1.005, "1.01"},
-         {importo, 7, "7.00"},
-         {importo, "1234,5", "1234.50"},
-         {importo, "molto", "Field IMPORTO: value 'molto' is no decimal(15,2)"},
-         {quantita, decimal("99999999999.999"), "99999999999.999"},
-         {quantita, decimal("99999999999.9995"), "Field QTA: value 99999999999.9995 does not fit decimal(14,3)"},
-         {quantita, std::int64_t{100'000'000'000}, "Field QTA: value 100000000000 does not fit decimal(14,3)"},
+  const Column amount{"IMPORTO", ado::adDecimal, 15, 2};
+  const Column quantity{"QTA", ado::adDecimal, 14, 3};
+  check({{amount, decimal("9999999999999.99"), "9999999999999.99"},
+         {amount, decimal("-9999999999999.99"), "-9999999999999.99"},
+         {amount, decimal("9999999999999.994"), "9999999999999.99"},
+         {amount, decimal("9999999999999.995"), "Field IMPORTO: value 9999999999999.995 does not fit decimal(15,2)"},
+         {amount, decimal("10000000000000"), "Field IMPORTO: value 10000000000000 does not fit decimal(15,2)"},
+         {amount, decimal("-0.005"), "-0.01"},
+         {amount, decimal("0.0049999"), "0.00"},
+         {amount, 1.005, "1.01"},
+         {amount, 7, "7.00"},
+         {amount, "1234,5", "1234.50"},
+         {amount, "molto", "Field IMPORTO: value 'molto' is no decimal(15,2)"},
+         {quantity, decimal("99999999999.999"), "99999999999.999"},
+         {quantity, decimal("99999999999.9995"), "Field QTA: value 99999999999.9995 does not fit decimal(14,3)"},
+         {quantity, std::int64_t{100'000'000'000}, "Field QTA: value 100000000000 does not fit decimal(14,3)"},
          {{"P", ado::adDecimal, 2, 0}, 99, "99"},
          {{"P", ado::adDecimal, 2, 0}, decimal("99.5"), "Field P: value 99.5 does not fit decimal(2,0)"},
          {{"LARGO", ado::adDecimal, 28, 2}, decimal("12345678901234567890123456"), "12345678901234567890123456.00"},
@@ -80,16 +80,16 @@ TEST(Field, CopiesOfRandomAmountsEqualIntegerArithmetic) {
 }
 
 TEST(Field, OtherTypesConvertOrNameFieldAndType) {
-  const Column conto{"CONTO", ado::adVarWChar, 5}, codice{"CODICE", ado::adWChar, 5};
-  check({{conto, "12345", "12345"},
-         {conto, "città", "città"},
-         {conto, "123456", "Field CONTO: value '123456' is too long for text(5)"},
-         {conto, "12345  ", "12345"},
-         {conto, 42, "42"},
-         {conto, decimal("1.50"), "1.50"},
+  const Column account{"CONTO", ado::adVarWChar, 5}, code{"CODICE", ado::adWChar, 5};
+  check({{account, "12345", "12345"},
+         {account, "città", "città"},
+         {account, "123456", "Field CONTO: value '123456' is too long for text(5)"},
+         {account, "12345  ", "12345"},
+         {account, 42, "42"},
+         {account, decimal("1.50"), "1.50"},
          {{"NOTE", ado::adVarWChar}, std::string(5000, 'x'), std::string(5000, 'x')},
-         {codice, "é", "é    "},
-         {codice, "abcdef", "Field CODICE: value 'abcdef' is too long for text(5)"},
+         {code, "é", "é    "},
+         {code, "abcdef", "Field CODICE: value 'abcdef' is too long for text(5)"},
          {{"T", ado::adSmallInt}, 32767, "32767"},
          {{"T", ado::adSmallInt}, 32768, "Field T: value 32768 does not fit smallint"},
          {{"N", ado::adInteger}, "12", "12"},
@@ -100,7 +100,7 @@ TEST(Field, OtherTypesConvertOrNameFieldAndType) {
          {{"F", ado::adBoolean}, 2, "True"},
          {{"X", ado::adDouble}, "0,5", "0.5"},
          {{"V"}, "text", "text"}});
-  EXPECT_EQ(make({codice})->Fields().Item(0).DefinedSize(), 5);
+  EXPECT_EQ(make({code})->Fields().Item(0).DefinedSize(), 5);
 }
 
 TEST(Field, NullIsRefusedOnlyWhereTheFieldSaysSo) {

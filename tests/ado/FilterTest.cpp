@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <optional>
 
 #include "Sets.h"
 
@@ -206,6 +206,145 @@ TEST(Filter, AnyTextIsEitherAnsweredOrRefused) {
   }
   EXPECT_GT(answered, 200);
   EXPECT_LT(answered, 5'500);
+}
+
+struct Account {
+  int id;
+  std::string account;
+  std::optional<int> period;
+  bool alive = true;
+};
+
+/// A set, the same rows in plain structures, and filters with the predicate that each stands for.
+class RandomRows {
+ public:
+  RandomRows()
+      : set_(make({{"ID", ado::adInteger}, {"CONTO", ado::adVarWChar, 10}, {"PERIODO", ado::adDecimal, 4, 0}})) {
+    for (int i = 0; i < 3; ++i) views_.push_back({set_->Clone(), {}, [](const Account&) { return true; }});
+  }
+
+  void step() {
+    const auto what = below(100);
+    if (what < 30 || rows_.empty()) {
+      append();
+    } else if (what < 60) {
+      edit();
+    } else if (what < 67) {
+      remove();
+    } else {
+      filter(views_[below(views_.size())]);
+    }
+  }
+
+  void compare() {
+    for (auto& view : views_) {
+      std::string expected;
+      for (const auto& row : rows_)
+        if (row.alive && view.passes(row)) expected += (expected.empty() ? "" : ",") + std::to_string(row.id);
+      ASSERT_EQ(column(*view.set, "ID"), expected) << view.text;
+      if (view.set->RecordCount() == 0) continue;
+      std::string last;
+      for (view.set->MoveLast(); !view.set->Bof(); view.set->MovePrevious())
+        last = sets::shown((*view.set)["ID"].Value()) + (last.empty() ? "" : "," + last);
+      ASSERT_EQ(last, expected) << view.text;
+    }
+  }
+
+ private:
+  struct View {
+    ado::RecordsetPtr set;
+    std::string text;
+    std::function<bool(const Account&)> passes;
+  };
+
+  std::size_t below(std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(random_); }
+  std::string account() { return (below(2) != 0 ? "c" : "C") + std::to_string(below(6)) + (below(3) == 0 ? " " : ""); }
+  std::optional<int> period() { return below(5) == 0 ? std::nullopt : std::optional(static_cast<int>(below(4))); }
+  static Variant cell(const std::optional<int>& period) { return period ? Variant(*period) : Variant::Null(); }
+  static std::string key(const std::string& account) { return account.substr(1, 1); }
+
+  void append() {
+    rows_.push_back({static_cast<int>(rows_.size()), account(), period()});
+    const auto& row = rows_.back();
+    if (below(2) == 0) {
+      const auto cells = set_->AppendRow();
+      cells[0] = row.id;
+      cells[1] = row.account;
+      if (row.period) cells[2] = values::Decimal::FromScaled(*row.period);
+    } else {
+      add(*views_[below(views_.size())].set, {row.id, row.account, cell(row.period)});
+    }
+  }
+
+  /// Stands a view's set on some row, and says on which; nothing when the view shows none.
+  Account* standAnywhere(View& view) {
+    if (view.set->RecordCount() == 0) return nullptr;
+    view.set->MoveFirst();
+    for (auto steps = below(static_cast<std::size_t>(view.set->RecordCount())); steps > 0; --steps)
+      view.set->MoveNext();
+    return &rows_[static_cast<std::size_t>((*view.set)["ID"].Value().as<std::int32_t>())];
+  }
+
+  void edit() {
+    auto& view = views_[below(views_.size())];
+    auto* row = standAnywhere(view);
+    if (row == nullptr) return;
+    if (below(2) == 0) (*view.set)["CONTO"].Value(row->account = account());
+    if (below(2) == 0) (*view.set)["PERIODO"].Value(cell(row->period = period()));
+    view.set->Update();
+  }
+
+  void remove() {
+    auto& view = views_[below(views_.size())];
+    if (auto* row = standAnywhere(view)) {
+      view.set->Delete();
+      row->alive = false;
+    }
+  }
+
+  void filter(View& view) {
+    const std::string account = this->account();
+    const auto wanted = key(account);
+    const int period = static_cast<int>(below(4));
+    const std::string is = "CONTO = '" + account + "'", at = "PERIODO = " + std::to_string(period);
+    const auto sameAccount = [wanted](const Account& row) { return key(row.account) == wanted; };
+    switch (below(7)) {
+      case 0: view = {view.set, "", [](const Account&) { return true; }}; break;
+      case 1: view = {view.set, is, sameAccount}; break;
+      case 2: view = {view.set, at + ".0", [=](const Account& row) { return row.period == period; }}; break;
+      case 3:
+        view = {view.set, at + " AND " + is,
+                [=](const Account& row) { return sameAccount(row) && row.period == period; }};
+        break;
+      case 4:
+        view = {view.set, is + " AND PERIODO = NULL",
+                [=](const Account& row) { return sameAccount(row) && !row.period; }};
+        break;
+      case 5:
+        view = {view.set, is + " OR " + at,
+                [=](const Account& row) { return sameAccount(row) || row.period == period; }};
+        break;
+      default:
+        view = {view.set, is + " AND PERIODO >= 1 AND PERIODO<=2", [=](const Account& row) {
+                  return sameAccount(row) && row.period && *row.period >= 1 && *row.period <= 2;
+                }};
+    }
+    view.set->Filter(view.text);
+  }
+
+  std::mt19937 random_{4711};
+  ado::RecordsetPtr set_;
+  std::vector<View> views_;
+  std::vector<Account> rows_;
+};
+
+TEST(Filter, AgreesWithAScanWhileRowsChangeAtRandom) {
+  RandomRows rows;
+  for (int i = 0; i < 4'000; ++i) {
+    rows.step();
+    if (i % 10 == 0) rows.compare();
+    if (testing::Test::HasFatalFailure()) return;
+  }
 }
 
 }  // namespace

@@ -16,7 +16,7 @@
 namespace sets {
 
 struct Column {
-  std::string name;
+  std::string_view name;
   ado::DataTypeEnum type = ado::adVariant;
   int size = 0;  ///< characters of text, digits of a decimal
   int scale = 0;

@@ -24,7 +24,7 @@ struct Prova : testing_support::ContestoDiProva {
   }
   Variant chiedi(BdgTipoScostamento tipo, const Variant& conto, const Variant& periodo) {
     prop.TipoScostamento = tipo;
-    return GetPercentualeScostamento(ctx, conto, periodo);
+    return Scostamenti(ctx).GetPercentualeScostamento(conto, periodo);
   }
 };
 
@@ -82,6 +82,25 @@ TEST(Scostamenti, FailuresKeepTheNameOfTheInnermostQuestion) {
   EXPECT_THAT(prova.ctx.errore(), testing::EndsWith(" in GetPercentualeDaRstScostPerConto "));
   prova.chiedi(0, "50020001", "x");
   EXPECT_THAT(prova.ctx.errore(), testing::EndsWith(" in GetPercentualeScostamento"));
+}
+
+TEST(Scostamenti, TheClientsSetsAreLeftAsTheLastSearchFilteredThem) {
+  Prova prova;
+  auto& conti = *prova.prop.RstScostPerConto;
+  auto& periodi = *prova.prop.RstScostPerPeriodo;
+  conti.Filter("PERCSCOST > 5");
+  (*prova.prop.RstScostPerConto)["PERCSCOST"].Value(11);  // an edit under way counts
+  EXPECT_EQ(values::toInt32(prova.chiedi(2, "50030001", 1)), 11);
+  EXPECT_EQ(conti.Filter(), "CONTO = '50000000'");
+  EXPECT_EQ(conti.RecordCount(), 1);
+  EXPECT_EQ(values::toInt32(conti["PERCSCOST"].Value()), 11);
+  EXPECT_EQ(periodi.Filter(), "");
+  prova.chiedi(3, "50020001", 9);
+  EXPECT_EQ(periodi.Filter(), "CONTO = '50020001' AND PERIODO = 9");
+  EXPECT_TRUE(periodi.Eof());
+  prova.chiedi(3, "", 5);
+  EXPECT_EQ(periodi.Filter(), "PERIODO = 5");
+  EXPECT_EQ(values::toInt32(periodi["PERCSCOST"].Value()), 2);
 }
 
 TEST(Scostamenti, TheParentOfAnAccountIsOneLevelUp) {

@@ -58,7 +58,7 @@ TEST(TestiElaEco, ExistingDetailsOfEveryChartKind) {
 std::pair<std::string, ado::RecordsetPtr> riporta(Prova& prova, const std::vector<std::vector<Variant>>& collegamenti) {
   prova.db->answers.push_back(rows({"CONTOCOGE", "SEGNO", "CONTORICL", "DESCRRICL"}, collegamenti));
   const auto saldi = bukorval::creaSaldiMensili();
-  bukorval::aggiungiSaldo(*saldi, "O'1", "Conto", 2025, 2, -5);
+  bukorval::SommaSaldi(*saldi).aggiungi("O'1", "Conto", 2025, 2, -5);
   const auto riportati = bukorval::riportaSuContiRiclassificati(prova.ctx, *saldi);
   return {prova.db->texts.at(0), riportati};
 }

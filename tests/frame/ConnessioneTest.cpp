@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "ado/connection/ConnectionString.h"
 #include "frame/Connessione.h"
 #include "frame/Trappola.h"
 #include "support/ContestoDiProva.h"

@@ -1,10 +1,13 @@
 #include "ado/connection/Connection.h"
 
+#include <algorithm>
+#include <cassert>
 #include <map>
 #include <mutex>
 #include <utility>
 
 #include "ado/Messages.h"
+#include "ado/connection/ConnectionString.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
@@ -13,16 +16,23 @@ namespace {
 
 using values::Errore;
 
-/// What a string that names a driver or data source, but no provider, is meant for.
-constexpr const char* kDriverProvider = "ODBC";
-
 struct NameOrder {
   bool operator()(const std::string& a, const std::string& b) const { return values::compareText(a, b) < 0; }
 };
 
+struct Provider {
+  std::function<ConnectionPtr()> create;
+  std::vector<std::string> entries;  ///< that tell its connection strings when they name no provider
+
+  bool knows(const std::string& connectionString) const {
+    return std::ranges::any_of(entries,
+                               [&](const auto& entry) { return !connectionEntry(connectionString, entry).empty(); });
+  }
+};
+
 struct Registry {
   std::mutex guard;
-  std::map<std::string, std::function<ConnectionPtr()>, NameOrder> providers;
+  std::map<std::string, Provider, NameOrder> providers;
 };
 
 Registry& registry() {
@@ -30,21 +40,19 @@ Registry& registry() {
   return instance;
 }
 
-std::string providerName(const std::string& connectionString) {
-  auto name = connectionEntry(connectionString, "Provider");
-  if (!name.empty()) return name;
-  for (const char* entry : {"Driver", "DSN"})
-    if (!connectionEntry(connectionString, entry).empty()) return kDriverProvider;
-  throw Errore("The connection string names no Provider");
-}
-
-ConnectionPtr createProvider(const std::string& name) {
+/// A connection of the provider that the string is meant for.
+ConnectionPtr createFor(const std::string& connectionString) {
   auto& known = registry();
   const std::lock_guard lock(known.guard);
-  const auto found = known.providers.find(name);
-  if (found != known.providers.end()) return found->second();
+  const auto name = connectionEntry(connectionString, "Provider");
+  const auto found =
+      name.empty()
+          ? std::ranges::find_if(known.providers, [&](const auto& each) { return each.second.knows(connectionString); })
+          : known.providers.find(name);
+  if (found != known.providers.end()) return found->second.create();
+  if (name.empty()) throw Errore("The connection string names no Provider");
   std::string names;
-  for (const auto& [each, create] : known.providers) names += (names.empty() ? "" : ", ") + each;
+  for (const auto& [each, provider] : known.providers) names += (names.empty() ? "" : ", ") + each;
   throw Errore("Provider " + name + " cannot be found; known providers: " + (names.empty() ? "none" : names));
 }
 
@@ -55,7 +63,7 @@ class AnyConnection : public Connection {
   void Open(std::string_view user, std::string_view password, std::int32_t options) override {
     if (real_ && real_->State() == adStateOpen) throw Errore(kObjectOpen);
     // Made anew each time: a closed connection may be given another string.
-    real_ = createProvider(providerName(ConnectionString));
+    real_ = createFor(ConnectionString);
     real_->ConnectionString = ConnectionString;
     opened(false).Open(user, password, options);
   }
@@ -84,10 +92,11 @@ class AnyConnection : public Connection {
 
 }  // namespace
 
-void registerProvider(std::string_view name, std::function<ConnectionPtr()> create) {
+void registerProvider(std::string_view name, std::function<ConnectionPtr()> create, std::vector<std::string> entries) {
+  assert(!name.empty() && create);
   auto& known = registry();
   const std::lock_guard lock(known.guard);
-  known.providers[std::string(name)] = std::move(create);
+  known.providers[std::string(name)] = {std::move(create), std::move(entries)};
 }
 
 ConnectionPtr createConnection() { return std::make_shared<AnyConnection>(); }

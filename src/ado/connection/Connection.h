@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "ado/Types.h"
 #include "ado/recordset/Recordset.h"
@@ -36,16 +37,13 @@ class Connection : public values::Object {
 
 using ConnectionPtr = std::shared_ptr<Connection>;
 
-/// Providers make themselves known by name; a connection string chooses one with its first entry
-/// ("Provider=SQLite;Data Source=budget.db").
-void registerProvider(std::string_view name, std::function<ConnectionPtr()> create);
+/// Providers make themselves known by name; a connection string chooses one with its entry Provider.
+/// @param entries  entries that only this provider knows: a string that has one of them and no Provider is meant for
+/// it.
+void registerProvider(std::string_view name, std::function<ConnectionPtr()> create,
+                      std::vector<std::string> entries = {});
 /// A closed connection that, on Open, becomes one of the provider its ConnectionString names.
 /// Throws for an unknown provider, and says which are known.
 ConnectionPtr createConnection();
-
-/// The value of one entry of a connection string, found without regard to case; "" when absent.
-std::string connectionEntry(std::string_view connectionString, std::string_view key);
-/// The connection string without the entries of that key, the others as they are written.
-std::string withoutEntry(std::string_view connectionString, std::string_view key);
 
 }  // namespace ado

@@ -1,13 +1,13 @@
+#include "ado/connection/ConnectionString.h"
+
 #include <algorithm>
 
-#include "ado/connection/Connection.h"
 #include "values/Text.h"
 
 namespace ado {
 namespace {
 
-/// Reads the entries of a connection string one after the other. A value between quotes or braces may hold
-/// semicolons; the closing sign written twice stands for itself.
+/// Reads the entries of a connection string one after the other.
 class Entries {
  public:
   explicit Entries(std::string_view text) : rest_(text) {}

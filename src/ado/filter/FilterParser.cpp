@@ -1,7 +1,8 @@
+#include "ado/filter/FilterParser.h"
+
 #include <array>
 #include <utility>
 
-#include "ado/filter/FilterExpression.h"
 #include "ado/filter/FilterLexer.h"
 #include "values/Errore.h"
 #include "values/Text.h"
@@ -31,7 +32,7 @@ constexpr std::array<std::pair<std::string_view, FilterOperator>, 7> kOperators{
 /// primary = ( expression ) | name operator value.
 class Parser {
  public:
-  Parser(std::string_view text, const Fields& fields) : lexer_(text), fields_(fields), token_(lexer_.next()) {}
+  Parser(std::string_view text, const FindColumn& find) : lexer_(text), find_(find), token_(lexer_.next()) {}
 
   FilterExpression parse() {
     auto expression = alternatives();
@@ -81,10 +82,10 @@ class Parser {
 
   FilterTerm term() {
     if (token_.kind != Kind::Word && token_.kind != Kind::Name) fail("the name of a field is expected");
-    const Field& field = fields_.Item(token_.text);
+    const FilterColumn column = find_(token_.text);
     take();
     const FilterOperator op = comparison();
-    return FilterTerm(field, op, value());
+    return FilterTerm(column, op, value());
   }
 
   FilterOperator comparison() {
@@ -127,13 +128,13 @@ class Parser {
   }
 
   FilterLexer lexer_;
-  const Fields& fields_;
+  const FindColumn& find_;
   FilterToken token_;
   int depth_ = 0;
 };
 
 }  // namespace
 
-FilterExpression parseFilter(std::string_view text, const Fields& fields) { return Parser(text, fields).parse(); }
+FilterExpression parseFilter(std::string_view text, const FindColumn& find) { return Parser(text, find).parse(); }
 
 }  // namespace ado

@@ -1,12 +1,13 @@
 #include "ado/recordset/Field.h"
 
 #include <array>
+#include <cassert>
 #include <utility>
 
 #include "ado/FieldType.h"
 #include "ado/Messages.h"
 #include "ado/recordset/Recordset.h"
-#include "ado/recordset/RecordsetState.h"
+#include "ado/recordset/RowCursor.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/Text.h"
@@ -71,14 +72,15 @@ void Field::NumericScale(int digits) {
 }
 
 const Variant& Field::Value() const {
-  const Variant* cells = owner_->cursor_->cells;
-  if (cells == nullptr) owner_->cursor_->refuseNoRow();
+  const auto cells = owner_->cursor_->cells();
+  if (cells.empty()) owner_->cursor_->refuseNoRow();
+  assert(position_ < cells.size());
   return cells[position_];
 }
 
 void Field::Value(const Variant& value) {
   auto& cursor = *owner_->cursor_;
-  if (cursor.cells == nullptr) cursor.refuseNoRow();
+  if (cursor.cells().empty()) cursor.refuseNoRow();
   cursor.set(position_, accept(value));
 }
 

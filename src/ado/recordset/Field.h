@@ -38,7 +38,6 @@ class Field {
  private:
   friend class Fields;
   friend class Recordset;
-  friend class FilterTerm;
   Field(Recordset& owner, std::size_t position, std::string name, const FieldType& type, std::int32_t definedSize,
         std::int32_t attributes);
   /// The value as this field stores it; throws Errore naming the field.

@@ -1,6 +1,8 @@
 #include "ado/recordset/FilteredRows.h"
 
 #include <algorithm>
+#include <cassert>
+#include <functional>
 #include <utility>
 
 namespace ado {
@@ -16,6 +18,7 @@ Row rowOf(Row entry) { return entry & ~kGap; }
 }  // namespace
 
 void FilteredRows::assign(std::vector<Row> rows) {
+  assert(std::ranges::adjacent_find(rows, std::greater_equal{}) == rows.end());
   entries_ = std::move(rows);
   begin_ = 0;
   count_ = entries_.size();
@@ -24,6 +27,7 @@ void FilteredRows::assign(std::vector<Row> rows) {
 
 /// Entries before begin_ are never looked at: a row hidden there and shown again gets a new entry.
 std::size_t FilteredRows::positionOf(Row row) const {
+  assert(!isGap(row));
   const std::size_t size = entries_.size();
   const std::size_t near = std::max(recent_, begin_);
   for (std::size_t at = near; at < size && at < near + 2; ++at)

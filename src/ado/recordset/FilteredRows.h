@@ -12,6 +12,7 @@ namespace ado {
 /// that is closed when gaps prevail, so that emptying a long list one by one stays linear.
 class FilteredRows {
  public:
+  /// @param rows  ascending.
   void assign(std::vector<Row> rows);
   /// Shows or hides one row.
   void set(Row row, bool shown);

@@ -3,7 +3,8 @@
 #include <utility>
 
 #include "ado/Messages.h"
-#include "ado/recordset/RecordsetState.h"
+#include "ado/filter/FilterParser.h"
+#include "ado/recordset/RowCursor.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
@@ -12,16 +13,16 @@ namespace ado {
 using values::Errore;
 using values::Variant;
 
-Recordset::Recordset() : cursor_(std::make_unique<Cursor>()), fields_(std::make_unique<ado::Fields>(*this)) {}
+Recordset::Recordset() : cursor_(std::make_unique<RowCursor>()), fields_(std::make_unique<ado::Fields>(*this)) {}
 
 Recordset::~Recordset() = default;
 
-Recordset::Cursor& Recordset::opened() const {
-  if (!cursor_->table) throw Errore(kObjectClosed);
+RowCursor& Recordset::opened() const {
+  if (!cursor_->shared()) throw Errore(kObjectClosed);
   return *cursor_;
 }
 
-Recordset::Cursor& Recordset::settled() {
+RowCursor& Recordset::settled() {
   auto& cursor = opened();
   if (cursor.editing()) Update();
   return cursor;
@@ -33,21 +34,21 @@ void Recordset::Open() {
   for (const auto& field : fields_->fields_)
     if (field->precision_ > 0 && field->scale_ > field->precision_)
       throw Errore("Field " + field->Name() + ": the scale is greater than the precision");
-  attach(std::make_shared<Table>(fields_->Count()));
+  attach(std::make_shared<SharedRows>(fields_->Count()));
 }
 
 void Recordset::Close() { opened().detach(); }
 
-ObjectStateEnum Recordset::State() const { return cursor_->table ? adStateOpen : adStateClosed; }
+ObjectStateEnum Recordset::State() const { return cursor_->shared() ? adStateOpen : adStateClosed; }
 
 bool Recordset::Bof() const {
-  const auto place = opened().place;
-  return place == Cursor::Place::BeforeFirst || place == Cursor::Place::Nowhere;
+  const auto place = opened().place();
+  return place == RowCursor::Place::BeforeFirst || place == RowCursor::Place::Nowhere;
 }
 
 bool Recordset::Eof() const {
-  const auto place = opened().place;
-  return place == Cursor::Place::AfterLast || place == Cursor::Place::Nowhere;
+  const auto place = opened().place();
+  return place == RowCursor::Place::AfterLast || place == RowCursor::Place::Nowhere;
 }
 
 std::int32_t Recordset::RecordCount() const { return static_cast<std::int32_t>(opened().count()); }
@@ -64,7 +65,7 @@ void Recordset::Update() {
   if (!cursor.editing()) return;
   // Set values have been checked; the fields of a new row that were never set have not.
   for (const auto* field : required_)
-    if (cursor.cells[field->position_].isNull()) field->accept(Variant::Null());
+    if (cursor.cells()[field->position_].isNull()) field->accept(Variant::Null());
   cursor.update();
 }
 
@@ -78,11 +79,11 @@ void Recordset::Delete() { opened().remove(); }
 void Recordset::Filter(std::string_view criteria) {
   opened();
   if (values::trim(criteria).empty()) return settled().show(std::nullopt, {});
-  auto condition = parseFilter(criteria, *fields_);
+  auto condition = parseFilter(criteria, [this](std::string_view field) { return column(field); });
   settled().show(std::move(condition), std::string(criteria));
 }
 
-const std::string& Recordset::Filter() const { return cursor_->filterText; }
+const std::string& Recordset::Filter() const { return cursor_->filterText(); }
 
 RecordsetPtr Recordset::Clone() const {
   auto& cursor = opened();
@@ -95,7 +96,7 @@ RecordsetPtr Recordset::Clone() const {
     copy.precision_ = field->precision_;
     copy.scale_ = field->scale_;
   }
-  clone->attach(cursor.table);
+  clone->attach(cursor.shared());
   clone->cursor_->show(std::nullopt, {});
   return clone;
 }
@@ -108,25 +109,25 @@ std::vector<std::vector<Variant>> Recordset::GetRows(std::string_view field) {
     wanted.push_back(&fields_->Item(field));
   }
   auto& cursor = settled();
-  if (cursor.cells == nullptr) cursor.refuseNoRow();
+  if (cursor.cells().empty()) cursor.refuseNoRow();
   std::vector<std::vector<Variant>> columns(wanted.size());
-  for (; cursor.place == Cursor::Place::OnRow; cursor.moveNext())
-    for (std::size_t i = 0; i < wanted.size(); ++i) columns[i].push_back(cursor.cells[wanted[i]->position_]);
+  for (; cursor.place() == RowCursor::Place::OnRow; cursor.moveNext())
+    for (std::size_t i = 0; i < wanted.size(); ++i) columns[i].push_back(cursor.cells()[wanted[i]->position_]);
   return columns;
 }
 
-std::span<Variant> Recordset::AppendRow() { return opened().table->rows.append(); }
+std::span<Variant> Recordset::AppendRow() { return opened().shared()->rows.append(); }
 
-std::uint64_t Recordset::RowsTested() const {
-  const auto& table = *opened().table;
-  return table.rowsTested + table.indexes.rowsRead();
-}
-
-void Recordset::attach(std::shared_ptr<Table> table) {
+void Recordset::attach(std::shared_ptr<SharedRows> rows) {
   required_.clear();
   for (const auto& field : fields_->fields_)
     if (!field->isNullable()) required_.push_back(field.get());
-  cursor_->attach(std::move(table));
+  cursor_->attach(std::move(rows));
+}
+
+FilterColumn Recordset::column(std::string_view field) const {
+  const auto& found = fields_->Item(field);
+  return {found.name_, found.position_, found.type_};
 }
 
 }  // namespace ado

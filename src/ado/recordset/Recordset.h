@@ -14,6 +14,9 @@
 namespace ado {
 
 class Recordset;
+class RowCursor;
+struct FilterColumn;
+struct SharedRows;
 using RecordsetPtr = std::shared_ptr<Recordset>;
 
 /// A disconnected, client-side table with typed fields and a current-row cursor.
@@ -65,7 +68,7 @@ class Recordset : public values::Object {
   /// Text compares without regard to case and trailing blanks, numbers by value; text that holds a number compares
   /// with numbers. LIKE takes * or % at the ends of the text. = NULL and <> NULL test for Null; any other comparison
   /// with a Null field is false. Names may stand in [brackets]. Dates as Date::TryParse reads them.
-  /// Equality on a field is answered from an index that is built once and kept while rows change.
+  /// Every row is looked at: a loop that looks rows up by their values uses KeyedRows.
   void Filter(std::string_view criteria);
   const std::string& Filter() const;
 
@@ -79,19 +82,17 @@ class Recordset : public values::Object {
   /// have the fields' types. The span is valid until the next call.
   std::span<values::Variant> AppendRow();
 
-  /// How many rows filters and their indexes have looked at since Open: the work behind Filter, for measuring.
-  std::uint64_t RowsTested() const;
-
  private:
   friend class Field;
-  struct Table;
-  struct Cursor;
-  Cursor& opened() const;
+  friend class KeyedRows;
+  /// Throws when the set is closed.
+  RowCursor& opened() const;
   /// The open set with the edit under way updated: where moves and filters start.
-  Cursor& settled();
-  void attach(std::shared_ptr<Table> table);
+  RowCursor& settled();
+  void attach(std::shared_ptr<SharedRows> rows);
+  FilterColumn column(std::string_view field) const;
 
-  std::unique_ptr<Cursor> cursor_;
+  std::unique_ptr<RowCursor> cursor_;
   std::unique_ptr<ado::Fields> fields_;
   std::vector<const Field*> required_;  ///< fields that refuse Null
 };

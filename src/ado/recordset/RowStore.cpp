@@ -59,15 +59,17 @@ std::span<Variant> RowStore::append() {
 }
 
 void RowStore::append(std::span<Variant> cells) {
+  assert(cells.size() == width_);
   std::uninitialized_move_n(cells.begin(), width_, nextPlace());
   count();
 }
 
-Variant* RowStore::cells(Row row) const {
+std::span<Variant> RowStore::cells(Row row) const {
+  assert(row < size_);
   // Block n holds the rows whose shifted number has its top bit n places above the first block's.
   const Row shifted = row + kFirstRows;
   const auto block = static_cast<std::size_t>(std::bit_width(shifted) - std::bit_width(kFirstRows));
-  return blocks_[block] + (shifted - std::bit_floor(shifted)) * width_;
+  return {blocks_[block] + (shifted - std::bit_floor(shifted)) * width_, width_};
 }
 
 void RowStore::remove(Row row) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -18,7 +19,7 @@ using Row = std::uint32_t;
 class RowStore {
  public:
   /// @param width  cells of a row, at least one.
-  explicit RowStore(std::size_t width) : width_(width) {}
+  explicit RowStore(std::size_t width) : width_(width) { assert(width > 0); }
   ~RowStore();
   RowStore(const RowStore&) = delete;
   RowStore& operator=(const RowStore&) = delete;
@@ -28,12 +29,15 @@ class RowStore {
   std::span<values::Variant> append();
   /// A new row at the end that takes over the given cells.
   void append(std::span<values::Variant> cells);
-  values::Variant* cells(Row row) const;
+  std::span<values::Variant> cells(Row row) const;
 
   /// Rows ever added.
   Row size() const { return size_; }
   Row live() const { return size_ - removed_; }
-  bool isLive(Row row) const { return removed_ == 0 || row >= gone_.size() || !gone_[row]; }
+  bool isLive(Row row) const {
+    assert(row < size_);
+    return removed_ == 0 || row >= gone_.size() || !gone_[row];
+  }
   /// Marks a row as deleted; its cells stay, because a clone may still be reading them.
   void remove(Row row);
 

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Connection strings: "Provider=…;Data Source=budget.db". A value between quotes or braces may hold semicolons; the
+/// closing sign written twice stands for itself.
+namespace ado {
+
+/// The value of one entry of a connection string, found without regard to case; "" when absent.
+std::string connectionEntry(std::string_view connectionString, std::string_view key);
+/// The connection string without the entries of that key, the others as they are written.
+std::string withoutEntry(std::string_view connectionString, std::string_view key);
+
+}  // namespace ado
