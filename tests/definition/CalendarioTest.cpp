@@ -1,67 +1,63 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "definition/Banco.h"
+#include <functional>
+
 #include "definition/Calendario.h"
-#include "definition/EserciziFinti.h"
+#include "support/FakeYears.h"
+#include "support/TestContext.h"
+#include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
 
-using definition_tests::Banco;
-using definition_tests::EserciziFinti;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using testing_support::FakeYears;
 using values::Date;
 using values::Variant;
 
-Variant data(std::string_view testo) { return testo.empty() ? Variant() : Variant(*Date::TryParse(testo)); }
+Variant date(std::string_view text) { return text.empty() ? Variant() : Variant(*Date::TryParse(text)); }
 
-struct CalendarioTest : testing::Test {
-  CalendarioTest() { EserciziFinti::registra(); }
-  Banco banco;
-  Calendario calendario{banco.ctx};
+struct CalendarioTest : testing::Test, testing_support::TestContext {
+  CalendarioTest() { FakeYears::install(); }
+  Calendario calendar{ctx};
 };
 
 TEST_F(CalendarioTest, SplitsTheYearByPeriodicity) {
-  const int attesi[] = {12, 6, 4, 3, 2, 1};
-  for (BdgPeriodicita p = 0; p < 6; ++p) EXPECT_EQ(values::toInt32(calendario.GetBdgNrPeriodi(p)), attesi[p]);
-  EXPECT_TRUE(calendario.GetBdgNrPeriodi(6).isNull());
-  EXPECT_TRUE(calendario.GetBdgNrPeriodi(-1).isNull());
+  const int expected[] = {12, 6, 4, 3, 2, 1};
+  for (BdgPeriodicita p = 0; p < 6; ++p) EXPECT_EQ(values::toInt32(calendar.GetBdgNrPeriodi(p)), expected[p]);
+  EXPECT_TRUE(calendar.GetBdgNrPeriodi(6).isNull());
+  EXPECT_TRUE(calendar.GetBdgNrPeriodi(-1).isNull());
 }
 
 TEST_F(CalendarioTest, GivesEveryMonthItsPeriod) {
-  struct Caso {
-    BdgPeriodicita periodicita;
-    BdgPeriodoFiscaleSolare solare;
-    const char* inizio;
-    const char* periodi;  ///< of months 0 to 13, in base 16
-  };
-  const Caso casi[] = {
+  const struct {
+    BdgPeriodicita periodicity;
+    BdgPeriodoFiscaleSolare calendarYear;
+    const char* start;
+    const char* periods;  ///< of months 0 to 13, in base 16
+  } rows[] = {
       {0, 1, "20240701", "0123456789abc0"}, {0, 0, "20240701", "0789abc1234560"}, {0, 0, "20240115", "0123456789abc0"},
       {0, 0, "20241231", "023456789abc10"}, {1, 0, "20240701", "04455661122330"}, {2, 0, "20240701", "03334441112220"},
       {2, 1, "20240701", "01112223334440"}, {3, 0, "20240301", "03311112222330"}, {4, 0, "20240701", "02222221111110"},
       {5, 0, "20240701", "01111111111110"}, {6, 1, "20240701", "00000000000000"}, {99, 0, "20240701", "00000000000000"},
       {0, 0, "", "00000000000000"},         {0, 1, "", "0123456789abc0"},
   };
-  for (const auto& caso : casi) {
-    std::string periodi;
-    for (std::int16_t mese = 0; mese <= 13; ++mese)
-      periodi += "0123456789abc"[calendario.GetBdgPeriodo(mese, caso.periodicita, caso.solare, data(caso.inizio))];
-    EXPECT_EQ(periodi, caso.periodi) << caso.periodicita << " " << caso.solare << " " << caso.inizio;
+  for (const auto& row : rows) {
+    std::string periods;
+    for (std::int16_t month = 0; month <= 13; ++month)
+      periods += "0123456789abc"[calendar.GetBdgPeriodo(month, row.periodicity, row.calendarYear, date(row.start))];
+    EXPECT_EQ(periods, row.periods) << row.periodicity << " " << row.calendarYear << " " << row.start;
   }
-  EXPECT_EQ(banco.esito(), "0 ");
-  EXPECT_EQ(calendario.GetBdgPeriodo(7, 0, 0, "luglio"), 0);
-  EXPECT_THAT(banco.esito(), testing::MatchesRegex("99 .* in GetBdgPeriodo "));
+  EXPECT_EQ(outcome(), "0 ");
+  EXPECT_EQ(calendar.GetBdgPeriodo(7, 0, 0, "luglio"), 0);
+  EXPECT_THAT(outcome(), testing::MatchesRegex("99 .* in GetBdgPeriodo "));
 }
 
 TEST_F(CalendarioTest, KeepsABudgetWithinTwelveMonths) {
-  struct Caso {
-    const char *inizio, *fine, *budgetInizio, *budgetFine;
-  };
-  const Caso casi[] = {
+  const struct {
+    const char *first, *last, *budgetFirst, *budgetLast;
+  } rows[] = {
       {"20240101", "20241231", "20240101", "20241231"},
-      {"20230701", "20240630", "20230701", "20240630"},
       {"20230701", "20241231", "20230701", "20240630"},  // 18 months
       {"20240701", "20241231", "20240701", "20241231"},  // short year
       {"20230301", "20240229", "20230301", "20240229"},  // leap day
@@ -71,121 +67,118 @@ TEST_F(CalendarioTest, KeepsABudgetWithinTwelveMonths) {
       {"20230115", "20231214", "20230115", "20231214"},
       {"", "", "", ""},  // no such year
   };
-  for (const auto& caso : casi) {
-    SCOPED_TRACE(caso.inizio + std::string("-") + caso.fine);
-    EserciziFinti::inizio = data(caso.inizio);
-    EserciziFinti::fine = data(caso.fine);
-    Variant inizio = "prima", fine = "prima";
-    calendario.GetBdgDataInizioBdgDataFine(0, "A1", 1, 2024, 1, inizio, fine);
-    EXPECT_EQ(inizio, data(caso.budgetInizio));
-    EXPECT_EQ(fine, data(caso.budgetFine));
-    EXPECT_EQ(banco.ctx.dataInizioEsercizio, data(caso.inizio));
-    EXPECT_EQ(banco.esito(), "0 ");
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.first + std::string("-") + row.last);
+    FakeYears::year(row.first, row.last);
+    Variant first = "before", last = "before";
+    calendar.GetBdgDataInizioBdgDataFine(0, "A1", 1, 2024, 1, first, last);
+    EXPECT_EQ(first, date(row.budgetFirst));
+    EXPECT_EQ(last, date(row.budgetLast));
+    EXPECT_EQ(ctx.dataInizioEsercizio, date(row.first));
+    EXPECT_EQ(outcome(), "0 ");
   }
-  Variant inizio, fine;
-  calendario.GetBdgDataInizioBdgDataFine(0, "A1", 1, Variant::Null(), Variant(), inizio, fine);
-  EXPECT_EQ(EserciziFinti::ultimaDomanda, "DateInizioFine 1 0 0");
+  Variant first, last;
+  calendar.GetBdgDataInizioBdgDataFine(0, "A1", 1, Variant::Null(), Variant(), first, last);
+  EXPECT_EQ(FakeYears::lastQuestion, "DateInizioFine 1 0 0");
 }
 
 TEST_F(CalendarioTest, AsksANewYearServiceOnTheConnection) {
-  EserciziFinti::anno("20240101", "20241231");
-  EserciziFinti::chiuso = true;
-  EXPECT_TRUE(calendario.EsisteEsercizio(1, 2024, 2));
-  EXPECT_EQ(EserciziFinti::ultimaDomanda, "Esiste 1 2024 2");
-  EXPECT_TRUE(calendario.EsistonoEsercizi(1, 2024));
-  EXPECT_EQ(EserciziFinti::ultimaDomanda, "EsisteAnno 1 2024");
-  EXPECT_TRUE(calendario.GetIsEsercizioChiuso(1, 2024, 2));
-  EXPECT_EQ(EserciziFinti::ultimaDomanda, "Chiuso 1 2024 2");
-  Variant inizio, fine;
-  calendario.DeterminaDateInizioFineEsercizio(1, 2024, 2, inizio, fine);
-  EXPECT_EQ(inizio, data("20240101"));
-  EXPECT_EQ(fine, data("20241231"));
-  EXPECT_EQ(EserciziFinti::creati, 4);
-  EXPECT_EQ(EserciziFinti::conConnessione, 4);
-  EserciziFinti::esiste = EserciziFinti::chiuso = false;
-  EXPECT_FALSE(calendario.EsisteEsercizio(1, 2024, 2) || calendario.EsistonoEsercizi(1, 2024) ||
-               calendario.GetIsEsercizioChiuso(1, 2024, 2));
+  FakeYears::year("20240101", "20241231");
+  Variant first, last;
+  calendar.DeterminaDateInizioFineEsercizio(1, 2024, 2, first, last);
+  EXPECT_EQ(FakeYears::lastQuestion, "DateInizioFine 1 2024 2");
+  EXPECT_EQ(first, date("20240101"));
+  EXPECT_EQ(last, date("20241231"));
+  for (const bool answer : {true, false}) {
+    FakeYears::exists = FakeYears::closed = answer;
+    EXPECT_EQ(calendar.EsisteEsercizio(1, 2024, 2), answer);
+    EXPECT_EQ(FakeYears::lastQuestion, "Esiste 1 2024 2");
+    EXPECT_EQ(calendar.EsistonoEsercizi(1, 2024), answer);
+    EXPECT_EQ(FakeYears::lastQuestion, "EsisteAnno 1 2024");
+    EXPECT_EQ(calendar.GetIsEsercizioChiuso(1, 2024, 2), answer);
+    EXPECT_EQ(FakeYears::lastQuestion, "Chiuso 1 2024 2");
+  }
+  EXPECT_EQ(FakeYears::made, 7);
+  EXPECT_EQ(FakeYears::connected, 7);
 }
 
 TEST_F(CalendarioTest, AnswersNothingAboutYearsWithoutAConnectionOrService) {
-  Variant inizio = "prima", fine = "prima";
-  const std::pair<const char*, std::function<bool()>> domande[] = {
-      {"EsisteEsercizio", [&] { return calendario.EsisteEsercizio(1, 2024, 1); }},
-      {"EsistonoEsercizi", [&] { return calendario.EsistonoEsercizi(1, 2024); }},
-      {"GetIsEsercizioChiuso", [&] { return calendario.GetIsEsercizioChiuso(1, 2024, 1); }},
+  Variant first = "before", last = "before";
+  const std::pair<const char*, std::function<bool()>> questions[] = {
+      {"EsisteEsercizio", [&] { return calendar.EsisteEsercizio(1, 2024, 1); }},
+      {"EsistonoEsercizi", [&] { return calendar.EsistonoEsercizi(1, 2024); }},
+      {"GetIsEsercizioChiuso", [&] { return calendar.GetIsEsercizioChiuso(1, 2024, 1); }},
       {"DeterminaDateInizioFineEsercizio",
-       [&] { return calendario.DeterminaDateInizioFineEsercizio(1, 2024, 1, inizio, fine), false; }},
+       [&] { return calendar.DeterminaDateInizioFineEsercizio(1, 2024, 1, first, last), false; }},
       {"DeterminaDateInizioFineEsercizio",
-       [&] { return calendario.GetBdgDataInizioBdgDataFine(0, "A1", 1, 2024, 1, inizio, fine), false; }},
-      {"GetProgressivoEsercizio", [&] { return calendario.GetProgressivoEsercizio(1, 2024) != 0; }},
-      {"GetDescrizioneConto", [&] { return !calendario.GetDescrizioneConto(1, 1, 1, "100").isEmpty(); }}};
-  EserciziFinti::guasto = true;
-  banco.guasta();
-  for (const auto& [nome, domanda] : domande) {
-    EXPECT_FALSE(domanda());
-    EXPECT_EQ(banco.esito(), std::string("99 boom in ") + nome);
+       [&] { return calendar.GetBdgDataInizioBdgDataFine(0, "A1", 1, 2024, 1, first, last), false; }},
+      {"GetProgressivoEsercizio", [&] { return calendar.GetProgressivoEsercizio(1, 2024) != 0; }},
+      {"GetDescrizioneConto", [&] { return !calendar.GetDescrizioneConto(1, 1, 1, "100").isEmpty(); }}};
+  FakeYears::broken = true;
+  failAlways();
+  for (const auto& [name, question] : questions) {
+    EXPECT_FALSE(question());
+    EXPECT_EQ(outcome(), std::string("99 boom in ") + name);
   }
-  banco.ctx.connessione(nullptr);
-  for (const auto& [nome, domanda] : domande) {
-    EXPECT_FALSE(domanda()) << nome;
-    EXPECT_EQ(banco.ctx.stato(), bdgStatoRifiutato) << nome;
+  ctx.connessione(nullptr);
+  for (const auto& [name, question] : questions) {
+    EXPECT_FALSE(question()) << name;
+    EXPECT_EQ(ctx.stato(), bdgStatoRifiutato) << name;
   }
-  EXPECT_EQ(inizio, Variant("prima"));
-  EXPECT_EQ(fine, Variant("prima"));
+  EXPECT_EQ(first, Variant("before"));
+  EXPECT_EQ(last, Variant("before"));
 }
 
 TEST_F(CalendarioTest, LabelsPeriods) {
-  banco.sessione->catalogo = {{28193, "Gennaio"},      {36373, "Luglio"},   {29285, "Giugno"},
-                              {22569, "Dicembre"},     {8824, "Bimestre"},  {58700, "Trimestre"},
-                              {46968, "Quadrimestre"}, {51899, "Semestre"}, {6537, "Anno"}};
-  EserciziFinti::anno("20230701", "20240630");
-  struct Caso {
-    BdgPeriodicita periodicita;
-    BdgPeriodoFiscaleSolare solare;
-    std::int16_t periodo;
-    const char* etichetta;
+  session->catalogue = {{28193, "Gennaio"},      {36373, "Luglio"},   {29285, "Giugno"},
+                        {22569, "Dicembre"},     {8824, "Bimestre"},  {58700, "Trimestre"},
+                        {46968, "Quadrimestre"}, {51899, "Semestre"}, {6537, "Anno"}};
+  FakeYears::year("20230701", "20240630");
+  const struct {
+    BdgPeriodicita periodicity;
+    BdgPeriodoFiscaleSolare calendarYear;
+    std::int16_t period;
+    const char* label;
+  } rows[] = {{0, 1, 1, "Gennaio"},
+              {0, 0, 1, "Luglio"},
+              {0, 0, 6, "Dicembre"},
+              {0, 0, 7, "Gennaio"},
+              {0, 0, 12, "Giugno"},
+              {0, 1, 2, ""},
+              {0, 1, 0, ""},
+              {0, 1, 13, ""},
+              {1, 0, 3, "3° Bimestre"},
+              {2, 0, 4, "4° Trimestre"},
+              {3, 1, 2, "2° Quadrimestre"},
+              {4, 0, 1, "1° Semestre"},
+              {5, 0, 1, "Anno"},
+              {6, 0, 1, ""},
+              {99, 1, 1, ""}};
+  const auto label = [&](const auto& row) {
+    return calendar.GetDescrizionePeriodo(1, row.periodicity, row.calendarYear, row.period, 2024, 1);
   };
-  const Caso casi[] = {{0, 1, 1, "Gennaio"},
-                       {0, 0, 1, "Luglio"},
-                       {0, 0, 6, "Dicembre"},
-                       {0, 0, 7, "Gennaio"},
-                       {0, 0, 12, "Giugno"},
-                       {0, 1, 2, ""},
-                       {0, 1, 0, ""},
-                       {0, 1, 13, ""},
-                       {1, 0, 3, "3° Bimestre"},
-                       {2, 0, 4, "4° Trimestre"},
-                       {3, 1, 2, "2° Quadrimestre"},
-                       {4, 0, 1, "1° Semestre"},
-                       {5, 0, 1, "Anno"},
-                       {6, 0, 1, ""},
-                       {99, 1, 1, ""}};
-  for (const auto& caso : casi)
-    EXPECT_EQ(calendario.GetDescrizionePeriodo(1, caso.periodicita, caso.solare, caso.periodo, 2024, 1),
-              caso.etichetta);
-  EserciziFinti::anno("20240101", "20241231");
-  EXPECT_EQ(calendario.GetDescrizionePeriodo(1, 0, 0, 12, 2024, 1), "Dicembre");
+  for (const auto& row : rows) EXPECT_EQ(label(row), row.label);
+  FakeYears::year("20240101", "20241231");
+  EXPECT_EQ(calendar.GetDescrizionePeriodo(1, 0, 0, 12, 2024, 1), "Dicembre");
 }
 
 TEST_F(CalendarioTest, NeverReportsAFailureForALabel) {
-  banco.sessione->catalogo = {{28193, "Gennaio"}};
-  EserciziFinti::guasto = true;
-  EXPECT_EQ(calendario.GetDescrizionePeriodo(1, 0, 0, 1, 2024, 1), "");
-  EXPECT_EQ(banco.esito(), "0 ");
-  EserciziFinti::guasto = false;
-  EXPECT_EQ(calendario.GetDescrizionePeriodo(1, 0, 0, 1, 2024, 1), "") << "a year that does not exist";
-  banco.ctx.connessione(nullptr);
-  EXPECT_EQ(calendario.GetDescrizionePeriodo(1, 0, 0, 1, 2024, 1), "");
-  EXPECT_EQ(banco.esito(), "0 ");
-  banco.prop.ActiveInterface = nullptr;
-  EXPECT_EQ(calendario.GetDescrizionePeriodo(1, 2, 0, 1, 2024, 1), "1° ");
-  EXPECT_EQ(banco.esito(), "0 ");
+  session->catalogue = {{28193, "Gennaio"}};
+  FakeYears::broken = true;
+  EXPECT_EQ(calendar.GetDescrizionePeriodo(1, 0, 0, 1, 2024, 1), "");
+  EXPECT_EQ(outcome(), "0 ");
+  FakeYears::broken = false;
+  EXPECT_EQ(calendar.GetDescrizionePeriodo(1, 0, 0, 1, 2024, 1), "") << "a year that does not exist";
+  ctx.connessione(nullptr);
+  EXPECT_EQ(calendar.GetDescrizionePeriodo(1, 0, 0, 1, 2024, 1), "");
+  prop.ActiveInterface = nullptr;
+  EXPECT_EQ(calendar.GetDescrizionePeriodo(1, 2, 0, 1, 2024, 1), "1° ");
+  EXPECT_EQ(outcome(), "0 ");
 }
 
 TEST_F(CalendarioTest, DescribesAccountsOfEveryChartKind) {
-  const char* testi[] = {
-      " SELECT CASE WHEN CG39_DESCR IS NULL \r\n             THEN CG24_DESCR \r\n             ELSE "
-      "CG39_DESCR \r\n"
+  const char* texts[] = {
+      " SELECT CASE WHEN CG39_DESCR IS NULL \r\n             THEN CG24_DESCR \r\n             ELSE CG39_DESCR \r\n"
       "        END AS DESCRIZIONECONTO \r\n FROM  CG24_TABPDC WITH (NOLOCK) \r\n"
       "      LEFT OUTER JOIN CG39_PRSDESPDC WITH (NOLOCK) \r\n      ON CG39_DITTA_CG18 = 7\r\n"
       "      AND CG39_GRUPPO_CG10 = CG24_GRUPPO_CG10 \r\n      AND CG39_CONTO_CG24 = CG24_CONTO \r\n"
@@ -194,31 +187,29 @@ TEST_F(CalendarioTest, DescribesAccountsOfEveryChartKind) {
       " WHERE  CG23_CODICE_CG21 = 2\r\n AND    CG23_CODICE = '6001'\r\n",
       " SELECT PC03_DESCR AS DESCRIZIONECONTO \r\n FROM   PC03_ANAGPDC WITH (NOLOCK) \r\n"
       " WHERE  PC03_CODICE_PC01 = 2\r\n AND    PC03_CONTO = '6001'\r\n"};
-  for (BdgTipoPdc tipo = 1; tipo <= 3; ++tipo) {
-    banco.db->texts.clear();
-    banco.rispondi({"DESCRIZIONECONTO"}, {{"Salari"}});
-    EXPECT_EQ(calendario.GetDescrizioneConto(7, tipo, 2, "6001"), Variant("Salari"));
-    EXPECT_THAT(banco.db->texts, ElementsAre(testi[tipo - 1]));
+  for (BdgTipoPdc kind = 1; kind <= 3; ++kind) {
+    answer({"DESCRIZIONECONTO"}, {{"Salari"}});
+    EXPECT_EQ(calendar.GetDescrizioneConto(7, kind, 2, "6001"), Variant("Salari"));
+    EXPECT_EQ(db->texts.back(), texts[kind - 1]);
   }
-  banco.rispondi({"DESCRIZIONECONTO"}, {});
-  EXPECT_TRUE(calendario.GetDescrizioneConto(7, 1, 2, "6001").isEmpty());
-  banco.db->texts.clear();
-  EXPECT_TRUE(calendario.GetDescrizioneConto(7, 4, 2, "6001").isEmpty());
-  EXPECT_THAT(banco.db->texts, IsEmpty());
-  EXPECT_EQ(banco.esito(), "0 ");
+  answer({"DESCRIZIONECONTO"}, {});
+  EXPECT_TRUE(calendar.GetDescrizioneConto(7, 1, 2, "6001").isEmpty());
+  EXPECT_TRUE(calendar.GetDescrizioneConto(7, 4, 2, "6001").isEmpty());
+  EXPECT_EQ(db->texts.size(), 4u);
+  EXPECT_EQ(outcome(), "0 ");
 }
 
 TEST_F(CalendarioTest, ReadsTheProgressiveOfAYear) {
-  banco.rispondi({"CG19_PROGESER"}, {{3}, {4}});
-  banco.rispondi({"CG19_PROGESER"}, {{Variant::Null()}});
-  banco.rispondi({"CG19_PROGESER"}, {});
-  EXPECT_EQ(calendario.GetProgressivoEsercizio(7, 2024), 3);
-  EXPECT_EQ(banco.db->texts[0],
+  answer({"CG19_PROGESER"}, {{3}, {4}});
+  answer({"CG19_PROGESER"}, {{Variant::Null()}});
+  answer({"CG19_PROGESER"}, {});
+  EXPECT_EQ(calendar.GetProgressivoEsercizio(7, 2024), 3);
+  EXPECT_EQ(db->texts[0],
             " SELECT CG19_PROGESER \r\n FROM   CG19_ANADITTAESER WITH (NOLOCK)\r\n WHERE  CG19_DITTA_CG18 = 7\r\n"
             " AND    CG19_ANNO = 2024\r\n");
-  EXPECT_EQ(calendario.GetProgressivoEsercizio(7, 2024), 0);
-  EXPECT_EQ(calendario.GetProgressivoEsercizio(7, 2024), 0);
-  EXPECT_EQ(banco.esito(), "0 ");
+  EXPECT_EQ(calendar.GetProgressivoEsercizio(7, 2024), 0);
+  EXPECT_EQ(calendar.GetProgressivoEsercizio(7, 2024), 0);
+  EXPECT_EQ(outcome(), "0 ");
 }
 
 }  // namespace

@@ -1,123 +1,114 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "definition/Banco.h"
 #include "definition/CaricaDatiBudget.h"
-#include "definition/EserciziFinti.h"
+#include "support/FakeYears.h"
+#include "support/TestContext.h"
+#include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
 
-using definition_tests::Banco;
-using definition_tests::EserciziFinti;
+using testing_support::FakeYears;
 using values::Date;
 using values::Variant;
 
+struct Setting {
+  std::string column;
+  Variant value;
+  std::string procedure;
+};
+
 /// A budget definition that answers each question by the column it asks for.
-struct CaricaDatiTest : testing::Test {
-  Banco banco;
-  std::vector<std::string> lette;
-  std::map<std::string, Variant> colonne = {
-      {"BU01_INDPERIODO", 2},       {"BU01_INDTIPOPDC", 3},  {"CODICEPDC", 12},     {"BU01_FLGSEDI", 1},
-      {"BU01_INDMULTIATTIVITA", 2}, {"BU01_NUMFORECAST", 3}, {"BU01_INDPERFISO", 0}};
-  CaricaDatiTest() {
-    EserciziFinti::registra();
-    EserciziFinti::anno("20230701", "20241231");
-    banco.prop.TipoBudget = 5;
-    banco.db->onExecute = [this](std::string_view testo) {
-      for (const auto& [colonna, valore] : colonne) {
-        if (testo.find(colonna == "CODICEPDC" ? "CODICEPDC" : "SELECT " + colonna) == testo.npos) continue;
-        lette.push_back(colonna);
-        if (valore == Variant("guasto")) throw values::Errore("boom");
-        banco.rispondi({colonna}, {{valore}});
-      }
+struct CaricaDatiTest : testing::Test, testing_support::TestContext {
+  std::size_t questions = 0;
+  std::vector<Setting> settings = {{"SELECT BU01_INDPERIODO", 2, "GetPeriodicitaBudget"},
+                                   {"SELECT BU01_INDTIPOPDC", 3, "GetTipoPdC"},
+                                   {"AS CODICEPDC", 12, "GetCodicePdC"},
+                                   {"SELECT BU01_FLGSEDI", 1, "GetGestioneSede"},
+                                   {"SELECT BU01_INDMULTIATTIVITA", 2, "GetTipoGestioneMultiAttivita"},
+                                   {"SELECT BU01_NUMFORECAST", 3, "GetNumeroForecast"},
+                                   {"SELECT BU01_INDPERFISO", 0, "GetAnnoBudgetFiscaleSolare"}};
+  CaricaDatiTest() : TestContext(5) {
+    FakeYears::install("20230701", "20241231");
+    session->chart = "PDCSESS";
+    db->onExecute = [this](std::string_view text) {
+      const auto& setting = settings.at(questions++ % settings.size());
+      EXPECT_NE(text.find(setting.column), text.npos) << text;
+      if (setting.value == Variant("broken")) throw values::Errore("boom");
+      answer({setting.column.substr(setting.column.rfind(' ') + 1)}, {{setting.value}});
     };
   }
 };
 
 TEST_F(CaricaDatiTest, LoadsTheDefinitionInOrder) {
-  ASSERT_TRUE(GetDatiBudget(banco.ctx));
-  const auto& dati = banco.ctx.dati;
-  EXPECT_THAT(lette, testing::ElementsAre("BU01_INDPERIODO", "BU01_INDTIPOPDC", "CODICEPDC", "BU01_FLGSEDI",
-                                          "BU01_INDMULTIATTIVITA", "BU01_NUMFORECAST", "BU01_INDPERFISO"));
-  EXPECT_EQ(dati.natura, 0);
-  EXPECT_EQ(dati.periodicita, 2);
-  EXPECT_EQ(values::toInt32(dati.numeroPeriodi), 4);
-  EXPECT_EQ(dati.tipoPdc, 3);
-  EXPECT_EQ(dati.codicePdc, Variant(12));
-  EXPECT_TRUE(dati.gestioneSede);
-  EXPECT_EQ(dati.tipoMultiAttivita, 2);
-  EXPECT_EQ(dati.numeroForecast, 3);
-  EXPECT_EQ(dati.fiscaleSolare, 0);
-  EXPECT_EQ(dati.dataInizio, Variant(Date::FromYmd(2023, 7, 1)));
-  EXPECT_EQ(dati.dataFine, Variant(Date::FromYmd(2024, 6, 30)));
-  EXPECT_EQ(values::toInt32(dati.periodoIniziale), 1);
-  EXPECT_EQ(values::toInt32(dati.periodoFinale), 4);
-  EXPECT_EQ(EserciziFinti::ultimaDomanda, "DateInizioFine 1 2024 1");
-}
+  ASSERT_TRUE(GetDatiBudget(ctx)) << outcome();
+  EXPECT_EQ(questions, settings.size());
+  const auto& data = ctx.dati;
+  EXPECT_EQ(data.natura, 0);
+  EXPECT_EQ(data.periodicita, 2);
+  EXPECT_EQ(values::toInt32(data.numeroPeriodi), 4);
+  EXPECT_EQ(data.tipoPdc, 3);
+  EXPECT_EQ(data.codicePdc, Variant(12));
+  EXPECT_TRUE(data.gestioneSede);
+  EXPECT_EQ(data.tipoMultiAttivita, 2);
+  EXPECT_EQ(data.numeroForecast, 3);
+  EXPECT_EQ(data.fiscaleSolare, 0);
+  EXPECT_EQ(data.dataInizio, Variant(Date::FromYmd(2023, 7, 1)));
+  EXPECT_EQ(data.dataFine, Variant(Date::FromYmd(2024, 6, 30)));
+  EXPECT_EQ(values::toInt32(data.periodoIniziale), 1);
+  EXPECT_EQ(values::toInt32(data.periodoFinale), 4);
+  EXPECT_EQ(FakeYears::lastQuestion, "DateInizioFine 99 2024 1");
 
-TEST_F(CaricaDatiTest, CountsPeriodsFromJanuaryForACalendarYearBudget) {
-  colonne["BU01_INDPERFISO"] = 1;
-  ASSERT_TRUE(GetDatiBudget(banco.ctx));
-  EXPECT_EQ(values::toInt32(banco.ctx.dati.periodoIniziale), 3);
-  EXPECT_EQ(values::toInt32(banco.ctx.dati.periodoFinale), 2);
+  settings.back().value = 1;  // a calendar year
+  ASSERT_TRUE(GetDatiBudget(ctx));
+  EXPECT_EQ(values::toInt32(data.periodoIniziale), 3);
+  EXPECT_EQ(values::toInt32(data.periodoFinale), 2);
 }
 
 TEST_F(CaricaDatiTest, TakesTheSessionsChartForALedgerBudget) {
-  banco.prop.TipoBudget = 0;
-  ASSERT_TRUE(GetDatiBudget(banco.ctx));
-  EXPECT_EQ(banco.ctx.dati.tipoPdc, bdgPdcCoGe);
-  EXPECT_EQ(banco.ctx.dati.codicePdc, Variant("PDCSESS"));
-  EXPECT_EQ(banco.prop.CodicePdcCoGeDitta, Variant("PDCSESS"));
+  prop.TipoBudget = 0;
+  settings.erase(settings.begin() + 1, settings.begin() + 3);
+  ASSERT_TRUE(GetDatiBudget(ctx));
+  EXPECT_EQ(ctx.dati.tipoPdc, bdgPdcCoGe);
+  EXPECT_EQ(ctx.dati.codicePdc, Variant("PDCSESS"));
+  EXPECT_EQ(prop.CodicePdcCoGeDitta, Variant("PDCSESS"));
 }
 
 TEST_F(CaricaDatiTest, LeavesThePeriodsOpenWithoutDatesOrPeriodicity) {
-  ASSERT_TRUE(GetDatiBudget(banco.ctx));
-  EserciziFinti::inizio = Variant();
-  ASSERT_TRUE(GetDatiBudget(banco.ctx));
-  EXPECT_TRUE(banco.ctx.dati.dataInizio.isEmpty());
-  EXPECT_TRUE(banco.ctx.dati.periodoIniziale.isEmpty());
-
-  EserciziFinti::anno("20240101", "20241231");
-  colonne["BU01_INDPERIODO"] = 99;
-  ASSERT_TRUE(GetDatiBudget(banco.ctx));
-  EXPECT_TRUE(banco.ctx.dati.periodoFinale.isEmpty());
-}
-
-TEST_F(CaricaDatiTest, LoadsNothingWithoutASubtype) {
-  banco.prop.SottoTipoBudget = "  ";
-  EXPECT_FALSE(GetDatiBudget(banco.ctx));
-  EXPECT_TRUE(lette.empty());
+  ASSERT_TRUE(GetDatiBudget(ctx));
+  FakeYears::year("", "");
+  ASSERT_TRUE(GetDatiBudget(ctx));
+  EXPECT_TRUE(ctx.dati.dataInizio.isEmpty());
+  EXPECT_TRUE(ctx.dati.periodoIniziale.isEmpty());
+  FakeYears::year("20240101", "20241231");
+  settings.front().value = 99;
+  ASSERT_TRUE(GetDatiBudget(ctx));
+  EXPECT_TRUE(ctx.dati.periodoFinale.isEmpty());
 }
 
 TEST_F(CaricaDatiTest, StopsAtTheFirstFailureAndKeepsItsName) {
-  const std::pair<const char*, const char*> guasti[] = {{"BU01_INDPERIODO", "GetPeriodicitaBudget"},
-                                                        {"BU01_INDTIPOPDC", "GetTipoPdC"},
-                                                        {"CODICEPDC", "GetCodicePdC"},
-                                                        {"BU01_FLGSEDI", "GetGestioneSede"},
-                                                        {"BU01_INDMULTIATTIVITA", "GetTipoGestioneMultiAttivita"},
-                                                        {"BU01_NUMFORECAST", "GetNumeroForecast"},
-                                                        {"BU01_INDPERFISO", "GetAnnoBudgetFiscaleSolare"}};
-  const auto buone = colonne;
-  for (const auto& [colonna, procedura] : guasti) {
-    colonne = buone;
-    colonne[colonna] = "guasto";
-    lette.clear();
-    EXPECT_FALSE(GetDatiBudget(banco.ctx));
-    EXPECT_EQ(banco.esito(), std::string("99 boom in ") + procedura);
-    EXPECT_EQ(lette.back(), colonna);
-    banco.db->answers.clear();
+  const auto good = settings;
+  for (std::size_t i = 0; i < good.size(); ++i) {
+    settings = good;
+    settings[i].value = "broken";
+    questions = 0;
+    EXPECT_FALSE(GetDatiBudget(ctx));
+    EXPECT_EQ(outcome(), "99 boom in " + good[i].procedure);
+    EXPECT_EQ(questions, i + 1);
   }
-  colonne = buone;
-  EserciziFinti::guasto = true;
-  EXPECT_FALSE(GetDatiBudget(banco.ctx));
-  EXPECT_EQ(banco.esito(), "99 boom in DeterminaDateInizioFineEsercizio");
-}
-
-TEST_F(CaricaDatiTest, IsRefusedWithoutAConnection) {
-  banco.ctx.connessione(nullptr);
-  EXPECT_FALSE(GetDatiBudget(banco.ctx));
-  EXPECT_EQ(banco.esito(), "1 Non è stata definita la stringa di connessione");
+  settings = good;
+  questions = 0;
+  FakeYears::broken = true;
+  EXPECT_FALSE(GetDatiBudget(ctx));
+  EXPECT_EQ(outcome(), "99 boom in DeterminaDateInizioFineEsercizio");
+  prop.SottoTipoBudget = "  ";
+  questions = 0;
+  EXPECT_FALSE(GetDatiBudget(ctx));
+  EXPECT_EQ(questions, 0u);
+  prop.SottoTipoBudget = "A1";
+  ctx.connessione(nullptr);
+  EXPECT_FALSE(GetDatiBudget(ctx));
+  EXPECT_EQ(outcome(), "1 Non è stata definita la stringa di connessione");
 }
 
 }  // namespace

@@ -1,86 +1,86 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <map>
+#include <regex>
 #include <set>
 
 #include "definition/Colonne.h"
-#include "definition/Ddl.h"
 #include "values/Errore.h"
 
 namespace {
 
-using definition_tests::leggiDdl;
+/// The columns of the tables as the statement files declare them: declared["CG31_SEDI"]["CG31_CODICE"] is
+/// "DECIMAL(2,0)".
+const auto& declared() {
+  static const auto columns = [] {
+    const std::regex table(R"(CREATE TABLE (\w+) \()"), column(R"(\s+(\w+)\s+([A-Z]+(\([0-9,]+\))?).*NULL.*)");
+    std::map<std::string, std::map<std::string, std::string>, std::less<>> found;
+    for (const char* name : {"10_suite", "20_accounts", "30_movements", "40_codes", "50_budget"}) {
+      std::ifstream file(std::string(BUKORVAL_SOURCE_DIR) + "/schema/" + name + ".sql");
+      std::smatch match;
+      for (std::string line, current; std::getline(file, line);) {
+        if (std::regex_search(line, match, table)) current = match[1];
+        if (std::regex_match(line, match, column)) found[current][match[1]] = match[2];
+      }
+    }
+    return found;
+  }();
+  return columns;
+}
 
-std::string tipoDdl(const bukorval::Colonna& colonna) {
-  const auto lunghezza = std::to_string(colonna.lunghezza);
-  switch (colonna.tipo) {
-    case ado::adChar: return "CHAR(" + lunghezza + ")";
-    case ado::adVarWChar: return "NVARCHAR(" + lunghezza + ")";
-    case ado::adDecimal: return "DECIMAL(" + lunghezza + ",0)";
+std::string typeOf(std::string_view table, std::string_view column) {
+  const auto found = declared().find(table);
+  if (found == declared().end()) return "no " + std::string(table);
+  const auto cell = found->second.find(std::string(column));
+  return cell == found->second.end() ? "no " + std::string(column) : cell->second;
+}
+
+std::string typeOf(const bukorval::Colonna& column) {
+  const auto length = std::to_string(column.lunghezza);
+  switch (column.tipo) {
+    case ado::adChar: return "CHAR(" + length + ")";
+    case ado::adVarWChar: return "NVARCHAR(" + length + ")";
+    case ado::adDecimal: return "DECIMAL(" + length + ",0)";
     case ado::adSmallInt: return "SMALLINT";
     case ado::adDBTimeStamp: return "DATETIME";
     default: return "?";
   }
 }
 
-TEST(Colonne, AgreeWithTheTable) {
-  const auto ddl = leggiDdl();
-  const auto& tabella = ddl.at("BU65_TESBUDGET");
-  EXPECT_EQ(tabella.size(), bukorval::colonneBU65().size());
-  for (const auto& colonna : bukorval::colonneBU65()) {
-    const auto trovata = tabella.find(std::string(colonna.nome));
-    ASSERT_NE(trovata, tabella.end()) << colonna.nome;
-    EXPECT_EQ(trovata->second, tipoDdl(colonna)) << colonna.nome;
-  }
+/// A description's table has the columns that the join names, with the types of what they are joined to.
+template <class Description>
+void expectKeysOfTheirType(const Description& description, const bukorval::Colonna& column) {
+  EXPECT_TRUE(typeOf(description.tabella, description.campo).starts_with("NVARCHAR")) << column.nome;
+  EXPECT_EQ(typeOf(description.tabella, description.codice), typeOf(column)) << column.nome;
+  for (const auto& [field, value] : description.altre)
+    if (value.starts_with("BU65_")) {
+      EXPECT_EQ(typeOf(description.tabella, field), typeOf(bukorval::colonnaBU65(value))) << column.nome;
+    }
 }
 
-TEST(Colonne, AreDescribedByTablesWithKeysOfTheirType) {
-  const auto ddl = leggiDdl();
-  const auto colonnaDi = [&](std::string_view tabella, std::string_view campo) {
-    const auto& campi = ddl.at(std::string(tabella));
-    const auto trovata = campi.find(std::string(campo));
-    return trovata == campi.end() ? "no " + std::string(campo) : trovata->second;
-  };
-  for (const auto& colonna : bukorval::colonneBU65()) {
-    if (!colonna.haDescrizione()) continue;
-    const auto& descrizione = colonna.descrizione;
-    ASSERT_TRUE(ddl.contains(std::string(descrizione.tabella))) << descrizione.tabella;
-    EXPECT_TRUE(colonnaDi(descrizione.tabella, descrizione.campo).starts_with("NVARCHAR")) << colonna.nome;
-    EXPECT_EQ(colonnaDi(descrizione.tabella, descrizione.codice), tipoDdl(colonna)) << colonna.nome;
-    for (const auto& [campo, valore] : descrizione.altre)
-      if (valore.starts_with("BU65_")) {
-        EXPECT_EQ(colonnaDi(descrizione.tabella, campo), tipoDdl(bukorval::colonnaBU65(valore))) << colonna.nome;
-      }
+TEST(Colonne, AgreeWithTheTables) {
+  EXPECT_EQ(declared().find("BU65_TESBUDGET")->second.size(), bukorval::colonneBU65().size());
+  for (const auto& column : bukorval::colonneBU65()) {
+    EXPECT_EQ(typeOf("BU65_TESBUDGET", column.nome), typeOf(column)) << column.nome;
+    if (!column.haDescrizione()) continue;
+    expectKeysOfTheirType(column.descrizione, column);
+    if (!column.descrizione.diDitta.tabella.empty()) expectKeysOfTheirType(column.descrizione.diDitta, column);
   }
+  EXPECT_EQ(bukorval::colonnaBU65(" bu65_area_mg08 ").nome, "BU65_AREA_MG08");
+  EXPECT_THROW(bukorval::colonnaBU65("BU65_AREA"), values::Errore);
 }
 
 TEST(Colonne, EveryAnalysisColumnBelongsToAnElement) {
-  std::set<std::string_view> codici, colonne;
-  for (const auto& elemento : bukorval::elementiStruttura()) {
-    EXPECT_EQ(elemento.codice.size(), 3u) << elemento.codice;
-    EXPECT_TRUE(codici.insert(elemento.codice).second) << elemento.codice;
-    for (const auto colonna : elemento.colonne)
-      if (!colonna.empty()) colonne.insert(bukorval::colonnaBU65(colonna).nome);
+  std::set<std::string_view> codes, columns;
+  for (const auto& element : bukorval::elementiStruttura()) {
+    EXPECT_EQ(element.codice.size(), 3u) << element.codice;
+    EXPECT_TRUE(codes.insert(element.codice).second) << element.codice;
+    for (const auto column : element.colonne)
+      if (!column.empty()) columns.insert(bukorval::colonnaBU65(column).nome);
   }
-  for (const auto& colonna : bukorval::colonneBU65())
-    EXPECT_TRUE(colonne.contains(colonna.nome) || !colonna.haDescrizione()) << colonna.nome;
-}
-
-TEST(Colonne, TheGridsAnalysisColumnsAreKnown) {
-  for (const char* nome :
-       {"BU65_INDCOSRIC_BU07", "BU65_SCHEDA_BU07",   "BU65_FLGBUDGET",           "BU65_FLGCFLOW",
-        "BU65_CODICE_CG31",    "BU65_CLIFOR_CG44",   "BU65_MACROAREA_MG07",      "BU65_AREA_MG08",
-        "BU65_ZONA_MG09",      "BU65_MACROCAT_MG10", "BU65_CATEG_MG11",          "BU65_SOTTCAT_MG12",
-        "BU65_RAGGRCF1_MG31",  "BU65_RAGGRCF2_MG32", "BU65_RAGGRCF3_MG33",       "BU65_IDAGENTE_MG17",
-        "BU65_CODART_MG66",    "BU65_OPZIONE_MG5E",  "BU65_LINGUA_MG52",         "BU65_FAM_MG53",
-        "BU65_SFAM_MG54",      "BU65_GRUPPO_MG55",   "BU65_SGRUPPO_MG56",        "BU65_GRUSTAT1_MG74",
-        "BU65_GRUSTAT2_MG75",  "BU65_GRUSTAT3_MG76", "BU65_GRUSTAT4_MG77",       "BU65_APPLIC_MG57",
-        "BU65_DEP_MG58",       "BU65_GRUPFIS_MG61",  "BU65_MARCA_MG64",          "BU65_PROGETTO_PD68",
-        "BU65_SPROGETTO_PD69", "BU65_NODO_PD0C",     "BU65_NODORIF_PD0C",        "BU65_COMMESSA_PD25",
-        "BU65_SCOMMESSA_PD25", "BU65_CONTO_CG24",    "BU65_CODICE_CG23",         "BU65_CONTO_PC03",
-        "BU65_VDS_PC03",       "BU65_CONTOPDC_PC03", "BU65_CONTOCONTROPART_PC03"})
-    EXPECT_NO_THROW(bukorval::colonnaBU65(nome)) << nome;
-  EXPECT_EQ(bukorval::colonnaBU65(" bu65_area_mg08 ").nome, "BU65_AREA_MG08");
-  EXPECT_THROW(bukorval::colonnaBU65("BU65_AREA"), values::Errore);
+  for (const auto& column : bukorval::colonneBU65())
+    EXPECT_TRUE(columns.contains(column.nome) || !column.haDescrizione()) << column.nome;
 }
 
 }  // namespace

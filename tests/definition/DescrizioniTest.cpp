@@ -2,8 +2,8 @@
 
 #include <set>
 
-#include "definition/Banco.h"
 #include "definition/Descrizioni.h"
+#include "support/TestContext.h"
 
 namespace {
 
@@ -11,36 +11,35 @@ using namespace bukorval;
 using values::Variant;
 
 TEST(Descrizioni, EveryCodeHasWordsOfItsOwnInBothForms) {
-  definition_tests::Banco banco;
-  auto& ctx = banco.ctx;
-  const auto distinte = [](int da, int a, auto descrivi) {
-    for (const Variant& forma : {Variant(), Variant(1)}) {
-      std::set<std::string> parole;
-      for (int codice = da; codice <= a; ++codice) parole.insert(descrivi(codice, forma));
-      EXPECT_EQ(parole.size(), static_cast<std::size_t>(a - da + 1));
-      EXPECT_FALSE(parole.contains(""));
-      EXPECT_EQ(descrivi(da - 1, forma), "");
-      EXPECT_EQ(descrivi(a + 1, forma), "");
+  testing_support::TestContext context;
+  auto& ctx = context.ctx;
+  const auto distinct = [](int from, int to, auto describe) {
+    for (const Variant& form : {Variant(), Variant(1)}) {
+      std::set<std::string> words;
+      for (int code = from; code <= to; ++code) words.insert(describe(code, form));
+      EXPECT_EQ(words.size(), static_cast<std::size_t>(to - from + 1));
+      EXPECT_FALSE(words.contains(""));
+      EXPECT_EQ(describe(from - 1, form), "");
+      EXPECT_EQ(describe(to + 1, form), "");
     }
   };
-  distinte(0, 9, [&](int codice, const Variant& forma) {
-    return forma.isEmpty() ? GetDescrizioneTipoBudget(ctx, codice) : GetDescrizioneTipoBudgetShort(ctx, codice);
+  distinct(0, 9, [&](int code, const Variant& form) {
+    return form.isEmpty() ? GetDescrizioneTipoBudget(ctx, code) : GetDescrizioneTipoBudgetShort(ctx, code);
   });
-  distinte(0, 5, [&](int codice, const Variant& forma) { return GetDes_BdgPeriodicita(ctx, codice, forma); });
-  distinte(0, 1, [&](int codice, const Variant& forma) { return GetDes_BdgPeriodoFiscaleSolare(ctx, codice, forma); });
-  distinte(1, 3, [&](int codice, const Variant& forma) { return GetDes_BdgTipoPdc(ctx, codice, forma); });
-  distinte(0, 2,
-           [&](int codice, const Variant& forma) { return GetDes_BdgTipoGestioneMultiAttivita(ctx, codice, forma); });
+  distinct(0, 5, [&](int code, const Variant& form) { return GetDes_BdgPeriodicita(ctx, code, form); });
+  distinct(0, 1, [&](int code, const Variant& form) { return GetDes_BdgPeriodoFiscaleSolare(ctx, code, form); });
+  distinct(1, 3, [&](int code, const Variant& form) { return GetDes_BdgTipoPdc(ctx, code, form); });
+  distinct(0, 2, [&](int code, const Variant& form) { return GetDes_BdgTipoGestioneMultiAttivita(ctx, code, form); });
 }
 
 TEST(Descrizioni, YesAndNoInAnyForm) {
-  definition_tests::Banco banco;
-  for (const Variant& si : {Variant(1), Variant(-1), Variant(true), Variant("1")})
-    EXPECT_EQ(GetDes_BdgSiNo(banco.ctx, si), "Sì");
-  EXPECT_EQ(GetDes_BdgSiNo(banco.ctx, 0, 1), "N");
-  EXPECT_EQ(GetDes_BdgSiNo(banco.ctx, Variant::Null()), "");
-  EXPECT_EQ(GetDes_BdgSiNo(banco.ctx, "forse"), "");
-  EXPECT_EQ(banco.ctx.stato(), 99);
+  testing_support::TestContext context;
+  for (const Variant& yes : {Variant(1), Variant(-1), Variant(true), Variant("1")})
+    EXPECT_EQ(GetDes_BdgSiNo(context.ctx, yes), "Sì");
+  EXPECT_EQ(GetDes_BdgSiNo(context.ctx, 0, 1), "N");
+  EXPECT_EQ(GetDes_BdgSiNo(context.ctx, Variant::Null()), "");
+  EXPECT_EQ(GetDes_BdgSiNo(context.ctx, "forse"), "");
+  EXPECT_EQ(context.ctx.stato(), 99);
 }
 
 }  // namespace

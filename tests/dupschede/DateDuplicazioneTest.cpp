@@ -1,39 +1,37 @@
 #include <gtest/gtest.h>
 
 #include "dupschede/DateDuplicazione.h"
-#include "support/ContestoDiProva.h"
+#include "support/TestContext.h"
+#include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
 
 using values::Date;
+using values::Variant;
 
 TEST(DateDuplicazione, DatesKeepTheirPlaceInTheYear) {
-  struct Caso {
-    Date data, origine, destinazione, attesa;
-  };
-  const Date gennaio2011 = Date::FromYmd(2011, 1, 1);
-  const Date gennaio2012 = Date::FromYmd(2012, 1, 1);
-  const Date gennaio2013 = Date::FromYmd(2013, 1, 1);
-  const Date luglio2011 = Date::FromYmd(2011, 7, 1);
-  const Caso casi[] = {
-      {Date::FromYmd(2011, 1, 31), gennaio2011, gennaio2012, Date::FromYmd(2012, 1, 31)},
-      {Date::FromYmd(2012, 2, 29), gennaio2012, gennaio2013, Date::FromYmd(2013, 2, 28)},
-      {Date::FromYmd(2011, 2, 28), gennaio2011, gennaio2012, Date::FromYmd(2012, 2, 29)},
-      {Date::FromYmd(2012, 2, 28), gennaio2012, gennaio2013, Date::FromYmd(2013, 2, 28)},
-      {Date::FromYmd(2011, 1, 30), gennaio2011, luglio2011, Date::FromYmd(2011, 7, 30)},
-      {Date::FromYmd(2011, 6, 15), gennaio2011, luglio2011, Date::FromYmd(2011, 12, 15)},
+  const struct {
+    const char *date, *source, *destination, *moved;
+  } rows[] = {
+      {"20110131", "20110101", "20120101", "20120131"},
+      {"20120229", "20120101", "20130101", "20130228"},
+      {"20110228", "20110101", "20120101", "20120229"},
+      {"20120228", "20120101", "20130101", "20130228"},
+      {"20110130", "20110101", "20110701", "20110730"},
+      {"20110615", "20110101", "20110701", "20111215"},
       // 30 August falls on the eighth month; from July that is February, which has no 30th.
-      {Date::FromYmd(2011, 8, 30), gennaio2011, luglio2011, Date::FromYmd(2012, 3, 1)},
-      {Date::FromYmd(2010, 12, 10), gennaio2011, gennaio2012, Date::FromYmd(2011, 12, 10)},
-      {Date::FromYmd(2012, 3, 10), gennaio2011, gennaio2012, Date::FromYmd(2013, 3, 10)},
+      {"20110830", "20110101", "20110701", "20120301"},
+      {"20101210", "20110101", "20120101", "20111210"},
+      {"20120310", "20110101", "20120101", "20130310"},
   };
-  testing_support::ContestoDiProva prova;
-  for (const auto& caso : casi) {
-    const auto spostata = BdgDupSchede_AttualizzaData(prova.ctx, caso.data, caso.origine, caso.destinazione);
-    EXPECT_EQ(values::toDate(spostata).toSql(), caso.attesa.toSql()) << caso.data.toSql();
+  testing_support::TestContext context;
+  const auto day = [](const char* text) { return Variant(*Date::TryParse(text)); };
+  for (const auto& row : rows) {
+    const auto moved = BdgDupSchede_AttualizzaData(context.ctx, day(row.date), day(row.source), day(row.destination));
+    EXPECT_EQ(moved, day(row.moved)) << row.date;
   }
-  EXPECT_TRUE(BdgDupSchede_AttualizzaData(prova.ctx, values::Variant::Null(), gennaio2011, gennaio2012).isEmpty());
+  EXPECT_TRUE(BdgDupSchede_AttualizzaData(context.ctx, Variant::Null(), day("20110101"), day("20120101")).isEmpty());
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "elaeco/Scostamenti.h"
-#include "support/ContestoDiProva.h"
+#include "support/TestContext.h"
 #include "values/Conversion.h"
 
 namespace bukorval {
@@ -11,8 +11,8 @@ namespace {
 using testing_support::rows;
 using values::Variant;
 
-struct Prova : testing_support::ContestoDiProva {
-  Prova() {
+struct Deviations : testing::Test, testing_support::TestContext {
+  Deviations() {
     prop.RstScostPerConto =
         rows({"CONTO", "FLGPERIODI", "PERCSCOST"}, {{"50000000", 0, 10},
                                                     {"50010000", 0, 0},
@@ -21,22 +21,22 @@ struct Prova : testing_support::ContestoDiProva {
                                                     {"51000000", Variant::Null(), Variant::Null()}});
     prop.RstScostPerPeriodo =
         rows({"CONTO", "PERIODO", "PERCSCOST"}, {{"50020001", 3, -25}, {"50020001", 4, 0}, {"50990000", 5, 2}});
+    prop.PercentualeScostamento = 4;
   }
-  Variant chiedi(BdgTipoScostamento tipo, const Variant& conto, const Variant& periodo) {
-    prop.TipoScostamento = tipo;
-    return Scostamenti(ctx).GetPercentualeScostamento(conto, periodo);
+  Variant ask(BdgTipoScostamento kind, const Variant& account, const Variant& period) {
+    prop.TipoScostamento = kind;
+    return bukorval::Scostamenti(ctx).GetPercentualeScostamento(account, period);
   }
 };
 
-TEST(Scostamenti, EverySourceGivesItsPercentage) {
-  struct Caso {
-    const char* nome;
-    BdgTipoScostamento tipo;
-    Variant conto;
-    Variant periodo;
-    double attesa;
-  };
-  const Caso casi[] = {
+TEST_F(Deviations, EverySourceGivesItsPercentage) {
+  const struct {
+    const char* name;
+    BdgTipoScostamento kind;
+    Variant account;
+    Variant period;
+    double expected;
+  } cases[] = {
       {"fixed", 0, "50010001", 1, 4},
       {"none", 99, "50010001", 1, 0},
       {"own row", 2, "50020000", 1, 7.5},
@@ -56,65 +56,54 @@ TEST(Scostamenti, EverySourceGivesItsPercentage) {
       {"by period 0", 3, "50020001", 0, 0},
   };
   // One context for all cases: an earlier search leaves its filter on the sets and must not mislead the next one.
-  Prova prova;
-  prova.prop.PercentualeScostamento = 4;
-  for (const auto& caso : casi) {
-    const auto risultato = prova.chiedi(caso.tipo, caso.conto, caso.periodo);
-    EXPECT_DOUBLE_EQ(values::toDouble(risultato), caso.attesa) << caso.nome;
-    EXPECT_EQ(prova.ctx.stato(), bdgStatoOk) << caso.nome << ": " << prova.ctx.errore();
+  for (const auto& c : cases) {
+    EXPECT_DOUBLE_EQ(values::toDouble(ask(c.kind, c.account, c.period)), c.expected) << c.name;
+    EXPECT_EQ(outcome(), "0 ") << c.name;
   }
+  EXPECT_TRUE(ask(1, "50010001", 1).isEmpty()) << "an unknown source";
+  prop.PercentualeScostamento = Variant::Null();
+  EXPECT_EQ(values::toInt32(ask(0, "50010001", 1)), 0);
 }
 
-TEST(Scostamenti, AnUnknownSourceIsEmptyAndANullPercentageIsZero) {
-  Prova prova;
-  EXPECT_TRUE(prova.chiedi(1, "50010001", 1).isEmpty());
-  prova.prop.PercentualeScostamento = Variant::Null();
-  EXPECT_EQ(values::toInt32(prova.chiedi(0, "50010001", 1)), 0);
+TEST_F(Deviations, FailuresKeepTheNameOfTheInnermostQuestion) {
+  prop.RstScostPerPeriodo = nullptr;
+  ask(2, "50020001", 3);
+  EXPECT_THAT(ctx.errore(), testing::EndsWith(" in GetPercentualeDaRstScostPerPeriodo"));
+  prop.RstScostPerConto = rows({"CODICE"}, {{"x"}});
+  ask(2, "50020001", 3);
+  EXPECT_THAT(ctx.errore(), testing::EndsWith(" in GetPercentualeDaRstScostPerConto "));
+  ask(0, "50020001", "x");
+  EXPECT_THAT(ctx.errore(), testing::EndsWith(" in GetPercentualeScostamento"));
 }
 
-TEST(Scostamenti, FailuresKeepTheNameOfTheInnermostQuestion) {
-  Prova prova;
-  prova.prop.RstScostPerPeriodo = nullptr;
-  prova.chiedi(2, "50020001", 3);
-  EXPECT_THAT(prova.ctx.errore(), testing::EndsWith(" in GetPercentualeDaRstScostPerPeriodo"));
-  prova.prop.RstScostPerConto = rows({"CODICE"}, {{"x"}});
-  prova.chiedi(2, "50020001", 3);
-  EXPECT_THAT(prova.ctx.errore(), testing::EndsWith(" in GetPercentualeDaRstScostPerConto "));
-  prova.chiedi(0, "50020001", "x");
-  EXPECT_THAT(prova.ctx.errore(), testing::EndsWith(" in GetPercentualeScostamento"));
-}
-
-TEST(Scostamenti, TheClientsSetsAreLeftAsTheLastSearchFilteredThem) {
-  Prova prova;
-  auto& conti = *prova.prop.RstScostPerConto;
-  auto& periodi = *prova.prop.RstScostPerPeriodo;
+TEST_F(Deviations, TheClientsSetsAreLeftAsTheLastSearchFilteredThem) {
+  auto& conti = *prop.RstScostPerConto;
+  auto& periodi = *prop.RstScostPerPeriodo;
   conti.Filter("PERCSCOST > 5");
-  (*prova.prop.RstScostPerConto)["PERCSCOST"].Value(11);  // an edit under way counts
-  EXPECT_EQ(values::toInt32(prova.chiedi(2, "50030001", 1)), 11);
+  (*prop.RstScostPerConto)["PERCSCOST"].Value(11);  // an edit under way counts
+  EXPECT_EQ(values::toInt32(ask(2, "50030001", 1)), 11);
   EXPECT_EQ(conti.Filter(), "CONTO = '50000000'");
   EXPECT_EQ(conti.RecordCount(), 1);
   EXPECT_EQ(values::toInt32(conti["PERCSCOST"].Value()), 11);
   EXPECT_EQ(periodi.Filter(), "");
-  prova.chiedi(3, "50020001", 9);
+  ask(3, "50020001", 9);
   EXPECT_EQ(periodi.Filter(), "CONTO = '50020001' AND PERIODO = 9");
   EXPECT_TRUE(periodi.Eof());
-  prova.chiedi(3, "", 5);
+  ask(3, "", 5);
   EXPECT_EQ(periodi.Filter(), "PERIODO = 5");
   EXPECT_EQ(values::toInt32(periodi["PERCSCOST"].Value()), 2);
 }
 
-TEST(Scostamenti, TheParentOfAnAccountIsOneLevelUp) {
-  Prova prova;
-  const std::pair<const char*, const char*> casi[] = {
-      {"50010001", "50010000"},
-      {"50010000", "50000000"},
-      {"52000000", "50000000"},
-      {"50000000", ""},
-      {"00000000", ""},
-      {"", ""},
-      {"5001000107", "5001000100"},
-  };
-  for (const auto& [conto, padre] : casi) EXPECT_EQ(values::toText(GetContoPadre(prova.ctx, 1, conto)), padre) << conto;
+TEST_F(Deviations, TheParentOfAnAccountIsOneLevelUp) {
+  const std::pair<const char*, const char*> cases[] = {{"50010001", "50010000"},
+                                                       {"50010000", "50000000"},
+                                                       {"52000000", "50000000"},
+                                                       {"50000000", ""},
+                                                       {"00000000", ""},
+                                                       {"5001000107", "5001000100"},
+                                                       {"", ""}};
+  for (const auto& [account, parent] : cases)
+    EXPECT_EQ(values::toText(GetContoPadre(ctx, 1, account)), parent) << account;
 }
 
 }  // namespace

@@ -5,7 +5,8 @@
 #include <functional>
 #include <utility>
 
-#include "elaeco/Azienda.h"
+#include "elaeco/Company.h"
+#include "elaeco/ScriviBudget.h"
 
 namespace elaeco_tests {
 namespace {
@@ -14,219 +15,182 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// A half-yearly budget with 10 a month proposed for goods and 1 for services.
-struct Proposta : Azienda {
-  Proposta() {
-    definisci(4);
-    situazione.saldi = [](const std::string&) { return std::vector{dare("50010001", "10"), dare("50010002", "1")}; };
+struct Proposal : Company {
+  Proposal() {
+    periodicity(4);
+    everyMonth({debit("50010001", "10"), debit("50010002", "1")});
   }
   /// Edits the rows that a filter shows, and leaves the filter on the set.
-  void modifica(const std::string& filtro, const char* campo, const Variant& valore) {
-    auto& righe = *prop.RstSaldiElaEco;
-    righe.Filter(filtro);
-    for (; !righe.Eof(); righe.MoveNext()) {
-      righe[campo].Value(valore);
-      righe.Update();
+  void edit(const std::string& filter, const char* field, const Variant& value) {
+    auto& rows = *prop.RstSaldiElaEco;
+    rows.Filter(filter);
+    for (; !rows.Eof(); rows.MoveNext()) {
+      rows[field].Value(value);
+      rows.Update();
     }
   }
-  void popolaEScrivi() {
-    ASSERT_TRUE(popola()) << esito();
-    scrivi();
+  void proposeAndWrite() {
+    ASSERT_TRUE(propose()) << outcome();
+    write();
   }
-  std::vector<std::string> mancanti() const {
-    std::vector<std::string> conti;
-    const auto rst = prop.RstContiNonPresentiInStruttura->Clone();
-    for (; !rst->Eof(); rst->MoveNext())
-      conti.push_back(values::toPlainText((*rst)["CONTO"].Value()) + " " +
-                      values::toPlainText((*rst)["DESCRIZIONE"].Value()));
-    return conti;
+  std::vector<std::string> missing() const {
+    return texts(*prop.RstContiNonPresentiInStruttura, {"CONTO", "DESCRIZIONE"});
   }
 };
 
 TEST(ScriviBudget, MissingCardsAreMadeWithAllTheirDetails) {
-  Proposta prova;
-  prova.popolaEScrivi();
-  EXPECT_EQ(prova.esito(), "0 ");
-  EXPECT_THAT(prova.scritti(),
+  Proposal budget;
+  budget.proposeAndWrite();
+  EXPECT_EQ(budget.outcome(), "0 ");
+  EXPECT_THAT(budget.written(),
               ElementsAre("50010001 0 1 60.00", "50010001 0 2 60.00", "50010002 0 1 6.00", "50010002 0 2 6.00"));
   // Budget and actuals for two periods, the account with its chart.
-  EXPECT_THAT(
-      prova.righe(
-          "SELECT BU65_GRUPPO_CG10, COUNT(*) FROM BU65_TESBUDGET INNER JOIN BU66_DETBUDGET ON BU66_ID_BU65 = BU65_ID"
-          " GROUP BY BU65_ID, BU65_GRUPPO_CG10"),
-      ElementsAre("1 4", "1 4"));
-  EXPECT_THAT(prova.mancanti(), IsEmpty());
+  EXPECT_THAT(budget.list("SELECT BU65_GRUPPO_CG10, COUNT(*) FROM BU65_TESBUDGET INNER JOIN BU66_DETBUDGET"
+                          " ON BU66_ID_BU65 = BU65_ID GROUP BY BU65_ID, BU65_GRUPPO_CG10"),
+              ElementsAre("1 4", "1 4"));
+  EXPECT_THAT(budget.missing(), IsEmpty());
 }
 
 TEST(ScriviBudget, RowsAreWrittenAsTheClientLeavesThem) {
-  Proposta prova;
-  prova.scheda("50010001", 0, 1, "5");
-  prova.scheda("50010001", 0, 2, "7");  // a second card of the account: the older one is the account's
-  ASSERT_TRUE(prova.popola());
-  EXPECT_THAT(prova.proposte(), ElementsAre("50010001 1 60.00 1 0", "50010001 2 60.00 1 0", "50010002 1 6.00 0 1",
-                                            "50010002 2 6.00 0 1"));
-  prova.modifica("CONTO = '50010002' AND PERIODO = 1", "IMPORTO", "1234,567");
-  prova.modifica("CONTO = '50010002' AND PERIODO = 2", "IMPORTO", Variant::Null());
-  prova.avvenuti.clear();
-  prova.scrivi();
-  EXPECT_EQ(prova.esito(), "0 ");
-  EXPECT_THAT(prova.scritti(), ElementsAre("50010001 0 1 5.00", "50010001 0 2 7.00", "50010002 0 1 1234.57"));
-  EXPECT_EQ(prova.prop.RstSaldiElaEco->RecordCount(), 1) << "the client's filter is left as it was";
-  EXPECT_THAT(prova.avvenuti, ElementsAre("Scrittura del budget dai saldi 4", "1", "2", "3", "4", "end"));
+  Proposal budget;
+  budget.card("50010001", 0, 1, "5");
+  budget.card("50010001", 0, 2, "7");  // a second card of the account: the older one is the account's
+  ASSERT_TRUE(budget.propose());
+  budget.edit("CONTO = '50010002' AND PERIODO = 1", "IMPORTO", "1234,567");
+  budget.edit("CONTO = '50010002' AND PERIODO = 2", "IMPORTO", Variant::Null());
+  budget.events.clear();
+  budget.write();
+  EXPECT_EQ(budget.outcome(), "0 ");
+  EXPECT_THAT(budget.written(), ElementsAre("50010001 0 1 5.00", "50010001 0 2 7.00", "50010002 0 1 1234.57"));
+  EXPECT_EQ(budget.prop.RstSaldiElaEco->RecordCount(), 1) << "the client's filter is left as it was";
+  EXPECT_THAT(budget.events, ElementsAre("Scrittura del budget dai saldi 4", "1", "2", "3", "4", "end"));
 
-  prova.modifica("BUDGETPRESENTE = 1", "SOVRASCRIVI", 1);
-  prova.modifica("PERIODO = 2", "SOVRASCRIVI", 0);
-  prova.scrivi();
-  EXPECT_THAT(prova.scritti(), ElementsAre("50010001 0 1 60.00", "50010001 0 2 7.00", "50010002 0 1 1234.57"));
+  budget.edit("BUDGETPRESENTE = 1", "SOVRASCRIVI", 1);
+  budget.edit("PERIODO = 2", "SOVRASCRIVI", 0);
+  budget.write();
+  EXPECT_THAT(budget.written(), ElementsAre("50010001 0 1 60.00", "50010001 0 2 7.00", "50010002 0 1 1234.57"));
 }
 
 TEST(ScriviBudget, WritingTwiceChangesNothing) {
-  const std::pair<const char*, const char*> budget[] = {
+  const std::pair<const char*, const char*> budgets[] = {
       {"01", "BU65_CONTO_CG24"}, {"02", "BU65_CODICE_CG23"}, {"03", "BU65_CONTO_PC03"}};
-  for (const auto& [sottoTipo, colonna] : budget) {
-    Proposta prova;
-    prova.prop.SottoTipoBudget = sottoTipo;
-    prova.prop.TipoDettaglioDestinazione = 1;
-    prova.popolaEScrivi();
-    const auto prima = prova.scritti(colonna);
-    EXPECT_GT(prima.size(), 0u) << sottoTipo;
-    prova.scrivi();
-    EXPECT_EQ(prova.scritti(colonna), prima) << sottoTipo;
-    const auto schede = prova.righe("SELECT COUNT(*) FROM BU65_TESBUDGET");
+  for (const auto& [subtype, column] : budgets) {
+    SCOPED_TRACE(subtype);
+    Proposal budget;
+    // A card is found again whatever the account's signs.
+    budget.everyMonth({debit("50010001", "10"), debit("O'1", "1")});
+    budget.prop.SottoTipoBudget = subtype;
+    budget.prop.TipoDettaglioDestinazione = 1;
+    budget.proposeAndWrite();
+    const auto before = budget.written(column);
+    EXPECT_GT(before.size(), 0u);
+    budget.write();
+    EXPECT_EQ(budget.written(column), before);
+    const auto cards = budget.list("SELECT COUNT(*) FROM BU65_TESBUDGET");
     // Proposed again, every row is present and kept.
-    prova.popolaEScrivi();
-    for (const auto& riga : prova.proposte()) EXPECT_TRUE(riga.ends_with(" 1 0")) << riga;
-    EXPECT_EQ(prova.scritti(colonna), prima);
-    EXPECT_EQ(prova.righe("SELECT COUNT(*) FROM BU65_TESBUDGET"), schede);
+    budget.proposeAndWrite();
+    EXPECT_THAT(budget.proposals(), testing::Each(testing::EndsWith(" 1 0")));
+    EXPECT_EQ(budget.written(column), before);
+    EXPECT_EQ(budget.list("SELECT COUNT(*) FROM BU65_TESBUDGET"), cards);
   }
 }
 
 TEST(ScriviBudget, TheSiteIsPartOfTheSelection) {
-  for (const bool perSede : {true, false}) {
-    Proposta prova;
-    prova.scheda("50010001", 0, 1, "1", "1");
-    if (perSede) prova.db->Execute("UPDATE BU01_ANABUDGET SET BU01_FLGSEDI = 1");
-    prova.prop.CodiceSede = 2;
-    for (int volte = 0; volte < 2; ++volte) {
-      prova.popolaEScrivi();
-      EXPECT_EQ(prova.esito(), "0 ");
+  for (const bool perSite : {true, false}) {
+    Proposal budget;
+    budget.card("50010001", 0, 1, "1", "1");
+    if (perSite) budget.database->Execute("UPDATE BU01_ANABUDGET SET BU01_FLGSEDI = 1");
+    budget.prop.CodiceSede = 2;
+    for (int times = 0; times < 2; ++times) {
+      budget.proposeAndWrite();
+      EXPECT_EQ(budget.outcome(), "0 ");
       EXPECT_THAT(
-          prova.righe("SELECT BU65_CODICE_CG31, BU65_CONTO_CG24, COUNT(BU66_IMPORTO) FROM BU65_TESBUDGET INNER JOIN"
+          budget.list("SELECT BU65_CODICE_CG31, BU65_CONTO_CG24, COUNT(BU66_IMPORTO) FROM BU65_TESBUDGET INNER JOIN"
                       " BU66_DETBUDGET ON BU66_ID_BU65 = BU65_ID GROUP BY BU65_ID, BU65_CODICE_CG31, BU65_CONTO_CG24"
                       " ORDER BY BU65_ID"),
           ElementsAre("1 50010001 1", "2 50010001 2", "2 50010002 2"));
     }
-    prova.prop.CodiceSede = {};
-    ASSERT_TRUE(prova.popola());
-    prova.modifica("", "IMPORTO", 77);
-    prova.scrivi();
-    EXPECT_EQ(prova.esito(), perSede ? "1 CodiceSede  : Dato non definito nel BO " : "0 ");
+    budget.prop.CodiceSede = {};
+    ASSERT_TRUE(budget.propose());
+    budget.edit("", "IMPORTO", 77);
+    budget.write();
+    EXPECT_EQ(budget.outcome(), perSite ? "1 CodiceSede  : Dato non definito nel BO " : "0 ");
   }
 }
 
 TEST(ScriviBudget, AccountsWithoutACardThatTheStructureDoesNotAllowAreListed) {
-  struct Caso {
-    const char* nome;
-    std::function<void(Proposta&)> prepara;
-    std::vector<std::string> mancanti;
-    std::size_t scritti;
+  const auto execute = [](const char* sql) { return [=](Proposal& budget) { budget.database->Execute(sql); }; };
+  const auto structure = [](const char* code) {
+    return [=](Proposal& budget) { budget.prop.CodiceStrutturaBU60 = code; };
   };
-  const auto struttura = [](Proposta& prova) {
-    prova.db->Execute(
-        "INSERT INTO BU61_STRUTTELEM (BU61_CODICE_BU60, BU61_ELEMENTO, BU61_CAMPO, BU61_VALORE) VALUES"
-        " ('S1', 1, 'BU65_CONTO_CG24', '50010001'), ('S1', 2, 'BU65_CODICE_CG23', '50010002')");
+  const auto both = [](auto first, auto second) {
+    return [=](Proposal& budget) {
+      first(budget);
+      second(budget);
+    };
   };
-  const std::vector<std::string> entrambi = {"50010001 Merci", "50010002 Servizi"};
-  const Caso casi[] = {
+  const auto hasCard = [](Proposal& budget) { budget.card("50010002", 1, 1, "1"); };
+  const auto lists = execute(
+      "INSERT INTO BU61_STRUTTELEM (BU61_CODICE_BU60, BU61_ELEMENTO, BU61_CAMPO, BU61_VALORE) VALUES"
+      " ('S1', 1, 'BU65_CONTO_CG24', '50010001'), ('S1', 2, 'BU65_CODICE_CG23', '50010002')");
+  const std::string goods = "50010001 Merci", services = "50010002 Servizi";
+  const struct {
+    const char* name;
+    std::function<void(Proposal&)> prepare;
+    std::vector<std::string> missing;
+    std::size_t written;
+  } cases[] = {
       {"the definition's structure lists one",
-       [&](Proposta& prova) {
-         struttura(prova);
-         prova.db->Execute("UPDATE BU01_ANABUDGET SET BU01_CODICE_BU60 = 'S1'");
-       },
-       {"50010002 Servizi"},
+       both(lists, execute("UPDATE BU01_ANABUDGET SET BU01_CODICE_BU60 = 'S1'")),
+       {services},
        2},
-      {"the selected structure lists one",
-       [&](Proposta& prova) {
-         struttura(prova);
-         prova.prop.CodiceStrutturaBU60 = "S1  ";
-       },
-       {"50010002 Servizi"},
-       2},
-      {"a structure without elements", [](Proposta& prova) { prova.prop.CodiceStrutturaBU60 = "S2"; }, entrambi, 0},
+      {"the selected structure lists one", both(lists, structure("S1  ")), {services}, 2},
+      {"a structure without elements", structure("S2"), {goods, services}, 0},
       {"cards are not made by account",
-       [](Proposta& prova) {
-         prova.db->Execute(
-             "UPDATE BU01_ANABUDGET SET BU01_INDTIPO = 3, BU01_STRUTTURA = 'MAR' WHERE BU01_SOTTOTIPO = '01'");
-         prova.prop.TipoBudget = 3;
-       },
-       entrambi, 0},
-      {"a card is there already",
-       [](Proposta& prova) {
-         prova.prop.CodiceStrutturaBU60 = "S2";
-         prova.scheda("50010002", 1, 1, "1");
-       },
-       {"50010001 Merci"},
-       3},
+       both(execute("UPDATE BU01_ANABUDGET SET BU01_INDTIPO = 3, BU01_STRUTTURA = 'MAR' WHERE BU01_SOTTOTIPO = '01'"),
+            [](Proposal& budget) { budget.prop.TipoBudget = 3; }),
+       {goods, services},
+       0},
+      {"a card is there already", both(structure("S2"), hasCard), {goods}, 3},
       {"only accounts with a card",
-       [](Proposta& prova) {
-         prova.prop.ElaboraSoloContiBudgettizzati = true;
-         prova.scheda("50010002", 1, 1, "1");
-       },
+       both([](Proposal& budget) { budget.prop.ElaboraSoloContiBudgettizzati = true; }, hasCard),
        {},
        3},
   };
-  for (const auto& caso : casi) {
-    Proposta prova;
-    caso.prepara(prova);
-    prova.popolaEScrivi();
-    EXPECT_EQ(prova.esito(), "0 ") << caso.nome;
-    EXPECT_EQ(prova.mancanti(), caso.mancanti) << caso.nome;
-    EXPECT_EQ(prova.scritti().size(), caso.scritti) << caso.nome;
+  for (const auto& c : cases) {
+    Proposal budget;
+    c.prepare(budget);
+    budget.proposeAndWrite();
+    EXPECT_EQ(budget.outcome(), "0 ") << c.name;
+    EXPECT_EQ(budget.missing(), c.missing) << c.name;
+    EXPECT_EQ(budget.written().size(), c.written) << c.name;
   }
 }
 
 TEST(ScriviBudget, WhatCannotBeWrittenLeavesNothing) {
-  struct Caso {
-    const char* nome;
-    std::function<void(Proposta&)> guasta;
-    const char* esito;
-  };
-  const Caso casi[] = {
-      {"period above the last", [](Proposta& p) { p.modifica("CONTO = '50010002'", "PERIODO", 3); },
-       "99 Period 3 is outside the budget's 1 to 2 in BdgElaEco_ScriviBudget_DaRstSaldiElaEco"},
-      {"period 0", [](Proposta& p) { p.modifica("CONTO = '50010002'", "PERIODO", 0); },
-       "99 Period 0 is outside the budget's 1 to 2 in BdgElaEco_ScriviBudget_DaRstSaldiElaEco"},
-      {"kind above the last forecast", [](Proposta& p) { p.prop.TipoDettaglioDestinazione = 3; },
-       "99 Detail kind 3 is outside the budget's 0 to 2 in BdgElaEco_ScriviBudget_DaRstSaldiElaEco"},
-      {"negative kind", [](Proposta& p) { p.prop.TipoDettaglioDestinazione = -1; }, "99 Detail kind -1 is outside"},
-      {"no set", [](Proposta& p) { p.prop.RstSaldiElaEco = nullptr; }, "1 RstSaldiElaEco  : Dato non definito nel BO "},
-      {"a set of another kind", [](Proposta& p) { p.prop.RstSaldiElaEco = testing_support::rows({"CODICE"}, {{"x"}}); },
-       "99 Item cannot be found in the collection: CONTO in BdgElaEco_ScriviBudget_DaRstSaldiElaEco"},
-      {"a closed set", [](Proposta& p) { p.prop.RstSaldiElaEco->Close(); }, "99 "},
-      {"an amount that is none",
-       [](Proposta& p) {
-         p.prop.RstSaldiElaEco = testing_support::rows({"CONTO", "DESCRIZIONE", "PERIODO", "IMPORTO", "SOVRASCRIVI"},
-                                                       {{"50010001", "", 1, 1, 1}, {"50010001", "", 2, "molto", 1}});
-       },
-       "99 "},
-  };
-  for (const auto& caso : casi) {
-    Proposta prova;
-    ASSERT_TRUE(prova.popola());
-    caso.guasta(prova);
-    prova.scrivi();
-    EXPECT_THAT(prova.esito(), testing::StartsWith(caso.esito)) << caso.nome;
-    EXPECT_THAT(prova.righe("SELECT BU65_ID FROM BU65_TESBUDGET"), IsEmpty()) << caso.nome;
+  const auto period = [](int number) { return [=](Proposal& b) { b.edit("CONTO = '50010002'", "PERIODO", number); }; };
+  const auto kind = [](int number) { return [=](Proposal& b) { b.prop.TipoDettaglioDestinazione = number; }; };
+  const auto set = [](ado::RecordsetPtr rows) { return [=](Proposal& b) { b.prop.RstSaldiElaEco = rows; }; };
+  const std::string where = " in BdgElaEco_ScriviBudget_DaRstSaldiElaEco";
+  const std::pair<std::function<void(Proposal&)>, std::string> cases[] = {
+      {period(3), "99 Period 3 is outside the budget's 1 to 2" + where},
+      {period(0), "99 Period 0 is outside the budget's 1 to 2" + where},
+      {kind(3), "99 Detail kind 3 is outside the budget's 0 to 2" + where},
+      {kind(-1), "99 Detail kind -1 is outside the budget's 0 to 2" + where},
+      {set(nullptr), "1 RstSaldiElaEco  : Dato non definito nel BO "},
+      {set(testing_support::rows({"CODICE"}, {{"x"}})), "99 Item cannot be found in the collection: CONTO" + where},
+      {[](Proposal& b) { b.prop.RstSaldiElaEco->Close(); }, "99 "},
+      {set(testing_support::rows({"CONTO", "DESCRIZIONE", "PERIODO", "IMPORTO", "SOVRASCRIVI"},
+                                 {{"50010001", "", 1, 1, 1}, {"50010001", "", 2, "molto", 1}})),
+       "99 "}};
+  for (const auto& [damage, outcome] : cases) {
+    Proposal budget;
+    ASSERT_TRUE(budget.propose());
+    damage(budget);
+    budget.write();
+    EXPECT_THAT(budget.outcome(), testing::StartsWith(outcome));
+    EXPECT_THAT(budget.list("SELECT BU65_ID FROM BU65_TESBUDGET"), IsEmpty()) << outcome;
   }
-}
-
-TEST(ScriviBudget, AnAccountWithAQuoteFindsItsCard) {
-  Proposta prova;
-  prova.situazione.saldi = [](const std::string&) { return std::vector{dare("O'1", "2")}; };
-  prova.popolaEScrivi();
-  prova.popolaEScrivi();
-  EXPECT_EQ(prova.esito(), "0 ");
-  EXPECT_THAT(prova.proposte(), ElementsAre("O'1 1 12.00 1 0", "O'1 2 12.00 1 0"));
-  EXPECT_THAT(prova.scritti(), ElementsAre("O'1 0 1 12.00", "O'1 0 2 12.00"));
 }
 
 }  // namespace

@@ -2,49 +2,44 @@
 #include <gtest/gtest.h>
 
 #include "elaschede/ContiAnalitici.h"
-#include "support/ContestoDiProva.h"
+#include "support/TestContext.h"
 
 namespace bukorval {
 namespace {
 
 TEST(ContiAnalitici, TheTailOfTheCodeStructureDecides) {
-  struct Caso {
-    const char* conto;
-    int struttura;
+  const struct {
+    const char* account;
+    int structure;
     bool flag;
-    bool analitico;
-  };
-  const Caso casi[] = {
+    bool analytic;
+  } rows[] = {
       {"50010001", 4, false, true},  {"50010000", 4, false, false}, {"50100000", 2, false, false},
       {"50100001", 2, false, true},  {"50010100", 5, false, false}, {"50010101", 5, false, true},
       {"50010000", 3, false, false}, {"50010001", 6, false, false}, {"50010001", 1, false, false},
       {"50000000", 9, true, false},  {"50010000", 9, true, true},   {"10", 4, false, true},
       {"", 4, false, false},
   };
-  for (const auto& caso : casi) {
-    testing_support::ContestoDiProva prova;
-    prova.sessione->struttura = caso.struttura;
-    EXPECT_EQ(IsContoAnalitico(prova.ctx, caso.conto, caso.flag), caso.analitico)
-        << caso.conto << " structure " << caso.struttura;
+  testing_support::TestContext context;
+  for (const auto& row : rows) {
+    context.session->structure = row.structure;
+    EXPECT_EQ(IsContoAnalitico(context.ctx, row.account, row.flag), row.analytic)
+        << row.account << " structure " << row.structure;
   }
+  context.prop.ActiveInterface = nullptr;
+  EXPECT_FALSE(IsContoAnalitico(context.ctx, "5001", false));
+  EXPECT_THAT(context.outcome(), testing::MatchesRegex("99 .* in IsContoAnalitico "));
 }
 
 TEST(ContiAnalitici, TheLastParentEndsWithTheLastLevelThatSaysSomething) {
-  const std::pair<const char*, const char*> casi[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"50010000", "5001"},     {"50000000", "5"},       {"52000000", "52"},
       {"50010001", "50010001"}, {"00000000", ""},        {"500100000007", "500100000007"},
       {"5001", "5001"},         {"50010000   ", "5001"},
   };
-  testing_support::ContestoDiProva prova;
-  for (const auto& [conto, padre] : casi) EXPECT_EQ(BdgElaSchede_GetUltimoPadrePdc(prova.ctx, conto), padre) << conto;
-}
-
-TEST(ContiAnalitici, WithoutASessionTheFailureNamesTheQuestion) {
-  testing_support::ContestoDiProva prova;
-  prova.prop.ActiveInterface = nullptr;
-  EXPECT_FALSE(IsContoAnalitico(prova.ctx, "5001", false));
-  EXPECT_EQ(prova.ctx.stato(), bdgStatoErrore);
-  EXPECT_THAT(prova.ctx.errore(), testing::EndsWith(" in IsContoAnalitico "));
+  testing_support::TestContext context;
+  for (const auto& [account, parent] : rows)
+    EXPECT_EQ(BdgElaSchede_GetUltimoPadrePdc(context.ctx, account), parent) << account;
 }
 
 }  // namespace

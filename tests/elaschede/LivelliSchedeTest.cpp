@@ -1,48 +1,46 @@
 #include <gtest/gtest.h>
 
 #include "elaschede/LivelliSchede.h"
-#include "support/ContestoDiProva.h"
+#include "support/TestContext.h"
 
 namespace bukorval {
 namespace {
 
-using testing_support::ContestoDiProva;
-using testing_support::rows;
+using testing_support::TestContext;
 using values::Variant;
 
 TEST(LivelliSchede, ReadsTheCompanysNumberOfLevels) {
-  struct Caso {
-    std::vector<std::vector<Variant>> righe;
-    bool atteso;
-    Variant livelli;
-  };
-  for (const auto& caso : {Caso{{{4}}, true, 4}, Caso{{{Variant::Null()}}, true, 3}, Caso{{}, false, 3}}) {
-    ContestoDiProva prova;
-    prova.db->answers.push_back(rows({"BU05_NUMLIVELLI"}, caso.righe));
-    Variant livelli = 3;
-    EXPECT_EQ(GetIsBdgSchedePersonalizzazioneLivelliEsiste(prova.ctx, 7, 1, livelli), caso.atteso);
-    EXPECT_EQ(livelli, caso.livelli);
-    EXPECT_EQ(prova.db->texts.at(0),
+  const struct {
+    std::vector<std::vector<Variant>> found;
+    bool expected;
+    Variant levels;
+  } rows[] = {{{{4}}, true, 4}, {{{Variant::Null()}}, true, 3}, {{}, false, 3}};
+  TestContext context;
+  for (const auto& row : rows) {
+    context.answer({"BU05_NUMLIVELLI"}, row.found);
+    Variant levels = 3;
+    EXPECT_EQ(GetIsBdgSchedePersonalizzazioneLivelliEsiste(context.ctx, 7, 1, levels), row.expected);
+    EXPECT_EQ(levels, row.levels);
+    EXPECT_EQ(context.db->texts.back(),
               " SELECT  BU05_NUMLIVELLI \r\n FROM    BU05_PERSCHCOSGEN WITH(NOLOCK) \r\n"
               " WHERE   BU05_DITTA_CG18 = 7\r\n AND     BU05_INDCOSRIC = 1\r\n");
   }
-  ContestoDiProva prova;
-  Variant livelli = 3;
-  EXPECT_FALSE(GetIsBdgSchedePersonalizzazioneLivelliEsiste(prova.ctx, Variant::Null(), 1, livelli));
-  EXPECT_FALSE(GetIsBdgSchedePersonalizzazioneLivelliEsiste(prova.ctx, 7, " ", livelli));
-  EXPECT_TRUE(prova.db->texts.empty());
+  Variant levels = 3;
+  EXPECT_FALSE(GetIsBdgSchedePersonalizzazioneLivelliEsiste(context.ctx, Variant::Null(), 1, levels));
+  EXPECT_FALSE(GetIsBdgSchedePersonalizzazioneLivelliEsiste(context.ctx, 7, " ", levels));
+  EXPECT_EQ(context.db->texts.size(), std::size(rows));
 }
 
 TEST(LivelliSchede, ComparesTheConfiguredLevels) {
-  const std::pair<Variant, bool> casi[] = {{2, true}, {"2", true}, {3, false}, {Variant::Null(), false}};
-  for (const auto& [livelli, atteso] : casi) {
-    ContestoDiProva prova;
-    prova.db->answers.push_back(rows({"BU06_LIVELLO"}, {{1}, {2}}));
-    EXPECT_EQ(GetIsBdgSchedeConfigurazioneLivelliEsiste(prova.ctx, 7, 1, livelli), atteso);
-    EXPECT_EQ(prova.db->texts.at(0),
+  TestContext context;
+  const std::pair<Variant, bool> rows[] = {{2, true}, {"2", true}, {3, false}, {Variant::Null(), false}};
+  for (const auto& [levels, expected] : rows) {
+    context.answer({"BU06_LIVELLO"}, {{1}, {2}});
+    EXPECT_EQ(GetIsBdgSchedeConfigurazioneLivelliEsiste(context.ctx, 7, 1, levels), expected);
+    EXPECT_EQ(context.db->texts.back(),
               " SELECT  BU06_LIVELLO  FROM    BU06_CONFIGLIVCOSGEN WITH(NOLOCK)  WHERE   BU06_DITTA_CG18 = 7"
               " AND     BU06_INDCOSRIC = 1");
-    EXPECT_EQ(prova.ctx.stato(), bdgStatoOk);
+    EXPECT_EQ(context.outcome(), "0 ");
   }
 }
 

@@ -1,19 +1,19 @@
 #include <gtest/gtest.h>
 
 #include "elaschede/MovimentiConto.h"
-#include "support/ContestoDiProva.h"
+#include "support/TestContext.h"
 
 namespace bukorval {
 namespace {
 
 /// Lines joined by CR LF, the last one ended too.
-std::string righe(std::initializer_list<std::string> linee) {
-  std::string testo;
-  for (const auto& linea : linee) testo += linea + "\r\n";
-  return testo;
+std::string lines(std::initializer_list<std::string> all) {
+  std::string text;
+  for (const auto& line : all) text += line + "\r\n";
+  return text;
 }
 
-const std::string kColonne = righe({
+const std::string kColumns = lines({
     " SELECT  CG41_DITTA_CG18, CG41_NUMREG, CG41_DATAREG, ",
     "         CG41_ANNO_CG19, CG41_PROGESER_CG19, CG41_INDPROVREG, ",
     " (CASE WHEN CG42_CODICE_CG31 IS NULL THEN CG41_CODICE_CG31 ELSE CG42_CODICE_CG31 END) AS CG41_CODICE_CG31, ",
@@ -28,20 +28,20 @@ const std::string kColonne = righe({
     " ON     CG42_DITTA_CG18 = CG41_DITTA_CG18",
     " AND    CG42_NUMREG_CG41 = CG41_NUMREG",
 });
-const std::string kEsercizio = righe({
+const std::string kYear = lines({
     " WHERE  CG41_DITTA_CG18 = 1",
     " AND    CG41_ANNO_CG19 = 2011",
     " AND    CG41_PROGESER_CG19 = 1",
     " AND    CG41_INDPROVREG = 0 ",
     " AND (CG41_INDTIPOMOV IN (1, 2))",
 });
-const std::string kOrdine = righe({
+const std::string kOrder = lines({
     " ORDER BY CG41_DITTA_CG18, CG41_ANNO_CG19, ",
     "          CG41_PROGESER_CG19, CG42_CONTOPAR_CG24, CG41_DATAREG ",
 });
 
-struct Prova : testing_support::ContestoDiProva {
-  Prova() {
+struct MovimentiConto : testing::Test, testing_support::TestContext {
+  MovimentiConto() {
     prop.CodiceDitta = 1;
     prop.AnnoEsercizioMovimenti = 2011;
     prop.ProgressivoEsercizioMovimenti = 1;
@@ -52,61 +52,48 @@ struct Prova : testing_support::ContestoDiProva {
   }
 };
 
-TEST(MovimentiConto, ByRegistrationDateForAnAnalyticAccount) {
-  Prova prova;
-  BdgElaSchede_GetRstMovimentiConto(prova.ctx, {"50010001", {}});
-  ASSERT_EQ(prova.db->texts.size(), 1u);
-  EXPECT_EQ(prova.db->texts[0],
-            kColonne + kEsercizio +
-                righe({" AND CG41_DATAREG >= '20110101'", " AND CG41_DATAREG <= '20111231'",
+TEST_F(MovimentiConto, ByRegistrationDateForAnAnalyticAccount) {
+  BdgElaSchede_GetRstMovimentiConto(ctx, {"50010001", {}});
+  EXPECT_EQ(db->texts.at(0),
+            kColumns + kYear +
+                lines({" AND CG41_DATAREG >= '20110101'", " AND CG41_DATAREG <= '20111231'",
                        " AND CG42_CONTOPAR_CG24 = '50010001'", " AND CG42_CODICE_CG33 NOT IN ('150 ', '151 ')"}) +
-                kOrdine);
+                kOrder);
+  // A revenue card has a customer.
+  prop.IsSoloMovCliFor = true;
+  prop.BdgTipoScheda = 1;
+  BdgElaSchede_GetRstMovimentiConto(ctx, {"50010001", 42});
+  EXPECT_NE(db->texts.at(1).find(" AND CG41_TIPOCF_CG44 = 0\r\n AND CG41_CLIFOR_CG44 = 42\r\n"), std::string::npos);
 }
 
-TEST(MovimentiConto, ByCompetenceForALedgerAccountSiteAndSupplier) {
-  Prova prova;
-  prova.prop.TipoDataMovimenti = 1;
-  prova.prop.IsSoloMovCliFor = true;
-  prova.prop.CodiceSede = 7;
-  prova.ctx.dati.gestioneSede = true;
-  BdgElaSchede_GetRstMovimentiConto(prova.ctx, {"50010000", 42});
-  const std::string inizio = "ISNULL(ISNULL(CG42_DATAINICOMP, CG41_DATADOC), CG41_DATAREG)";
-  const std::string fine = "ISNULL(ISNULL(CG42_DATAFINCOMP, CG41_DATADOC), CG41_DATAREG)";
-  const auto copre = [&](const std::string& data) {
-    return righe({"   (     " + inizio + " <= " + data, "     AND " + fine + " >= " + data, "   ) "});
+TEST_F(MovimentiConto, ByCompetenceForALedgerAccountSiteAndSupplier) {
+  prop.TipoDataMovimenti = 1;
+  prop.IsSoloMovCliFor = true;
+  prop.CodiceSede = 7;
+  ctx.dati.gestioneSede = true;
+  BdgElaSchede_GetRstMovimentiConto(ctx, {"50010000", 42});
+  const std::string start = "ISNULL(ISNULL(CG42_DATAINICOMP, CG41_DATADOC), CG41_DATAREG)";
+  const std::string end = "ISNULL(ISNULL(CG42_DATAFINCOMP, CG41_DATADOC), CG41_DATAREG)";
+  const auto covers = [&](const std::string& date) {
+    return lines({"   (     " + start + " <= " + date, "     AND " + end + " >= " + date, "   ) "});
   };
-  const std::string tra = " BETWEEN '20110101' AND '20111231'";
-  ASSERT_EQ(prova.db->texts.size(), 1u);
+  const std::string between = " BETWEEN '20110101' AND '20111231'";
   EXPECT_EQ(
-      prova.db->texts[0],
-      kColonne + kEsercizio + righe({" AND ", " ( "}) + copre("'20110101'") + righe({"  OR "}) + copre("'20111231'") +
-          righe({"  OR ", "   (     " + inizio + tra, "     AND " + fine + tra, "   ) ", " ) "}) +
-          righe({" AND CG42_CONTOPAR_CG24 LIKE '5001%'", " AND CG41_TIPOCF_CG44 = 1", " AND CG41_CLIFOR_CG44 = 42",
+      db->texts.at(0),
+      kColumns + kYear + lines({" AND ", " ( "}) + covers("'20110101'") + lines({"  OR "}) + covers("'20111231'") +
+          lines({"  OR ", "   (     " + start + between, "     AND " + end + between, "   ) ", " ) ",
+                 " AND CG42_CONTOPAR_CG24 LIKE '5001%'", " AND CG41_TIPOCF_CG44 = 1", " AND CG41_CLIFOR_CG44 = 42",
                  " AND CG42_CODICE_CG33 NOT IN ('150 ', '151 ')", " AND CG41_CODICE_CG31 = 7"}) +
-          kOrdine);
+          kOrder);
 }
 
-TEST(MovimentiConto, ARevenueCardHasACustomer) {
-  Prova prova;
-  prova.prop.IsSoloMovCliFor = true;
-  prova.prop.BdgTipoScheda = 1;
-  BdgElaSchede_GetRstMovimentiConto(prova.ctx, {"50010001", 42});
-  EXPECT_NE(prova.db->texts.at(0).find(" AND CG41_TIPOCF_CG44 = 0\r\n AND CG41_CLIFOR_CG44 = 42\r\n"),
-            std::string::npos);
-}
-
-TEST(MovimentiConto, ACardWithoutAccountAsksNothing) {
-  Prova prova;
-  EXPECT_EQ(BdgElaSchede_GetRstMovimentiConto(prova.ctx, {values::Variant::Null(), {}}), nullptr);
-  EXPECT_TRUE(prova.db->texts.empty());
-  EXPECT_EQ(prova.ctx.stato(), bdgStatoOk);
-}
-
-TEST(MovimentiConto, AFailureOfTheDatabaseIsNamed) {
-  Prova prova;
-  prova.db->onExecute = [](std::string_view) { throw values::Errore("no table"); };
-  EXPECT_EQ(BdgElaSchede_GetRstMovimentiConto(prova.ctx, {"5001", {}}), nullptr);
-  EXPECT_EQ(prova.ctx.errore(), "no table in BdgElaSchede_GetRstMovimentiConto");
+TEST_F(MovimentiConto, WithoutAnAccountNothingIsAskedAndAFailureIsNamed) {
+  EXPECT_EQ(BdgElaSchede_GetRstMovimentiConto(ctx, {values::Variant::Null(), {}}), nullptr);
+  EXPECT_TRUE(db->texts.empty());
+  EXPECT_EQ(outcome(), "0 ");
+  failAlways();
+  EXPECT_EQ(BdgElaSchede_GetRstMovimentiConto(ctx, {"5001", {}}), nullptr);
+  EXPECT_EQ(outcome(), "99 boom in BdgElaSchede_GetRstMovimentiConto");
 }
 
 }  // namespace

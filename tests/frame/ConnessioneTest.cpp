@@ -2,80 +2,68 @@
 
 #include "ado/connection/ConnectionString.h"
 #include "frame/Connessione.h"
-#include "frame/Trappola.h"
-#include "support/ContestoDiProva.h"
+#include "support/TestContext.h"
 
 namespace bukorval {
 namespace {
 
 /// What a provider was given when it was opened.
-struct Apertura {
-  std::string stringa, utente = "?", password = "?";
-  std::int32_t cursore = 0, modo = 0, isolamento = 0, opzioni = 0;
-  int volte = 0;
+struct Opening {
+  std::string text, user = "?", password = "?";
+  std::int32_t cursor = 0, mode = 0, isolation = 0, options = 0;
+  int times = 0;
 };
-Apertura ultima;
+Opening last;
 
-class ConnessioneFinta : public testing_support::RecordingConnection {
+class FakeProvider : public testing_support::RecordingConnection {
  public:
-  void Open(std::string_view utente, std::string_view password, std::int32_t opzioni) override {
-    ultima = {ConnectionString, std::string(utente), std::string(password), CursorLocation, Mode, IsolationLevel,
-              opzioni,          ultima.volte + 1};
-    if (ado::connectionEntry(ConnectionString, "Data Source") == "guasto") throw values::Errore("Login failed");
+  void Open(std::string_view user, std::string_view password, std::int32_t options) override {
+    last = {ConnectionString, std::string(user), std::string(password), CursorLocation, Mode,
+            IsolationLevel,   options,           last.times + 1};
+    if (ado::connectionEntry(ConnectionString, "Data Source") == "broken") throw values::Errore("Login failed");
   }
 };
 
-class Connessione : public testing::Test, protected testing_support::ContestoDiProva {
+class Connessione : public testing::Test, protected testing_support::TestContext {
  protected:
   Connessione() {
-    ado::registerProvider("Finta", [] { return std::make_shared<ConnessioneFinta>(); });
-    ultima = {};
+    ado::registerProvider("Fake", [] { return std::make_shared<FakeProvider>(); });
+    last = {};
   }
 };
 
-TEST_F(Connessione, AGivenConnectionIsLeftAlone) {
-  ctx.esito({bdgStatoErrore, "prima in Altra"});
+TEST_F(Connessione, AGivenConnectionIsLeftAloneAndNoneWithoutStringIsRefused) {
+  ctx.esito({bdgStatoErrore, "before in Another"});
   EXPECT_TRUE(creaConnessioneDB(ctx));
-  EXPECT_EQ(ctx.stato(), bdgStatoOk);
-  EXPECT_EQ(ctx.errore(), "");
+  EXPECT_EQ(outcome(), "0 ");
   EXPECT_EQ(ctx.connessionePtr(), db);
   EXPECT_EQ(db->opened, 0);
-}
-
-TEST_F(Connessione, WithoutStringItIsRefused) {
   ctx.connessione(nullptr);
   EXPECT_FALSE(creaConnessioneDB(ctx));
-  EXPECT_EQ(ctx.stato(), bdgStatoRifiutato);
-  EXPECT_EQ(ctx.errore(), "Non è stata definita la stringa di connessione");
+  EXPECT_EQ(outcome(), "1 Non è stata definita la stringa di connessione");
 }
 
-TEST_F(Connessione, OpensOnceWithItsSettings) {
+TEST_F(Connessione, OpensOnceWithItsSettingsAndKeepsNoneThatFailed) {
   ctx.connessione(nullptr);
-  ctx.stringaConnessione = "Provider=Finta;Data Source=x";
-  EXPECT_TRUE(creaConnessioneDB(ctx));
-  EXPECT_TRUE(creaConnessioneDB(ctx));
-  EXPECT_EQ(ultima.volte, 1);
-  EXPECT_EQ(ultima.stringa, "Provider=Finta;Data Source=x");
-  EXPECT_EQ(ultima.cursore, 3);
-  EXPECT_EQ(ultima.modo, 12);
-  EXPECT_EQ(ultima.isolamento, 1048576);
-  EXPECT_EQ(ultima.utente + ultima.password, "");
-  EXPECT_EQ(ultima.opzioni, -1);
-}
-
-TEST_F(Connessione, AFailedOpenIsReportedAndNotKept) {
-  ctx.connessione(nullptr);
-  ctx.stringaConnessione = "Provider=Finta;Data Source=guasto";
+  ctx.stringaConnessione = "Provider=Fake;Data Source=broken";
   EXPECT_FALSE(creaConnessioneDB(ctx));
-  EXPECT_EQ(ctx.stato(), bdgStatoErrore);
-  EXPECT_EQ(ctx.errore(), "Login failed in CreaConnessioneDB");
+  EXPECT_EQ(outcome(), "99 Login failed in CreaConnessioneDB");
   EXPECT_EQ(ctx.connessionePtr(), nullptr);
-  ctx.stringaConnessione = "Provider=Ignota;Data Source=x";
+  ctx.stringaConnessione = "Provider=Unknown;Data Source=x";
   EXPECT_FALSE(creaConnessioneDB(ctx));
   EXPECT_TRUE(ctx.errore().ends_with(" in CreaConnessioneDB"));
-  ctx.stringaConnessione = "Provider=Finta;Data Source=x";
+  last = {};
+  ctx.stringaConnessione = "Provider=Fake;Data Source=x";
   EXPECT_TRUE(creaConnessioneDB(ctx));
-  EXPECT_EQ(ctx.stato(), bdgStatoOk);
+  EXPECT_TRUE(creaConnessioneDB(ctx));
+  EXPECT_EQ(outcome(), "0 ");
+  EXPECT_EQ(last.times, 1);
+  EXPECT_EQ(last.text, "Provider=Fake;Data Source=x");
+  EXPECT_EQ(last.cursor, 3);
+  EXPECT_EQ(last.mode, 12);
+  EXPECT_EQ(last.isolation, 1048576);
+  EXPECT_EQ(last.user + last.password, "");
+  EXPECT_EQ(last.options, -1);
 }
 
 }  // namespace

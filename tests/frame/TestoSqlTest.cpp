@@ -8,7 +8,7 @@ namespace {
 
 using values::Variant;
 
-Variant dec(std::string_view testo) { return values::Decimal::TryParse(testo).value(); }
+Variant dec(std::string_view text) { return values::Decimal::TryParse(text).value(); }
 
 TEST(TestoSql, LinesEndWithCarriageReturnAndLineFeed) {
   TestoSql sql;
@@ -18,42 +18,38 @@ TEST(TestoSql, LinesEndWithCarriageReturnAndLineFeed) {
 
 TEST(TestoSql, SplicesValues) {
   const struct {
-    Variant valore;
-    const char *numero, *apici, *dati, *riempito;
-  } kRighe[] = {
-      {7, "7", "'7'", "'7'", "'7   '"},         {dec("12.50"), "12.50", "'12.50'", "'12.50'", "'12,5'"},
-      {0.1, "0.1", "'0.1'", "'0.1'", "'0,1 '"}, {Variant::Null(), "", "''", "''", "''"},
-      {Variant(), "", "''", "''", "''"},        {" l'anno ", " l'anno ", "' l'anno '", "' l''anno '", "'l'an'"},
-      {"è", "è", "'è'", "'è'", "'è   '"}};
-  for (const auto& riga : kRighe) {
-    EXPECT_EQ(numero(riga.valore), riga.numero);
-    EXPECT_EQ(apici(riga.valore), riga.apici);
-    EXPECT_EQ(testoDati(riga.valore), riga.dati);
-    EXPECT_EQ(apiciRiempiti(riga.valore, 4), riga.riempito);
+    Variant value;
+    const char *bare, *quoted, *data, *filled;
+  } rows[] = {{7, "7", "'7'", "'7'", "'7   '"},         {dec("12.50"), "12.50", "'12.50'", "'12.50'", "'12,5'"},
+              {0.1, "0.1", "'0.1'", "'0.1'", "'0,1 '"}, {Variant::Null(), "", "''", "''", "''"},
+              {Variant(), "", "''", "''", "''"},        {" l'anno ", " l'anno ", "' l'anno '", "' l''anno '", "'l'an'"},
+              {"è", "è", "'è'", "'è'", "'è   '"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(numero(row.value), row.bare);
+    EXPECT_EQ(apici(row.value), row.quoted);
+    EXPECT_EQ(testoDati(row.value), row.data);
+    EXPECT_EQ(apiciRiempiti(row.value, 4), row.filled);
   }
 }
 
 TEST(TestoSql, AmountsAreExactOrRefused) {
-  const struct {
-    Variant valore;
-    const char* testo;
-  } kRighe[] = {{Variant::Null(), "NULL"},
-                {Variant(), "NULL"},
-                {"  ", "NULL"},
-                {0, "0"},
-                {"1234,50", "1234.50"},
-                {"1.000", "1.000"},
-                {"-0,5", "-0.5"},
-                {"12.5", "12.5"},
-                {0.1 + 0.2, "0.3"},
-                {1e15, "1000000000000000"},
-                {1e-7, "0.0000001"},
-                {dec("999999999999999.99"), "999999999999999.99"}};
-  for (const auto& riga : kRighe) EXPECT_EQ(valoreDecimale(riga.valore), riga.testo);
-  for (const Variant& rifiutato :
+  const std::pair<Variant, const char*> rows[] = {{Variant::Null(), "NULL"},
+                                                  {Variant(), "NULL"},
+                                                  {"  ", "NULL"},
+                                                  {0, "0"},
+                                                  {"1234,50", "1234.50"},
+                                                  {"1.000", "1.000"},
+                                                  {"-0,5", "-0.5"},
+                                                  {"12.5", "12.5"},
+                                                  {0.1 + 0.2, "0.3"},
+                                                  {1e-7, "0.0000001"},
+                                                  {1e15, "1000000000000000"},
+                                                  {dec("999999999999999.99"), "999999999999999.99"}};
+  for (const auto& [value, text] : rows) EXPECT_EQ(valoreDecimale(value), text);
+  for (const Variant& refused :
        {Variant("12 euro"), Variant("7.250,50"), Variant("1;DELETE"), Variant(true), Variant(1e300),
         Variant(values::Date::FromYmd(2011, 1, 1)), Variant(std::make_shared<values::Object>())})
-    EXPECT_THROW(valoreDecimale(rifiutato), values::Errore);
+    EXPECT_THROW(valoreDecimale(refused), values::Errore);
 }
 
 }  // namespace

@@ -2,118 +2,96 @@
 
 #include "frame/Processo.h"
 #include "frame/Trappola.h"
-#include "support/ContestoDiProva.h"
+#include "support/TestContext.h"
 
 namespace bukorval {
 namespace {
 
-class Trappola : public testing::Test, protected testing_support::ContestoDiProva {
+class Trappola : public testing::Test, protected testing_support::TestContext {
  protected:
-  int interna(bool guasta) {
-    return esegui(ctx, "Interna ", -1, [&] {
-      if (guasta) throw values::Errore("guasto");
+  int inner(bool broken) {
+    return esegui(ctx, "Inner ", -1, [&] {
+      if (broken) throw values::Errore("fault");
       return 7;
     });
   }
 };
 
-TEST_F(Trappola, KeepsTheInnermostName) {
-  bool continuata = false;
-  const int risultato = esegui(ctx, "Esterna", -2, [&] {
-    const int valore = interna(true);
-    continuata = true;
-    return valore;
-  });
-  EXPECT_EQ(risultato, -2);
-  EXPECT_FALSE(continuata);
-  EXPECT_EQ(ctx.stato(), bdgStatoErrore);
-  EXPECT_EQ(ctx.errore(), "guasto in Interna ");
+TEST_F(Trappola, AFailureOrARefusalInsideStopsItsCallersAndKeepsItsName) {
+  const std::pair<std::function<void()>, const char*> rows[] = {
+      {[&] { inner(true); }, "99 fault in Inner "},
+      {[&] { esegui(ctx, "Inner", [&] { rifiuta("Dato mancante"); }); }, "1 Dato mancante"},
+      {[] { throw 42; }, "99 Unknown error in Outer"},
+      {[] { static_cast<void>(std::vector<int>().at(3)); }, "99 "},
+      {[] { throw Fallimento(bdgStatoErrore, "The whole text"); }, "99 The whole text"}};
+  for (const auto& [fail, expected] : rows) {
+    bool wentOn = false;
+    EXPECT_EQ(esegui(ctx, "Outer", -2,
+                     [&] {
+                       fail();
+                       wentOn = true;
+                       return 0;
+                     }),
+              -2);
+    EXPECT_FALSE(wentOn);
+    EXPECT_TRUE(outcome().starts_with(expected)) << outcome();
+    EXPECT_TRUE(ctx.stato() == 1 || ctx.errore() == "The whole text" || ctx.errore().find(" in ") != std::string::npos);
+  }
 }
 
 TEST_F(Trappola, AnOperationThatSwallowsAFailureInsideSucceeds) {
-  const int risultato = esegui(ctx, "Esterna", -2, [&] {
+  const int result = esegui(ctx, "Outer", -2, [&] {
     try {
-      interna(true);
+      inner(true);
     } catch (const std::exception&) {
     }
-    return interna(false);
+    return inner(false);
   });
-  EXPECT_EQ(risultato, 7);
-  EXPECT_EQ(ctx.stato(), bdgStatoOk);
-  EXPECT_EQ(ctx.errore(), "");
-  interna(true);
-  EXPECT_EQ(interna(false), 7) << "the next operation starts with a clean outcome";
-  EXPECT_EQ(ctx.errore(), "");
+  EXPECT_EQ(result, 7);
+  EXPECT_EQ(outcome(), "0 ");
+  inner(true);
+  EXPECT_EQ(inner(false), 7);
+  EXPECT_EQ(outcome(), "0 ") << "the next operation starts with a clean outcome";
 }
 
 TEST_F(Trappola, AHandlerThatAsksTheObjectDoesNotDisturbTheRun) {
-  int finiti = 0;
-  BdgStato vistoDalCliente = bdgStatoOk;
+  int ended = 0;
+  BdgStato seenByTheClient = bdgStatoOk;
   ctx.dati.numeroForecast = 2;
   eventi.StepProcess = [&](values::Variant&) {
-    EXPECT_EQ(interna(true), -1) << "no exception reaches the client";
-    vistoDalCliente = ctx.stato();
+    EXPECT_EQ(inner(true), -1) << "no exception reaches the client";
+    seenByTheClient = ctx.stato();
     ctx.dati.numeroForecast = 9;
     ctx.connessione(nullptr);
   };
-  eventi.EndProcess = [&] { ++finiti; };
-  const auto connessione = ctx.connessionePtr();
-  const int passi = esegui(ctx, "Esterna", 0, [&] {
-    Processo processo(ctx, "Prova", 2);
-    processo.passo();
-    EXPECT_EQ(ctx.connessionePtr(), connessione) << "the run goes on where it began";
-    processo.passo();
-    processo.fine();
+  eventi.EndProcess = [&] { ++ended; };
+  const int steps = esegui(ctx, "Outer", 0, [&] {
+    Processo process(ctx, "Trial", 2);
+    process.passo();
+    EXPECT_EQ(ctx.connessionePtr(), db) << "the run goes on where it began";
+    process.passo();
+    process.fine();
     return 2;
   });
-  EXPECT_EQ(vistoDalCliente, bdgStatoErrore);
-  EXPECT_EQ(passi, 2);
-  EXPECT_EQ(ctx.stato(), bdgStatoOk);
-  EXPECT_EQ(ctx.errore(), "");
+  EXPECT_EQ(seenByTheClient, bdgStatoErrore);
+  EXPECT_EQ(steps, 2);
+  EXPECT_EQ(outcome(), "0 ");
   EXPECT_EQ(ctx.dati.numeroForecast, 2);
-  EXPECT_EQ(finiti, 1);
+  EXPECT_EQ(ended, 1);
 }
 
 TEST_F(Trappola, AStepThatFailsStillEndsItsProcess) {
-  int finiti = 0;
-  eventi.EndProcess = [&] { ++finiti; };
-  esegui(ctx, "Esterna", [&] {
-    Processo processo(ctx, "Prova", 1);
-    interna(true);
+  int ended = 0;
+  eventi.EndProcess = [&] { ++ended; };
+  esegui(ctx, "Outer", [&] {
+    Processo process(ctx, "Trial", 1);
+    inner(true);
   });
-  EXPECT_EQ(finiti, 1);
-  EXPECT_EQ(ctx.errore(), "guasto in Interna ");
-  eventi.EndProcess = [&] { throw values::Errore("gestore"); };
-  esegui(ctx, "Esterna", [&] { Processo(ctx, "Prova", 1).fine(); });
-  EXPECT_EQ(ctx.errore(), "gestore in Esterna");
-}
-
-TEST_F(Trappola, ARefusalInsideStopsItsCallers) {
-  const auto rifiutata = [&] {
-    return esegui(ctx, "Interna", false, [&] {
-      rifiuta("Dato mancante");
-      return true;
-    });
-  };
-  bool continuata = false;
-  esegui(ctx, "Esterna", [&] {
-    rifiutata();
-    continuata = true;
-  });
-  EXPECT_FALSE(continuata);
-  EXPECT_EQ(ctx.stato(), bdgStatoRifiutato);
-  EXPECT_EQ(ctx.errore(), "Dato mancante");
-}
-
-TEST_F(Trappola, CatchesWhateverIsThrown) {
-  esegui(ctx, "Numero", [] { throw 42; });
-  EXPECT_EQ(ctx.errore(), "Unknown error in Numero");
-  esegui(ctx, "Indice", [] { static_cast<void>(std::vector<int>().at(3)); });
-  EXPECT_EQ(ctx.stato(), bdgStatoErrore);
-  EXPECT_TRUE(ctx.errore().ends_with(" in Indice"));
-  esegui(ctx, "Completa", [&] { throw Fallimento(bdgStatoErrore, "Testo intero"); });
-  EXPECT_EQ(ctx.stato(), bdgStatoErrore);
-  EXPECT_EQ(ctx.errore(), "Testo intero");
+  EXPECT_EQ(ended, 1);
+  EXPECT_EQ(ctx.errore(), "fault in Inner ");
+  eventi.EndProcess = [&] { throw values::Errore("handler"); };
+  esegui(ctx, "Outer", [&] { Processo(ctx, "Trial", 1).fine(); });
+  EXPECT_EQ(ctx.errore(), "handler in Outer");
 }
 
 TEST_F(Trappola, MissingObjectsAreNamed) {

@@ -1,226 +1,172 @@
 #include <gmock/gmock.h>
 
-#include "maintenance/Banco.h"
 #include "maintenance/NuovaScheda.h"
+#include "maintenance/Stampless.h"
+#include "support/TestContext.h"
 
 namespace {
 
 using bukorval::NuovaScheda;
-using maintenance_tests::Banco;
-using testing::ElementsAre;
 using testing::IsEmpty;
+using testing_support::TestContext;
 using values::Variant;
 
-ado::DictionaryPtr colonne(const std::vector<std::pair<Variant, Variant>>& coppie) {
-  auto dizionario = std::make_shared<ado::Dictionary>();
-  for (const auto& [nome, valore] : coppie) dizionario->Add(nome, valore);
-  return dizionario;
+ado::DictionaryPtr columns(const std::vector<std::pair<Variant, Variant>>& pairs) {
+  auto dictionary = std::make_shared<ado::Dictionary>();
+  for (const auto& [name, value] : pairs) dictionary->Add(name, value);
+  return dictionary;
 }
 
-std::string testata(const std::string& nomi, const std::string& valori) {
+std::string header(const std::string& names, const std::string& values) {
   return " INSERT INTO BU65_TESBUDGET \r\n"
          " (BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_DITTA_CG18, BU65_ANNO, BU65_PROGESER, " +
-         nomi +
-         ")\r\n"
-         "VALUES\r\n (" +
-         valori + ")\r\n";
+         names + ")\r\nVALUES\r\n (" + values + ")\r\n";
 }
 
-std::string dettaglio(int tipo, int periodo) {
-  const std::string k = std::to_string(tipo), p = std::to_string(periodo);
-  return " IF NOT EXISTS \r\n"
-         "         ( \r\n"
-         "             SELECT  TOP 1 1 \r\n"
-         "             FROM    BU66_DETBUDGET \r\n"
-         "             WHERE   BU66_ID_BU65 = 31\r\n"
+std::string detail(int kind, int period) {
+  const std::string k = std::to_string(kind), p = std::to_string(period);
+  return " IF NOT EXISTS \r\n         ( \r\n             SELECT  TOP 1 1 \r\n"
+         "             FROM    BU66_DETBUDGET \r\n             WHERE   BU66_ID_BU65 = 31\r\n"
          "             AND     BU66_TIPO = " +
-         k +
-         "\r\n"
-         "             AND     BU66_PERIODO = " +
-         p +
-         "\r\n"
-         "         ) \r\n"
-         " BEGIN \r\n"
-         "         INSERT INTO BU66_DETBUDGET \r\n"
-         "         (   BU66_ID_BU65, \r\n"
-         "             BU66_TIPO, \r\n"
-         "             BU66_PERIODO \r\n"
-         "         )   \r\n"
-         "         VALUES  \r\n"
-         "         (   31, " +
-         k + ", " + p +
-         "\r\n"
-         "         )   \r\n"
-         " END ";
+         k + "\r\n             AND     BU66_PERIODO = " + p +
+         "\r\n         ) \r\n BEGIN \r\n         INSERT INTO BU66_DETBUDGET \r\n"
+         "         (   BU66_ID_BU65, \r\n             BU66_TIPO, \r\n             BU66_PERIODO \r\n"
+         "         )   \r\n         VALUES  \r\n         (   31, " +
+         k + ", " + p + "\r\n         )   \r\n END ";
 }
 
 const std::string kCashFlow =
     " INSERT INTO BU67_BDGCASHFLOW \r\n     (   BU67_ID_BU65 \r\n        ,BU67_FLGSCADMAN \r\n     )   \r\n"
     " VALUES  \r\n     (   31\r\n        ,0 \r\n     )   ";
 
-/// Answers for the header, its identity, the periodicity and the number of forecasts.
-void rispondi(Banco& banco, int periodicita, int forecast) {
-  banco.rispondiNulla();
-  banco.rispondi({""}, {{31}});
-  banco.rispondi({"BU01_INDPERIODO"}, {{periodicita}});
-  banco.rispondi({"BU01_NUMFORECAST"}, {{forecast}});
-}
-
-std::string testataInserita(Banco& banco, const ado::DictionaryPtr& dizionario) {
-  rispondi(banco, 5, 0);
-  NuovaScheda(banco.ctx).InserimentoNuovaSchedaBudget(dizionario);
-  EXPECT_EQ(banco.esito(), "0 ");
-  for (const auto& testo : banco.testi())
-    if (testo.find("INSERT INTO BU65_TESBUDGET") != std::string::npos) return testo;
-  return {};
-}
+/// A yearly budget that gives a new card the number 31.
+struct NewCard : TestContext {
+  explicit NewCard(int type, int forecasts = 0) : TestContext(type) {
+    answerNothing();
+    answer({""}, {{31}});
+    answer({"BU01_INDPERIODO"}, {{5}});
+    answer({"BU01_NUMFORECAST"}, {{forecasts}});
+    prop.CodicePdcCoGeDitta = 5;
+  }
+  std::vector<std::string> make(const std::vector<std::pair<Variant, Variant>>& given) {
+    NuovaScheda(ctx).InserimentoNuovaSchedaBudget(columns(given));
+    return maintenance_tests::stampless(*db);
+  }
+};
 
 TEST(NuovaScheda, WritesHeaderThenDetailsThenCashFlow) {
-  Banco banco(4);
-  rispondi(banco, 5, 1);
-  NuovaScheda(banco.ctx).InserimentoNuovaSchedaBudget(
-      colonne({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "S1"}}));
-  EXPECT_EQ(banco.esito(), "0 ");
-  const auto testi = banco.testi();
-  ASSERT_EQ(testi.size(), 8u);
-  EXPECT_EQ(testi[1], "SELECT @@IDENTITY");
-  EXPECT_THAT(std::vector(testi.begin() + 4, testi.end()),
-              ElementsAre(dettaglio(0, 1), dettaglio(1, 1), dettaglio(3, 1), kCashFlow));
-}
-
-TEST(NuovaScheda, WritesWhatTheBudgetTypeAsks) {
-  struct Riga {
-    int tipo;
-    std::string nomi, valori;
-  };
-  const Riga righe[] = {
-      {0, ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 0, 0 , 0 , ADESSO"},
-      {1, ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 1, 0 , 0 , ADESSO"},
-      {7, ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 1, 0 , 0 , ADESSO"},
-      {4, ", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 1 , 0 , ADESSO"},
-      {3, ", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ", ", 0 , 0 , ADESSO"}};
-  for (const auto& riga : righe) {
-    Banco banco(riga.tipo);
-    EXPECT_EQ(
-        testataInserita(banco, colonne({{"BU65_CODICE_CG31", 3}})),
-        testata("BU65_CODICE_CG31" + riga.nomi, std::to_string(riga.tipo) + ", 'A1', 7, 2024, 1, 3" + riga.valori));
+  NewCard budget(4, 1);
+  const auto texts = budget.make({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "S1"}});
+  EXPECT_EQ(budget.outcome(), "0 ");
+  ASSERT_EQ(texts.size(), 8u);
+  EXPECT_EQ(texts[1], "SELECT @@IDENTITY");
+  EXPECT_THAT(std::vector(texts.begin() + 4, texts.end()),
+              testing::ElementsAre(detail(0, 1), detail(1, 1), detail(3, 1), kCashFlow));
+  const std::string procedures[] = {"InserimentoNuovaSchedaBudget",
+                                    "InserimentoNuovaSchedaBudget",
+                                    "GetPeriodicitaBudget",
+                                    "GetNumeroForecast",
+                                    "CreazioneBU66NULL",
+                                    "CreazioneBU66NULL",
+                                    "CreazioneBU66NULL",
+                                    "CreazioneBU67NULL"};
+  for (std::size_t k = 1; k <= std::size(procedures); ++k) {
+    NewCard broken(4, 1);
+    broken.failAt(k);
+    EXPECT_EQ(broken.make({{"BU65_SCHEDA_BU07", "S1"}}).size(), k);
+    EXPECT_EQ(broken.outcome(), "99 boom in " + procedures[k - 1]);
   }
 }
 
-TEST(NuovaScheda, FormatsValuesByColumnTypeAndKeepsApostrophes) {
-  Banco banco(3);
-  const auto testo = testataInserita(banco, colonne({{"BU65_SCHEDA_BU07", "L'ALTRA"},
-                                                     {"BU65_CODICE_CG31", "2"},
-                                                     {"BU65_AREA_MG08", Variant::Null()},
-                                                     {"BU65_CODICE_PC01", ""}}));
-  EXPECT_THAT(testo, testing::HasSubstr("1, N'L''ALTRA', 2, NULL, NULL, 0 , 0 , "));
-}
-
-TEST(NuovaScheda, AccountColumnsBringTheBudgetsChartCode) {
-  struct Riga {
-    std::vector<std::pair<Variant, Variant>> date;
-    std::string nomi, valori;
-  };
-  const Riga righe[] = {
-      {{{"BU65_CONTO_CG24", "100"}}, "BU65_CONTO_CG24, BU65_GRUPPO_CG10", "N'100', 5"},
-      {{{"BU65_CODICE_CG23", "R1"}}, "BU65_CODICE_CG23, BU65_CODICE_CG21", "N'R1', 5"},
-      {{{"BU65_CONTO_PC03", "A1"}}, "BU65_CONTO_PC03, BU65_CODICE_PC01", "N'A1', 5"},
-      {{{"BU65_VDS_PC03", "V1"}}, "BU65_VDS_PC03, BU65_PDCVDS_PC01", "N'V1', 5"},
-      {{{"BU65_CONTOPDC_PC03", "C1"}, {"BU65_CONTOCONTROPART_PC03", "C2"}},
-       "BU65_CONTOPDC_PC03, BU65_PDC_PC01, BU65_CONTOCONTROPART_PC03",
-       "N'C1', 5, N'C2'"},
-      // What the client gives is not written twice, wherever it stands.
-      {{{"BU65_CONTO_CG24", "100"}, {"BU65_GRUPPO_CG10", 9}}, "BU65_CONTO_CG24, BU65_GRUPPO_CG10", "N'100', 9"}};
-  for (const auto& riga : righe) {
-    Banco banco(1);
-    banco.prop.CodicePdcCoGeDitta = 5;
-    EXPECT_EQ(testataInserita(banco, colonne(riga.date)),
-              testata(riga.nomi + ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ",
-                      "1, 'A1', 7, 2024, 1, " + riga.valori + ", 1, 0 , 0 , ADESSO"));
+TEST(NuovaScheda, WritesWhatTheBudgetTypeAndTheColumnsAsk) {
+  const std::string customers = ", BU65_TIPOCF_CG44, BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ";
+  const std::string stamp = ", BU65_FLGBUDGET , BU65_FLGCFLOW , BU65_DATAULTAGG ";
+  const struct {
+    int type;
+    std::vector<std::pair<Variant, Variant>> given;
+    std::string names, values;
+  } rows[] = {{0, {{"BU65_CODICE_CG31", 3}}, "BU65_CODICE_CG31" + customers, "3, 0, 0 , 0 , NOW"},
+              {1, {{"BU65_CODICE_CG31", 3}}, "BU65_CODICE_CG31" + customers, "3, 1, 0 , 0 , NOW"},
+              {7, {{"BU65_CODICE_CG31", 3}}, "BU65_CODICE_CG31" + customers, "3, 1, 0 , 0 , NOW"},
+              {4, {{"BU65_CODICE_CG31", 3}}, "BU65_CODICE_CG31" + stamp, "3, 1 , 0 , NOW"},
+              // By the column's type, apostrophes kept.
+              {3,
+               {{"BU65_SCHEDA_BU07", "L'ALTRA"}, {"BU65_CODICE_CG31", "2"}, {"BU65_AREA_MG08", Variant::Null()}},
+               "BU65_SCHEDA_BU07, BU65_CODICE_CG31, BU65_AREA_MG08" + stamp,
+               "N'L''ALTRA', 2, NULL, 0 , 0 , NOW"},
+              // An account brings the budget's chart code, unless the client gives one.
+              {3, {{"BU65_CONTO_CG24", "100"}}, "BU65_CONTO_CG24, BU65_GRUPPO_CG10" + stamp, "N'100', 5, 0 , 0 , NOW"},
+              {3, {{"BU65_CODICE_CG23", "R1"}}, "BU65_CODICE_CG23, BU65_CODICE_CG21" + stamp, "N'R1', 5, 0 , 0 , NOW"},
+              {3, {{"BU65_CONTO_PC03", "A1"}}, "BU65_CONTO_PC03, BU65_CODICE_PC01" + stamp, "N'A1', 5, 0 , 0 , NOW"},
+              {3, {{"BU65_VDS_PC03", "V1"}}, "BU65_VDS_PC03, BU65_PDCVDS_PC01" + stamp, "N'V1', 5, 0 , 0 , NOW"},
+              {3,
+               {{"BU65_CONTOPDC_PC03", "C1"}, {"BU65_CONTOCONTROPART_PC03", "C2"}},
+               "BU65_CONTOPDC_PC03, BU65_PDC_PC01, BU65_CONTOCONTROPART_PC03" + stamp,
+               "N'C1', 5, N'C2', 0 , 0 , NOW"},
+              {3,
+               {{"BU65_CONTO_CG24", "100"}, {"BU65_GRUPPO_CG10", 9}},
+               "BU65_CONTO_CG24, BU65_GRUPPO_CG10" + stamp,
+               "N'100', 9, 0 , 0 , NOW"}};
+  for (const auto& row : rows) {
+    NewCard budget(row.type);
+    EXPECT_EQ(budget.make(row.given).at(0),
+              header(row.names, std::to_string(row.type) + ", 'A1', 7, 2024, 1, " + row.values));
+    EXPECT_EQ(budget.outcome(), "0 ");
   }
 }
 
-TEST(NuovaScheda, RefusesAValueThatItsColumnCannotTake) {
-  for (const Variant& valore : {Variant("tre"), Variant("1), (2"), Variant(true)}) {
-    Banco banco(1);
-    NuovaScheda(banco.ctx).InserimentoNuovaSchedaBudget(colonne({{"BU65_CODICE_CG31", valore}}));
-    EXPECT_EQ(banco.ctx.stato(), 99);
-    EXPECT_THAT(banco.db->texts, IsEmpty());
+TEST(NuovaScheda, WritesNothingWithoutColumnsOrWithAValueThatItsColumnCannotTake) {
+  for (const Variant& value : {Variant("tre"), Variant("1), (2"), Variant(true)}) {
+    TestContext budget;
+    NuovaScheda(budget.ctx).InserimentoNuovaSchedaBudget(columns({{"BU65_CODICE_CG31", value}}));
+    EXPECT_EQ(budget.ctx.stato(), 99);
+    EXPECT_THAT(budget.db->texts, IsEmpty());
   }
-}
-
-TEST(NuovaScheda, AnEmptyDictionaryWritesNothing) {
-  for (const auto& vuoto : {ado::DictionaryPtr{}, colonne({})}) {
-    Banco banco(4);
-    NuovaScheda(banco.ctx).InserimentoNuovaSchedaBudget(vuoto);
-    EXPECT_THAT(banco.db->texts, IsEmpty());
-    EXPECT_EQ(banco.esito(), "0 ");
+  for (const auto& none : {ado::DictionaryPtr{}, columns({})}) {
+    TestContext budget(4);
+    NuovaScheda(budget.ctx).InserimentoNuovaSchedaBudget(none);
+    EXPECT_THAT(budget.db->texts, IsEmpty());
+    EXPECT_EQ(budget.outcome(), "0 ");
   }
 }
 
 TEST(NuovaScheda, CreatesADetailForEachKindAndPeriodOfTheNature) {
-  for (const int tipo : {1, 3}) {
-    Banco banco(tipo);
-    banco.rispondi({"BU01_INDPERIODO"}, {{0}});
-    banco.rispondi({"BU01_NUMFORECAST"}, {{2}});
-    NuovaScheda(banco.ctx).CreazioneBU66NULL(31);
-    std::vector<std::string> attese;
+  for (const int type : {1, 3}) {
+    TestContext budget(type);
+    budget.answer({"BU01_INDPERIODO"}, {{0}});
+    budget.answer({"BU01_NUMFORECAST"}, {{2}});
+    NuovaScheda(budget.ctx).CreazioneBU66NULL(31);
+    std::vector<std::string> expected;
     for (int kind = 0; kind <= 4; ++kind)
-      for (int periodo = 1; periodo <= 12; ++periodo)
-        if (kind != 2 || tipo == 1) attese.push_back(dettaglio(kind, periodo));
-    EXPECT_THAT(std::vector(banco.db->texts.begin() + 2, banco.db->texts.end()), testing::ElementsAreArray(attese));
+      for (int period = 1; period <= 12; ++period)
+        if (kind != 2 || type == 1) expected.push_back(detail(kind, period));
+    EXPECT_THAT(std::vector(budget.db->texts.begin() + 2, budget.db->texts.end()), testing::ElementsAreArray(expected));
   }
-}
-
-TEST(NuovaScheda, StopsAtTheStatementThatFailsAndNamesItsProcedure) {
-  const std::string nomi[] = {"InserimentoNuovaSchedaBudget",
-                              "InserimentoNuovaSchedaBudget",
-                              "GetPeriodicitaBudget",
-                              "GetNumeroForecast",
-                              "CreazioneBU66NULL",
-                              "CreazioneBU66NULL",
-                              "CreazioneBU67NULL"};
-  for (std::size_t guasto = 1; guasto <= std::size(nomi); ++guasto) {
-    Banco banco(4);
-    rispondi(banco, 5, 0);
-    banco.guastaAl(guasto);
-    NuovaScheda(banco.ctx).InserimentoNuovaSchedaBudget(colonne({{"BU65_SCHEDA_BU07", "S1"}}));
-    EXPECT_EQ(banco.esito(), "99 boom in " + nomi[guasto - 1]);
-    EXPECT_EQ(banco.db->texts.size(), guasto);
-  }
-}
-
-TEST(NuovaScheda, ReportsABudgetWithoutPeriods) {
-  Banco banco;
-  banco.rispondi({"BU01_INDPERIODO"}, {});
-  banco.rispondi({"BU01_NUMFORECAST"}, {{0}});
-  NuovaScheda(banco.ctx).CreazioneBU66NULL(31);
-  EXPECT_EQ(banco.ctx.stato(), 99);
+  TestContext undefined;
+  undefined.answer({"BU01_INDPERIODO"}, {});
+  undefined.answer({"BU01_NUMFORECAST"}, {{0}});
+  NuovaScheda(undefined.ctx).CreazioneBU66NULL(31);
+  EXPECT_EQ(undefined.ctx.stato(), 99) << "a budget without periods";
 }
 
 TEST(GetNaturaConto, ReadsTheChartOfTheKind) {
-  struct Riga {
-    int tipo;
-    std::string testo;
-  };
-  const Riga righe[] = {
+  const std::pair<int, std::string> rows[] = {
       {3,
        "SELECT PC03_INDSEGNO FROM   PC03_ANAGPDC WITH (NOLOCK) WHERE  PC03_CODICE_PC01 = 5 AND    PC03_CONTO = 'A1'"},
       {1,
        "SELECT CG24_INDCONTORICAV FROM   CG24_TABPDC WITH (NOLOCK) WHERE  CG24_GRUPPO_CG10 = 5 AND    CG24_CONTO = "
        "'A1'"}};
-  for (const auto& riga : righe) {
-    Banco banco;
-    banco.rispondi({"NATURA"}, {{2}, {3}});
-    bukorval::BdgTipoPdc tipo = riga.tipo;
-    Variant codice = 5, conto = "A1";
-    EXPECT_EQ(NuovaScheda(banco.ctx).GetNaturaConto(tipo, codice, conto), Variant(2));
-    EXPECT_THAT(banco.db->texts, ElementsAre(riga.testo));
-    banco.rispondi({"NATURA"}, {});
-    EXPECT_TRUE(NuovaScheda(banco.ctx).GetNaturaConto(tipo, codice, conto).isEmpty());
-    banco.guastaAl(3);
-    NuovaScheda(banco.ctx).GetNaturaConto(tipo, codice, conto);
-    EXPECT_EQ(banco.esito(), "99 boom in GetNaturaConto");
+  for (auto [kind, text] : rows) {
+    TestContext budget;
+    budget.answer({"NATURA"}, {{2}, {3}});
+    budget.answer({"NATURA"}, {});
+    Variant code = 5, account = "A1";
+    EXPECT_EQ(NuovaScheda(budget.ctx).GetNaturaConto(kind, code, account), Variant(2));
+    EXPECT_EQ(budget.db->texts.back(), text);
+    EXPECT_TRUE(NuovaScheda(budget.ctx).GetNaturaConto(kind, code, account).isEmpty());
+    budget.failAt(3);
+    NuovaScheda(budget.ctx).GetNaturaConto(kind, code, account);
+    EXPECT_EQ(budget.outcome(), "99 boom in GetNaturaConto");
   }
 }
 
