@@ -3,63 +3,53 @@
 #include <compare>
 #include <cstdint>
 #include <map>
-#include <string>
+#include <vector>
 
 #include "ado/connection/Connection.h"
 #include "frame/BudgetAnno.h"
 #include "frame/Enumerazioni.h"
-#include "host/output/Table.h"
 #include "values/Variant.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 
 /// Which details a snapshot takes: a budget's, of one kind.
-struct RitaglioDettagli {
+struct DetailScope {
   BudgetAnno budget;
-  BdgTipoDettaglio dettaglio = 0;
-  BdgTipoPdc tipoPdc = bdgPdcCoGe;  ///< which of a card's accounts is the budget's
+  BdgTipoDettaglio kind = 0;
+  BdgTipoPdc chart = bdgPdcCoGe;  ///< which of a card's accounts is the budget's
 };
 
-/// The values of a budget's cards at one moment.
-class FotoDettagli {
+/// The amounts of a budget's cards at one moment. Reads BU65_TESBUDGET, BU66_DETBUDGET.
+class DetailSnapshot {
  public:
-  struct Scheda {
-    values::Variant sede, codice, conto;
+  struct Card {
+    values::Variant site, code, account;
   };
-  struct Chiave {
-    std::int64_t scheda;
-    int periodo;
-    auto operator<=>(const Chiave&) const = default;
+  struct Key {
+    std::int64_t card;
+    int period;
+    auto operator<=>(const Key&) const = default;
   };
 
-  FotoDettagli() = default;
-  FotoDettagli(ado::Connection& connessione, const RitaglioDettagli& ritaglio);
+  DetailSnapshot() = default;
+  DetailSnapshot(ado::Connection& connection, const DetailScope& scope);
 
-  const std::map<std::int64_t, Scheda>& schede() const { return schede_; }
-  const std::map<Chiave, values::Variant>& importi() const { return importi_; }
+  const std::map<std::int64_t, Card>& cards() const { return cards_; }
+  const std::map<Key, values::Variant>& amounts() const { return amounts_; }
+  /// Null where there is no detail.
+  const values::Variant& amount(const Key& key) const;
 
  private:
-  std::map<std::int64_t, Scheda> schede_;
-  std::map<Chiave, values::Variant> importi_;
+  std::map<std::int64_t, Card> cards_;
+  std::map<Key, values::Variant> amounts_;
 };
 
+struct AmountChange {
+  DetailSnapshot::Key key;
+  DetailSnapshot::Card card;  ///< as it is afterwards
+  values::Variant before, after;
+};
 /// The amounts that differ between two moments, card by card and period by period.
-Tabella differenze(const FotoDettagli& prima, const FotoDettagli& dopo);
+std::vector<AmountChange> amountChanges(const DetailSnapshot& before, const DetailSnapshot& after);
 
-/// How many cards a run took and how many of them it changed, site by site.
-class RiepilogoSedi {
- public:
-  void selezionata(const values::Variant& sede) { ++perSede_[testo(sede)].selezionate; }
-  /// Counts the cards whose amounts differ, new ones among them.
-  void cambiate(const FotoDettagli& prima, const FotoDettagli& dopo);
-  Tabella tabella() const;
-
- private:
-  struct Conto {
-    int selezionate = 0, cambiate = 0;
-  };
-  static std::string testo(const values::Variant& sede);
-  std::map<std::string, Conto> perSede_;
-};
-
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

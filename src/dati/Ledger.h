@@ -8,61 +8,64 @@
 #include "ado/connection/Connection.h"
 #include "values/Variant.h"
 
-/// What the imports read and write of the suite's tables: accounting data has no method of the public object.
-namespace bukorval::host {
+namespace bukorval::dati {
 
-struct Registrazione {
-  values::Variant numero, data, anno, progressivo, sede, tipo, dataDocumento, descrizione;
+/// A registration, without its lines (CG41_PRIMANOTA).
+struct Registration {
+  values::Variant number, date, year, progressive, site;
+  values::Variant kind;  ///< 0 consolidated, 1 to be consolidated, 2 forecast
+  values::Variant documentDate, description;
 };
 
-struct RigaMovimento {
-  values::Variant registrazione;
-  std::int32_t riga = 1;
-  values::Variant conto, sede, inizioCompetenza, fineCompetenza;
-  bool avere = false;
-  values::Variant importo;
+/// A line of a registration (CG42_MOVCONT).
+struct MovementLine {
+  values::Variant registration;
+  std::int32_t line = 1;
+  values::Variant account, site, competenceFrom, competenceTo;
+  bool credit = false;
+  values::Variant amount;
 };
 
-struct AnnoContabile {
-  values::Variant anno, progressivo, inizio, fine;
+struct AccountingYear {
+  values::Variant year, progressive, begin, end;
 };
 
-class Archivio {
+/// A company's accounting data, which no method of the object writes: years, sites, chart of accounts, movements,
+/// card codes. Opens no transaction.
+class Ledger {
  public:
-  /// @param ditta  company; @param gruppo  its general-ledger chart.
-  Archivio(ado::Connection& connessione, values::Variant ditta, values::Variant gruppo);
+  /// @param chart  the company's general-ledger chart.
+  Ledger(ado::Connection& connection, values::Variant company, values::Variant chart);
 
-  bool haConto(const std::string& conto) const;
-  bool haSede(const values::Variant& sede) const;
-  bool haAnno(int anno) const;
-  bool haBudget(const values::Variant& tipo, const values::Variant& sottotipo) const;
-  bool haConti() const;
-  bool haMovimenti() const;
+  bool hasAccount(const std::string& account) const;
+  bool hasSite(const values::Variant& site) const;
+  bool hasYear(int year) const;
+  bool hasAccounts() const;
+  bool hasMovements() const;
   /// The accounting year that a date falls in.
-  std::optional<AnnoContabile> annoDi(const values::Date& data) const;
+  std::optional<AccountingYear> yearOf(const values::Date& date) const;
   /// The highest registration number, 0 when there is none.
-  std::int64_t ultimaRegistrazione() const;
+  std::int64_t lastRegistration() const;
 
+  /// @param levels  of an account code, 2 to 5.
+  void setAccountStructure(int levels);
   /// The calendar year, with progressive 1.
-  void scriviAnno(int anno);
+  void addYear(int year);
   /// New, or with a new description.
-  void scriviSede(const values::Variant& sede, const values::Variant& descrizione);
-  /// @param natura  0 balance sheet, 1 revenue, 2 cost; @param tipo  1 a total of accounts, 2 with movements.
-  void scriviConto(const std::string& conto, const values::Variant& descrizione, int natura, int tipo);
-  void scrivi(const Registrazione& registrazione);
-  void scrivi(const RigaMovimento& riga);
+  void putSite(const values::Variant& site, const values::Variant& description);
+  /// New, or with a new description and kind.
+  /// @param nature  0 balance sheet, 1 revenue, 2 cost; @param kind  1 a total of accounts, 2 with movements.
+  void putAccount(const std::string& account, const values::Variant& description, int nature, int kind);
+  void add(const Registration& registration);
+  void add(const MovementLine& line);
   /// The code of a card of budget type 4; one that is there already keeps its description.
-  void scriviCodiceScheda(int tipoScheda, const std::string& scheda, const values::Variant& descrizione);
-
-  ado::Connection& connessione() const { return connessione_; }
-  const values::Variant& ditta() const { return ditta_; }
-  const values::Variant& gruppo() const { return gruppo_; }
+  void addCardCode(int cardKind, const std::string& card, const values::Variant& description);
 
  private:
-  bool esiste(std::string_view tabella, const std::string& condizione) const;
+  bool exists(std::string_view table, const std::string& condition) const;
 
-  ado::Connection& connessione_;
-  values::Variant ditta_, gruppo_;
+  ado::Connection& connection_;
+  values::Variant company_, chart_;
 };
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

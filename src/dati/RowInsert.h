@@ -6,21 +6,22 @@
 #include "ado/connection/Connection.h"
 #include "values/Variant.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 
 /// One row to insert into a table of the suite, column by column. Rows of the same shape share one prepared
 /// statement.
-class RigaDati {
+class RowInsert {
  public:
-  explicit RigaDati(std::string_view tabella) : tabella_(tabella) {}
+  explicit RowInsert(std::string_view table) : table_(table) {}
 
-  /// Empty and Null are written as NULL, text with its quotes doubled, dates so that they read alike
-  /// everywhere.
-  RigaDati& colonna(std::string_view nome, const values::Variant& valore);
-  void inserisci(ado::Connection& connessione) const;
+  /// Empty and Null are written as NULL, text with its quotes doubled, dates so that they read alike everywhere.
+  RowInsert& set(std::string_view column, const values::Variant& value);
+  void run(ado::Connection& connection) const;
+  /// Also gives the identity that the database gave the row.
+  values::Variant runForIdentity(ado::Connection& connection) const;
 
  private:
-  std::string tabella_, colonne_, valori_;
+  std::string table_, columns_, values_;
 };
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

@@ -1,38 +1,46 @@
 #pragma once
 
-#include <functional>
-#include <utility>
+#include <cstddef>
+#include <optional>
+#include <vector>
 
 #include "ado/connection/Connection.h"
+#include "dati/DetailSnapshot.h"
+#include "object/CLSKORVAL.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 
-/// Hands everything on to a real connection, and looks before a run is committed: what it has written can still be
-/// read, compared and, in a trial run, taken back.
-class ConnessioneOsservata : public ado::Connection {
- public:
-  /// @param prova  rolls back where the object commits, so that nothing of the run stays.
-  ConnessioneOsservata(ado::ConnectionPtr vera, bool prova, std::function<void()> primaDiConfermare)
-      : vera_(std::move(vera)), prova_(prova), primaDiConfermare_(std::move(primaDiConfermare)) {}
-
-  void Open(std::string_view = {}, std::string_view = {}, std::int32_t = -1) override {}
-  void Close() override {}
-  ado::ObjectStateEnum State() const override { return vera_->State(); }
-  ado::RecordsetPtr Execute(std::string_view text) override { return vera_->Execute(text); }
-  void BeginTrans() override { vera_->BeginTrans(); }
-  void CommitTrans() override {
-    primaDiConfermare_();
-    if (prova_)
-      vera_->RollbackTrans();
-    else
-      vera_->CommitTrans();
-  }
-  void RollbackTrans() override { vera_->RollbackTrans(); }
-
- private:
-  ado::ConnectionPtr vera_;
-  bool prova_;
-  std::function<void()> primaDiConfermare_;
+enum class RunMode {
+  Write,
+  Trial  ///< taken back where the object commits, so that nothing of it stays
 };
 
-}  // namespace bukorval::host
+/// Watches one run of the object over a budget: what its cards hold before it, and what they hold when the object
+/// commits, read in its transaction. A run that commits nothing leaves them as they were.
+///
+///   WatchedRun run(budget, connection, scope, RunMode::Trial);
+///   run(&CLSKORVAL::BdgDupSchede_Duplicazione);
+///   show(run.changes());
+class WatchedRun {
+ public:
+  /// @param connection  the object's own; it has it back after the run, whatever happens.
+  WatchedRun(CLSKORVAL& budget, ado::ConnectionPtr connection, DetailScope scope, RunMode mode);
+
+  /// Throws Failure when the operation does not succeed.
+  void operator()(void (CLSKORVAL::*operation)());
+
+  const DetailSnapshot& before() const { return before_; }
+  const DetailSnapshot& after() const { return after_ ? *after_ : before_; }
+  std::vector<AmountChange> changes() const { return amountChanges(before(), after()); }
+  std::size_t newCards() const { return after().cards().size() - before().cards().size(); }
+
+ private:
+  CLSKORVAL& budget_;
+  ado::ConnectionPtr connection_;
+  DetailScope scope_;
+  RunMode mode_;
+  DetailSnapshot before_;
+  std::optional<DetailSnapshot> after_;
+};
+
+}  // namespace bukorval::dati

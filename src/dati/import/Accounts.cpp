@@ -1,67 +1,66 @@
 #include <array>
 
-#include "dati/import/Importer.h"
+#include "dati/import/CsvModel.h"
+#include "dati/import/Import.h"
 #include "values/Conversion.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
-enum : std::size_t { kCodice, kDescrizione, kNatura, kTotale };
-const ModelloCsv kModello{"accounts",
-                          {{"code", TipoCsv::Testo, true, 15, ""},
-                           {"description", TipoCsv::Testo, true, 80, ""},
-                           {"nature", TipoCsv::Testo, false, 10, "balance, revenue or cost"},
-                           {"total", TipoCsv::Intero, false, 1, "1 for a total of accounts"}}};
+enum : std::size_t { kCode, kDescription, kNature, kTotal };
+const CsvModel kModel{"accounts",
+                      {{"code", CsvType::Text, true, 15, ""},
+                       {"description", CsvType::Text, true, 80, ""},
+                       {"nature", CsvType::Text, false, 10, "balance, revenue or cost"},
+                       {"total", CsvType::Integer, false, 1, "1 for a total of accounts"}}};
 
 /// By the value of CG24_INDCONTORICAV.
-constexpr std::array<std::string_view, 3> kNature{"balance", "revenue", "cost"};
+constexpr std::array<std::string_view, 3> kNatures{"balance", "revenue", "cost"};
 
-class Conti : public Importatore {
+/// Position in kNatures; its size for a word that is none of them.
+std::size_t nature(const CsvRow& row) {
+  if (row.values[kNature].isEmpty()) return 0;
+  const auto word = values::toText(row.values[kNature]);
+  std::size_t i = 0;
+  while (i < kNatures.size() && kNatures[i] != word) ++i;
+  return i;
+}
+
+class Accounts : public FileImporter {
  public:
-  void leggi(const std::string& file, Importazione& importazione) override {
-    lotto_ = leggiCsv(file, kModello, importazione.separatore, importazione.segnalazioni);
-    for (const auto& riga : lotto_.righe) {
-      const auto codice = values::toText(riga.valori[kCodice]);
-      if (codice.empty()) continue;
-      if (!importazione.conti.insert(codice).second) {
-        importazione.segnalazioni.aggiungi(file, riga.linea, "account " + codice + " stands twice");
-      }
-      if (natura(riga) == kNature.size()) {
-        importazione.segnalazioni.aggiungi(
-            file, riga.linea,
-            "column nature: '" + values::toText(riga.valori[kNatura]) + "' is not balance, revenue or cost");
-      }
+  void read(const std::string& file, ImportContext& import) override {
+    batch_ = readCsv(file, kModel, import.separator, import.problems);
+    for (const auto& row : batch_.rows) {
+      const auto code = values::toText(row.values[kCode]);
+      if (code.empty()) continue;
+      if (!import.accounts.insert(code).second)
+        import.problems.add(file, row.line, "account " + code + " stands twice");
+      if (nature(row) == kNatures.size())
+        import.problems.add(
+            file, row.line,
+            "column nature: '" + values::toText(row.values[kNature]) + "' is not balance, revenue or cost");
     }
   }
 
-  void scrivi(Importazione& importazione) override {
-    for (const auto& riga : lotto_.righe) {
-      const bool totale = values::toInt32(riga.valori[kTotale]) == 1;
-      importazione.archivio.scriviConto(values::toText(riga.valori[kCodice]), riga.valori[kDescrizione],
-                                        static_cast<int>(natura(riga)), totale ? 1 : 2);
+  void write(ImportContext& import) override {
+    for (const auto& row : batch_.rows) {
+      const bool total = values::toInt32(row.values[kTotal]) == 1;
+      import.ledger.putAccount(values::toText(row.values[kCode]), row.values[kDescription],
+                               static_cast<int>(nature(row)), total ? 1 : 2);
     }
   }
 
-  std::string esito() const override { return conta(lotto_.righe.size(), "account"); }
+  std::string outcome() const override { return counted(batch_.rows.size(), "account"); }
 
  private:
-  /// Position in kNature; its size for a word that is none of them.
-  static std::size_t natura(const RigaCsv& riga) {
-    if (riga.valori[kNatura].isEmpty()) return 0;
-    const auto parola = values::toText(riga.valori[kNatura]);
-    std::size_t i = 0;
-    while (i < kNature.size() && kNature[i] != parola) ++i;
-    return i;
-  }
-
-  LottoCsv lotto_;
+  CsvBatch batch_;
 };
 
 }  // namespace
 
-GenereImportazione importaConti() {
-  return {kModello.nome, elencoColonne(kModello),
-          []() -> std::unique_ptr<Importatore> { return std::make_unique<Conti>(); }};
+FileKind accountsFile() {
+  return {kModel.name, columnList(kModel),
+          []() -> std::unique_ptr<FileImporter> { return std::make_unique<Accounts>(); }};
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

@@ -1,133 +1,120 @@
 #include <array>
 #include <deque>
 #include <utility>
-#include <vector>
 
-#include "dati/CardStore.h"
-#include "dati/import/Importer.h"
-#include "frame/TestoSql.h"
-#include "host/Errors.h"
-#include "host/Selection.h"
+#include "dati/CardWriter.h"
+#include "dati/Cards.h"
+#include "dati/import/CsvModel.h"
+#include "dati/import/Import.h"
 #include "values/Conversion.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
-enum : std::size_t { kPeriodo, kTipo, kImporto, kQta1, kQta2, kPrimaColonna };
+enum : std::size_t { kPeriod, kKind, kAmount, kQuantity1, kQuantity2, kFirstColumn };
 /// The columns that tell one card from another follow: those of the selected budget.
-const ModelloCsv kFissi{
+const CsvModel kFixed{
     "values",
-    {{"period", TipoCsv::Intero, true, 2, ""},
-     {"kind", TipoCsv::Intero, false, 2, "0 budget, 1 actuals, 2 orders, 2 + n forecast n; by default 0"},
-     {"amount", TipoCsv::Importo, false, 0, ""},
-     {"quantity1", TipoCsv::Quantita, false, 0, ""},
-     {"quantity2", TipoCsv::Quantita, false, 0, ""}}};
+    {{"period", CsvType::Integer, true, 2, ""},
+     {"kind", CsvType::Integer, false, 2, "0 budget, 1 actuals, 2 orders, 2 + n forecast n; by default 0"},
+     {"amount", CsvType::Amount, false, 0, ""},
+     {"quantity1", CsvType::Quantity, false, 0, ""},
+     {"quantity2", CsvType::Quantity, false, 0, ""}}};
 
-constexpr std::array<std::pair<std::size_t, BdgTipoValore>, 3> kMisure{
-    std::pair{kImporto, bdgValoreImporto}, {kQta1, bdgValoreQta1}, {kQta2, bdgValoreQta2}};
+constexpr std::array<std::pair<std::size_t, BdgTipoValore>, 3> kMeasures{
+    std::pair{kAmount, bdgValoreImporto}, {kQuantity1, bdgValoreQta1}, {kQuantity2, bdgValoreQta2}};
 
 /// Shorter names for the commonest columns.
-struct Sinonimo {
-  std::string_view nome, colonna;
+struct Synonym {
+  std::string_view name, column;
 };
-constexpr std::array kSinonimi{Sinonimo{"card", "BU65_SCHEDA_BU07"}, Sinonimo{"card_kind", "BU65_INDCOSRIC_BU07"},
-                               Sinonimo{"site", "BU65_CODICE_CG31"}, Sinonimo{"account", "BU65_CONTO_CG24"}};
+constexpr std::array kSynonyms{Synonym{"card", "BU65_SCHEDA_BU07"}, Synonym{"card_kind", "BU65_INDCOSRIC_BU07"},
+                               Synonym{"site", "BU65_CODICE_CG31"}, Synonym{"account", "BU65_CONTO_CG24"}};
 
-class Valori : public Importatore {
+class CardValues : public FileImporter {
  public:
-  void leggi(const std::string& file, Importazione& importazione) override {
-    richiediDefinizione(importazione.ambiente);
-    auto& oggetto = importazione.ambiente.oggetto();
-    const auto modello = preparaModello(importazione.ambiente);
-    lotto_ = leggiCsv(file, modello, importazione.separatore, importazione.segnalazioni);
-    const auto periodicita = oggetto.GetPeriodicitaBudget(oggetto.TipoBudget, oggetto.SottoTipoBudget);
-    const int periodi = values::toInt32(values::nvl(oggetto.GetBdgNrPeriodi(periodicita), 0));
-    const int ultimoTipo = oggetto.GetNumeroForecast(oggetto.TipoBudget, oggetto.SottoTipoBudget) + bdgDettaglioOrdini;
-    for (const auto& riga : lotto_.righe) {
-      const auto fuori = [&](std::size_t campo, int minimo, int massimo, const std::string& nome) {
-        if (riga.valori[campo].isEmpty()) return;
-        const int valore = values::toInt32(riga.valori[campo]);
-        if (valore >= minimo && valore <= massimo) return;
-        importazione.segnalazioni.aggiungi(file, riga.linea,
-                                           "column " + nome + ": " + std::to_string(valore) + " is not between " +
-                                               std::to_string(minimo) + " and " + std::to_string(massimo));
-      };
-      fuori(kPeriodo, 1, periodi, "period");
-      fuori(kTipo, 0, ultimoTipo, "kind");
+  void read(const std::string& file, ImportContext& import) override {
+    auto& budget = import.budget();
+    const auto model = makeModel(budget, *import.connection);
+    batch_ = readCsv(file, model, import.separator, import.problems);
+    const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
+    const int periods = values::toInt32(values::nvl(budget.GetBdgNrPeriodi(periodicity), 0));
+    const int lastKind = budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget) + bdgDettaglioOrdini;
+    for (const auto& row : batch_.rows) {
+      checkRange(row, kPeriod, 1, periods, import.problems);
+      checkRange(row, kKind, 0, lastKind, import.problems);
     }
   }
 
-  void scrivi(Importazione& importazione) override {
-    SchedeBudget schede(importazione.ambiente);
-    for (const auto& riga : lotto_.righe) {
-      const auto scheda = schede.trovaOCrea(chiave(riga));
-      const auto tipo =
-          riga.valori[kTipo].isEmpty() ? BdgTipoDettaglio{bdgDettaglioBudget} : values::toInt32(riga.valori[kTipo]);
-      const int periodo = values::toInt32(riga.valori[kPeriodo]);
-      for (const auto& [campo, misura] : kMisure) {
-        if (riga.valori[campo].isEmpty()) continue;
-        schede.scrivi(scheda, tipo, periodo, misura, riga.valori[campo]);
-        ++valori_;
+  void write(ImportContext& import) override {
+    CardWriter cards(import.budget(), *import.connection);
+    for (const auto& row : batch_.rows) {
+      const auto card = cards.findOrCreate(keyOf(row));
+      const auto kind =
+          row.values[kKind].isEmpty() ? BdgTipoDettaglio{bdgDettaglioBudget} : values::toInt32(row.values[kKind]);
+      const int period = values::toInt32(row.values[kPeriod]);
+      for (const auto& [field, measure] : kMeasures) {
+        if (row.values[field].isEmpty()) continue;
+        cards.write(card, kind, period, measure, row.values[field]);
+        ++values_;
       }
     }
-    schede_ = schede.create();
+    newCards_ = cards.created();
   }
 
-  std::string esito() const override {
-    return conta(valori_, "value") + ", " + conta(static_cast<std::size_t>(schede_), "new card");
+  std::string outcome() const override {
+    return counted(values_, "value") + ", " + counted(static_cast<std::size_t>(newCards_), "new card");
   }
 
  private:
-  ModelloCsv preparaModello(Ambiente& ambiente) {
-    auto& oggetto = ambiente.oggetto();
-    const auto elenco = oggetto.GetElencoCampi(oggetto.TipoBudget, oggetto.SottoTipoBudget);
-    ambiente.controlla();
-    TestoSql sql;
-    sql.riga(" SELECT TOP 1 ", elenco).riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ");
-    const auto campi = ambiente.connessione()->Execute(sql);
-    ModelloCsv modello = kFissi;
-    for (std::size_t i = 0; i < campi->Fields().Count(); ++i) {
-      const auto& campo = campi->Fields().Item(i);
-      colonne_.push_back(campo.Name());
-      const bool intero = campo.Type() == ado::adDecimal || campo.Type() == ado::adNumeric ||
-                          campo.Type() == ado::adSmallInt || campo.Type() == ado::adInteger;
-      modello.campi.push_back({nome(colonne_.back()), intero ? TipoCsv::Intero : TipoCsv::Testo, false,
-                               intero ? static_cast<int>(campo.Precision()) : campo.DefinedSize(), ""});
+  CsvModel makeModel(CLSKORVAL& budget, ado::Connection& connection) {
+    CsvModel model = kFixed;
+    for (const auto& column : cardColumns(budget, connection)) {
+      columns_.push_back(column.name);
+      model.fields.push_back(
+          {nameOf(column.name), column.number ? CsvType::Integer : CsvType::Text, false, column.width, ""});
     }
-    return modello;
+    return model;
   }
 
-  std::string_view nome(const std::string& colonna) {
-    for (const auto& sinonimo : kSinonimi) {
-      if (sinonimo.colonna == colonna) return sinonimo.nome;
-    }
-    return nomi_.emplace_back(colonna);
+  std::string_view nameOf(const std::string& column) {
+    for (const auto& synonym : kSynonyms)
+      if (synonym.column == column) return synonym.name;
+    return names_.emplace_back(column);
+  }
+
+  void checkRange(const CsvRow& row, std::size_t field, int low, int high, Problems& problems) const {
+    if (row.values[field].isEmpty()) return;
+    const int value = values::toInt32(row.values[field]);
+    if (value >= low && value <= high) return;
+    problems.add(batch_.file, row.line,
+                 "column " + std::string(kFixed.fields[field].name) + ": " + std::to_string(value) +
+                     " is not between " + std::to_string(low) + " and " + std::to_string(high));
   }
 
   /// The columns of the card that the line fills.
-  ChiaveScheda chiave(const RigaCsv& riga) const {
-    ChiaveScheda chiave;
-    for (std::size_t i = 0; i < colonne_.size(); ++i) {
-      if (!riga.valori[kPrimaColonna + i].isEmpty()) chiave.emplace_back(colonne_[i], riga.valori[kPrimaColonna + i]);
-    }
-    return chiave;
+  CardKey keyOf(const CsvRow& row) const {
+    CardKey key;
+    for (std::size_t i = 0; i < columns_.size(); ++i)
+      if (!row.values[kFirstColumn + i].isEmpty()) key.emplace_back(columns_[i], row.values[kFirstColumn + i]);
+    return key;
   }
 
-  LottoCsv lotto_;
-  std::vector<std::string> colonne_;
-  std::deque<std::string> nomi_;  ///< keeps the names that the model's fields look at
-  std::size_t valori_ = 0;
-  int schede_ = 0;
+  CsvBatch batch_;
+  std::vector<std::string> columns_;
+  std::deque<std::string> names_;  ///< keeps the names that the model's fields look at
+  std::size_t values_ = 0;
+  int newCards_ = 0;
 };
 
 }  // namespace
 
-GenereImportazione importaValori() {
-  return {kFissi.nome,
-          elencoColonne(kFissi) +
+FileKind valuesFile() {
+  return {kFixed.name,
+          columnList(kFixed) +
               ", and the columns of the selected budget (-t, -s, -y) that tell its cards apart, among them card, "
               "card_kind, site, account; a card that is missing is made",
-          []() -> std::unique_ptr<Importatore> { return std::make_unique<Valori>(); }};
+          []() -> std::unique_ptr<FileImporter> { return std::make_unique<CardValues>(); }, true};
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

@@ -6,133 +6,132 @@
 #include <optional>
 #include <system_error>
 
+#include "dati/Failure.h"
 #include "dati/import/CsvReader.h"
-#include "host/Errors.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
-values::Errore inaccettabile(std::string_view testo, const std::string& perche) {
-  return values::Errore("'" + std::string(testo) + "' " + perche);
+values::Errore unacceptable(std::string_view text, const std::string& why) {
+  return values::Errore("'" + std::string(text) + "' " + why);
 }
 
-values::Variant leggiDecimale(std::string_view testo, int interi, int decimali, char separatore) {
-  values::Decimal numero;
+values::Variant parseDecimal(std::string_view text, int integerDigits, int decimals, char separator) {
+  values::Decimal number;
   try {
-    numero = values::toDecimal(testo, separatore).normalized();
+    number = values::toDecimal(text, separator).normalized();
   } catch (const values::Errore&) {
-    throw inaccettabile(testo, "is not a number");
+    throw unacceptable(text, "is not a number");
   }
-  if (numero.scale() > decimali) throw inaccettabile(testo, "has more than " + std::to_string(decimali) + " decimals");
-  if (numero.integerDigits() > interi) throw inaccettabile(testo, "is too large");
-  return numero;
+  if (number.scale() > decimals) throw unacceptable(text, "has more than " + std::to_string(decimals) + " decimals");
+  if (number.integerDigits() > integerDigits) throw unacceptable(text, "is too large");
+  return number;
 }
 
-values::Variant leggiIntero(std::string_view testo, int cifre) {
-  const bool soloCifre = std::ranges::all_of(testo, [](char c) { return c >= '0' && c <= '9'; });
-  if (!soloCifre) throw inaccettabile(testo, "is not a whole number");
-  if (testo.size() > static_cast<std::size_t>(cifre))
-    throw inaccettabile(testo, "has more than " + std::to_string(cifre) + " digits");
-  return std::stoll(std::string(testo));
+values::Variant parseInteger(std::string_view text, int digits) {
+  const bool onlyDigits = std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
+  if (!onlyDigits) throw unacceptable(text, "is not a whole number");
+  if (text.size() > static_cast<std::size_t>(digits))
+    throw unacceptable(text, "has more than " + std::to_string(digits) + " digits");
+  return std::stoll(std::string(text));
 }
 
 /// For each field of the file, its position in the model; nothing for a column the model does not know.
-std::vector<std::optional<std::size_t>> mappa(const LettoreCsv& lettore, const ModelloCsv& modello,
-                                              const std::string& file, Segnalazioni& segnalazioni) {
-  std::vector<std::optional<std::size_t>> posizioni;
-  std::vector<bool> presenti(modello.campi.size());
-  for (const auto& nome : lettore.intestazione()) {
-    auto& posizione = posizioni.emplace_back();
-    for (std::size_t i = 0; i < modello.campi.size(); ++i) {
-      if (values::compareText(modello.campi[i].nome, nome) == 0) posizione = i;
+std::vector<std::optional<std::size_t>> mapColumns(const CsvReader& reader, const CsvModel& model,
+                                                   const std::string& file, Problems& problems) {
+  std::vector<std::optional<std::size_t>> positions;
+  std::vector<bool> present(model.fields.size());
+  for (const auto& name : reader.header()) {
+    auto& position = positions.emplace_back();
+    for (std::size_t i = 0; i < model.fields.size(); ++i) {
+      if (values::compareText(model.fields[i].name, name) == 0) position = i;
     }
-    if (!posizione) {
-      segnalazioni.aggiungi(file, 1, "unknown column '" + nome + "'");
-    } else if (presenti[*posizione]) {
-      segnalazioni.aggiungi(file, 1, "column '" + nome + "' stands twice");
+    if (!position) {
+      problems.add(file, 1, "unknown column '" + name + "'");
+    } else if (present[*position]) {
+      problems.add(file, 1, "column '" + name + "' stands twice");
     } else {
-      presenti[*posizione] = true;
+      present[*position] = true;
     }
   }
-  for (std::size_t i = 0; i < presenti.size(); ++i) {
-    if (presenti[i] || !modello.campi[i].obbligatorio) continue;
-    segnalazioni.aggiungi(file, 1, "column '" + std::string(modello.campi[i].nome) + "' is missing");
+  for (std::size_t i = 0; i < present.size(); ++i) {
+    if (present[i] || !model.fields[i].required) continue;
+    problems.add(file, 1, "column '" + std::string(model.fields[i].name) + "' is missing");
   }
-  return posizioni;
+  return positions;
 }
 
-void leggiRiga(RigaCsv& riga, const std::vector<std::string>& campi,
-               const std::vector<std::optional<std::size_t>>& posizioni, const ModelloCsv& modello, char separatore,
-               const std::string& file, Segnalazioni& segnalazioni) {
-  for (std::size_t i = 0; i < campi.size(); ++i) {
-    if (!posizioni[i]) continue;
-    const auto& campo = modello.campi[*posizioni[i]];
+void readRow(CsvRow& row, const std::vector<std::string>& fields,
+             const std::vector<std::optional<std::size_t>>& positions, const CsvModel& model, char separator,
+             const std::string& file, Problems& problems) {
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    if (!positions[i]) continue;
+    const auto& field = model.fields[*positions[i]];
     try {
-      riga.valori[*posizioni[i]] = leggiValore(campi[i], campo, separatore);
+      row.values[*positions[i]] = parseField(fields[i], field, separator);
     } catch (const values::Errore& e) {
-      segnalazioni.aggiungi(file, riga.linea, "column " + std::string(campo.nome) + ": " + e.what());
+      problems.add(file, row.line, "column " + std::string(field.name) + ": " + e.what());
     }
   }
 }
 
 }  // namespace
 
-std::string elencoColonne(const ModelloCsv& modello) {
-  std::string elenco;
-  for (const auto& campo : modello.campi) {
-    std::string voce(campo.nome);
-    if (!campo.aiuto.empty()) voce.append(": ").append(campo.aiuto);
-    if (!campo.obbligatorio) voce = '[' + voce + ']';
-    elenco += (elenco.empty() ? "" : ", ") + voce;
+std::string columnList(const CsvModel& model) {
+  std::string list;
+  for (const auto& field : model.fields) {
+    std::string item(field.name);
+    if (!field.help.empty()) item.append(": ").append(field.help);
+    if (!field.required) item = '[' + item + ']';
+    list += (list.empty() ? "" : ", ") + item;
   }
-  return elenco;
+  return list;
 }
 
-values::Variant leggiValore(std::string_view testo, const CampoCsv& campo, char separatore) {
-  testo = values::trim(testo);
-  if (testo.empty()) {
-    if (campo.obbligatorio) throw values::Errore("a value is needed");
+values::Variant parseField(std::string_view text, const CsvField& field, char separator) {
+  text = values::trim(text);
+  if (text.empty()) {
+    if (field.required) throw values::Errore("a value is needed");
     return {};
   }
-  switch (campo.tipo) {
-    case TipoCsv::Intero: return leggiIntero(testo, campo.larghezza);
-    case TipoCsv::Importo: return leggiDecimale(testo, 13, 2, separatore);
-    case TipoCsv::Quantita: return leggiDecimale(testo, 11, 3, separatore);
-    case TipoCsv::Data:
-      if (const auto data = values::Date::TryParse(testo)) return *data;
-      throw inaccettabile(testo, "is not a date");
-    case TipoCsv::Testo: break;
+  switch (field.type) {
+    case CsvType::Integer: return parseInteger(text, field.width);
+    case CsvType::Amount: return parseDecimal(text, 13, 2, separator);
+    case CsvType::Quantity: return parseDecimal(text, 11, 3, separator);
+    case CsvType::Date:
+      if (const auto date = values::Date::TryParse(text)) return *date;
+      throw unacceptable(text, "is not a date");
+    case CsvType::Text: break;
   }
-  if (values::length(testo) > static_cast<std::size_t>(campo.larghezza)) {
-    throw inaccettabile(testo, "has more than " + std::to_string(campo.larghezza) + " characters");
+  if (values::length(text) > static_cast<std::size_t>(field.width)) {
+    throw unacceptable(text, "has more than " + std::to_string(field.width) + " characters");
   }
-  return testo;
+  return text;
 }
 
-LottoCsv leggiCsv(const std::string& file, const ModelloCsv& modello, char separatore, Segnalazioni& segnalazioni) {
-  std::ifstream ingresso(file, std::ios::binary);
-  std::error_code ignorato;
-  if (!ingresso || std::filesystem::is_directory(file, ignorato)) throw Rifiuto("Cannot open " + file);
-  LottoCsv lotto{file, {}};
-  LettoreCsv lettore(ingresso);
-  const auto prima = segnalazioni.numero();
-  const auto posizioni = mappa(lettore, modello, file, segnalazioni);
-  if (segnalazioni.numero() > prima) return lotto;  // the lines cannot be told apart
-  std::vector<std::string> campi;
-  while (lettore.prossima(campi)) {
-    if (campi.size() != posizioni.size()) {
-      segnalazioni.aggiungi(
-          file, lettore.linea(),
-          std::to_string(campi.size()) + " fields where the header has " + std::to_string(posizioni.size()));
+CsvBatch readCsv(const std::string& file, const CsvModel& model, char separator, Problems& problems) {
+  std::ifstream in(file, std::ios::binary);
+  std::error_code ignored;
+  if (!in || std::filesystem::is_directory(file, ignored)) throw Refused("Cannot open " + file);
+  CsvBatch batch{file, {}};
+  CsvReader reader(in);
+  const auto before = problems.count();
+  const auto positions = mapColumns(reader, model, file, problems);
+  if (problems.count() > before) return batch;  // the lines cannot be told apart
+  std::vector<std::string> fields;
+  while (reader.next(fields)) {
+    if (fields.size() != positions.size()) {
+      problems.add(file, reader.line(),
+                   std::to_string(fields.size()) + " fields where the header has " + std::to_string(positions.size()));
       continue;
     }
-    lotto.righe.push_back({lettore.linea(), std::vector<values::Variant>(modello.campi.size())});
-    leggiRiga(lotto.righe.back(), campi, posizioni, modello, separatore, file, segnalazioni);
+    batch.rows.push_back({reader.line(), std::vector<values::Variant>(model.fields.size())});
+    readRow(batch.rows.back(), fields, positions, model, separator, file, problems);
   }
-  return lotto;
+  return batch;
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

@@ -3,78 +3,78 @@
 #include "values/Errore.h"
 #include "values/Text.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
-constexpr int kFine = std::istream::traits_type::eof();
+constexpr int kEnd = std::istream::traits_type::eof();
 
-void saltaBom(std::istream& ingresso) {
-  for (const char atteso : {'\xEF', '\xBB', '\xBF'}) {
-    if (ingresso.peek() != std::istream::traits_type::to_int_type(atteso)) return;
-    ingresso.get();
+void skipByteOrderMark(std::istream& in) {
+  for (const char expected : {'\xEF', '\xBB', '\xBF'}) {
+    if (in.peek() != std::istream::traits_type::to_int_type(expected)) return;
+    in.get();
   }
 }
 
 }  // namespace
 
-LettoreCsv::LettoreCsv(std::istream& ingresso) : ingresso_(ingresso) {
-  saltaBom(ingresso_);
-  if (!leggi(intestazione_)) return;
-  const auto& primo = intestazione_.front();
-  if (intestazione_.size() == 1 && primo.find(';') != std::string::npos) {
-    separatore_ = ';';
-    std::vector<std::string> campi(1);
-    for (const char c : primo) {
+CsvReader::CsvReader(std::istream& in) : in_(in) {
+  skipByteOrderMark(in_);
+  if (!read(header_)) return;
+  const auto& first = header_.front();
+  if (header_.size() == 1 && first.find(';') != std::string::npos) {
+    separator_ = ';';
+    std::vector<std::string> fields(1);
+    for (const char c : first) {
       if (c == ';') {
-        campi.emplace_back();
+        fields.emplace_back();
       } else {
-        campi.back() += c;
+        fields.back() += c;
       }
     }
-    intestazione_ = std::move(campi);
+    header_ = std::move(fields);
   }
-  for (auto& nome : intestazione_) nome = std::string(values::trim(nome));
+  for (auto& name : header_) name = std::string(values::trim(name));
 }
 
-bool LettoreCsv::prossima(std::vector<std::string>& campi) { return leggi(campi); }
+bool CsvReader::next(std::vector<std::string>& fields) { return read(fields); }
 
-bool LettoreCsv::leggi(std::vector<std::string>& campi) {
-  while (ingresso_.peek() != kFine) {
-    inizioRecord_ = lineaCorrente_;
-    campi.clear();
+bool CsvReader::read(std::vector<std::string>& fields) {
+  while (in_.peek() != kEnd) {
+    recordStart_ = currentLine_;
+    fields.clear();
     do {
-      campi.emplace_back();
-    } while (leggiCampo(campi.back()) != '\n');
-    if (campi.size() > 1 || !values::trim(campi.front()).empty()) return true;
+      fields.emplace_back();
+    } while (readField(fields.back()) != '\n');
+    if (fields.size() > 1 || !values::trim(fields.front()).empty()) return true;
   }
   return false;
 }
 
-char LettoreCsv::leggiCampo(std::string& campo) {
-  if (ingresso_.peek() == '"') leggiCitato(campo);
-  for (int c = ingresso_.get(); c != kFine; c = ingresso_.get()) {
-    if (c == separatore_) return separatore_;
+char CsvReader::readField(std::string& field) {
+  if (in_.peek() == '"') readQuoted(field);
+  for (int c = in_.get(); c != kEnd; c = in_.get()) {
+    if (c == separator_) return separator_;
     if (c == '\n') {
-      ++lineaCorrente_;
-      if (campo.ends_with('\r')) campo.pop_back();
+      ++currentLine_;
+      if (field.ends_with('\r')) field.pop_back();
       return '\n';
     }
-    campo += static_cast<char>(c);
+    field += static_cast<char>(c);
   }
   return '\n';
 }
 
-void LettoreCsv::leggiCitato(std::string& campo) {
-  ingresso_.get();
-  for (int c = ingresso_.get(); c != kFine; c = ingresso_.get()) {
-    if (c == '\n') ++lineaCorrente_;
+void CsvReader::readQuoted(std::string& field) {
+  in_.get();
+  for (int c = in_.get(); c != kEnd; c = in_.get()) {
+    if (c == '\n') ++currentLine_;
     if (c == '"') {
-      if (ingresso_.peek() != '"') return;
-      ingresso_.get();
+      if (in_.peek() != '"') return;
+      in_.get();
     }
-    campo += static_cast<char>(c);
+    field += static_cast<char>(c);
   }
-  throw values::Errore("line " + std::to_string(inizioRecord_) + ": a quoted field is never closed");
+  throw values::Errore("line " + std::to_string(recordStart_) + ": a quoted field is never closed");
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

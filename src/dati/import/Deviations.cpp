@@ -7,88 +7,77 @@
 #include <tuple>
 
 #include "dati/import/CsvModel.h"
-#include "suite/Sessione.h"
 #include "values/Conversion.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
 using values::Variant;
 
-constexpr int kMesi = 12;
+constexpr int kMonths = 12;
 
-ado::RecordsetPtr insieme(std::initializer_list<const char*> campi) {
+const CsvModel kModel{"deviations",
+                      {{"account", CsvType::Text, true, 15, ""},
+                       {"period", CsvType::Integer, false, 2, "month; empty for the whole account"},
+                       {"percent", CsvType::Amount, true, 0, ""}}};
+
+/// What the file says of one account.
+struct AccountDeviations {
+  std::optional<Variant> whole;     ///< the account's own percentage
+  std::map<int, Variant> byPeriod;  ///< of single months
+};
+using ByAccount = std::map<std::string, AccountDeviations>;
+
+ByAccount collect(const CsvBatch& batch, Problems& problems) {
+  ByAccount accounts;
+  for (const auto& row : batch.rows) {
+    const auto& [account, period, percent] = std::tie(row.values[0], row.values[1], row.values[2]);
+    const auto code = values::toPlainText(account);
+    auto& found = accounts[code];
+    const int month = values::isBlank(period) ? 0 : values::toInt32(period);
+    if (values::isBlank(period)) {
+      if (found.whole) problems.add(batch.file, row.line, "account " + code + " stands twice");
+      found.whole = percent;
+    } else if (month < 1 || month > kMonths) {
+      problems.add(batch.file, row.line, "period " + std::to_string(month) + " is no month from 1 to 12");
+    } else if (!found.byPeriod.emplace(month, percent).second) {
+      problems.add(batch.file, row.line, "account " + code + " stands twice for period " + std::to_string(month));
+    }
+  }
+  return accounts;
+}
+
+ado::RecordsetPtr recordset(std::initializer_list<const char*> fields) {
   auto rst = std::make_shared<ado::Recordset>();
-  for (const char* campo : campi) rst->Fields().Append(campo, ado::adVariant, 0, ado::adFldIsNullable);
+  for (const char* field : fields) rst->Fields().Append(field, ado::adVariant, 0, ado::adFldIsNullable);
   rst->Open();
   return rst;
 }
 
-const ModelloCsv& modello() {
-  static const ModelloCsv kModello{"deviations",
-                                   {{"account", TipoCsv::Testo, true, 15, ""},
-                                    {"period", TipoCsv::Intero, false, 2, "month; empty for the whole account"},
-                                    {"percent", TipoCsv::Importo, true, 0, ""}}};
-  return kModello;
-}
-
-/// What the file says of one account.
-struct Scostamenti {
-  std::optional<Variant> tutto;       ///< the account's own percentage
-  std::map<int, Variant> perPeriodo;  ///< of single months
-};
-using PerConto = std::map<std::string, Scostamenti>;
-
-PerConto raccogli(const LottoCsv& lotto, Segnalazioni& segnalazioni) {
-  PerConto conti;
-  for (const auto& riga : lotto.righe) {
-    const auto& [conto, periodo, percentuale] = std::tie(riga.valori[0], riga.valori[1], riga.valori[2]);
-    const auto codice = values::toPlainText(conto);
-    auto& trovati = conti[codice];
-    const int mese = values::isBlank(periodo) ? 0 : values::toInt32(periodo);
-    if (values::isBlank(periodo)) {
-      if (trovati.tutto) segnalazioni.aggiungi(lotto.file, riga.linea, "account " + codice + " stands twice");
-      trovati.tutto = percentuale;
-    } else if (mese < 1 || mese > kMesi) {
-      segnalazioni.aggiungi(lotto.file, riga.linea, "period " + std::to_string(mese) + " is no month from 1 to 12");
-    } else if (!trovati.perPeriodo.emplace(mese, percentuale).second) {
-      segnalazioni.aggiungi(lotto.file, riga.linea,
-                            "account " + codice + " stands twice for period " + std::to_string(mese));
-    }
-  }
-  return conti;
-}
-
-void aggiungi(ado::Recordset& rst, std::initializer_list<Variant> valori) {
+void addRow(ado::Recordset& rst, std::initializer_list<Variant> row) {
   rst.AddNew();
-  std::size_t campo = 0;
-  for (const auto& valore : valori) rst.Fields().Item(campo++).Value(valore);
+  std::size_t field = 0;
+  for (const auto& value : row) rst.Fields().Item(field++).Value(value);
   rst.Update();
 }
 
 }  // namespace
 
-std::string colonneScostamenti() { return elencoColonne(modello()); }
+std::string deviationColumns() { return columnList(kModel); }
 
-void leggiScostamenti(Ambiente& ambiente, const std::string& file) {
-  Segnalazioni segnalazioni;
-  const auto lotto = leggiCsv(file, modello(), ambiente.sessione().SeparatoreDecimale(), segnalazioni);
-  auto perConto = raccogli(lotto, segnalazioni);
-  segnalazioni.verifica();
-  const auto conti = insieme({"CONTO", "FLGPERIODI", "PERCSCOST"});
-  const auto periodi = insieme({"CONTO", "PERIODO", "PERCSCOST"});
-  for (auto& [conto, scostamenti] : perConto) {
-    auto& [tutto, perPeriodo] = scostamenti;
-    aggiungi(*conti, {conto, perPeriodo.empty() ? 0 : 1, tutto.value_or(0)});
+Deviations readDeviations(const std::string& file, char separator, Problems& problems) {
+  auto accounts = collect(readCsv(file, kModel, separator, problems), problems);
+  const Deviations deviations{recordset({"CONTO", "FLGPERIODI", "PERCSCOST"}),
+                              recordset({"CONTO", "PERIODO", "PERCSCOST"})};
+  for (auto& [account, found] : accounts) {
+    auto& [whole, byPeriod] = found;
+    addRow(*deviations.byAccount, {account, byPeriod.empty() ? 0 : 1, whole.value_or(0)});
     // The object asks an account with periods by period only: its own percentage fills the other months.
-    if (!perPeriodo.empty() && tutto)
-      for (int mese = 1; mese <= kMesi; ++mese) perPeriodo.try_emplace(mese, *tutto);
-    for (const auto& [mese, percentuale] : perPeriodo) aggiungi(*periodi, {conto, mese, percentuale});
+    if (!byPeriod.empty() && whole)
+      for (int month = 1; month <= kMonths; ++month) byPeriod.try_emplace(month, *whole);
+    for (const auto& [month, percent] : byPeriod) addRow(*deviations.byPeriod, {account, month, percent});
   }
-  auto& oggetto = ambiente.oggetto();
-  oggetto.RstScostPerConto = conti;
-  oggetto.RstScostPerPeriodo = periodi;
-  oggetto.TipoScostamento = bdgScostamentoPerConto;
+  return deviations;
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

@@ -2,15 +2,22 @@
 
 #include <string>
 
-#include "host/Environment.h"
+#include "ado/recordset/Recordset.h"
+#include "dati/import/Problems.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 
-/// The columns of a file of deviations, for the help text.
-std::string colonneScostamenti();
+/// Percentages by account and by month, as RstScostPerConto and RstScostPerPeriodo take them.
+struct Deviations {
+  ado::RecordsetPtr byAccount, byPeriod;
+};
 
-/// Reads a CSV file of deviations into RstScostPerConto and RstScostPerPeriodo, and sets TipoScostamento to them. A
-/// line without a period is the account's own percentage. Throws when a line cannot be read; nothing is then set.
-void leggiScostamenti(Ambiente& ambiente, const std::string& file);
+/// The columns of a file of deviations, in words.
+std::string deviationColumns();
 
-}  // namespace bukorval::host
+/// Reads a CSV file of deviations. A line without a period is the account's own percentage. Throws Refused when the
+/// file cannot be opened.
+/// @param separator  decimal sign.
+Deviations readDeviations(const std::string& file, char separator, Problems& problems);
+
+}  // namespace bukorval::dati

@@ -5,61 +5,58 @@
 
 #include "values/Text.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
-constexpr std::size_t kLarghezzaConto = 4;
-constexpr std::size_t kLarghezzaDescrizione = 40;
+constexpr std::size_t kAccountWidth = 4;
+constexpr std::size_t kLongestDescription = 40;
 
-std::string conZeri(const std::string& codice, std::size_t larghezza) {
-  return std::string(larghezza - std::min(larghezza, codice.size()), '0') + codice;
+std::string withZeros(const std::string& code, std::size_t width) {
+  return std::string(width - std::min(width, code.size()), '0') + code;
 }
 
-int natura(const DatiFinance& dati, const std::string& conto) {
-  const auto& tipo = dati.conti.at(conto).tipo;
-  if (tipo == "Revenue") return 1;
-  return tipo == "Expenditures" ? 2 : 0;
+int natureOf(const FinanceFolder& finance, const std::string& account) {
+  const auto& type = finance.accounts.at(account).type;
+  if (type == "Revenue") return 1;
+  return type == "Expenditures" ? 2 : 0;
 }
 
 /// A group is called like its only account, else like the parent of its first one.
-std::string nomeGruppo(const DatiFinance& dati, const std::set<std::string>& conti) {
-  const auto& primo = dati.conti.at(*conti.begin());
-  const auto padre = dati.conti.find(primo.padre);
-  return conti.size() == 1 || padre == dati.conti.end() ? primo.descrizione : padre->second.descrizione;
+std::string nameOfGroup(const FinanceFolder& finance, const std::set<std::string>& accounts) {
+  const auto& first = finance.accounts.at(*accounts.begin());
+  const auto parent = finance.accounts.find(first.parent);
+  return accounts.size() == 1 || parent == finance.accounts.end() ? first.description : parent->second.description;
 }
 
 }  // namespace
 
-std::string contoFinance(const std::string& conto, int reparto) {
-  return conZeri(conto, kLarghezzaConto) + conZeri(std::to_string(reparto), kLarghezzaConto);
+std::string accountCode(const std::string& account, int department) {
+  return withZeros(account, kAccountWidth) + withZeros(std::to_string(department), kAccountWidth);
 }
 
-std::string contoFinance(const ImportoFinance& importo) { return contoFinance(importo.conto, importo.reparto); }
-
-std::string schedaFinance(const std::string& conto, int reparto) {
-  return conZeri(conto, kLarghezzaConto) + conZeri(std::to_string(reparto), 2);
+std::string cardCode(const std::string& account, int department) {
+  return withZeros(account, kAccountWidth) + withZeros(std::to_string(department), 2);
 }
 
-std::string descrizioneFinance(const DatiFinance& dati, const std::string& conto, int reparto) {
-  const auto nome = dati.conti.at(conto).descrizione + " - " + dati.reparti.at(reparto);
-  return std::string(values::rtrim(values::left(nome, kLarghezzaDescrizione)));
+std::string accountDescription(const FinanceFolder& finance, const std::string& account, int department) {
+  const auto name = finance.accounts.at(account).description + " - " + finance.departments.at(department);
+  return std::string(values::rtrim(values::left(name, kLongestDescription)));
 }
 
-std::map<std::string, ContoSuite> contiFinance(const DatiFinance& dati) {
-  std::map<std::string, ContoSuite> tutti;
-  std::map<std::string, std::set<std::string>> gruppi;
-  for (const auto& importo : dati.importi) {
-    const auto& conto = importo.conto;
-    const int tipo = natura(dati, conto);
-    tutti[contoFinance(importo)] = {descrizioneFinance(dati, conto, importo.reparto), tipo, false};
-    tutti[contoFinance(conto, 0)] = {dati.conti.at(conto).descrizione, tipo, true};
-    gruppi[conZeri(conto, kLarghezzaConto).substr(0, 2)].insert(conto);
+std::map<std::string, ChartAccount> chartOf(const FinanceFolder& finance) {
+  std::map<std::string, ChartAccount> chart;
+  std::map<std::string, std::set<std::string>> groups;
+  for (const auto& amount : finance.amounts) {
+    const auto& account = amount.account;
+    const int nature = natureOf(finance, account);
+    chart[accountCode(amount)] = {accountDescription(finance, account, amount.department), nature, false};
+    chart[accountCode(account, 0)] = {finance.accounts.at(account).description, nature, true};
+    groups[withZeros(account, kAccountWidth).substr(0, 2)].insert(account);
   }
   // 6000 and the group of the accounts 60xx share the code 60000000, which then is the group's.
-  for (const auto& [gruppo, conti] : gruppi) {
-    tutti[contoFinance(gruppo + "00", 0)] = {nomeGruppo(dati, conti), natura(dati, *conti.begin()), true};
-  }
-  return tutti;
+  for (const auto& [group, accounts] : groups)
+    chart[accountCode(group + "00", 0)] = {nameOfGroup(finance, accounts), natureOf(finance, *accounts.begin()), true};
+  return chart;
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

@@ -9,25 +9,25 @@
 ///
 /// Movements are selected by account and site, so a department is the last level of the account: 6020 of
 /// department 3 is 60200003. Accounts 60xx make the group 60000000.
-namespace bukorval::host {
+namespace bukorval::dati {
 
 /// Levels of 2, 2 and 4 digits.
-inline constexpr int kStrutturaFinance = 3;
+inline constexpr int kFinanceAccountStructure = 3;
 
-struct ContoSuite {
-  std::string descrizione;
-  int natura = 0;  ///< 0 balance sheet, 1 revenue, 2 cost
-  bool totale = false;
+struct ChartAccount {
+  std::string description;
+  int nature = 0;  ///< 0 balance sheet, 1 revenue, 2 cost
+  bool total = false;
 };
 
-std::string contoFinance(const std::string& conto, int reparto);
-std::string contoFinance(const ImportoFinance& importo);
+std::string accountCode(const std::string& account, int department);
+inline std::string accountCode(const FinanceAmount& amount) { return accountCode(amount.account, amount.department); }
 /// 6020 of department 3 is card 602003.
-std::string schedaFinance(const std::string& conto, int reparto);
+std::string cardCode(const std::string& account, int department);
 /// "Payroll Taxes - Manufacturing", at most 40 characters.
-std::string descrizioneFinance(const DatiFinance& dati, const std::string& conto, int reparto);
+std::string accountDescription(const FinanceFolder& finance, const std::string& account, int department);
 
 /// The whole chart: the accounts that have amounts, and the accounts and groups above them.
-std::map<std::string, ContoSuite> contiFinance(const DatiFinance& dati);
+std::map<std::string, ChartAccount> chartOf(const FinanceFolder& finance);
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

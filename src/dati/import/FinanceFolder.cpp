@@ -3,111 +3,106 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "dati/Failure.h"
 #include "dati/import/CsvModel.h"
-#include "host/Errors.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
-constexpr char kPunto = '.';
+constexpr char kPoint = '.';
 
-const ModelloCsv kConti{"accounts",
-                        {{"code", TipoCsv::Testo, true, 4, ""},
-                         {"parent", TipoCsv::Testo, false, 4, ""},
-                         {"description", TipoCsv::Testo, true, 80, ""},
-                         {"type", TipoCsv::Testo, false, 20, ""},
-                         {"operator", TipoCsv::Testo, false, 1, ""}}};
+const CsvModel kAccounts{"accounts",
+                         {{"code", CsvType::Text, true, 4, ""},
+                          {"parent", CsvType::Text, false, 4, ""},
+                          {"description", CsvType::Text, true, 80, ""},
+                          {"type", CsvType::Text, false, 20, ""},
+                          {"operator", CsvType::Text, false, 1, ""}}};
 
 /// Sites and departments.
-const ModelloCsv kCodici{"codes",
-                         {{"code", TipoCsv::Intero, true, 2, ""},
-                          {"parent", TipoCsv::Intero, false, 2, ""},
-                          {"description", TipoCsv::Testo, true, 80, ""}}};
+const CsvModel kCodes{"codes",
+                      {{"code", CsvType::Integer, true, 2, ""},
+                       {"parent", CsvType::Integer, false, 2, ""},
+                       {"description", CsvType::Text, true, 80, ""}}};
 
-enum : std::size_t { kData, kSede, kReparto, kScenario, kConto, kImporto };
-const ModelloCsv kImporti{"amounts",
-                          {{"date", TipoCsv::Data, true, 0, ""},
-                           {"site", TipoCsv::Intero, true, 2, ""},
-                           {"department", TipoCsv::Intero, true, 2, ""},
-                           {"scenario", TipoCsv::Testo, true, 10, ""},
-                           {"account", TipoCsv::Testo, true, 4, ""},
-                           {"amount", TipoCsv::Importo, true, 0, ""}}};
+enum : std::size_t { kDate, kSite, kDepartment, kScenario, kAccount, kAmount };
+const CsvModel kAmounts{"amounts",
+                        {{"date", CsvType::Date, true, 0, ""},
+                         {"site", CsvType::Integer, true, 2, ""},
+                         {"department", CsvType::Integer, true, 2, ""},
+                         {"scenario", CsvType::Text, true, 10, ""},
+                         {"account", CsvType::Text, true, 4, ""},
+                         {"amount", CsvType::Amount, true, 0, ""}}};
 
-std::map<int, std::string> leggiCodici(const std::string& file, Segnalazioni& segnalazioni) {
-  std::map<int, std::string> codici;
-  for (const auto& riga : leggiCsv(file, kCodici, kPunto, segnalazioni).righe) {
-    if (riga.valori[0].isEmpty()) continue;
-    codici[values::toInt32(riga.valori[0])] = values::toText(riga.valori[2]);
+std::map<int, std::string> readCodes(const std::string& file, Problems& problems) {
+  std::map<int, std::string> codes;
+  for (const auto& row : readCsv(file, kCodes, kPoint, problems).rows) {
+    if (row.values[0].isEmpty()) continue;
+    codes[values::toInt32(row.values[0])] = values::toText(row.values[2]);
   }
-  return codici;
+  return codes;
 }
 
-Scenario leggiScenario(const std::string& testo) {
-  if (testo == "actual") return Scenario::Consuntivo;
-  if (testo == "budget") return Scenario::Budget;
-  if (testo == "forecast") return Scenario::Previsione;
-  throw values::Errore("column scenario: '" + testo + "' is not actual, budget or forecast");
+Scenario parseScenario(const std::string& text) {
+  if (text == "actual") return Scenario::Actual;
+  if (text == "budget") return Scenario::Budget;
+  if (text == "forecast") return Scenario::Forecast;
+  throw values::Errore("column scenario: '" + text + "' is not actual, budget or forecast");
 }
 
-ImportoFinance leggiImporto(const RigaCsv& riga, const DatiFinance& dati) {
-  ImportoFinance importo{
-      meseDi(values::toDate(riga.valori[kData])), values::toInt32(riga.valori[kSede]),
-      values::toInt32(riga.valori[kReparto]),     leggiScenario(values::toText(riga.valori[kScenario])),
-      values::toText(riga.valori[kConto]),        values::toDecimal(riga.valori[kImporto])};
-  if (!dati.conti.contains(importo.conto)) throw values::Errore("no account " + importo.conto);
-  if (!dati.sedi.contains(importo.sede)) throw values::Errore("no site " + std::to_string(importo.sede));
-  if (!dati.reparti.contains(importo.reparto)) {
-    throw values::Errore("no department " + std::to_string(importo.reparto));
-  }
-  return importo;
+FinanceAmount parseAmount(const CsvRow& row, const FinanceFolder& finance) {
+  FinanceAmount amount{monthOf(values::toDate(row.values[kDate])), values::toInt32(row.values[kSite]),
+                       values::toInt32(row.values[kDepartment]),   parseScenario(values::toText(row.values[kScenario])),
+                       values::toText(row.values[kAccount]),       values::toDecimal(row.values[kAmount])};
+  if (!finance.accounts.contains(amount.account)) throw values::Errore("no account " + amount.account);
+  if (!finance.sites.contains(amount.site)) throw values::Errore("no site " + std::to_string(amount.site));
+  if (!finance.departments.contains(amount.department))
+    throw values::Errore("no department " + std::to_string(amount.department));
+  return amount;
 }
 
-bool completa(const RigaCsv& riga) {
-  return std::ranges::none_of(riga.valori, [](const auto& valore) { return valore.isEmpty(); });
+bool isComplete(const CsvRow& row) {
+  return std::ranges::none_of(row.values, [](const auto& value) { return value.isEmpty(); });
 }
 
 }  // namespace
 
-bool DatiFinance::eRicavo(const std::string& conto) const {
-  const auto& tipo = conti.at(conto).tipo;
-  return tipo == "Revenue" || tipo == "Liabilities";
+bool FinanceFolder::isRevenue(const std::string& account) const {
+  const auto& type = accounts.at(account).type;
+  return type == "Revenue" || type == "Liabilities";
 }
 
-bool DatiFinance::haPrevisioni() const {
-  return std::ranges::any_of(importi, [](const auto& importo) { return importo.scenario == Scenario::Previsione; });
+bool FinanceFolder::hasForecasts() const {
+  return std::ranges::any_of(amounts, [](const auto& amount) { return amount.scenario == Scenario::Forecast; });
 }
 
-values::Date meseDi(const values::Date& giorno) {
-  return (giorno.day() <= 15 ? giorno.addMonths(-1) : giorno).lastOfMonth();
-}
+values::Date monthOf(const values::Date& day) { return (day.day() <= 15 ? day.addMonths(-1) : day).lastOfMonth(); }
 
-DatiFinance leggiFinance(const std::string& cartella, Segnalazioni& segnalazioni) {
-  if (!std::filesystem::is_directory(cartella)) {
-    throw Rifiuto("There is no folder " + cartella +
+FinanceFolder readFinanceFolder(const std::string& folder, Problems& problems) {
+  if (!std::filesystem::is_directory(folder))
+    throw Refused("There is no folder " + folder +
                   ": give the one that holds amounts.csv, accounts.csv, sites.csv and departments.csv");
+  const auto file = [&](const char* name) { return (std::filesystem::path(folder) / name).string(); };
+  FinanceFolder finance;
+  for (const auto& row : readCsv(file("accounts.csv"), kAccounts, kPoint, problems).rows) {
+    if (row.values[0].isEmpty()) continue;
+    const auto text = [&](std::size_t field) { return values::toText(row.values[field]); };
+    finance.accounts[text(0)] = {text(1), text(2), text(3)};
   }
-  const auto file = [&](const char* nome) { return (std::filesystem::path(cartella) / nome).string(); };
-  DatiFinance dati;
-  for (const auto& riga : leggiCsv(file("accounts.csv"), kConti, kPunto, segnalazioni).righe) {
-    if (riga.valori[0].isEmpty()) continue;
-    const auto testo = [&](std::size_t campo) { return values::toText(riga.valori[campo]); };
-    dati.conti[testo(0)] = {testo(1), testo(2), testo(3)};
-  }
-  dati.sedi = leggiCodici(file("sites.csv"), segnalazioni);
-  dati.reparti = leggiCodici(file("departments.csv"), segnalazioni);
-  const auto importi = leggiCsv(file("amounts.csv"), kImporti, kPunto, segnalazioni);
-  dati.importi.reserve(importi.righe.size());
-  for (const auto& riga : importi.righe) {
-    if (!completa(riga)) continue;
+  finance.sites = readCodes(file("sites.csv"), problems);
+  finance.departments = readCodes(file("departments.csv"), problems);
+  const auto amounts = readCsv(file("amounts.csv"), kAmounts, kPoint, problems);
+  finance.amounts.reserve(amounts.rows.size());
+  for (const auto& row : amounts.rows) {
+    if (!isComplete(row)) continue;
     try {
-      dati.importi.push_back(leggiImporto(riga, dati));
+      finance.amounts.push_back(parseAmount(row, finance));
     } catch (const values::Errore& e) {
-      segnalazioni.aggiungi(importi.file, riga.linea, e.what());
+      problems.add(amounts.file, row.line, e.what());
     }
   }
-  return dati;
+  return finance;
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

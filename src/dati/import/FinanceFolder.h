@@ -8,40 +8,40 @@
 #include "values/Date.h"
 #include "values/Decimal.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 
-struct ContoFinance {
-  std::string padre, descrizione, tipo;
+struct FinanceAccount {
+  std::string parent, description, type;
 };
 
-enum class Scenario { Consuntivo, Budget, Previsione };
+enum class Scenario { Actual, Budget, Forecast };
 
-struct ImportoFinance {
-  values::Date mese;  ///< the last day of the month it stands for
-  int sede = 0;
-  int reparto = 0;
-  Scenario scenario = Scenario::Consuntivo;
-  std::string conto;
-  values::Decimal importo;
+struct FinanceAmount {
+  values::Date month;  ///< the last day of the month it stands for
+  int site = 0;
+  int department = 0;
+  Scenario scenario = Scenario::Actual;
+  std::string account;
+  values::Decimal amount;
 };
 
 /// A folder of monthly amounts by site, department and account: amounts.csv, accounts.csv, sites.csv,
 /// departments.csv.
-struct DatiFinance {
-  std::map<std::string, ContoFinance> conti;
-  std::map<int, std::string> sedi, reparti;
-  std::vector<ImportoFinance> importi;
+struct FinanceFolder {
+  std::map<std::string, FinanceAccount> accounts;
+  std::map<int, std::string> sites, departments;
+  std::vector<FinanceAmount> amounts;
 
-  /// A card whose account is kept on the credit side: revenue and liabilities.
-  bool eRicavo(const std::string& conto) const;
-  bool haPrevisioni() const;
+  /// An account that is kept on the credit side: revenue and liabilities.
+  bool isRevenue(const std::string& account) const;
+  bool hasForecasts() const;
 };
 
 /// Reads and checks the four files; codes that amounts.csv uses and the other files lack are problems too.
-/// Throws Rifiuto when the folder or a file is missing.
-DatiFinance leggiFinance(const std::string& cartella, Segnalazioni& segnalazioni);
+/// Throws Refused when the folder or a file is missing.
+FinanceFolder readFinanceFolder(const std::string& folder, Problems& problems);
 
 /// A day near a month end stands for its month: the first half of a month belongs to the month before.
-values::Date meseDi(const values::Date& giorno);
+values::Date monthOf(const values::Date& day);
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

@@ -1,173 +1,157 @@
-#include <iostream>
+#include "dati/import/FinanceImport.h"
+
 #include <map>
 #include <set>
-#include <string>
 #include <tuple>
 #include <utility>
-#include <vector>
 
-#include "dati/CardStore.h"
-#include "dati/RowInsert.h"
+#include "dati/Budgets.h"
+#include "dati/CardWriter.h"
+#include "dati/Ledger.h"
 #include "dati/import/FinanceChart.h"
-#include "dati/import/FinanceFolder.h"
-#include "dati/import/Importer.h"
-#include "frame/TestoSql.h"
+#include "dati/import/Import.h"
 #include "frame/Transazione.h"
-#include "host/Errors.h"
-#include "values/Conversion.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
-constexpr BdgTipo kTipo = bdgTipoSpeseGenerali;
-constexpr const char* kSottotipo = "01";
+constexpr BdgTipo kType = bdgTipoSpeseGenerali;
+constexpr const char* kSubtype = "01";
 /// The account; site, card kind and code are every such budget's.
-constexpr const char* kStruttura = "CON";
+constexpr const char* kStructure = "CON";
 
 /// What identifies a card of one year: site, department, account.
-using Posto = std::tuple<int, int, std::string>;
+using Place = std::tuple<int, int, std::string>;
 /// A card's values by detail kind and month.
-using ValoriMensili = std::map<std::pair<BdgTipoDettaglio, int>, values::Decimal>;
+using MonthlyValues = std::map<std::pair<BdgTipoDettaglio, int>, values::Decimal>;
 
-int annoDi(const ImportoFinance& importo) { return importo.mese.year(); }
+int yearOf(const FinanceAmount& amount) { return amount.month.year(); }
 
-class ImportaFinance {
+class FinanceImport {
  public:
-  ImportaFinance(Ambiente& ambiente, const DatiFinance& dati)
-      : ambiente_(ambiente), importazione_(ambiente), archivio_(importazione_.archivio), dati_(dati) {}
+  FinanceImport(CLSKORVAL& budget, ado::Connection& connection, const suite::ActiveInterface& session,
+                const FinanceFolder& finance)
+      : budget_(budget),
+        connection_(connection),
+        ledger_(connection, session.CodiceDitta(), session.CodicePdcCoGe()),
+        finance_(finance) {}
 
-  void esegui() {
-    if (archivio_.haConti() || archivio_.haMovimenti() || archivio_.haBudget(kTipo, kSottotipo)) {
-      throw Rifiuto("The company has accounts, movements or budgets already: create a new one with `bukorval create`");
-    }
-    Transazione transazione(archivio_.connessione());
-    scriviStruttura();
-    scriviMovimenti();
-    scriviSchede();
-    transazione.conferma();
-    for (const auto& esito : esiti_) std::cout << "Imported " << esito << '\n';
+  std::vector<std::string> write() {
+    if (ledger_.hasAccounts() || ledger_.hasMovements() || isBudgetDefined(connection_, kType, kSubtype))
+      throw CompanyNotEmpty();
+    Transazione transaction(connection_);
+    writeFrame();
+    writeMovements();
+    writeBudgets();
+    transaction.conferma();
+    return outcomes_;
   }
 
  private:
-  void scriviStruttura() {
-    TestoSql sql;
-    sql.riga(" UPDATE CG18_ANADITTE ")
-        .riga("    SET CG18_STRUTTCONTI = ", numero(kStrutturaFinance))
-        .riga(" WHERE  CG18_CODICE = ", numero(archivio_.ditta()));
-    archivio_.connessione().Execute(sql);
-    std::set<int> anni;
-    for (const auto& importo : dati_.importi) anni.insert(annoDi(importo));
-    for (const int anno : anni) {
-      if (!archivio_.haAnno(anno)) archivio_.scriviAnno(anno);
-    }
-    for (const auto& [codice, descrizione] : dati_.sedi) archivio_.scriviSede(codice, descrizione);
-    const auto conti = contiFinance(dati_);
-    for (const auto& [codice, conto] : conti) {
-      archivio_.scriviConto(codice, conto.descrizione, conto.natura, conto.totale ? 1 : 2);
-    }
-    RigaDati("BU01_ANABUDGET")
-        .colonna("BU01_INDTIPO", kTipo)
-        .colonna("BU01_SOTTOTIPO", kSottotipo)
-        .colonna("BU01_DESCR", "Budget per sede e reparto")
-        .colonna("BU01_STRUTTURA", kStruttura)
-        .colonna("BU01_FLGSEDI", 1)
-        .colonna("BU01_INDPERIODO", 0)
-        .colonna("BU01_INDPERFISO", 1)
-        .colonna("BU01_NUMFORECAST", dati_.haPrevisioni() ? 1 : 0)
-        .inserisci(archivio_.connessione());
-    esiti_.push_back(conta(conti.size(), "account") + ", " + conta(dati_.sedi.size(), "site") + ", " +
-                     conta(anni.size(), "accounting year"));
+  /// Chart, sites, accounting years and the budget's definition.
+  void writeFrame() {
+    ledger_.setAccountStructure(kFinanceAccountStructure);
+    std::set<int> years;
+    for (const auto& amount : finance_.amounts) years.insert(yearOf(amount));
+    for (const int year : years)
+      if (!ledger_.hasYear(year)) ledger_.addYear(year);
+    for (const auto& [code, description] : finance_.sites) ledger_.putSite(code, description);
+    const auto chart = chartOf(finance_);
+    for (const auto& [code, account] : chart)
+      ledger_.putAccount(code, account.description, account.nature, account.total ? 1 : 2);
+    BudgetDefinition definition{kType, kSubtype, "Budget per sede e reparto", kStructure};
+    definition.perSite = 1;
+    definition.forecasts = finance_.hasForecasts() ? 1 : 0;
+    defineBudget(connection_, definition);
+    outcomes_.push_back(counted(chart.size(), "account") + ", " + counted(finance_.sites.size(), "site") + ", " +
+                        counted(years.size(), "accounting year"));
   }
 
   /// One registration for each site and month, a line for each amount; a negative one goes to the other side.
-  void scriviMovimenti() {
-    auto prossima = archivio_.ultimaRegistrazione() + 1;
-    std::map<std::pair<int, values::Date>, std::pair<std::int64_t, int>> registrazioni;
-    std::size_t righe = 0;
-    for (const auto& importo : dati_.importi) {
-      if (importo.scenario != Scenario::Consuntivo) continue;
-      auto [posizione, nuova] = registrazioni.try_emplace({importo.sede, importo.mese}, prossima, 0);
-      auto& [registrazione, riga] = posizione->second;
-      if (nuova) {
-        ++prossima;
-        archivio_.scrivi(Registrazione{registrazione, importo.mese, annoDi(importo), 1, importo.sede, 0, importo.mese,
-                                       "Movimenti del mese"});
+  void writeMovements() {
+    auto next = ledger_.lastRegistration() + 1;
+    std::map<std::pair<int, values::Date>, std::pair<std::int64_t, int>> registrations;
+    std::size_t lines = 0;
+    for (const auto& amount : finance_.amounts) {
+      if (amount.scenario != Scenario::Actual) continue;
+      auto [position, isNew] = registrations.try_emplace({amount.site, amount.month}, next, 0);
+      auto& [registration, line] = position->second;
+      if (isNew) {
+        ++next;
+        ledger_.add(Registration{registration, amount.month, yearOf(amount), 1, amount.site, 0, amount.month,
+                                 "Movimenti del mese"});
       }
-      const bool negativo = importo.importo.isNegative();
-      archivio_.scrivi(RigaMovimento{registrazione,
-                                     ++riga,
-                                     contoFinance(importo),
-                                     importo.sede,
-                                     {},
-                                     {},
-                                     dati_.eRicavo(importo.conto) != negativo,
-                                     negativo ? -importo.importo : importo.importo});
-      ++righe;
+      const bool negative = amount.amount.isNegative();
+      const bool credit = finance_.isRevenue(amount.account) != negative;
+      ledger_.add(MovementLine{registration,
+                               ++line,
+                               accountCode(amount),
+                               amount.site,
+                               {},
+                               {},
+                               credit,
+                               negative ? -amount.amount : amount.amount});
+      ++lines;
     }
-    esiti_.push_back(conta(righe, "movement") + " in " + conta(registrazioni.size(), "registration"));
+    outcomes_.push_back(counted(lines, "movement") + " in " + counted(registrations.size(), "registration"));
   }
 
   /// Every year with a budget gets a card for each place that has an amount in that year.
-  void scriviSchede() {
-    std::map<int, std::map<Posto, ValoriMensili>> anni;
-    std::size_t importi = 0;
-    for (const auto& importo : dati_.importi) {
-      if (importo.scenario == Scenario::Consuntivo) continue;
-      const auto tipo = importo.scenario == Scenario::Budget ? bdgDettaglioBudget : bdgDettaglioOrdini + 1;
-      auto& valori = anni[annoDi(importo)][{importo.sede, importo.reparto, importo.conto}];
-      auto& valore = valori[{tipo, importo.mese.month()}];
-      valore = valore + importo.importo;
-      ++importi;
+  void writeBudgets() {
+    std::map<int, std::map<Place, MonthlyValues>> years;
+    std::size_t amounts = 0;
+    for (const auto& amount : finance_.amounts) {
+      if (amount.scenario == Scenario::Actual) continue;
+      const auto kind = amount.scenario == Scenario::Budget ? bdgDettaglioBudget : bdgDettaglioOrdini + 1;
+      auto& monthly = years[yearOf(amount)][{amount.site, amount.department, amount.account}];
+      auto& value = monthly[{kind, amount.month.month()}];
+      value = value + amount.amount;
+      ++amounts;
     }
-    for (const auto& importo : dati_.importi) {
-      const auto anno = anni.find(annoDi(importo));
-      if (anno != anni.end()) anno->second.try_emplace({importo.sede, importo.reparto, importo.conto});
+    for (const auto& amount : finance_.amounts) {
+      const auto year = years.find(yearOf(amount));
+      if (year != years.end()) year->second.try_emplace({amount.site, amount.department, amount.account});
     }
-    for (const auto& [anno, schede] : anni) scriviAnno(anno, schede);
-    esiti_.push_back(conta(importi, "budget amount"));
+    for (const auto& [year, cards] : years) writeYear(year, cards);
+    outcomes_.push_back(counted(amounts, "budget amount"));
   }
 
-  void scriviAnno(int anno, const std::map<Posto, ValoriMensili>& schede) {
-    auto& oggetto = ambiente_.oggetto();
-    oggetto.TipoBudget = kTipo;
-    oggetto.SottoTipoBudget = kSottotipo;
-    oggetto.AnnoEsercizio = anno;
-    oggetto.ProgressivoEsercizio = 1;
-    SchedeBudget budget(ambiente_);
-    for (const auto& [posto, valori] : schede) {
-      const auto scheda = budget.trovaOCrea(chiave(posto));
-      for (const auto& [dove, valore] : valori) {
-        budget.scrivi(scheda, dove.first, dove.second, bdgValoreImporto, valore);
-      }
+  void writeYear(int year, const std::map<Place, MonthlyValues>& cards) {
+    budget_.TipoBudget = kType;
+    budget_.SottoTipoBudget = kSubtype;
+    budget_.AnnoEsercizio = year;
+    budget_.ProgressivoEsercizio = 1;
+    CardWriter writer(budget_, connection_);
+    for (const auto& [place, monthly] : cards) {
+      const auto card = writer.findOrCreate(keyOf(place));
+      for (const auto& [where, value] : monthly) writer.write(card, where.first, where.second, bdgValoreImporto, value);
     }
-    esiti_.push_back(conta(schede.size(), "card") + " of " + std::to_string(anno));
+    outcomes_.push_back(counted(cards.size(), "card") + " of " + std::to_string(year));
   }
 
-  ChiaveScheda chiave(const Posto& posto) {
-    const auto& [sede, reparto, conto] = posto;
-    const int tipoScheda = dati_.eRicavo(conto) ? 1 : 0;
-    const auto scheda = schedaFinance(conto, reparto);
-    archivio_.scriviCodiceScheda(tipoScheda, scheda, descrizioneFinance(dati_, conto, reparto));
-    return {{"BU65_CODICE_CG31", sede},
-            {"BU65_INDCOSRIC_BU07", tipoScheda},
-            {"BU65_SCHEDA_BU07", scheda},
-            {"BU65_CONTO_CG24", contoFinance(conto, reparto)}};
+  CardKey keyOf(const Place& place) {
+    const auto& [site, department, account] = place;
+    const int cardKind = finance_.isRevenue(account) ? 1 : 0;
+    const auto card = cardCode(account, department);
+    ledger_.addCardCode(cardKind, card, accountDescription(finance_, account, department));
+    return {{"BU65_CODICE_CG31", site},
+            {"BU65_INDCOSRIC_BU07", cardKind},
+            {"BU65_SCHEDA_BU07", card},
+            {"BU65_CONTO_CG24", accountCode(account, department)}};
   }
 
-  Ambiente& ambiente_;
-  Importazione importazione_;
-  Archivio& archivio_;
-  const DatiFinance& dati_;
-  std::vector<std::string> esiti_;  ///< told when everything is written
+  CLSKORVAL& budget_;
+  ado::Connection& connection_;
+  Ledger ledger_;
+  const FinanceFolder& finance_;
+  std::vector<std::string> outcomes_;
 };
 
 }  // namespace
 
-void importaFinance(Ambiente& ambiente, const std::string& cartella) {
-  Segnalazioni segnalazioni;
-  const auto dati = leggiFinance(cartella, segnalazioni);
-  segnalazioni.verifica();
-  ImportaFinance(ambiente, dati).esegui();
+std::vector<std::string> importFinance(CLSKORVAL& budget, ado::Connection& connection,
+                                       const suite::ActiveInterface& session, const FinanceFolder& finance) {
+  return FinanceImport(budget, connection, session, finance).write();
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

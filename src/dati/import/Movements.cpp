@@ -1,118 +1,123 @@
 #include <map>
 #include <optional>
 
-#include "dati/import/Importer.h"
+#include "dati/import/CsvModel.h"
+#include "dati/import/Import.h"
 #include "values/Conversion.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
-enum : std::size_t { kNumero, kData, kConto, kSegno, kImporto, kSede, kTipo, kDocumento, kInizio, kFine, kDescrizione };
-const ModelloCsv kModello{"movements",
-                          {{"registration", TipoCsv::Intero, false, 9, "lines with one number belong together"},
-                           {"date", TipoCsv::Data, true, 0, ""},
-                           {"account", TipoCsv::Testo, true, 15, ""},
-                           {"side", TipoCsv::Testo, false, 1, "D debit or C credit, by default D"},
-                           {"amount", TipoCsv::Importo, true, 0, ""},
-                           {"site", TipoCsv::Intero, false, 2, ""},
-                           {"kind", TipoCsv::Intero, false, 1, "0 consolidated, 1 to be consolidated, 2 forecast"},
-                           {"document_date", TipoCsv::Data, false, 0, ""},
-                           {"competence_from", TipoCsv::Data, false, 0, ""},
-                           {"competence_to", TipoCsv::Data, false, 0, ""},
-                           {"description", TipoCsv::Testo, false, 60, ""}}};
+enum : std::size_t {
+  kRegistration,
+  kDate,
+  kAccount,
+  kSide,
+  kAmount,
+  kSite,
+  kKind,
+  kDocumentDate,
+  kFrom,
+  kTo,
+  kDescription
+};
+const CsvModel kModel{"movements",
+                      {{"registration", CsvType::Integer, false, 9, "lines with one number belong together"},
+                       {"date", CsvType::Date, true, 0, ""},
+                       {"account", CsvType::Text, true, 15, ""},
+                       {"side", CsvType::Text, false, 1, "D debit or C credit, by default D"},
+                       {"amount", CsvType::Amount, true, 0, ""},
+                       {"site", CsvType::Integer, false, 2, ""},
+                       {"kind", CsvType::Integer, false, 1, "0 consolidated, 1 to be consolidated, 2 forecast"},
+                       {"document_date", CsvType::Date, false, 0, ""},
+                       {"competence_from", CsvType::Date, false, 0, ""},
+                       {"competence_to", CsvType::Date, false, 0, ""},
+                       {"description", CsvType::Text, false, 60, ""}}};
 
-class Movimenti : public Importatore {
+class Movements : public FileImporter {
  public:
-  void leggi(const std::string& file, Importazione& importazione) override {
-    lotto_ = leggiCsv(file, kModello, importazione.separatore, importazione.segnalazioni);
-    for (const auto& riga : lotto_.righe) {
-      for (const auto& problema : problemi(riga, importazione)) {
-        importazione.segnalazioni.aggiungi(file, riga.linea, problema);
-      }
-    }
+  void read(const std::string& file, ImportContext& import) override {
+    batch_ = readCsv(file, kModel, import.separator, import.problems);
+    for (const auto& row : batch_.rows)
+      for (const auto& problem : problemsOf(row, import)) import.problems.add(file, row.line, problem);
   }
 
-  void scrivi(Importazione& importazione) override {
-    auto prossimo = importazione.archivio.ultimaRegistrazione() + 1;
-    struct Aperta {
-      values::Variant numero;
-      int righe;
+  void write(ImportContext& import) override {
+    auto next = import.ledger.lastRegistration() + 1;
+    struct Open {
+      values::Variant number;
+      int lines;
     };
-    std::map<std::string, Aperta> aperte;
-    for (const auto& riga : lotto_.righe) {
-      const auto& v = riga.valori;
-      const auto nome = v[kNumero].isEmpty() ? "#" + std::to_string(riga.linea) : values::toText(v[kNumero]);
-      auto [posizione, nuova] = aperte.try_emplace(nome, Aperta{prossimo, 0});
-      if (nuova) {
-        const auto anno = anni_.at(values::toDate(v[kData]));
-        importazione.archivio.scrivi(Registrazione{prossimo++, v[kData], anno.anno, anno.progressivo, v[kSede],
-                                                   values::nvl(v[kTipo], 0), v[kDocumento], v[kDescrizione]});
+    std::map<std::string, Open> open;
+    for (const auto& row : batch_.rows) {
+      const auto& v = row.values;
+      const auto name = v[kRegistration].isEmpty() ? "#" + std::to_string(row.line) : values::toText(v[kRegistration]);
+      auto [position, isNew] = open.try_emplace(name, Open{next, 0});
+      if (isNew) {
+        const auto& year = years_.at(values::toDate(v[kDate]));
+        import.ledger.add(Registration{next++, v[kDate], year.year, year.progressive, v[kSite],
+                                       values::nvl(v[kKind], 0), v[kDocumentDate], v[kDescription]});
       }
-      importazione.archivio.scrivi(RigaMovimento{posizione->second.numero, ++posizione->second.righe, v[kConto],
-                                                 v[kSede], v[kInizio], v[kFine], avere(riga), v[kImporto]});
+      const bool credit = values::toText(v[kSide]) == "C";
+      import.ledger.add(MovementLine{position->second.number, ++position->second.lines, v[kAccount], v[kSite], v[kFrom],
+                                     v[kTo], credit, v[kAmount]});
     }
-    registrazioni_ = aperte.size();
+    registrations_ = open.size();
   }
 
-  std::string esito() const override {
-    return conta(lotto_.righe.size(), "movement") + " in " + conta(registrazioni_, "registration");
+  std::string outcome() const override {
+    return counted(batch_.rows.size(), "movement") + " in " + counted(registrations_, "registration");
   }
 
  private:
-  static bool avere(const RigaCsv& riga) { return values::toText(riga.valori[kSegno]) == "C"; }
-
-  std::vector<std::string> problemi(const RigaCsv& riga, Importazione& importazione) {
-    const auto& v = riga.valori;
-    std::vector<std::string> trovati;
-    if (!v[kConto].isEmpty() && !importazione.haConto(values::toText(v[kConto]))) {
-      trovati.push_back("no account " + values::toText(v[kConto]));
-    }
-    if (!v[kSede].isEmpty() && !importazione.haSede(v[kSede])) trovati.push_back("no site " + values::toText(v[kSede]));
-    const auto segno = values::toText(v[kSegno]);
-    if (!segno.empty() && segno != "D" && segno != "C") trovati.push_back("column side: '" + segno + "' is not D or C");
-    if (!v[kInizio].isEmpty() && !v[kFine].isEmpty() && values::compare(v[kInizio], v[kFine]) > 0) {
-      trovati.push_back("competence ends before it begins");
-    }
-    if (!v[kData].isEmpty() && !trovaAnno(values::toDate(v[kData]), importazione)) {
-      trovati.push_back("no accounting year holds " + values::toText(v[kData]));
-    }
-    if (!v[kNumero].isEmpty() && !stessaTestata(riga)) {
-      trovati.push_back("registration " + values::toText(v[kNumero]) + " has another date on line " +
-                        std::to_string(testate_.at(values::toText(v[kNumero])).linea));
-    }
-    return trovati;
+  std::vector<std::string> problemsOf(const CsvRow& row, ImportContext& import) {
+    const auto& v = row.values;
+    std::vector<std::string> found;
+    if (!v[kAccount].isEmpty() && !import.hasAccount(values::toText(v[kAccount])))
+      found.push_back("no account " + values::toText(v[kAccount]));
+    if (!v[kSite].isEmpty() && !import.hasSite(v[kSite])) found.push_back("no site " + values::toText(v[kSite]));
+    const auto side = values::toText(v[kSide]);
+    if (!side.empty() && side != "D" && side != "C") found.push_back("column side: '" + side + "' is not D or C");
+    if (!v[kFrom].isEmpty() && !v[kTo].isEmpty() && values::compare(v[kFrom], v[kTo]) > 0)
+      found.push_back("competence ends before it begins");
+    if (!v[kDate].isEmpty() && !findYear(values::toDate(v[kDate]), import))
+      found.push_back("no accounting year holds " + values::toText(v[kDate]));
+    if (!v[kRegistration].isEmpty() && !hasDateOfRegistration(row))
+      found.push_back("registration " + values::toText(v[kRegistration]) + " has another date on line " +
+                      std::to_string(heads_.at(values::toText(v[kRegistration])).line));
+    return found;
   }
 
-  bool trovaAnno(const values::Date& data, Importazione& importazione) {
-    if (anni_.contains(data)) return true;
-    const auto anno = importazione.archivio.annoDi(data);
-    if (anno) anni_.emplace(data, *anno);
-    return anno.has_value();
+  bool findYear(const values::Date& date, ImportContext& import) {
+    if (years_.contains(date)) return true;
+    const auto year = import.ledger.yearOf(date);
+    if (year) years_.emplace(date, *year);
+    return year.has_value();
   }
 
   /// The lines of one registration have its date.
-  bool stessaTestata(const RigaCsv& riga) {
-    const auto [prima, nuova] =
-        testate_.try_emplace(values::toText(riga.valori[kNumero]), Testata{riga.linea, riga.valori[kData]});
-    return nuova || prima->second.data == riga.valori[kData];
+  bool hasDateOfRegistration(const CsvRow& row) {
+    const auto [first, isNew] =
+        heads_.try_emplace(values::toText(row.values[kRegistration]), Head{row.line, row.values[kDate]});
+    return isNew || first->second.date == row.values[kDate];
   }
 
-  struct Testata {
-    std::size_t linea;
-    values::Variant data;
+  struct Head {
+    std::size_t line;
+    values::Variant date;
   };
 
-  LottoCsv lotto_;
-  std::map<values::Date, AnnoContabile> anni_;
-  std::map<std::string, Testata> testate_;
-  std::size_t registrazioni_ = 0;
+  CsvBatch batch_;
+  std::map<values::Date, AccountingYear> years_;
+  std::map<std::string, Head> heads_;
+  std::size_t registrations_ = 0;
 };
 
 }  // namespace
 
-GenereImportazione importaMovimenti() {
-  return {kModello.nome, elencoColonne(kModello),
-          []() -> std::unique_ptr<Importatore> { return std::make_unique<Movimenti>(); }};
+FileKind movementsFile() {
+  return {kModel.name, columnList(kModel),
+          []() -> std::unique_ptr<FileImporter> { return std::make_unique<Movements>(); }};
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

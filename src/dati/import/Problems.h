@@ -5,24 +5,26 @@
 #include <string_view>
 #include <vector>
 
-namespace bukorval::host {
+namespace bukorval::dati {
 
-/// What is wrong with the files of an import, gathered so that everything is told at once.
-class Segnalazioni {
- public:
-  void aggiungi(std::string_view file, std::size_t linea, std::string_view testo);
-  std::size_t numero() const { return segnalazioni_.size(); }
-  /// Throws Rifiuto with the list by file and line (the first hundred) when there is any; nothing must have
-  /// been written yet.
-  void verifica() const;
-
- private:
-  struct Segnalazione {
-    std::string file;
-    std::size_t linea;
-    std::string testo;
-  };
-  std::vector<Segnalazione> segnalazioni_;
+struct Problem {
+  std::string file;
+  std::size_t line;
+  std::string text;
 };
 
-}  // namespace bukorval::host
+/// What is wrong with the files of an import, gathered so that everything is told at once.
+class Problems {
+ public:
+  void add(std::string_view file, std::size_t line, std::string_view text) {
+    problems_.push_back({std::string(file), line, std::string(text)});
+  }
+  std::size_t count() const { return problems_.size(); }
+  /// By file and line; those of one line in the order in which they were found.
+  std::vector<Problem> sorted() const;
+
+ private:
+  std::vector<Problem> problems_;
+};
+
+}  // namespace bukorval::dati

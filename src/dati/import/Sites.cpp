@@ -1,42 +1,39 @@
-#include "dati/import/Importer.h"
+#include "dati/import/CsvModel.h"
+#include "dati/import/Import.h"
 #include "values/Conversion.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
-enum : std::size_t { kCodice, kDescrizione };
-const ModelloCsv kModello{
-    "sites", {{"code", TipoCsv::Intero, true, 2, "1 to 99"}, {"description", TipoCsv::Testo, true, 40, ""}}};
+enum : std::size_t { kCode, kDescription };
+const CsvModel kModel{"sites",
+                      {{"code", CsvType::Integer, true, 2, "1 to 99"}, {"description", CsvType::Text, true, 40, ""}}};
 
-class Sedi : public Importatore {
+class Sites : public FileImporter {
  public:
-  void leggi(const std::string& file, Importazione& importazione) override {
-    lotto_ = leggiCsv(file, kModello, importazione.separatore, importazione.segnalazioni);
-    for (const auto& riga : lotto_.righe) {
-      if (riga.valori[kCodice].isEmpty()) continue;
-      if (!importazione.sedi.insert(values::toInt32(riga.valori[kCodice])).second) {
-        importazione.segnalazioni.aggiungi(file, riga.linea,
-                                           "site " + values::toText(riga.valori[kCodice]) + " stands twice");
-      }
+  void read(const std::string& file, ImportContext& import) override {
+    batch_ = readCsv(file, kModel, import.separator, import.problems);
+    for (const auto& row : batch_.rows) {
+      const auto& code = row.values[kCode];
+      if (!code.isEmpty() && !import.sites.insert(values::toInt32(code)).second)
+        import.problems.add(file, row.line, "site " + values::toText(code) + " stands twice");
     }
   }
 
-  void scrivi(Importazione& importazione) override {
-    for (const auto& riga : lotto_.righe)
-      importazione.archivio.scriviSede(riga.valori[kCodice], riga.valori[kDescrizione]);
+  void write(ImportContext& import) override {
+    for (const auto& row : batch_.rows) import.ledger.putSite(row.values[kCode], row.values[kDescription]);
   }
 
-  std::string esito() const override { return conta(lotto_.righe.size(), "site"); }
+  std::string outcome() const override { return counted(batch_.rows.size(), "site"); }
 
  private:
-  LottoCsv lotto_;
+  CsvBatch batch_;
 };
 
 }  // namespace
 
-GenereImportazione importaSedi() {
-  return {kModello.nome, elencoColonne(kModello),
-          []() -> std::unique_ptr<Importatore> { return std::make_unique<Sedi>(); }};
+FileKind sitesFile() {
+  return {kModel.name, columnList(kModel), []() -> std::unique_ptr<FileImporter> { return std::make_unique<Sites>(); }};
 }
 
-}  // namespace bukorval::host
+}  // namespace bukorval::dati

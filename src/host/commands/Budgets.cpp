@@ -1,86 +1,65 @@
-#include <CLI/CLI.hpp>
-#include <map>
-#include <string>
-#include <utility>
+#include "dati/Budgets.h"
 
-#include "frame/TestoSql.h"
-#include "host/Environment.h"
-#include "host/commands/Commands.h"
-#include "suite/Sessione.h"
+#include <string>
+
+#include "host/commands/Command.h"
 #include "values/Conversion.h"
-#include "values/Text.h"
 
 namespace bukorval::host {
 namespace {
 
-using Budget = std::pair<std::int32_t, std::string>;
-
 /// "2010 (48), 2011 (1102)": the fiscal years that hold cards, and how many.
-std::map<Budget, std::string> schedePerAnno(Ambiente& ambiente) {
-  TestoSql sql;
-  sql.riga(" SELECT BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO, COUNT(*) AS SCHEDE ")
-      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(ambiente.oggetto().CodiceDitta))
-      .riga(" GROUP  BY BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO ")
-      .riga(" ORDER  BY BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO ");
-  std::map<Budget, std::string> anni;
-  const auto rs = ambiente.connessione()->Execute(sql);
-  for (; !rs->Eof(); rs->MoveNext()) {
-    const auto testo = [&](const char* campo) { return values::toPlainText((*rs)[campo].Value()); };
-    auto& riga = anni[{values::toInt32((*rs)["BU65_INDTIPO_BU01"].Value()), testo("BU65_SOTTOTIPO_BU01")}];
-    riga += (riga.empty() ? "" : ", ") + testo("BU65_ANNO") + " (" + testo("SCHEDE") + ")";
-  }
-  return anni;
+std::string yearsText(const std::vector<dati::CardsOfYear>& years) {
+  std::string text;
+  for (const auto& [year, cards] : years)
+    text += (text.empty() ? "" : ", ") + values::toPlainText(year) + " (" + values::toPlainText(cards) + ")";
+  return text;
 }
 
-std::vector<values::Variant> riga(CLSKORVAL& oggetto, const ado::Recordset& rs, const std::string& anni) {
-  const auto tipo = values::toInt32(rs["BU01_INDTIPO"].Value());
-  const auto sottotipo = rs["BU01_SOTTOTIPO"].Value();
-  bool perSede = false;
-  oggetto.GetGestioneSede(tipo, sottotipo, perSede);
-  return {tipo,
-          sottotipo,
-          oggetto.GetDescrizioneTipoBudget(tipo),
-          rs["BU01_DESCR"].Value(),
-          oggetto.GetDescrizioneStruttura(oggetto.GetStruttura(tipo, sottotipo)),
-          oggetto.GetDes_BdgPeriodicita(oggetto.GetPeriodicitaBudget(tipo, sottotipo)),
-          perSede,
-          oggetto.GetNumeroForecast(tipo, sottotipo),
-          anni};
+std::vector<values::Variant> rowOf(CLSKORVAL& budget, const dati::DefinedBudget& defined) {
+  const auto type = defined.type;
+  const auto& subtype = defined.subtype;
+  bool perSite = false;
+  budget.GetGestioneSede(type, subtype, perSite);
+  return {type,
+          subtype,
+          budget.GetDescrizioneTipoBudget(type),
+          defined.description,
+          budget.GetDescrizioneStruttura(budget.GetStruttura(type, subtype)),
+          budget.GetDes_BdgPeriodicita(budget.GetPeriodicitaBudget(type, subtype)),
+          perSite,
+          budget.GetNumeroForecast(type, subtype),
+          yearsText(defined.years)};
 }
 
-void mostraBudget(Ambiente& ambiente) {
-  auto& oggetto = ambiente.oggetto();
-  const auto rs = ambiente.connessione()->Execute(
-      " SELECT BU01_INDTIPO, BU01_SOTTOTIPO, BU01_DESCR FROM BU01_ANABUDGET WITH (NOLOCK)"
-      " ORDER BY BU01_INDTIPO, BU01_SOTTOTIPO ");
-  const auto anni = schedePerAnno(ambiente);
-  Tabella tabella{{{"TIPO", "Type", true},
-                   {"SOTTOTIPO", "Subtype"},
-                   {"DESCRIZIONE_TIPO", "Kind"},
-                   {"DESCRIZIONE", "Description"},
-                   {"STRUTTURA", "Structure"},
-                   {"PERIODICITA", "Periods"},
-                   {"PER_SEDE", "Per site"},
-                   {"FORECAST", "Forecasts", true},
-                   {"SCHEDE", "Years (cards)"}},
-                  {},
-                  {}};
-  for (; !rs->Eof(); rs->MoveNext()) {
-    const Budget chiave{values::toInt32((*rs)["BU01_INDTIPO"].Value()),
-                        values::toPlainText((*rs)["BU01_SOTTOTIPO"].Value())};
-    const auto trovato = anni.find(chiave);
-    tabella.righe.push_back(riga(oggetto, *rs, trovato == anni.end() ? "" : trovato->second));
-    ambiente.controlla();
+void showBudgets(Environment& environment) {
+  auto& budget = environment.budget();
+  Table table{{{"TIPO", "Type", true},
+               {"SOTTOTIPO", "Subtype"},
+               {"DESCRIZIONE_TIPO", "Kind"},
+               {"DESCRIZIONE", "Description"},
+               {"STRUTTURA", "Structure"},
+               {"PERIODICITA", "Periods"},
+               {"PER_SEDE", "Per site"},
+               {"FORECAST", "Forecasts", true},
+               {"SCHEDE", "Years (cards)"}},
+              {},
+              {}};
+  for (const auto& defined : dati::definedBudgets(*environment.connection(), budget.CodiceDitta)) {
+    table.rows.push_back(rowOf(budget, defined));
+    environment.requireSuccess();
   }
-  ambiente.mostra(tabella);
+  environment.show(table);
 }
 
 }  // namespace
 
-Comando comandoBudgets() {
-  return {"budgets", "List the budgets that are defined, with their years and cards", "  bukorval budgets -d demo.db",
-          [](CLI::App& app, Ambiente& ambiente) { app.callback([&ambiente] { mostraBudget(ambiente); }); }};
+Command budgetsCommand() {
+  return {"budgets",
+          "List the budgets that are defined, with their years and cards",
+          "  bukorval budgets -d demo.db",
+          {},
+          showBudgets};
 }
 
 }  // namespace bukorval::host

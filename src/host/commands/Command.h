@@ -1,27 +1,46 @@
 #pragma once
 
-#include <span>
+#include <functional>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
 
-namespace CLI {
-class App;
-}
+#include "host/environment/Environment.h"
 
 namespace bukorval::host {
 
-class Ambiente;
+/// What receives the value of an option: a variable, or a function for an option that may be given with any text or
+/// as a flag.
+using OptionTarget = std::variant<bool*, int*, std::string*, std::vector<std::string>*,
+                                  std::function<void(const std::string&)>, std::function<void(bool)>>;
 
-/// A command of the program. To add one: write ComandoNAME.cpp with a function that returns it, declare that
-/// function in Comandi.h and give it its line in Comandi.cpp.
-struct Comando {
-  std::string_view nome;
-  std::string_view descrizione;  ///< one line for the list of commands
-  std::string_view esempio;      ///< shown below the command's --help
-  /// Declares the command's own options and sets its callback. The shared options (database, format, the
-  /// object's properties) are the program's and may stand before or after the command's name.
-  void (*prepara)(CLI::App& app, Ambiente& ambiente);
+/// One option or argument on the command line.
+struct Option {
+  std::string flags;  ///< "-d,--database"; without dashes it is an argument, "CARD"
+  std::string help;
+  OptionTarget target;
+  bool required = false;
+  bool showDefault = false;                       ///< what the target holds, in the help
+  std::string valueName = {};                     ///< instead of TEXT in the help
+  std::string group = {};                         ///< of the help
+  std::string variable = {};                      ///< of the environment, that stands for it
+  std::string excludes = {};                      ///< flags of an option declared before
+  std::vector<std::string> oneOf = {};            ///< the values that are right
+  std::optional<std::pair<int, int>> range = {};  ///< the least and the greatest value that is right
+  /// What is wrong with a value, "" for nothing.
+  std::function<std::string(const std::string&)> check = {};
 };
 
-std::span<const Comando> comandi();
+/// A command of the program: see Commands.cpp for how to add one.
+struct Command {
+  std::string_view name;
+  std::string_view summary;     ///< one line for the list of commands
+  std::string_view example;     ///< shown below the command's --help
+  std::vector<Option> options;  ///< its own; the shared ones may stand before or after the command's name
+  std::function<void(Environment&)> run;
+};
 
 }  // namespace bukorval::host

@@ -1,23 +1,12 @@
 #pragma once
 
+#include <vector>
+
 #include "host/commands/Command.h"
 
-/// One function per command, each in its own file.
 namespace bukorval::host {
 
-Comando comandoCreate();
-Comando comandoImport();
-Comando comandoBudgets();
-Comando comandoGrid();
-Comando comandoPeriods();
-Comando comandoSet();
-Comando comandoClear();
-Comando comandoNew();
-Comando comandoDelete();
-Comando comandoAlign();
-Comando comandoElaborateCards();
-Comando comandoElaborateBalances();
-Comando comandoDuplicate();
-Comando comandoCall();
+/// Every command of the program, in the order of the help.
+std::vector<Command> commands();
 
 }  // namespace bukorval::host

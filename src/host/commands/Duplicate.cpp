@@ -1,14 +1,13 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
-#include "dati/DetailSnapshot.h"
+#include "dati/Cards.h"
 #include "dati/WatchedRun.h"
-#include "host/Environment.h"
-#include "host/Errors.h"
-#include "host/Progress.h"
-#include "host/Selection.h"
-#include "host/commands/Commands.h"
+#include "host/commands/Command.h"
+#include "host/commands/RunReport.h"
+#include "host/environment/Errors.h"
+#include "host/environment/Progress.h"
+#include "host/environment/Selection.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -17,93 +16,73 @@ namespace {
 using values::Variant;
 
 /// What is not said of the destination is the source's.
-void completaDestinazione(Ambiente& ambiente) {
-  auto& oggetto = ambiente.oggetto();
-  const auto completa = [](Variant& destinazione, const Variant& origine) {
-    if (values::isBlank(destinazione)) destinazione = origine;
+void completeDestination(CLSKORVAL& budget) {
+  const auto complete = [](Variant& destination, const Variant& source) {
+    if (values::isBlank(destination)) destination = source;
   };
-  completa(oggetto.BdgDestinazioneSottoTipo, oggetto.SottoTipoBudget);
-  completa(oggetto.BdgDestinazioneAnnoEsercizio, oggetto.AnnoEsercizio);
-  completa(oggetto.BdgDestinazioneProgressivoEsercizio, oggetto.ProgressivoEsercizio);
-  completa(oggetto.BdgDestinazioneCodiceSede, oggetto.CodiceSede);
+  complete(budget.BdgDestinazioneSottoTipo, budget.SottoTipoBudget);
+  complete(budget.BdgDestinazioneAnnoEsercizio, budget.AnnoEsercizio);
+  complete(budget.BdgDestinazioneProgressivoEsercizio, budget.ProgressivoEsercizio);
+  complete(budget.BdgDestinazioneCodiceSede, budget.CodiceSede);
 }
 
 /// Raises or lowers the copied amounts through the object's own update, one by one.
-int applicaPercentuale(Ambiente& ambiente, const FotoDettagli& prima, const FotoDettagli& dopo,
-                       const Variant& percentuale) {
-  auto& oggetto = ambiente.oggetto();
-  const Variant fattore =
-      values::add(1, values::divide(values::toDecimal(percentuale), values::Decimal::FromScaled(100)));
-  int cambiati = 0;
-  for (const auto& [chiave, importo] : dopo.importi()) {
-    if (importo.isNothing()) continue;
-    const auto vecchio = prima.importi().find(chiave);
-    if (vecchio != prima.importi().end() && !vecchio->second.isNothing() &&
-        values::compare(vecchio->second, importo) == 0)
-      continue;
-    Variant dettaglio, senzaImporto, nuovo;
-    oggetto.GetBdgDettaglioEsiste(chiave.scheda, oggetto.TipoDettaglioDestinazione, chiave.periodo, dettaglio,
-                                  senzaImporto);
-    ambiente.controlla();
-    const Variant scostato = values::toDecimal(values::multiply(importo, fattore)).rounded(2);
-    oggetto.AggiornaSingoloValoreBU66(dettaglio, chiave.scheda, oggetto.TipoDettaglioDestinazione, bdgValoreImporto,
-                                      static_cast<std::int16_t>(chiave.periodo), scostato, nuovo);
-    ambiente.controlla();
-    ++cambiati;
+int applyPercentage(CLSKORVAL& budget, const dati::WatchedRun& run, const Variant& percentage) {
+  const Variant factor =
+      values::add(1, values::divide(values::toDecimal(percentage), values::Decimal::FromScaled(100)));
+  int changed = 0;
+  for (const auto& [key, amount] : run.after().amounts()) {
+    if (amount.isNothing()) continue;
+    const auto& old = run.before().amount(key);
+    if (!old.isNothing() && values::compare(old, amount) == 0) continue;
+    dati::writeCardValue(budget, key.card, budget.TipoDettaglioDestinazione, key.period, bdgValoreImporto,
+                         values::toDecimal(values::multiply(amount, factor)).rounded(2));
+    ++changed;
   }
-  return cambiati;
+  return changed;
 }
 
-struct Opzioni {
-  bool prova = false;
-  std::string percentuale;
+struct DuplicateOptions {
+  bool dryRun = false;
+  std::string percentage;
 };
 
-void duplica(Ambiente& ambiente, const Opzioni& opzioni) {
-  richiediBudget(ambiente);
-  if (opzioni.prova && !opzioni.percentuale.empty())
-    throw ErroreUso("--percent changes what a run has written; it does not go with --dry-run");
-  completaDestinazione(ambiente);
-  auto& oggetto = ambiente.oggetto();
-  const RitaglioDettagli ritaglio{{oggetto.CodiceDitta, oggetto.TipoBudget, oggetto.BdgDestinazioneSottoTipo,
-                                   oggetto.BdgDestinazioneAnnoEsercizio, oggetto.BdgDestinazioneProgressivoEsercizio},
-                                  oggetto.TipoDettaglioDestinazione};
-  const auto vera = ambiente.connessione();
-  const FotoDettagli prima(*vera, ritaglio);
-  FotoDettagli dopo;
-  oggetto.Connessione(
-      std::make_shared<ConnessioneOsservata>(vera, opzioni.prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
-  Avanzamento avanzamento;
-  avanzamento.collega(oggetto);
-  oggetto.BdgDupSchede_Duplicazione();
-  oggetto.Connessione(vera);
-  ambiente.controlla();
-  const auto cambiamenti = differenze(prima, dopo);
-  if (opzioni.prova) return ambiente.mostra(cambiamenti);
-  int scostati = 0;
-  if (!opzioni.percentuale.empty()) scostati = applicaPercentuale(ambiente, prima, dopo, Variant(opzioni.percentuale));
-  const auto nuove = static_cast<int>(dopo.schede().size()) - static_cast<int>(prima.schede().size());
-  ambiente.mostra({{{"NUOVE", "New cards", true},
-                    {"IMPORTI", "Amounts written", true},
-                    {"SCOSTATI", "Amounts changed by --percent", true}},
-                   {{nuove, cambiamenti.righe.size(), scostati}},
-                   {}});
+void duplicate(Environment& environment, const DuplicateOptions& options) {
+  requireGrid(environment);
+  if (options.dryRun && !options.percentage.empty())
+    throw UsageError("--percent changes what a run has written; it does not go with --dry-run");
+  auto& budget = environment.budget();
+  completeDestination(budget);
+  const dati::DetailScope scope{{budget.CodiceDitta, budget.TipoBudget, budget.BdgDestinazioneSottoTipo,
+                                 budget.BdgDestinazioneAnnoEsercizio, budget.BdgDestinazioneProgressivoEsercizio},
+                                budget.TipoDettaglioDestinazione};
+  dati::WatchedRun run(budget, environment.connection(), scope,
+                       options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  const Progress progress(budget);
+  run(&CLSKORVAL::BdgDupSchede_Duplicazione);
+  const auto changes = run.changes();
+  if (options.dryRun) return environment.show(tableOf(changes));
+  const int changed = options.percentage.empty() ? 0 : applyPercentage(budget, run, Variant(options.percentage));
+  environment.show({{{"NUOVE", "New cards", true},
+                     {"IMPORTI", "Amounts written", true},
+                     {"SCOSTATI", "Amounts changed by --percent", true}},
+                    {{run.newCards(), changes.size(), changed}},
+                    {}});
 }
 
 }  // namespace
 
-Comando comandoDuplicate() {
-  return {"duplicate", "Copy cards into another year, subtype or site",
+Command duplicateCommand() {
+  const auto options = std::make_shared<DuplicateOptions>();
+  return {"duplicate",
+          "Copy cards into another year, subtype or site",
           "  bukorval duplicate -d demo.db -t 4 -s 01 -y 2025 --BdgTipoScheda 0 --CodiceSede 1 \\\n"
           "      --BdgDestinazioneAnnoEsercizio 2026 --BdgDestinazioneProgressivoEsercizio 1 --percent 5\n"
           "What is not said of the destination is the source's. --IsSovrascriviEsistenti replaces values that\n"
           "destination cards have; --IsDuplicaScadenzeCashFlow makes their due dates.",
-          [](CLI::App& app, Ambiente& ambiente) {
-            auto opzioni = std::make_shared<Opzioni>();
-            app.add_flag("--dry-run", opzioni->prova, "show the amounts it would write, and write nothing");
-            app.add_option("--percent", opzioni->percentuale, "deviation applied to the copied amounts afterwards");
-            app.callback([&ambiente, opzioni] { duplica(ambiente, *opzioni); });
-          }};
+          {{"--dry-run", "show the amounts it would write, and write nothing", &options->dryRun},
+           {"--percent", "deviation applied to the copied amounts afterwards", &options->percentage}},
+          [options](Environment& environment) { duplicate(environment, *options); }};
 }
 
 }  // namespace bukorval::host

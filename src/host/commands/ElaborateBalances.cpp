@@ -1,20 +1,18 @@
-#include <CLI/CLI.hpp>
 #include <iostream>
 #include <map>
 #include <memory>
 #include <string>
 #include <utility>
 
-#include "dati/DetailSnapshot.h"
+#include "dati/Failure.h"
 #include "dati/WatchedRun.h"
 #include "dati/import/Deviations.h"
-#include "host/Arguments.h"
-#include "host/Environment.h"
-#include "host/Errors.h"
-#include "host/Progress.h"
-#include "host/Selection.h"
-#include "host/commands/Commands.h"
-#include "suite/Sessione.h"
+#include "host/commands/Command.h"
+#include "host/commands/ImportProblems.h"
+#include "host/commands/RunReport.h"
+#include "host/environment/Arguments.h"
+#include "host/environment/Progress.h"
+#include "host/environment/Selection.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -23,173 +21,178 @@ namespace {
 
 using values::Variant;
 
-struct Opzioni {
-  std::string percentuale, filePercentuali;
-  bool scrivi = false, prova = false;
+struct BalancesOptions {
+  std::string percentage, percentageFile;
+  bool write = false, dryRun = false;
 };
 
 /// The movements' year, dates and kinds when the command line does not say: all of the year before the budget's.
-void completaInput(Ambiente& ambiente) {
-  auto& oggetto = ambiente.oggetto();
-  if (values::isBlank(oggetto.AnnoEsercizioMovimenti))
-    oggetto.AnnoEsercizioMovimenti = values::toInt32(oggetto.AnnoEsercizio) - 1;
-  if (values::isBlank(oggetto.ProgressivoEsercizioMovimenti)) oggetto.ProgressivoEsercizioMovimenti = 1;
-  if (oggetto.TipoMovimenti.empty()) oggetto.TipoMovimenti = "1 = 1";
-  if (values::isBlank(oggetto.CodicePdcCoGeDitta)) oggetto.CodicePdcCoGeDitta = ambiente.sessione().CodicePdcCoGe();
-  if (!ambiente.scelte.proprieta.contains("TipoScostamento")) oggetto.TipoScostamento = bdgScostamentoNessuno;
-  if (!values::isBlank(oggetto.DaData) && !values::isBlank(oggetto.AData)) return;
-  Variant inizio, fine;
-  oggetto.DeterminaDateInizioFineEsercizio(oggetto.CodiceDitta, oggetto.AnnoEsercizioMovimenti,
-                                           oggetto.ProgressivoEsercizioMovimenti, inizio, fine);
-  ambiente.controlla();
-  if (values::isBlank(inizio))
-    throw Rifiuto("There is no accounting year " + values::toPlainText(oggetto.AnnoEsercizioMovimenti));
-  if (values::isBlank(oggetto.DaData)) oggetto.DaData = inizio;
-  if (values::isBlank(oggetto.AData)) oggetto.AData = fine;
+void completeInput(Environment& environment) {
+  auto& budget = environment.budget();
+  if (values::isBlank(budget.AnnoEsercizioMovimenti))
+    budget.AnnoEsercizioMovimenti = values::toInt32(budget.AnnoEsercizio) - 1;
+  if (values::isBlank(budget.ProgressivoEsercizioMovimenti)) budget.ProgressivoEsercizioMovimenti = 1;
+  if (budget.TipoMovimenti.empty()) budget.TipoMovimenti = "1 = 1";
+  if (values::isBlank(budget.CodicePdcCoGeDitta)) budget.CodicePdcCoGeDitta = environment.session().CodicePdcCoGe();
+  if (!environment.options.properties.contains("TipoScostamento")) budget.TipoScostamento = bdgScostamentoNessuno;
+  if (!values::isBlank(budget.DaData) && !values::isBlank(budget.AData)) return;
+  Variant begin, end;
+  budget.DeterminaDateInizioFineEsercizio(budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
+                                          budget.ProgressivoEsercizioMovimenti, begin, end);
+  environment.requireSuccess();
+  if (values::isBlank(begin))
+    throw dati::Refused("There is no accounting year " + values::toPlainText(budget.AnnoEsercizioMovimenti));
+  if (values::isBlank(budget.DaData)) budget.DaData = begin;
+  if (values::isBlank(budget.AData)) budget.AData = end;
+}
+
+void setDeviations(Environment& environment, const BalancesOptions& options) {
+  auto& budget = environment.budget();
+  if (!options.percentageFile.empty()) {
+    dati::Problems problems;
+    const auto deviations =
+        dati::readDeviations(options.percentageFile, environment.session().SeparatoreDecimale(), problems);
+    refuseProblems(problems);
+    budget.RstScostPerConto = deviations.byAccount;
+    budget.RstScostPerPeriodo = deviations.byPeriod;
+    budget.TipoScostamento = bdgScostamentoPerConto;
+  } else if (!options.percentage.empty()) {
+    budget.TipoScostamento = bdgScostamentoFisso;
+    budget.PercentualeScostamento = parseArgument(options.percentage);
+  }
 }
 
 /// What the cards of each account hold now, by account and period.
-class Presenti {
+class AccountAmounts {
  public:
-  Presenti(const FotoDettagli& foto, const Variant& sede) {
-    for (const auto& [chiave, importo] : foto.importi()) {
-      const auto& scheda = foto.schede().at(chiave.scheda);
-      if (importo.isNothing() || !dellaSede(scheda.sede, sede)) continue;
-      auto& presente = importi_[{chiaveConto(scheda.conto), chiave.periodo}];
-      presente = presente.isNothing() ? importo : values::add(presente, importo);
+  AccountAmounts(const dati::DetailSnapshot& snapshot, const Variant& site) {
+    for (const auto& [key, amount] : snapshot.amounts()) {
+      const auto& card = snapshot.cards().at(key.card);
+      if (amount.isNothing() || !isOfSite(card.site, site)) continue;
+      auto& held = amounts_[{accountKey(card.account), key.period}];
+      held = held.isNothing() ? amount : values::add(held, amount);
     }
   }
   /// Null when they hold nothing.
-  Variant importo(const Variant& conto, const Variant& periodo) const {
-    const auto trovato = importi_.find({chiaveConto(conto), values::toInt32(periodo)});
-    return trovato == importi_.end() ? Variant::Null() : trovato->second;
+  Variant amount(const Variant& account, const Variant& period) const {
+    const auto found = amounts_.find({accountKey(account), values::toInt32(period)});
+    return found == amounts_.end() ? Variant::Null() : found->second;
   }
 
  private:
   /// Without a site every card counts.
-  static bool dellaSede(const Variant& sede, const Variant& cercata) {
-    return values::isBlank(cercata) || (!values::isBlank(sede) && values::compare(sede, cercata) == 0);
+  static bool isOfSite(const Variant& site, const Variant& wanted) {
+    return values::isBlank(wanted) || (!values::isBlank(site) && values::compare(site, wanted) == 0);
   }
-  static std::string chiaveConto(const Variant& conto) { return values::foldText(values::toPlainText(conto)); }
-  std::map<std::pair<std::string, int>, Variant> importi_;
+  static std::string accountKey(const Variant& account) { return values::foldText(values::toPlainText(account)); }
+  std::map<std::pair<std::string, int>, Variant> amounts_;
 };
 
 /// The proposed rows beside what the cards hold, and what writing them would add.
-Tabella proposte(ado::Recordset& righe, const Presenti& presenti) {
-  Tabella tabella{{{"CONTO", "Conto"},
-                   {"DESCRIZIONE", "Descrizione"},
-                   {"PERIODO", "Periodo", true},
-                   {"PRESENTE", "Presente", true, 2, false, true},
-                   {"IMPORTO", "Proposto", true, 2, false, true},
-                   {"DIFFERENZA", "Differenza", true, 2, false, true},
-                   {"BUDGETPRESENTE", "BUDGETPRESENTE", true, 0, false, false, true},
-                   {"SOVRASCRIVI", "Sovrascrivi", true}},
-                  {},
-                  {}};
-  for (; !righe.Eof(); righe.MoveNext()) {
-    const auto& importo = righe["IMPORTO"].Value();
-    const auto presente = presenti.importo(righe["CONTO"].Value(), righe["PERIODO"].Value());
-    tabella.righe.push_back({righe["CONTO"].Value(), righe["DESCRIZIONE"].Value(), righe["PERIODO"].Value(), presente,
-                             importo, values::subtract(importo, values::nvl(presente, 0)),
-                             righe["BUDGETPRESENTE"].Value(), righe["SOVRASCRIVI"].Value()});
+Table proposalTable(ado::Recordset& rows, const AccountAmounts& held) {
+  Table table{{{"CONTO", "Conto"},
+               {"DESCRIZIONE", "Descrizione"},
+               {"PERIODO", "Periodo", true},
+               {"PRESENTE", "Presente", true, 2, false, true},
+               {"IMPORTO", "Proposto", true, 2, false, true},
+               {"DIFFERENZA", "Differenza", true, 2, false, true},
+               {"BUDGETPRESENTE", "BUDGETPRESENTE", true, 0, false, false, true},
+               {"SOVRASCRIVI", "Sovrascrivi", true}},
+              {},
+              {}};
+  for (; !rows.Eof(); rows.MoveNext()) {
+    const auto& amount = rows["IMPORTO"].Value();
+    const auto present = held.amount(rows["CONTO"].Value(), rows["PERIODO"].Value());
+    table.rows.push_back({rows["CONTO"].Value(), rows["DESCRIZIONE"].Value(), rows["PERIODO"].Value(), present, amount,
+                          values::subtract(amount, values::nvl(present, 0)), rows["BUDGETPRESENTE"].Value(),
+                          rows["SOVRASCRIVI"].Value()});
   }
-  if (tabella.righe.size() > 1) tabella.somma();
-  return tabella;
+  if (table.rows.size() > 1) table.addTotals();
+  return table;
 }
 
-void sovrascriviTutte(ado::Recordset& righe) {
-  for (; !righe.Eof(); righe.MoveNext()) {
-    righe["SOVRASCRIVI"].Value(1);
-    righe.Update();
+void overwriteAll(ado::Recordset& rows) {
+  for (; !rows.Eof(); rows.MoveNext()) {
+    rows["SOVRASCRIVI"].Value(1);
+    rows.Update();
   }
-  if (righe.RecordCount() > 0) righe.MoveFirst();
+  if (rows.RecordCount() > 0) rows.MoveFirst();
 }
 
-void spiegaVuoto(CLSKORVAL& oggetto) {
-  const bool mensile = oggetto.GetPeriodicitaBudget(oggetto.TipoBudget, oggetto.SottoTipoBudget) == 0;
-  std::cerr << (mensile ? "The budget is kept by months: balances give it no rows\n"
+void explainNoRows(CLSKORVAL& budget) {
+  const bool monthly = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget) == 0;
+  std::cerr << (monthly ? "The budget is kept by months: balances give it no rows\n"
                         : "There are no balances in the range\n");
 }
 
-void segnalaMancanti(const ado::RecordsetPtr& mancanti) {
-  if (!mancanti || mancanti->RecordCount() == 0) return;
-  std::cerr << mancanti->RecordCount()
+void tellMissing(const ado::RecordsetPtr& missing) {
+  if (!missing || missing->RecordCount() == 0) return;
+  std::cerr << missing->RecordCount()
             << " accounts have no card and the budget's structure allows none; they were not written:\n";
-  for (mancanti->MoveFirst(); !mancanti->Eof(); mancanti->MoveNext())
-    std::cerr << "  " << values::toPlainText((*mancanti)["CONTO"].Value()) << "  "
-              << values::toPlainText((*mancanti)["DESCRIZIONE"].Value()) << '\n';
+  for (missing->MoveFirst(); !missing->Eof(); missing->MoveNext())
+    std::cerr << "  " << values::toPlainText((*missing)["CONTO"].Value()) << "  "
+              << values::toPlainText((*missing)["DESCRIZIONE"].Value()) << '\n';
+}
+
+Table writtenTable(ado::Recordset& rows, const dati::WatchedRun& run) {
+  const auto proposed = rows.RecordCount();
+  rows.Filter("SOVRASCRIVI = 0");
+  const auto kept = rows.RecordCount();
+  rows.Filter("");
+  return {{{"PROPOSTE", "Rows proposed", true},
+           {"CONSERVATE", "Present and kept", true},
+           {"CAMBIATI", "Amounts changed", true},
+           {"NUOVE", "New cards", true}},
+          {{proposed, kept, run.changes().size(), run.newCards()}},
+          {}};
 }
 
 /// Writes the proposed rows, or only shows what that changes.
-void scrivi(Ambiente& ambiente, const FotoDettagli& prima, const RitaglioDettagli& ritaglio, bool prova) {
-  auto& oggetto = ambiente.oggetto();
-  const auto vera = ambiente.connessione();
-  FotoDettagli dopo = prima;
-  oggetto.Connessione(
-      std::make_shared<ConnessioneOsservata>(vera, prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
-  oggetto.BdgElaEco_ScriviBudget_DaRstSaldiElaEco();
-  oggetto.Connessione(vera);
-  ambiente.controlla();
-  const auto cambiamenti = differenze(prima, dopo);
-  if (prova) {
-    ambiente.mostra(cambiamenti);
-  } else {
-    auto& righe = *oggetto.RstSaldiElaEco;
-    const auto proposte = righe.RecordCount();
-    righe.Filter("SOVRASCRIVI = 0");
-    ambiente.mostra(
-        {{{"PROPOSTE", "Rows proposed", true},
-          {"CONSERVATE", "Present and kept", true},
-          {"CAMBIATI", "Amounts changed", true},
-          {"NUOVE", "New cards", true}},
-         {{proposte, righe.RecordCount(), cambiamenti.righe.size(), dopo.schede().size() - prima.schede().size()}},
-         {}});
-    righe.Filter("");
-  }
-  segnalaMancanti(oggetto.RstContiNonPresentiInStruttura);
+void write(Environment& environment, const dati::DetailScope& scope, bool dryRun) {
+  auto& budget = environment.budget();
+  dati::WatchedRun run(budget, environment.connection(), scope, dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
+  environment.show(dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
+  tellMissing(budget.RstContiNonPresentiInStruttura);
 }
 
-void elabora(Ambiente& ambiente, const Opzioni& opzioni) {
-  richiediDefinizione(ambiente);
-  completaInput(ambiente);
-  auto& oggetto = ambiente.oggetto();
-  if (!opzioni.filePercentuali.empty()) {
-    leggiScostamenti(ambiente, opzioni.filePercentuali);
-  } else if (!opzioni.percentuale.empty()) {
-    oggetto.TipoScostamento = bdgScostamentoFisso;
-    oggetto.PercentualeScostamento = leggiArgomento(opzioni.percentuale);
-  }
-  Avanzamento avanzamento;
-  avanzamento.collega(oggetto);
-  oggetto.BdgElaEco_PopolaRstSaldiElaEco();
-  ambiente.controlla();
-  if (oggetto.RstSaldiElaEco->RecordCount() == 0) spiegaVuoto(oggetto);
-  if (oggetto.IsSovrascriviEsistenti) sovrascriviTutte(*oggetto.RstSaldiElaEco);
-  const RitaglioDettagli ritaglio{budgetScelto(oggetto), oggetto.TipoDettaglioDestinazione,
-                                  oggetto.GetTipoPdC(oggetto.TipoBudget, oggetto.SottoTipoBudget)};
-  const FotoDettagli prima(*ambiente.connessione(), ritaglio);
-  if (opzioni.scrivi || opzioni.prova) return scrivi(ambiente, prima, ritaglio, opzioni.prova);
-  ambiente.mostra(proposte(*oggetto.RstSaldiElaEco, Presenti(prima, oggetto.CodiceSede)));
+void elaborateBalances(Environment& environment, const BalancesOptions& options) {
+  requireBudget(environment);
+  completeInput(environment);
+  setDeviations(environment, options);
+  auto& budget = environment.budget();
+  const Progress progress(budget);
+  budget.BdgElaEco_PopolaRstSaldiElaEco();
+  environment.requireSuccess();
+  auto& rows = *budget.RstSaldiElaEco;
+  if (rows.RecordCount() == 0) explainNoRows(budget);
+  if (budget.IsSovrascriviEsistenti) overwriteAll(rows);
+  const dati::DetailScope scope{budgetScelto(budget), budget.TipoDettaglioDestinazione,
+                                budget.GetTipoPdC(budget.TipoBudget, budget.SottoTipoBudget)};
+  if (options.write || options.dryRun) return write(environment, scope, options.dryRun);
+  const dati::DetailSnapshot held(*environment.connection(), scope);
+  environment.show(proposalTable(rows, AccountAmounts(held, budget.CodiceSede)));
 }
 
 }  // namespace
 
-Comando comandoElaborateBalances() {
-  return {"elaborate-balances", "Propose a budget from accounting balances, and write it",
+Command elaborateBalancesCommand() {
+  const auto options = std::make_shared<BalancesOptions>();
+  return {"elaborate-balances",
+          "Propose a budget from accounting balances, and write it",
           "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent 5\n"
           "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent-file deviations.csv --write\n"
           "Shows the proposed rows beside what the cards hold now. Takes the year before the budget's unless options\n"
           "say otherwise. Rows whose card already holds an amount have SOVRASCRIVI 0 and are not written, unless\n"
           "--IsSovrascriviEsistenti. A budget by months yields no rows.",
-          [](CLI::App& app, Ambiente& ambiente) {
-            auto opzioni = std::make_shared<Opzioni>();
-            auto* percentuale = app.add_option("--percent", opzioni->percentuale, "one deviation for all balances");
-            app.add_option("--percent-file", opzioni->filePercentuali, "CSV with " + colonneScostamenti())
-                ->excludes(percentuale);
-            app.add_flag("--write", opzioni->scrivi, "write the proposed rows into the budget, in one transaction");
-            app.add_flag("--dry-run", opzioni->prova, "show the amounts that --write would change, and write nothing");
-            app.callback([&ambiente, opzioni] { elabora(ambiente, *opzioni); });
-          }};
+          {{"--percent", "one deviation for all balances", &options->percentage},
+           {.flags = "--percent-file",
+            .help = "CSV with " + dati::deviationColumns(),
+            .target = &options->percentageFile,
+            .excludes = "--percent"},
+           {"--write", "write the proposed rows into the budget, in one transaction", &options->write},
+           {"--dry-run", "show the amounts that --write would change, and write nothing", &options->dryRun}},
+          [options](Environment& environment) { elaborateBalances(environment, *options); }};
 }
 
 }  // namespace bukorval::host

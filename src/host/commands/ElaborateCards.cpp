@@ -1,122 +1,104 @@
-#include <CLI/CLI.hpp>
-#include <iostream>
+#include <iterator>
 #include <memory>
 #include <vector>
 
-#include "dati/DetailSnapshot.h"
+#include "dati/Cards.h"
 #include "dati/WatchedRun.h"
-#include "frame/BudgetAnno.h"
-#include "frame/TestoSql.h"
-#include "host/Environment.h"
-#include "host/Progress.h"
-#include "host/Selection.h"
-#include "host/commands/Commands.h"
+#include "host/commands/Command.h"
+#include "host/commands/RunReport.h"
+#include "host/environment/Progress.h"
+#include "host/environment/Selection.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
 namespace {
 
-/// The sites that have cards in the selected budget, in order.
-ado::DictionaryPtr sediConSchede(Ambiente& ambiente) {
-  const auto& oggetto = ambiente.oggetto();
-  TestoSql sql;
-  sql.riga(" SELECT DISTINCT BU65_CODICE_CG31 FROM BU65_TESBUDGET WITH (NOLOCK) ")
-      .testo(condizioniSchede(budgetScelto(oggetto)))
-      .riga(" AND    BU65_CODICE_CG31 IS NOT NULL ")
-      .riga(" ORDER BY BU65_CODICE_CG31 ");
-  auto sedi = std::make_shared<ado::Dictionary>();
-  const auto righe = ambiente.connessione()->Execute(sql);
-  for (; !righe->Eof(); righe->MoveNext()) {
-    const auto& sede = (*righe)["BU65_CODICE_CG31"].Value();
-    sedi->Add(sede, sede);
+/// The sites of a budget kept per site: those given, the one given, or all that have cards.
+void completeSites(Environment& environment) {
+  auto& budget = environment.budget();
+  bool perSite = false;
+  budget.GetGestioneSede(budget.TipoBudget, budget.SottoTipoBudget, perSite);
+  environment.requireSuccess();
+  if (!perSite || (budget.ElencoSedi && budget.ElencoSedi->Count() > 0)) return;
+  if (values::isBlank(budget.CodiceSede)) {
+    budget.ElencoSedi = dati::sitesWithCards(*environment.connection(), budgetScelto(budget));
+  } else {
+    budget.ElencoSedi = std::make_shared<ado::Dictionary>();
+    budget.ElencoSedi->Add(budget.CodiceSede, budget.CodiceSede);
   }
-  return sedi;
 }
 
 /// What a month-end run means when the command line does not say otherwise: all movements of the budget's own year,
 /// into the actuals, for every site.
-void completaInput(Ambiente& ambiente) {
-  auto& oggetto = ambiente.oggetto();
-  const auto& date = ambiente.scelte.proprieta;
-  if (values::isBlank(oggetto.AnnoEsercizioMovimenti)) oggetto.AnnoEsercizioMovimenti = oggetto.AnnoEsercizio;
-  if (values::isBlank(oggetto.ProgressivoEsercizioMovimenti))
-    oggetto.ProgressivoEsercizioMovimenti = oggetto.ProgressivoEsercizio;
-  if (oggetto.TipoMovimenti.empty()) oggetto.TipoMovimenti = "1 = 1";
-  if (!date.contains("TipoDettaglioDestinazione")) oggetto.TipoDettaglioDestinazione = bdgDettaglioConsuntivo;
-  if (values::isBlank(oggetto.DaData) || values::isBlank(oggetto.AData)) {
-    values::Variant inizio, fine;
-    oggetto.GetBdgDataInizioBdgDataFine(oggetto.TipoBudget, oggetto.SottoTipoBudget, oggetto.CodiceDitta,
-                                        oggetto.AnnoEsercizio, oggetto.ProgressivoEsercizio, inizio, fine);
-    ambiente.controlla();
-    if (values::isBlank(oggetto.DaData)) oggetto.DaData = inizio;
-    if (values::isBlank(oggetto.AData)) oggetto.AData = fine;
+void completeInput(Environment& environment) {
+  auto& budget = environment.budget();
+  const auto& given = environment.options.properties;
+  if (values::isBlank(budget.AnnoEsercizioMovimenti)) budget.AnnoEsercizioMovimenti = budget.AnnoEsercizio;
+  if (values::isBlank(budget.ProgressivoEsercizioMovimenti))
+    budget.ProgressivoEsercizioMovimenti = budget.ProgressivoEsercizio;
+  if (budget.TipoMovimenti.empty()) budget.TipoMovimenti = "1 = 1";
+  if (!given.contains("TipoDettaglioDestinazione")) budget.TipoDettaglioDestinazione = bdgDettaglioConsuntivo;
+  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData)) {
+    values::Variant begin, end;
+    budget.GetBdgDataInizioBdgDataFine(budget.TipoBudget, budget.SottoTipoBudget, budget.CodiceDitta,
+                                       budget.AnnoEsercizio, budget.ProgressivoEsercizio, begin, end);
+    environment.requireSuccess();
+    if (values::isBlank(budget.DaData)) budget.DaData = begin;
+    if (values::isBlank(budget.AData)) budget.AData = end;
   }
-  bool perSede = false;
-  oggetto.GetGestioneSede(oggetto.TipoBudget, oggetto.SottoTipoBudget, perSede);
-  ambiente.controlla();
-  if (!perSede || (oggetto.ElencoSedi && oggetto.ElencoSedi->Count() > 0)) return;
-  oggetto.ElencoSedi = std::make_shared<ado::Dictionary>();
-  if (values::isBlank(oggetto.CodiceSede))
-    oggetto.ElencoSedi = sediConSchede(ambiente);
-  else
-    oggetto.ElencoSedi->Add(oggetto.CodiceSede, oggetto.CodiceSede);
+  completeSites(environment);
 }
 
 /// One run of the object for a card kind, watched and summed up.
-void elaboraTipo(Ambiente& ambiente, int tipoScheda, bool prova, RiepilogoSedi& riepilogo, Tabella& cambiamenti) {
-  auto& oggetto = ambiente.oggetto();
-  oggetto.BdgTipoScheda = tipoScheda;
-  const RitaglioDettagli ritaglio{budgetScelto(oggetto), oggetto.TipoDettaglioDestinazione};
-  const auto vera = ambiente.connessione();
-  const FotoDettagli prima(*vera, ritaglio);
-  FotoDettagli dopo;
-  oggetto.Connessione(
-      std::make_shared<ConnessioneOsservata>(vera, prova, [&] { dopo = FotoDettagli(*vera, ritaglio); }));
-  Avanzamento avanzamento;
-  avanzamento.collega(oggetto);
+/// @return what it changed.
+std::vector<dati::AmountChange> elaborateKind(Environment& environment, int cardKind, dati::RunMode mode,
+                                              SiteSummary& summary) {
+  auto& budget = environment.budget();
+  budget.BdgTipoScheda = cardKind;
+  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget), budget.TipoDettaglioDestinazione},
+                       mode);
+  const Progress progress(budget);
   // The cards of each site pass by as they are elaborated.
-  const auto passo = oggetto.eventi.StepProcess;
-  oggetto.eventi.StepProcess = [&](values::Variant& fatti) {
-    riepilogo.selezionata((*oggetto.RstBdgSchedeDaElaborare)["BU65_CODICE_CG31"].Value());
-    if (passo) passo(fatti);
+  const auto step = budget.eventi.StepProcess;
+  budget.eventi.StepProcess = [&](values::Variant& done) {
+    summary.addCard((*budget.RstBdgSchedeDaElaborare)["BU65_CODICE_CG31"].Value());
+    if (step) step(done);
   };
-  oggetto.BdgElaSchede_Elaborazione();
-  oggetto.Connessione(vera);
-  oggetto.eventi = {};
-  ambiente.controlla();
-  riepilogo.cambiate(prima, dopo);
-  auto trovate = differenze(prima, dopo);
-  if (cambiamenti.colonne.empty()) cambiamenti.colonne = trovate.colonne;
-  for (auto& riga : trovate.righe) cambiamenti.righe.push_back(std::move(riga));
+  run(&CLSKORVAL::BdgElaSchede_Elaborazione);
+  auto changes = run.changes();
+  summary.addChanges(changes);
+  return changes;
 }
 
-void elabora(Ambiente& ambiente, bool prova) {
-  richiediDefinizione(ambiente);
-  completaInput(ambiente);
-  std::vector<int> tipi = {0, 1};
-  const auto& scelto = ambiente.oggetto().BdgTipoScheda;
-  if (!values::isBlank(scelto)) tipi = {values::toInt32(scelto)};
-  RiepilogoSedi riepilogo;
-  Tabella cambiamenti;
-  for (const int tipo : tipi) elaboraTipo(ambiente, tipo, prova, riepilogo, cambiamenti);
-  if (prova) return ambiente.mostra(cambiamenti);
-  ambiente.mostra(riepilogo.tabella());
+void elaborateCards(Environment& environment, bool dryRun) {
+  requireBudget(environment);
+  completeInput(environment);
+  std::vector<int> cardKinds = {0, 1};
+  const auto& chosen = environment.budget().BdgTipoScheda;
+  if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
+  const auto mode = dryRun ? dati::RunMode::Trial : dati::RunMode::Write;
+  SiteSummary summary;
+  std::vector<dati::AmountChange> changes;
+  for (const int cardKind : cardKinds) {
+    auto found = elaborateKind(environment, cardKind, mode, summary);
+    std::ranges::move(found, std::back_inserter(changes));
+  }
+  environment.show(dryRun ? tableOf(changes) : summary.table());
 }
 
 }  // namespace
 
-Comando comandoElaborateCards() {
+Command elaborateCardsCommand() {
+  const auto dryRun = std::make_shared<bool>(false);
   return {
-      "elaborate-cards", "Recompute the cards' values from accounting movements",
+      "elaborate-cards",
+      "Recompute the cards' values from accounting movements",
       "  bukorval elaborate-cards -d demo.db -t 4 -s 01 -y 2025 --dry-run\n"
       "Takes every site and both card kinds, the budget's own year and all movements unless options say otherwise:\n"
       "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoMovimenti, --TipoDataMovimenti 1 (competence),\n"
       "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.",
-      [](CLI::App& app, Ambiente& ambiente) {
-        auto prova = std::make_shared<bool>(false);
-        app.add_flag("--dry-run", *prova, "show the differences it would write, and write nothing");
-        app.callback([&ambiente, prova] { elabora(ambiente, *prova); });
-      }};
+      {{"--dry-run", "show the differences it would write, and write nothing", dryRun.get()}},
+      [dryRun](Environment& environment) { elaborateCards(environment, *dryRun); }};
 }
 
 }  // namespace bukorval::host

@@ -3,7 +3,8 @@
 #include <string_view>
 #include <vector>
 
-#include "host/output/Writers.h"
+#include "host/output/CellText.h"
+#include "host/output/Formats.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -11,98 +12,97 @@ namespace bukorval::host {
 namespace {
 
 /// Longer descriptions are cut, unless everything is asked for.
-constexpr std::size_t kDescrizioneMassima = 30;
-constexpr std::string_view kGrassetto = "\033[1m";
-constexpr std::string_view kRosso = "\033[31m";
-constexpr std::string_view kFine = "\033[0m";
+constexpr std::size_t kLongestDescription = 30;
+constexpr std::string_view kBold = "\033[1m";
+constexpr std::string_view kRed = "\033[31m";
+constexpr std::string_view kEnd = "\033[0m";
 
 /// The table as texts, without the columns that hold nothing.
-struct Griglia {
-  std::vector<const Colonna*> colonne;
-  std::vector<std::size_t> larghezze;
-  std::vector<std::vector<std::string>> righe;  ///< the totals last, when there are any
+struct TextGrid {
+  std::vector<const Column*> columns;
+  std::vector<std::size_t> widths;
+  std::vector<std::vector<std::string>> rows;  ///< the totals last, when there are any
 };
 
-bool vuota(const Tabella& tabella, std::size_t colonna) {
-  return std::ranges::all_of(tabella.righe, [&](const auto& riga) { return values::isBlank(riga[colonna]); });
+bool isEmptyColumn(const Table& table, std::size_t column) {
+  return std::ranges::all_of(table.rows, [&](const auto& row) { return values::isBlank(row[column]); });
 }
 
-std::string testoCella(const values::Variant& cella, const Colonna& colonna, const OpzioniStampa& opzioni) {
-  auto testo = testoUmano(cella, colonna, opzioni.separatore);
-  const bool intera = opzioni.tutte || !colonna.nome.ends_with("_DESCR");
-  if (intera || values::length(testo) <= kDescrizioneMassima) return testo;
-  return std::string(values::rtrim(values::left(testo, kDescrizioneMassima - 1))) + "…";
+std::string cellText(const values::Variant& cell, const Column& column, const Style& style) {
+  auto text = humanText(cell, column, style.separator);
+  const bool whole = style.all || !column.name.ends_with("_DESCR");
+  if (whole || values::length(text) <= kLongestDescription) return text;
+  return std::string(values::rtrim(values::left(text, kLongestDescription - 1))) + "…";
 }
 
-Griglia prepara(const Tabella& tabella, const OpzioniStampa& opzioni) {
-  Griglia griglia;
-  griglia.righe.resize(tabella.righe.size() + (tabella.totali.empty() ? 0 : 1));
-  for (std::size_t i = 0; i < tabella.colonne.size(); ++i) {
-    const Colonna& colonna = tabella.colonne[i];
-    if (!opzioni.tutte && (colonna.secondaria || vuota(tabella, i))) continue;
-    std::size_t larghezza = values::length(colonna.titolo);
-    for (std::size_t r = 0; r < griglia.righe.size(); ++r) {
-      const auto& cella = r < tabella.righe.size() ? tabella.righe[r][i] : tabella.totali[i];
-      auto& testo = griglia.righe[r].emplace_back(testoCella(cella, colonna, opzioni));
-      larghezza = std::max(larghezza, values::length(testo));
+TextGrid layOut(const Table& table, const Style& style) {
+  TextGrid grid;
+  grid.rows.resize(table.rows.size() + (table.totals.empty() ? 0 : 1));
+  for (std::size_t i = 0; i < table.columns.size(); ++i) {
+    const Column& column = table.columns[i];
+    if (!style.all && (column.secondary || isEmptyColumn(table, i))) continue;
+    std::size_t width = values::length(column.title);
+    for (std::size_t r = 0; r < grid.rows.size(); ++r) {
+      const auto& cell = r < table.rows.size() ? table.rows[r][i] : table.totals[i];
+      auto& text = grid.rows[r].emplace_back(cellText(cell, column, style));
+      width = std::max(width, values::length(text));
     }
-    griglia.colonne.push_back(&colonna);
-    griglia.larghezze.push_back(larghezza);
+    grid.columns.push_back(&column);
+    grid.widths.push_back(width);
   }
-  return griglia;
+  return grid;
 }
 
-std::string cella(std::string_view testo, std::size_t larghezza, bool destra) {
-  const std::string spazi(larghezza - values::length(testo), ' ');
-  return destra ? spazi + std::string(testo) : std::string(testo) + spazi;
+std::string padded(std::string_view text, std::size_t width, bool right) {
+  const std::string blanks(width - values::length(text), ' ');
+  return right ? blanks + std::string(text) : std::string(text) + blanks;
 }
 
-std::string titoli(const Griglia& griglia) {
-  std::string testo;
-  for (std::size_t i = 0; i < griglia.colonne.size(); ++i) {
-    if (i > 0) testo += "  ";
-    testo += cella(griglia.colonne[i]->titolo, griglia.larghezze[i], griglia.colonne[i]->numero);
+std::string titleLine(const TextGrid& grid) {
+  std::string text;
+  for (std::size_t i = 0; i < grid.columns.size(); ++i) {
+    if (i > 0) text += "  ";
+    text += padded(grid.columns[i]->title, grid.widths[i], grid.columns[i]->number);
   }
-  return std::string(values::rtrim(testo));
+  return std::string(values::rtrim(text));
 }
 
-std::string linea(const Griglia& griglia) {
-  std::string testo;
-  for (std::size_t i = 0; i < griglia.larghezze.size(); ++i) {
-    testo += std::string(i > 0 ? 2 : 0, ' ') + std::string(griglia.larghezze[i], '-');
+std::string ruler(const TextGrid& grid) {
+  std::string text;
+  for (std::size_t i = 0; i < grid.widths.size(); ++i) {
+    text += std::string(i > 0 ? 2 : 0, ' ') + std::string(grid.widths[i], '-');
   }
-  return testo;
+  return text;
 }
 
-std::string riga(const Griglia& griglia, const std::vector<std::string>& celle, bool colore) {
-  std::string testo;
-  for (std::size_t i = 0; i < celle.size(); ++i) {
-    if (i > 0) testo += "  ";
-    const bool numero = griglia.colonne[i]->numero;
-    const auto allineata = cella(celle[i], griglia.larghezze[i], numero);
-    const bool negativo = colore && numero && celle[i].starts_with('-');
-    testo += negativo ? std::string(kRosso).append(allineata).append(kFine) : allineata;
+std::string rowLine(const TextGrid& grid, const std::vector<std::string>& cells, bool colour) {
+  std::string text;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (i > 0) text += "  ";
+    const bool number = grid.columns[i]->number;
+    const auto aligned = padded(cells[i], grid.widths[i], number);
+    const bool negative = colour && number && cells[i].starts_with('-');
+    text += negative ? std::string(kRed).append(aligned).append(kEnd) : aligned;
   }
-  return std::string(values::rtrim(testo));
+  return std::string(values::rtrim(text));
 }
 
 }  // namespace
 
-void stampaAllineata(std::ostream& uscita, const Tabella& tabella, const OpzioniStampa& opzioni) {
+void writeAligned(std::ostream& out, const Table& table, const Style& style) {
   // A heading of dozens of empty columns would say less.
-  if (tabella.righe.empty()) {
-    uscita << "No rows\n";
+  if (table.rows.empty()) {
+    out << "No rows\n";
     return;
   }
-  const auto griglia = prepara(tabella, opzioni);
-  const auto grassetto = [&](const std::string& testo) {
-    return opzioni.colore ? std::string(kGrassetto).append(testo).append(kFine) : testo;
+  const auto grid = layOut(table, style);
+  const auto bold = [&](const std::string& text) {
+    return style.colour ? std::string(kBold).append(text).append(kEnd) : text;
   };
-  uscita << grassetto(titoli(griglia)) << '\n' << linea(griglia) << '\n';
-  for (std::size_t r = 0; r < tabella.righe.size(); ++r)
-    uscita << riga(griglia, griglia.righe[r], opzioni.colore) << '\n';
-  if (!tabella.totali.empty()) {
-    uscita << linea(griglia) << '\n' << grassetto(riga(griglia, griglia.righe.back(), false)) << '\n';
+  out << bold(titleLine(grid)) << '\n' << ruler(grid) << '\n';
+  for (std::size_t r = 0; r < table.rows.size(); ++r) out << rowLine(grid, grid.rows[r], style.colour) << '\n';
+  if (!table.totals.empty()) {
+    out << ruler(grid) << '\n' << bold(rowLine(grid, grid.rows.back(), false)) << '\n';
   }
 }
 

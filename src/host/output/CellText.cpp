@@ -1,64 +1,65 @@
+#include "host/output/CellText.h"
+
 #include <string_view>
 
-#include "host/output/Formats.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
 namespace bukorval::host {
 namespace {
 
-/// Exactly `decimali` decimals, with a point.
-std::string conDecimali(const values::Decimal& numero, int decimali) {
-  std::string testo = numero.rounded(decimali).toString();
-  const auto punto = testo.find('.');
-  auto presenti = punto == std::string::npos ? 0 : testo.size() - punto - 1;
-  if (presenti == 0 && decimali > 0) testo += '.';
-  for (; presenti < static_cast<std::size_t>(decimali); ++presenti) testo += '0';
-  return testo;
+/// Exactly `decimals` decimals, with a point.
+std::string withDecimals(const values::Decimal& number, int decimals) {
+  std::string text = number.rounded(decimals).toString();
+  const auto point = text.find('.');
+  auto present = point == std::string::npos ? 0 : text.size() - point - 1;
+  if (present == 0 && decimals > 0) text += '.';
+  for (; present < static_cast<std::size_t>(decimals); ++present) text += '0';
+  return text;
 }
 
 /// 1234567.89 as 1.234.567,89 (or 1,234,567.89 with a point as the decimal sign).
-std::string raggruppa(std::string_view numero, char separatore) {
-  const auto punto = numero.find('.');
-  const auto intero = numero.substr(0, punto);
-  const std::size_t segno = intero.starts_with('-') ? 1 : 0;
-  std::string testo(intero.substr(0, segno));
-  for (std::size_t i = segno; i < intero.size(); ++i) {
-    if (i > segno && (intero.size() - i) % 3 == 0) testo += separatore == ',' ? '.' : ',';
-    testo += intero[i];
+std::string grouped(std::string_view number, char separator) {
+  const auto point = number.find('.');
+  const auto integer = number.substr(0, point);
+  const std::size_t sign = integer.starts_with('-') ? 1 : 0;
+  std::string text(integer.substr(0, sign));
+  for (std::size_t i = sign; i < integer.size(); ++i) {
+    if (i > sign && (integer.size() - i) % 3 == 0) text += separator == ',' ? '.' : ',';
+    text += integer[i];
   }
-  if (punto != std::string_view::npos) testo.append(1, separatore).append(numero.substr(punto + 1));
-  return testo;
+  if (point != std::string_view::npos) text.append(1, separator).append(number.substr(point + 1));
+  return text;
 }
 
-std::string dataIso(const values::Date& data) {
-  const std::string cifre = data.toSql();
-  std::string testo = cifre.substr(0, 4) + "-" + cifre.substr(4, 2) + "-" + cifre.substr(6, 2);
-  if (data.hasTime()) testo += "T" + cifre.substr(9);
-  return testo;
+std::string isoDate(const values::Date& date) {
+  const std::string digits = date.toSql();
+  std::string text = digits.substr(0, 4) + "-" + digits.substr(4, 2) + "-" + digits.substr(6, 2);
+  if (date.hasTime()) text += "T" + digits.substr(9);
+  return text;
 }
 
 }  // namespace
 
-std::string testoUmano(const values::Variant& valore, const Colonna& colonna, char separatore) {
-  if (valore.isNothing()) return "";
-  if (const auto* logico = valore.get_if<bool>()) return *logico ? "Sì" : "No";
-  if (!colonna.numero || !valore.isNumber()) return std::string(values::rtrim(values::toText(valore, separatore)));
-  const auto numero = values::toDecimal(valore);
-  if (colonna.percentuale) {
-    return raggruppa(conDecimali(numero * values::Decimal::FromScaled(100), colonna.decimali - 2), separatore);
+std::string humanText(const values::Variant& value, const Column& column, char separator) {
+  if (value.isNothing()) return "";
+  if (const auto* boolean = value.get_if<bool>()) return *boolean ? "Sì" : "No";
+  if (!column.number || !value.isNumber()) return std::string(values::rtrim(values::toText(value, separator)));
+  const auto number = values::toDecimal(value);
+  if (column.percentage) {
+    return grouped(withDecimals(number * values::Decimal::FromScaled(100), column.decimals - 2), separator);
   }
   // Codes and identifiers are numbers that nobody groups.
-  const std::string testo = conDecimali(numero, colonna.decimali);
-  return colonna.decimali == 0 ? testo : raggruppa(testo, separatore);
+  const std::string text = withDecimals(number, column.decimals);
+  return column.decimals == 0 ? text : grouped(text, separator);
 }
 
-std::string testoPiano(const values::Variant& valore, const Colonna& colonna) {
-  if (valore.isNothing()) return "";
-  if (const auto* logico = valore.get_if<bool>()) return *logico ? "true" : "false";
-  if (const auto* data = valore.get_if<values::Date>()) return dataIso(*data);
-  if (valore.isNumber() && colonna.decimali > 0) return conDecimali(values::toDecimal(valore), colonna.decimali);
-  return values::toPlainText(valore);
+std::string plainText(const values::Variant& value, const Column& column) {
+  if (value.isNothing()) return "";
+  if (const auto* boolean = value.get_if<bool>()) return *boolean ? "true" : "false";
+  if (const auto* date = value.get_if<values::Date>()) return isoDate(*date);
+  if (value.isNumber() && column.decimals > 0) return withDecimals(values::toDecimal(value), column.decimals);
+  return values::toPlainText(value);
 }
 
 }  // namespace bukorval::host

@@ -1,29 +1,55 @@
 #pragma once
 
 #include <ostream>
+#include <span>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "host/output/Table.h"
 
 namespace bukorval::host {
 
-enum class Formato { Tabella, Csv, Json };
-
-struct OpzioniStampa {
-  Formato formato = Formato::Tabella;
-  char separatore = ',';  ///< decimal sign of the aligned table; CSV and JSON have a point
-  bool colore = false;    ///< only the aligned table
-  bool tutte = false;     ///< the aligned table leaves empty columns out and cuts descriptions, unless this is set
+/// How the aligned table looks.
+struct Style {
+  char separator = ',';  ///< decimal sign; CSV and JSON have a point
+  bool colour = false;
+  bool all = false;  ///< empty columns are left out and descriptions cut, unless this is set
 };
 
-/// Shows a table: aligned for people; as CSV (header line, comma, point, ISO dates) or as a JSON array of
-/// objects for programs. The totals row belongs to the aligned table only, so that a program does not add it
-/// up twice.
-void stampa(std::ostream& uscita, const Tabella& tabella, const OpzioniStampa& opzioni);
+/// What a call left behind, by name.
+struct CallResults {
+  std::vector<std::pair<std::string, values::Variant>> values;
+  std::vector<std::pair<std::string, Table>> tables;
+};
 
-/// A value as people read it: grouped thousands, the decimals of the column, dates as dd/mm/yyyy.
-std::string testoUmano(const values::Variant& valore, const Colonna& colonna, char separatore);
-/// A value as programs read it: point, ISO dates, "" for Null.
-std::string testoPiano(const values::Variant& valore, const Colonna& colonna);
+/// A way to show tables. The totals row belongs to formats for people only, so that a program does not add it up
+/// twice.
+struct Format {
+  std::string_view name;
+  bool forPeople;
+  void (*write)(std::ostream& out, const Table& table, const Style& style);
+  void (*writeResults)(std::ostream& out, const CallResults& results, const Style& style);
+};
+
+/// The formats of the program, the usual one first.
+std::span<const Format> formats();
+/// Throws values::Errore, which lists the known ones, for a name that is none of them.
+const Format& findFormat(std::string_view name);
+/// "table (for people), csv or json (for programs)".
+std::string formatHelp();
+
+/// Aligned columns for people.
+void writeAligned(std::ostream& out, const Table& table, const Style& style);
+/// A header line, commas, points, ISO dates.
+void writeCsv(std::ostream& out, const Table& table, const Style& style);
+/// An array of objects, one for each row.
+void writeJson(std::ostream& out, const Table& table, const Style& style);
+/// Plain values as one table, each record set as a table of its own.
+void writeAlignedResults(std::ostream& out, const CallResults& results, const Style& style);
+void writeCsvResults(std::ostream& out, const CallResults& results, const Style& style);
+/// One object.
+void writeJsonResults(std::ostream& out, const CallResults& results, const Style& style);
 
 }  // namespace bukorval::host

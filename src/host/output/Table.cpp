@@ -7,70 +7,70 @@
 namespace bukorval::host {
 namespace {
 
-Colonna daCampo(const ado::Field& campo) {
-  Colonna colonna{campo.Name(), titolo(campo.Name())};
-  switch (campo.Type()) {
+Column columnOf(const ado::Field& field) {
+  Column column{field.Name(), title(field.Name())};
+  switch (field.Type()) {
     case ado::adDecimal:
     case ado::adNumeric:
-      colonna.numero = true;
-      colonna.decimali = campo.NumericScale();
+      column.number = true;
+      column.decimals = field.NumericScale();
       break;
     case ado::adSmallInt:
     case ado::adInteger:
     case ado::adBigInt:
-    case ado::adDouble: colonna.numero = true; break;
+    case ado::adDouble: column.number = true; break;
     default: break;
   }
-  return colonna;
+  return column;
 }
 
 /// Fixed-length text comes padded; nobody reads the blanks.
-values::Variant senzaSpaziFinali(const values::Variant& valore) {
-  const auto* testo = valore.get_if<std::string>();
-  return testo && testo->ends_with(' ') ? values::Variant(values::rtrim(*testo)) : valore;
+values::Variant withoutPadding(const values::Variant& value) {
+  const auto* text = value.get_if<std::string>();
+  return text && text->ends_with(' ') ? values::Variant(values::rtrim(*text)) : value;
 }
 
 }  // namespace
 
-std::optional<std::size_t> Tabella::posizione(std::string_view nome) const {
-  for (std::size_t i = 0; i < colonne.size(); ++i) {
-    if (values::compareText(colonne[i].nome, nome) == 0) return i;
+std::optional<std::size_t> Table::position(std::string_view name) const {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (values::compareText(columns[i].name, name) == 0) return i;
   }
   return std::nullopt;
 }
 
-void Tabella::nascondi(std::initializer_list<std::string_view> nomi) {
-  for (const auto nome : nomi) {
-    if (const auto i = posizione(nome)) colonne[*i].secondaria = true;
+void Table::hide(std::initializer_list<std::string_view> names) {
+  for (const auto name : names) {
+    if (const auto i = position(name)) columns[*i].secondary = true;
   }
 }
 
-void Tabella::somma() {
-  totali.assign(colonne.size(), values::Variant::Null());
-  for (std::size_t i = 0; i < colonne.size(); ++i) {
-    if (!colonne[i].totale) continue;
-    for (const auto& riga : righe) {
-      if (riga[i].isNothing()) continue;
-      totali[i] = totali[i].isNull() ? riga[i] : values::add(totali[i], riga[i]);
+void Table::addTotals() {
+  totals.assign(columns.size(), values::Variant::Null());
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!columns[i].total) continue;
+    for (const auto& row : rows) {
+      if (row[i].isNothing()) continue;
+      totals[i] = totals[i].isNull() ? row[i] : values::add(totals[i], row[i]);
     }
   }
 }
 
-Tabella daRecordset(ado::Recordset& rs) {
-  Tabella tabella;
-  std::vector<const ado::Field*> campi;
+Table tableOf(ado::Recordset& rs) {
+  Table table;
+  std::vector<const ado::Field*> fields;
   for (std::size_t i = 0; i < rs.Fields().Count(); ++i) {
-    campi.push_back(&rs.Fields().Item(i));
-    tabella.colonne.push_back(daCampo(*campi.back()));
+    fields.push_back(&rs.Fields().Item(i));
+    table.columns.push_back(columnOf(*fields.back()));
   }
-  if (rs.RecordCount() == 0) return tabella;
+  if (rs.RecordCount() == 0) return table;
   for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext()) {
-    auto& riga = tabella.righe.emplace_back();
-    riga.reserve(campi.size());
-    for (const auto* campo : campi) riga.push_back(senzaSpaziFinali(campo->Value()));
+    auto& row = table.rows.emplace_back();
+    row.reserve(fields.size());
+    for (const auto* field : fields) row.push_back(withoutPadding(field->Value()));
   }
   rs.MoveFirst();
-  return tabella;
+  return table;
 }
 
 }  // namespace bukorval::host

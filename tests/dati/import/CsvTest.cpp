@@ -7,25 +7,25 @@
 #include "values/Conversion.h"
 #include "values/Errore.h"
 
-namespace bukorval::host {
+namespace bukorval::dati {
 namespace {
 
 using Record = std::vector<std::string>;
 
-struct Letto {
+struct ReadFile {
   Record header;
   std::vector<std::pair<std::size_t, Record>> records;  ///< with their first line
 };
 
-Letto readAll(const std::string& text) {
+ReadFile readAll(const std::string& text) {
   std::istringstream in(text);
-  LettoreCsv reader(in);
-  Letto result{reader.intestazione(), {}};
-  for (Record fields; reader.prossima(fields);) result.records.emplace_back(reader.linea(), fields);
+  CsvReader reader(in);
+  ReadFile result{reader.header(), {}};
+  for (Record fields; reader.next(fields);) result.records.emplace_back(reader.line(), fields);
   return result;
 }
 
-TEST(LettoreCsv, ReadsWhatSpreadsheetsWrite) {
+TEST(CsvReader, ReadsWhatSpreadsheetsWrite) {
   struct Case {
     const char* what;
     const char* text;
@@ -54,7 +54,7 @@ TEST(LettoreCsv, ReadsWhatSpreadsheetsWrite) {
   }
 }
 
-TEST(LettoreCsv, AnUnclosedQuoteNamesItsLine) {
+TEST(CsvReader, AnUnclosedQuoteNamesItsLine) {
   try {
     readAll("a\n1\n\"never\nclosed\n");
     FAIL();
@@ -63,44 +63,44 @@ TEST(LettoreCsv, AnUnclosedQuoteNamesItsLine) {
   }
 }
 
-TEST(ModelloCsv, ReadsOneValue) {
+TEST(CsvModel, ReadsOneValue) {
   struct Case {
-    TipoCsv type;
+    CsvType type;
     const char* text;
     const char* plain;  ///< as plain text, or the reason it is refused
     bool accepted;
   };
   const Case cases[] = {
-      {TipoCsv::Importo, " 1234.50 ", "1234.5", true},
-      {TipoCsv::Importo, "1.234,5", "1234.5", true},
-      {TipoCsv::Importo, "-0,01", "-0.01", true},
-      {TipoCsv::Importo, "9999999999999.99", "9999999999999.99", true},
-      {TipoCsv::Importo, "12345678901234", "'12345678901234' is too large", false},
-      {TipoCsv::Importo, "0.005", "'0.005' has more than 2 decimals", false},
-      {TipoCsv::Importo, "0.5000", "0.5", true},
-      {TipoCsv::Importo, "12a", "'12a' is not a number", false},
-      {TipoCsv::Quantita, "0,125", "0.125", true},
-      {TipoCsv::Data, "29/02/2012", "29/02/2012", true},
-      {TipoCsv::Data, "2011-02-29", "'2011-02-29' is not a date", false},
-      {TipoCsv::Intero, "007", "7", true},
-      {TipoCsv::Intero, "-1", "'-1' is not a whole number", false},
-      {TipoCsv::Intero, "12345", "'12345' has more than 4 digits", false},
-      {TipoCsv::Testo, "àèìò", "àèìò", true},
-      {TipoCsv::Testo, "12345", "'12345' has more than 4 characters", false},
-      {TipoCsv::Testo, "   ", "a value is needed", false},
+      {CsvType::Amount, " 1234.50 ", "1234.5", true},
+      {CsvType::Amount, "1.234,5", "1234.5", true},
+      {CsvType::Amount, "-0,01", "-0.01", true},
+      {CsvType::Amount, "9999999999999.99", "9999999999999.99", true},
+      {CsvType::Amount, "12345678901234", "'12345678901234' is too large", false},
+      {CsvType::Amount, "0.005", "'0.005' has more than 2 decimals", false},
+      {CsvType::Amount, "0.5000", "0.5", true},
+      {CsvType::Amount, "12a", "'12a' is not a number", false},
+      {CsvType::Quantity, "0,125", "0.125", true},
+      {CsvType::Date, "29/02/2012", "29/02/2012", true},
+      {CsvType::Date, "2011-02-29", "'2011-02-29' is not a date", false},
+      {CsvType::Integer, "007", "7", true},
+      {CsvType::Integer, "-1", "'-1' is not a whole number", false},
+      {CsvType::Integer, "12345", "'12345' has more than 4 digits", false},
+      {CsvType::Text, "àèìò", "àèìò", true},
+      {CsvType::Text, "12345", "'12345' has more than 4 characters", false},
+      {CsvType::Text, "   ", "a value is needed", false},
   };
   for (const auto& c : cases) {
-    const CampoCsv field{"x", c.type, true, 4, ""};
+    const CsvField field{"x", c.type, true, 4, ""};
     try {
-      EXPECT_EQ(values::toPlainText(leggiValore(c.text, field, ',')), c.plain) << c.text;
+      EXPECT_EQ(values::toPlainText(parseField(c.text, field, ',')), c.plain) << c.text;
       EXPECT_TRUE(c.accepted) << c.text;
     } catch (const values::Errore& e) {
       EXPECT_STREQ(e.what(), c.plain);
       EXPECT_FALSE(c.accepted) << c.text;
     }
   }
-  EXPECT_TRUE(leggiValore(" ", {"x", TipoCsv::Data, false, 0, ""}, ',').isEmpty());
+  EXPECT_TRUE(parseField(" ", {"x", CsvType::Date, false, 0, ""}, ',').isEmpty());
 }
 
 }  // namespace
-}  // namespace bukorval::host
+}  // namespace bukorval::dati
