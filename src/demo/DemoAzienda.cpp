@@ -1,7 +1,7 @@
 #include "demo/DemoAzienda.h"
 
 #include "demo/Economico.h"
-#include "demo/Schede.h"
+#include "demo/SchedeDemo.h"
 #include "demo/SpeseGenerali.h"
 #include "demo/Vendite.h"
 #include "demo/Voci.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "demo/Schede.h"
+#include "demo/SchedeDemo.h"
 #include "demo/Vendite.h"
 #include "demo/Voci.h"
 
@@ -46,27 +46,33 @@ Mesi pianoRaccolto(const ContoRaccolto& raccolto) {
   return totale;
 }
 
-values::Variant creaScheda(ado::Connection& connessione, Inserimento riga) {
-  return riga("BU65_FLGBUDGET", 0)("BU65_FLGCFLOW", 0).eseguiConIdentita(connessione);
+values::Variant creaScheda(ado::Connection& connessione, RowInsert riga) {
+  return riga.set("BU65_FLGBUDGET", 0).set("BU65_FLGCFLOW", 0).runForIdentity(connessione);
 }
 
-Inserimento testataCoGe(std::string_view sottoTipo, int anno, std::string_view conto) {
+RowInsert testataCoGe(std::string_view sottoTipo, int anno, std::string_view conto) {
   auto riga = testata(5, sottoTipo, anno);
-  return riga("BU65_GRUPPO_CG10", kPianoConti)("BU65_CONTO_CG24", conto);
+  return riga.set("BU65_GRUPPO_CG10", kPianoConti).set("BU65_CONTO_CG24", conto);
 }
 
 /// The ledger detail and the pre-allocation criterion of one card.
 void creaMastri(ado::Connection& connessione, const values::Variant& scheda, std::string_view conto,
                 const std::vector<Centesimi>& trimestri) {
   for (std::size_t p = 0; p < trimestri.size(); ++p) {
-    Inserimento riga("BU63_DETMASTRI");
-    riga("BU63_ID_BU65", scheda)("BU63_GRUPPO_CG10", kPianoConti)("BU63_CONTO_CG24", conto)("BU63_PERIODO", p + 1);
-    riga("BU63_IMPORTO", euro(trimestri[p])).esegui(connessione);
+    RowInsert riga("BU63_DETMASTRI");
+    riga.set("BU63_ID_BU65", scheda)
+        .set("BU63_GRUPPO_CG10", kPianoConti)
+        .set("BU63_CONTO_CG24", conto)
+        .set("BU63_PERIODO", p + 1);
+    riga.set("BU63_IMPORTO", euro(trimestri[p])).run(connessione);
   }
-  Inserimento criterio("BU02_TESTADEST");
-  criterio("BU02_DITTA_CG18", kDitta)("BU02_TIPODEST_BU01", 5)("BU02_STIPODEST_BU01", "01")("BU02_ANNO_CG19", 2025);
-  criterio("BU02_PROGESER_CG19", 1)("BU02_IDDESTINAZIONE", scheda)("BU02_DESCR", "Riparto sui consumi");
-  criterio.esegui(connessione);
+  RowInsert criterio("BU02_TESTADEST");
+  criterio.set("BU02_DITTA_CG18", kDitta)
+      .set("BU02_TIPODEST_BU01", 5)
+      .set("BU02_STIPODEST_BU01", "01")
+      .set("BU02_ANNO_CG19", 2025);
+  criterio.set("BU02_PROGESER_CG19", 1).set("BU02_IDDESTINAZIONE", scheda).set("BU02_DESCR", "Riparto sui consumi");
+  criterio.run(connessione);
 }
 
 void creaTrimestrale(ado::Connection& connessione, const Giornale& giornale) {
@@ -89,7 +95,7 @@ void creaRaccolti(ado::Connection& connessione, std::span<const ContoRaccolto> c
                   std::string_view colonnaPiano, std::string_view colonnaConto, std::size_t mesiPerPeriodo) {
   for (const auto& raccolto : conti) {
     auto riga = testata(5, sottoTipo, 2025);
-    const auto scheda = creaScheda(connessione, riga(colonnaPiano, 1)(colonnaConto, raccolto.conto));
+    const auto scheda = creaScheda(connessione, riga.set(colonnaPiano, 1).set(colonnaConto, raccolto.conto));
     const auto budget = perPeriodo(pianoRaccolto(raccolto), mesiPerPeriodo);
     dettagli(connessione, scheda, kBudget, budget);
     dettagli(connessione, scheda, kConsuntivo, budget, 0);

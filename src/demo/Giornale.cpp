@@ -23,30 +23,36 @@ void Giornale::registra(const Registrazione& testata, const std::vector<Riga>& r
 }
 
 void Giornale::scriviTestata(const Registrazione& testata) {
-  Inserimento riga("CG41_PRIMANOTA");
-  riga("CG41_DITTA_CG18", kDitta)("CG41_NUMREG", numero_)("CG41_DATAREG", testata.data);
-  riga("CG41_ANNO_CG19", testata.data.year())("CG41_PROGESER_CG19", 1)("CG41_INDPROVREG", testata.provenienza);
-  riga("CG41_CODICE_CG31", testata.sede)("CG41_INDTIPOMOV", testata.tipoMovimento)("CG41_DESCR", testata.descrizione);
+  RowInsert riga("CG41_PRIMANOTA");
+  riga.set("CG41_DITTA_CG18", kDitta).set("CG41_NUMREG", numero_).set("CG41_DATAREG", testata.data);
+  riga.set("CG41_ANNO_CG19", testata.data.year())
+      .set("CG41_PROGESER_CG19", 1)
+      .set("CG41_INDPROVREG", testata.provenienza);
+  riga.set("CG41_CODICE_CG31", testata.sede)
+      .set("CG41_INDTIPOMOV", testata.tipoMovimento)
+      .set("CG41_DESCR", testata.descrizione);
   if (testata.clifor != 0) {
-    riga("CG41_DATADOC", testata.data.addDays(-3))("CG41_NUMDOC", std::to_string(numero_ + 1000));
-    riga("CG41_DITTACF_CG18", kDitta)("CG41_TIPOCF_CG44", testata.tipoCliFor)("CG41_CLIFOR_CG44", testata.clifor);
+    riga.set("CG41_DATADOC", testata.data.addDays(-3)).set("CG41_NUMDOC", std::to_string(numero_ + 1000));
+    riga.set("CG41_DITTACF_CG18", kDitta)
+        .set("CG41_TIPOCF_CG44", testata.tipoCliFor)
+        .set("CG41_CLIFOR_CG44", testata.clifor);
   }
-  riga.esegui(connessione_);
+  riga.run(connessione_);
 }
 
 void Giornale::scriviRiga(const Registrazione& testata, const Riga& riga, int numero) {
   const bool dare = riga.importo >= 0;
-  Inserimento inserimento("CG42_MOVCONT");
-  inserimento("CG42_DITTA_CG18", kDitta)("CG42_NUMREG_CG41", numero_)("CG42_NUMRIGACONT", numero);
-  inserimento("CG42_GRUPPO_CG10", kPianoConti)("CG42_CONTOPAR_CG24", riga.conto);
-  inserimento("CG42_INDDAAV", dare ? 1 : 2)("CG42_IMPTOTALE", euro(dare ? riga.importo : -riga.importo));
-  inserimento("CG42_CODICE_CG33", riga.causale);
+  RowInsert inserimento("CG42_MOVCONT");
+  inserimento.set("CG42_DITTA_CG18", kDitta).set("CG42_NUMREG_CG41", numero_).set("CG42_NUMRIGACONT", numero);
+  inserimento.set("CG42_GRUPPO_CG10", kPianoConti).set("CG42_CONTOPAR_CG24", riga.conto);
+  inserimento.set("CG42_INDDAAV", dare ? 1 : 2).set("CG42_IMPTOTALE", euro(dare ? riga.importo : -riga.importo));
+  inserimento.set("CG42_CODICE_CG33", riga.causale);
   if (riga.mesiCompetenza > 0) {
     const auto inizio = testata.data.firstOfMonth();
-    inserimento("CG42_FLGCOMP", 1)("CG42_INDRATRIS", kRateoRisconto)("CG42_DATAINICOMP", inizio);
-    inserimento("CG42_DATAFINCOMP", inizio.addMonths(riga.mesiCompetenza).addDays(-1));
+    inserimento.set("CG42_FLGCOMP", 1).set("CG42_INDRATRIS", kRateoRisconto).set("CG42_DATAINICOMP", inizio);
+    inserimento.set("CG42_DATAFINCOMP", inizio.addMonths(riga.mesiCompetenza).addDays(-1));
   }
-  inserimento.esegui(connessione_);
+  inserimento.run(connessione_);
 }
 
 Mesi Giornale::saldi(int anno, int sede, std::string_view prefisso) const {

@@ -6,11 +6,13 @@
 #include <utility>
 #include <vector>
 
+#include "dati/RowInsert.h"
 #include "demo/Importi.h"
-#include "demo/Inserimento.h"
 #include "values/Date.h"
 
 namespace demo {
+
+using bukorval::dati::RowInsert;
 
 inline constexpr int kDitta = 1, kPianoConti = 1;
 inline constexpr int kTipoCliente = 0, kTipoFornitore = 1;

@@ -1,6 +1,6 @@
 #include "demo/SpeseGenerali.h"
 
-#include "demo/Schede.h"
+#include "demo/SchedeDemo.h"
 #include "demo/Voci.h"
 
 namespace demo {
@@ -46,47 +46,55 @@ std::vector<Centesimi> importi(const Mesi& mesi, int tipoScheda, int percentuale
 
 Variant creaTestata(ado::Connection& connessione, const Scheda& scheda, int anno, int sede) {
   auto riga = testata(4, "01", anno);
-  riga("BU65_CODICE_CG31", sede)("BU65_INDCOSRIC_BU07", scheda.tipo)("BU65_SCHEDA_BU07", scheda.codice);
-  riga("BU65_GRUPPO_CG10", kPianoConti)("BU65_CONTO_CG24", scheda.conto)("BU65_INDNATCONTO",
-                                                                         scheda.tipo == kCosto ? 2 : 1);
-  riga("BU65_FLGBUDGET", 1)("BU65_FLGCFLOW", scheda.giorniScadenza > 0 ? 1 : 0);
-  return riga.eseguiConIdentita(connessione);
+  riga.set("BU65_CODICE_CG31", sede).set("BU65_INDCOSRIC_BU07", scheda.tipo).set("BU65_SCHEDA_BU07", scheda.codice);
+  riga.set("BU65_GRUPPO_CG10", kPianoConti)
+      .set("BU65_CONTO_CG24", scheda.conto)
+      .set("BU65_INDNATCONTO", scheda.tipo == kCosto ? 2 : 1);
+  riga.set("BU65_FLGBUDGET", 1).set("BU65_FLGCFLOW", scheda.giorniScadenza > 0 ? 1 : 0);
+  return riga.runForIdentity(connessione);
 }
 
 /// Orders come one after the other: the later one replaces the earlier.
 void creaOrdini(ado::Connection& connessione, const Variant& id, const std::vector<Centesimi>& budget) {
   for (const int percentuale : {60, 85}) {
-    Inserimento riga("BU66_DETBUDGET");
-    riga("BU66_ID_BU65", id)("BU66_TIPO", kOrdini)("BU66_PERIODO", 10);
-    riga("BU66_IMPORTO", euro(percento(budget[9], percentuale))).esegui(connessione);
+    RowInsert riga("BU66_DETBUDGET");
+    riga.set("BU66_ID_BU65", id).set("BU66_TIPO", kOrdini).set("BU66_PERIODO", 10);
+    riga.set("BU66_IMPORTO", euro(percento(budget[9], percentuale))).run(connessione);
   }
 }
 
 void creaCashFlow(ado::Connection& connessione, const Scheda& scheda, const Variant& id, int anno,
                   const std::vector<Centesimi>& budget) {
   const auto inizio = Date::FromYmd(anno, 1, 1);
-  Inserimento riga("BU67_BDGCASHFLOW");
-  riga("BU67_ID_BU65", id)("BU67_FLGSCADMAN", 0)("BU67_TIPOCF_CG44",
-                                                 scheda.tipo == kRicavo ? kTipoCliente : kTipoFornitore);
-  riga("BU67_CLIFOR_CG44", scheda.clifor)("BU67_DATAINIVAL", inizio)("BU67_NUMRATE", 1);
-  riga("BU67_GIORNISCAD", scheda.giorniScadenza).esegui(connessione);
+  RowInsert riga("BU67_BDGCASHFLOW");
+  riga.set("BU67_ID_BU65", id)
+      .set("BU67_FLGSCADMAN", 0)
+      .set("BU67_TIPOCF_CG44", scheda.tipo == kRicavo ? kTipoCliente : kTipoFornitore);
+  riga.set("BU67_CLIFOR_CG44", scheda.clifor).set("BU67_DATAINIVAL", inizio).set("BU67_NUMRATE", 1);
+  riga.set("BU67_GIORNISCAD", scheda.giorniScadenza).run(connessione);
   if (scheda.giorniScadenza == 0) return;
   for (int mese = 0; mese < 12; ++mese) {
     const auto importo = budget[static_cast<std::size_t>(mese)];
     if (importo == 0) continue;
     const auto scadenza = inizio.addMonths(mese).lastOfMonth().addDays(scheda.giorniScadenza);
-    Inserimento data("BU14_SCADCFLOW");
-    data("BU14_IDBUDGET", id)("BU14_PERIODO", mese + 1)("BU14_DATASCAD", scadenza)("BU14_IMPORTO", euro(importo));
-    data.esegui(connessione);
+    RowInsert data("BU14_SCADCFLOW");
+    data.set("BU14_IDBUDGET", id)
+        .set("BU14_PERIODO", mese + 1)
+        .set("BU14_DATASCAD", scadenza)
+        .set("BU14_IMPORTO", euro(importo));
+    data.run(connessione);
   }
 }
 
 void creaPercentuali(ado::Connection& connessione, const Scheda& scheda, const Variant& id) {
   if (scheda.codice != "PULIZIE" && scheda.codice != "VIAGGI") return;
-  Inserimento riga("BU90_TABPERCBUD");
-  riga("BU90_DITTA_CG18", kDitta)("BU90_INDTIPO_BU01", 4)("BU90_SOTTOTIPO_BU01", "01")("BU90_IDBUDGET", id);
-  if (scheda.codice == "PULIZIE") riga("BU90_PERCRIP", 60);
-  riga("BU90_PERCSCO", 5).esegui(connessione);
+  RowInsert riga("BU90_TABPERCBUD");
+  riga.set("BU90_DITTA_CG18", kDitta)
+      .set("BU90_INDTIPO_BU01", 4)
+      .set("BU90_SOTTOTIPO_BU01", "01")
+      .set("BU90_IDBUDGET", id);
+  if (scheda.codice == "PULIZIE") riga.set("BU90_PERCRIP", 60);
+  riga.set("BU90_PERCSCO", 5).run(connessione);
 }
 
 void creaScheda(ado::Connection& connessione, const Giornale& giornale, const Scheda& scheda, int anno, int sede) {

@@ -1,6 +1,6 @@
 #include "demo/Vendite.h"
 
-#include "demo/Schede.h"
+#include "demo/SchedeDemo.h"
 
 namespace demo {
 namespace {
@@ -30,9 +30,9 @@ values::Decimal quantita(Centesimi pezzi) { return values::Decimal::FromScaled(p
 
 void dettaglio(ado::Connection& connessione, const values::Variant& scheda, int tipo, std::size_t periodo,
                Centesimi pezzi, Centesimi importo) {
-  Inserimento riga("BU66_DETBUDGET");
-  riga("BU66_ID_BU65", scheda)("BU66_TIPO", tipo)("BU66_PERIODO", periodo);
-  riga("BU66_IMPORTO", euro(importo))("BU66_QTA1", quantita(pezzi)).esegui(connessione);
+  RowInsert riga("BU66_DETBUDGET");
+  riga.set("BU66_ID_BU65", scheda).set("BU66_TIPO", tipo).set("BU66_PERIODO", periodo);
+  riga.set("BU66_IMPORTO", euro(importo)).set("BU66_QTA1", quantita(pezzi)).run(connessione);
 }
 
 /// Invoices of a month; sales abroad carry no VAT.
@@ -46,9 +46,11 @@ void fattura(Giornale& giornale, const Vendita& vendita, const values::Date& dat
 
 values::Variant creaTestata(ado::Connection& connessione, const Vendita& vendita) {
   auto riga = testata(0, "01", 2025);
-  riga("BU65_TIPOCF_CG44", kTipoCliente)("BU65_AREA_MG08", vendita.area)("BU65_CLIFOR_CG44", vendita.cliente);
-  riga("BU65_CODART_MG66", vendita.articolo)("BU65_OPZIONE_MG5E", vendita.opzione);
-  return riga("BU65_FLGBUDGET", 0)("BU65_FLGCFLOW", 0).eseguiConIdentita(connessione);
+  riga.set("BU65_TIPOCF_CG44", kTipoCliente)
+      .set("BU65_AREA_MG08", vendita.area)
+      .set("BU65_CLIFOR_CG44", vendita.cliente);
+  riga.set("BU65_CODART_MG66", vendita.articolo).set("BU65_OPZIONE_MG5E", vendita.opzione);
+  return riga.set("BU65_FLGBUDGET", 0).set("BU65_FLGCFLOW", 0).runForIdentity(connessione);
 }
 
 void creaScheda(ado::Connection& connessione, Giornale& giornale, Caso& caso, const Vendita& vendita) {

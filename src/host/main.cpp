@@ -1,3 +1,3 @@
-#include "host/Programma.h"
+#include "host/Program.h"
 
-int main(int argc, char** argv) { return bukorval::host::eseguiProgramma(argc, argv); }
+int main(int argc, char** argv) { return bukorval::host::runProgram(argc, argv); }

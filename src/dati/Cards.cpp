@@ -1,0 +1,122 @@
+#include "dati/Cards.h"
+
+#include <memory>
+
+#include "dati/Failure.h"
+#include "frame/TestoSql.h"
+#include "values/Conversion.h"
+
+namespace bukorval::dati {
+namespace {
+
+/// The tables that hang on a card, with the column that names it.
+constexpr std::pair<const char*, const char*> kTablesOfCard[] = {
+    {"BU65_TESBUDGET", "BU65_ID"},       {"BU66_DETBUDGET", "BU66_ID_BU65"},   {"BU67_BDGCASHFLOW", "BU67_ID_BU65"},
+    {"BU14_SCADCFLOW", "BU14_IDBUDGET"}, {"BU90_TABPERCBUD", "BU90_IDBUDGET"}, {"BU63_DETMASTRI", "BU63_ID_BU65"},
+};
+
+values::Variant single(ado::Connection& connection, const TestoSql& sql) {
+  return connection.Execute(sql)->Fields().Item(std::size_t{0}).Value();
+}
+
+std::int32_t countRows(ado::Connection& connection, std::string_view table, std::string_view column,
+                       const values::Variant& card) {
+  TestoSql sql;
+  sql.riga(" SELECT COUNT(*) AS N ")
+      .riga(" FROM   ", table, " WITH (NOLOCK) ")
+      .riga(" WHERE  ", column, " = ", numero(card));
+  return values::toInt32(single(connection, sql));
+}
+
+std::string condition(const values::Variant& value) {
+  if (value.isNothing()) return " IS NULL";
+  return " = " + (value.isNumber() ? numero(value) : testoDati(value));
+}
+
+}  // namespace
+
+bool selectBudgetOfCard(CLSKORVAL& budget, ado::Connection& connection, const values::Variant& card) {
+  TestoSql sql;
+  sql.riga(" SELECT BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, ")
+      .riga("        BU65_ANNO, BU65_PROGESER, BU65_CODICE_CG31, BU65_INDCOSRIC_BU07 ")
+      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+      .riga(" WHERE  BU65_ID = ", numero(card));
+  const auto rs = connection.Execute(sql);
+  if (rs->Eof()) return false;
+  const auto value = [&](const char* field) { return rs->Fields().Item(field).Value(); };
+  budget.CodiceDitta = value("BU65_DITTA_CG18");
+  budget.TipoBudget = values::toInt32(value("BU65_INDTIPO_BU01"));
+  budget.SottoTipoBudget = value("BU65_SOTTOTIPO_BU01");
+  budget.AnnoEsercizio = value("BU65_ANNO");
+  budget.ProgressivoEsercizio = value("BU65_PROGESER");
+  budget.CodiceSede = value("BU65_CODICE_CG31");
+  budget.BdgTipoScheda = value("BU65_INDCOSRIC_BU07");
+  return true;
+}
+
+values::Variant lastCard(ado::Connection& connection) {
+  TestoSql sql;
+  sql.riga(" SELECT MAX(BU65_ID) AS ULTIMO ").riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ");
+  return single(connection, sql);
+}
+
+std::int32_t countDetails(ado::Connection& connection, const values::Variant& card) {
+  return countRows(connection, "BU66_DETBUDGET", "BU66_ID_BU65", card);
+}
+
+std::vector<RowsOfTable> countRowsOfCard(ado::Connection& connection, const values::Variant& card) {
+  std::vector<RowsOfTable> counts;
+  for (const auto& [table, column] : kTablesOfCard)
+    counts.push_back({table, countRows(connection, table, column, card)});
+  return counts;
+}
+
+ado::DictionaryPtr sitesWithCards(ado::Connection& connection, const BudgetAnno& budget) {
+  TestoSql sql;
+  sql.riga(" SELECT DISTINCT BU65_CODICE_CG31 FROM BU65_TESBUDGET WITH (NOLOCK) ")
+      .testo(condizioniSchede(budget))
+      .riga(" AND    BU65_CODICE_CG31 IS NOT NULL ")
+      .riga(" ORDER BY BU65_CODICE_CG31 ");
+  auto sites = std::make_shared<ado::Dictionary>();
+  const auto rs = connection.Execute(sql);
+  const auto& site = (*rs)["BU65_CODICE_CG31"];
+  for (; !rs->Eof(); rs->MoveNext()) sites->Add(site.Value(), site.Value());
+  return sites;
+}
+
+std::vector<CardColumn> cardColumns(CLSKORVAL& budget, ado::Connection& connection) {
+  const auto list = budget.GetElencoCampi(budget.TipoBudget, budget.SottoTipoBudget);
+  requireSuccess(budget);
+  TestoSql sql;
+  sql.riga(" SELECT TOP 1 ", list).riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ");
+  const auto rs = connection.Execute(sql);
+  std::vector<CardColumn> columns;
+  for (std::size_t i = 0; i < rs->Fields().Count(); ++i) {
+    const auto& field = rs->Fields().Item(i);
+    const bool number = field.Type() == ado::adDecimal || field.Type() == ado::adNumeric ||
+                        field.Type() == ado::adSmallInt || field.Type() == ado::adInteger;
+    columns.push_back({field.Name(), number, number ? static_cast<int>(field.Precision()) : field.DefinedSize()});
+  }
+  return columns;
+}
+
+std::vector<values::Variant> findCards(ado::Connection& connection, const BudgetAnno& budget, const CardKey& key) {
+  TestoSql sql;
+  sql.riga(" SELECT BU65_ID ").riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ").testo(condizioniSchede(budget));
+  for (const auto& [column, value] : key) sql.riga(" AND    ", column, condition(value));
+  const auto rs = connection.Execute(sql);
+  std::vector<values::Variant> cards;
+  for (; !rs->Eof(); rs->MoveNext()) cards.push_back((*rs)["BU65_ID"].Value());
+  return cards;
+}
+
+void writeCardValue(CLSKORVAL& budget, const values::Variant& card, BdgTipoDettaglio kind, int period,
+                    BdgTipoValore measure, const values::Variant& value) {
+  values::Variant detail, withoutAmount, newDetail;
+  budget.GetBdgDettaglioEsiste(card, kind, period, detail, withoutAmount);
+  requireSuccess(budget);
+  budget.AggiornaSingoloValoreBU66(detail, card, kind, measure, static_cast<std::int16_t>(period), value, newDetail);
+  requireSuccess(budget);
+}
+
+}  // namespace bukorval::dati

@@ -1,0 +1,156 @@
+#include "dati/Ledger.h"
+
+#include <utility>
+
+#include "dati/RowInsert.h"
+#include "frame/TestoSql.h"
+#include "values/Conversion.h"
+
+namespace bukorval::dati {
+
+Ledger::Ledger(ado::Connection& connection, values::Variant company, values::Variant chart)
+    : connection_(connection), company_(std::move(company)), chart_(std::move(chart)) {}
+
+bool Ledger::exists(std::string_view table, const std::string& condition) const {
+  TestoSql sql;
+  sql.riga(" SELECT TOP 1 1 ").riga(" FROM   ", table, " WITH (NOLOCK) ").riga(" WHERE  ", condition);
+  return connection_.Execute(sql)->RecordCount() > 0;
+}
+
+bool Ledger::hasAccount(const std::string& account) const {
+  return exists("CG24_TABPDC", "CG24_GRUPPO_CG10 = " + numero(chart_) + " AND CG24_CONTO = " + testoDati(account));
+}
+
+bool Ledger::hasAccounts() const { return exists("CG24_TABPDC", "CG24_GRUPPO_CG10 = " + numero(chart_)); }
+
+bool Ledger::hasMovements() const { return exists("CG41_PRIMANOTA", "CG41_DITTA_CG18 = " + numero(company_)); }
+
+bool Ledger::hasSite(const values::Variant& site) const {
+  return exists("CG31_SEDI", "CG31_DITTA_CG18 = " + numero(company_) + " AND CG31_CODICE = " + numero(site));
+}
+
+bool Ledger::hasYear(int year) const {
+  return exists("CG19_ANADITTAESER", "CG19_DITTA_CG18 = " + numero(company_) + " AND CG19_ANNO = " + numero(year));
+}
+
+std::optional<AccountingYear> Ledger::yearOf(const values::Date& date) const {
+  TestoSql sql;
+  sql.riga(" SELECT CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE ")
+      .riga(" FROM   CG19_ANADITTAESER WITH (NOLOCK) ")
+      .riga(" WHERE  CG19_DITTA_CG18 = ", numero(company_))
+      .riga(" AND    CG19_DATAINIZIO <= '", date.toSql(), "'")
+      .riga(" AND    CG19_DATAFINE >= '", date.toSql(), "'");
+  const auto rs = connection_.Execute(sql);
+  if (rs->RecordCount() == 0) return std::nullopt;
+  const auto value = [&](const char* field) { return rs->Fields().Item(field).Value(); };
+  return AccountingYear{value("CG19_ANNO"), value("CG19_PROGESER"), value("CG19_DATAINIZIO"), value("CG19_DATAFINE")};
+}
+
+std::int64_t Ledger::lastRegistration() const {
+  TestoSql sql;
+  sql.riga(" SELECT MAX(CG41_NUMREG) AS NUMREG ")
+      .riga(" FROM   CG41_PRIMANOTA WITH (NOLOCK) ")
+      .riga(" WHERE  CG41_DITTA_CG18 = ", numero(company_));
+  return values::toInt64(values::nvl(connection_.Execute(sql)->Fields().Item("NUMREG").Value(), 0));
+}
+
+void Ledger::setAccountStructure(int levels) {
+  TestoSql sql;
+  sql.riga(" UPDATE CG18_ANADITTE ")
+      .riga("    SET CG18_STRUTTCONTI = ", numero(levels))
+      .riga(" WHERE  CG18_CODICE = ", numero(company_));
+  connection_.Execute(sql);
+}
+
+void Ledger::addYear(int year) {
+  RowInsert("CG19_ANADITTAESER")
+      .set("CG19_DITTA_CG18", company_)
+      .set("CG19_ANNO", year)
+      .set("CG19_PROGESER", 1)
+      .set("CG19_DATAINIZIO", values::Date::FromYmd(year, 1, 1))
+      .set("CG19_DATAFINE", values::Date::FromYmd(year, 12, 31))
+      .run(connection_);
+}
+
+void Ledger::putSite(const values::Variant& site, const values::Variant& description) {
+  if (hasSite(site)) {
+    TestoSql sql;
+    sql.riga(" UPDATE CG31_SEDI ")
+        .riga("    SET CG31_DESCR = N", testoDati(description))
+        .riga(" WHERE  CG31_DITTA_CG18 = ", numero(company_))
+        .riga(" AND    CG31_CODICE = ", numero(site));
+    connection_.Execute(sql);
+    return;
+  }
+  RowInsert("CG31_SEDI")
+      .set("CG31_DITTA_CG18", company_)
+      .set("CG31_CODICE", site)
+      .set("CG31_DESCR", description)
+      .run(connection_);
+}
+
+void Ledger::putAccount(const std::string& account, const values::Variant& description, int nature, int kind) {
+  if (hasAccount(account)) {
+    TestoSql sql;
+    sql.riga(" UPDATE CG24_TABPDC ")
+        .riga("    SET CG24_DESCR = N", testoDati(description))
+        .riga("      , CG24_INDTIPOCONTO = ", numero(kind))
+        .riga("      , CG24_INDCONTORICAV = ", numero(nature))
+        .riga(" WHERE  CG24_GRUPPO_CG10 = ", numero(chart_))
+        .riga(" AND    CG24_CONTO = ", testoDati(account));
+    connection_.Execute(sql);
+    return;
+  }
+  RowInsert("CG24_TABPDC")
+      .set("CG24_GRUPPO_CG10", chart_)
+      .set("CG24_CONTO", account)
+      .set("CG24_DESCR", description)
+      .set("CG24_INDTIPOCONTO", kind)
+      .set("CG24_INDCONTORICAV", nature)
+      .run(connection_);
+}
+
+void Ledger::add(const Registration& r) {
+  RowInsert("CG41_PRIMANOTA")
+      .set("CG41_DITTA_CG18", company_)
+      .set("CG41_NUMREG", r.number)
+      .set("CG41_DATAREG", r.date)
+      .set("CG41_ANNO_CG19", r.year)
+      .set("CG41_PROGESER_CG19", r.progressive)
+      .set("CG41_INDPROVREG", 0)
+      .set("CG41_CODICE_CG31", r.site)
+      .set("CG41_INDTIPOMOV", r.kind)
+      .set("CG41_DATADOC", r.documentDate)
+      .set("CG41_DESCR", r.description)
+      .run(connection_);
+}
+
+void Ledger::add(const MovementLine& m) {
+  RowInsert("CG42_MOVCONT")
+      .set("CG42_DITTA_CG18", company_)
+      .set("CG42_NUMREG_CG41", m.registration)
+      .set("CG42_NUMRIGACONT", m.line)
+      .set("CG42_GRUPPO_CG10", chart_)
+      .set("CG42_CONTOPAR_CG24", m.account)
+      .set("CG42_INDDAAV", m.credit ? 2 : 1)
+      .set("CG42_IMPTOTALE", m.amount)
+      .set("CG42_FLGCOMP", m.competenceFrom.isNothing() ? 0 : 1)
+      .set("CG42_DATAINICOMP", m.competenceFrom)
+      .set("CG42_DATAFINCOMP", m.competenceTo)
+      .set("CG42_CODICE_CG31", m.site)
+      .run(connection_);
+}
+
+void Ledger::addCardCode(int cardKind, const std::string& card, const values::Variant& description) {
+  const std::string condition = "BU07_DITTA_CG18 = " + numero(company_) + " AND BU07_INDCOSRIC = " + numero(cardKind) +
+                                " AND BU07_SCHEDA = " + testoDati(card);
+  if (exists("BU07_SCHEDECOSGEN", condition)) return;
+  RowInsert("BU07_SCHEDECOSGEN")
+      .set("BU07_DITTA_CG18", company_)
+      .set("BU07_INDCOSRIC", cardKind)
+      .set("BU07_SCHEDA", card)
+      .set("BU07_DESCR", description)
+      .run(connection_);
+}
+
+}  // namespace bukorval::dati

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "ado/connection/Connection.h"
+#include "values/Variant.h"
+
+namespace bukorval::dati {
+
+/// A registration, without its lines (CG41_PRIMANOTA).
+struct Registration {
+  values::Variant number, date, year, progressive, site;
+  values::Variant kind;  ///< 0 consolidated, 1 to be consolidated, 2 forecast
+  values::Variant documentDate, description;
+};
+
+/// A line of a registration (CG42_MOVCONT).
+struct MovementLine {
+  values::Variant registration;
+  std::int32_t line = 1;
+  values::Variant account, site, competenceFrom, competenceTo;
+  bool credit = false;
+  values::Variant amount;
+};
+
+struct AccountingYear {
+  values::Variant year, progressive, begin, end;
+};
+
+/// A company's accounting data, which no method of the object writes: years, sites, chart of accounts, movements,
+/// card codes. Opens no transaction.
+class Ledger {
+ public:
+  /// @param chart  the company's general-ledger chart.
+  Ledger(ado::Connection& connection, values::Variant company, values::Variant chart);
+
+  bool hasAccount(const std::string& account) const;
+  bool hasSite(const values::Variant& site) const;
+  bool hasYear(int year) const;
+  bool hasAccounts() const;
+  bool hasMovements() const;
+  /// The accounting year that a date falls in.
+  std::optional<AccountingYear> yearOf(const values::Date& date) const;
+  /// The highest registration number, 0 when there is none.
+  std::int64_t lastRegistration() const;
+
+  /// @param levels  of an account code, 2 to 5.
+  void setAccountStructure(int levels);
+  /// The calendar year, with progressive 1.
+  void addYear(int year);
+  /// New, or with a new description.
+  void putSite(const values::Variant& site, const values::Variant& description);
+  /// New, or with a new description and kind.
+  /// @param nature  0 balance sheet, 1 revenue, 2 cost; @param kind  1 a total of accounts, 2 with movements.
+  void putAccount(const std::string& account, const values::Variant& description, int nature, int kind);
+  void add(const Registration& registration);
+  void add(const MovementLine& line);
+  /// The code of a card of budget type 4; one that is there already keeps its description.
+  void addCardCode(int cardKind, const std::string& card, const values::Variant& description);
+
+ private:
+  bool exists(std::string_view table, const std::string& condition) const;
+
+  ado::Connection& connection_;
+  values::Variant company_, chart_;
+};
+
+}  // namespace bukorval::dati

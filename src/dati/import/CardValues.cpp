@@ -1,0 +1,120 @@
+#include <array>
+#include <deque>
+#include <utility>
+
+#include "dati/CardWriter.h"
+#include "dati/Cards.h"
+#include "dati/import/CsvModel.h"
+#include "dati/import/Import.h"
+#include "values/Conversion.h"
+
+namespace bukorval::dati {
+namespace {
+
+enum : std::size_t { kPeriod, kKind, kAmount, kQuantity1, kQuantity2, kFirstColumn };
+/// The columns that tell one card from another follow: those of the selected budget.
+const CsvModel kFixed{
+    "values",
+    {{"period", CsvType::Integer, true, 2, ""},
+     {"kind", CsvType::Integer, false, 2, "0 budget, 1 actuals, 2 orders, 2 + n forecast n; by default 0"},
+     {"amount", CsvType::Amount, false, 0, ""},
+     {"quantity1", CsvType::Quantity, false, 0, ""},
+     {"quantity2", CsvType::Quantity, false, 0, ""}}};
+
+constexpr std::array<std::pair<std::size_t, BdgTipoValore>, 3> kMeasures{
+    std::pair{kAmount, bdgValoreImporto}, {kQuantity1, bdgValoreQta1}, {kQuantity2, bdgValoreQta2}};
+
+/// Shorter names for the commonest columns.
+struct Synonym {
+  std::string_view name, column;
+};
+constexpr std::array kSynonyms{Synonym{"card", "BU65_SCHEDA_BU07"}, Synonym{"card_kind", "BU65_INDCOSRIC_BU07"},
+                               Synonym{"site", "BU65_CODICE_CG31"}, Synonym{"account", "BU65_CONTO_CG24"}};
+
+class CardValues : public FileImporter {
+ public:
+  void read(const std::string& file, ImportContext& import) override {
+    auto& budget = import.budget();
+    const auto model = makeModel(budget, *import.connection);
+    batch_ = readCsv(file, model, import.separator, import.problems);
+    const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
+    const int periods = values::toInt32(values::nvl(budget.GetBdgNrPeriodi(periodicity), 0));
+    const int lastKind = budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget) + bdgDettaglioOrdini;
+    for (const auto& row : batch_.rows) {
+      checkRange(row, kPeriod, 1, periods, import.problems);
+      checkRange(row, kKind, 0, lastKind, import.problems);
+    }
+  }
+
+  void write(ImportContext& import) override {
+    CardWriter cards(import.budget(), *import.connection);
+    for (const auto& row : batch_.rows) {
+      const auto card = cards.findOrCreate(keyOf(row));
+      const auto kind =
+          row.values[kKind].isEmpty() ? BdgTipoDettaglio{bdgDettaglioBudget} : values::toInt32(row.values[kKind]);
+      const int period = values::toInt32(row.values[kPeriod]);
+      for (const auto& [field, measure] : kMeasures) {
+        if (row.values[field].isEmpty()) continue;
+        cards.write(card, kind, period, measure, row.values[field]);
+        ++values_;
+      }
+    }
+    newCards_ = cards.created();
+  }
+
+  std::string outcome() const override {
+    return counted(values_, "value") + ", " + counted(static_cast<std::size_t>(newCards_), "new card");
+  }
+
+ private:
+  CsvModel makeModel(CLSKORVAL& budget, ado::Connection& connection) {
+    CsvModel model = kFixed;
+    for (const auto& column : cardColumns(budget, connection)) {
+      columns_.push_back(column.name);
+      model.fields.push_back(
+          {nameOf(column.name), column.number ? CsvType::Integer : CsvType::Text, false, column.width, ""});
+    }
+    return model;
+  }
+
+  std::string_view nameOf(const std::string& column) {
+    for (const auto& synonym : kSynonyms)
+      if (synonym.column == column) return synonym.name;
+    return names_.emplace_back(column);
+  }
+
+  void checkRange(const CsvRow& row, std::size_t field, int low, int high, Problems& problems) const {
+    if (row.values[field].isEmpty()) return;
+    const int value = values::toInt32(row.values[field]);
+    if (value >= low && value <= high) return;
+    problems.add(batch_.file, row.line,
+                 "column " + std::string(kFixed.fields[field].name) + ": " + std::to_string(value) +
+                     " is not between " + std::to_string(low) + " and " + std::to_string(high));
+  }
+
+  /// The columns of the card that the line fills.
+  CardKey keyOf(const CsvRow& row) const {
+    CardKey key;
+    for (std::size_t i = 0; i < columns_.size(); ++i)
+      if (!row.values[kFirstColumn + i].isEmpty()) key.emplace_back(columns_[i], row.values[kFirstColumn + i]);
+    return key;
+  }
+
+  CsvBatch batch_;
+  std::vector<std::string> columns_;
+  std::deque<std::string> names_;  ///< keeps the names that the model's fields look at
+  std::size_t values_ = 0;
+  int newCards_ = 0;
+};
+
+}  // namespace
+
+FileKind valuesFile() {
+  return {kFixed.name,
+          columnList(kFixed) +
+              ", and the columns of the selected budget (-t, -s, -y) that tell its cards apart, among them card, "
+              "card_kind, site, account; a card that is missing is made",
+          []() -> std::unique_ptr<FileImporter> { return std::make_unique<CardValues>(); }, true};
+}
+
+}  // namespace bukorval::dati

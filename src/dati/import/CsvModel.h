@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dati/import/Problems.h"
+#include "values/Variant.h"
+
+namespace bukorval::dati {
+
+enum class CsvType {
+  Text,      ///< up to `width` characters
+  Integer,   ///< 0 or more, up to `width` digits
+  Date,      ///< dd/mm/yyyy, yyyy-mm-dd or yyyymmdd
+  Amount,    ///< up to 13 digits and 2 decimals, point or comma
+  Quantity,  ///< up to 11 digits and 3 decimals
+};
+
+struct CsvField {
+  std::string_view name;  ///< as the header line spells it, without regard to case
+  CsvType type;
+  bool required;
+  int width;              ///< for Text and Integer
+  std::string_view help;  ///< what the name does not say, for the list of columns
+};
+
+/// A kind of file that can be imported.
+struct CsvModel {
+  std::string_view name;
+  std::vector<CsvField> fields;
+};
+
+/// "code, description, [nature: balance, revenue or cost]": optional columns in brackets.
+std::string columnList(const CsvModel& model);
+
+struct CsvRow {
+  std::size_t line;
+  std::vector<values::Variant> values;  ///< by the position of the field in the model; Empty where the file has none
+};
+
+struct CsvBatch {
+  std::string file;
+  std::vector<CsvRow> rows;
+};
+
+/// Reads and checks a whole file. What is wrong (unknown or missing columns, bad dates, bad amounts, texts
+/// too long) goes to `problems` with its line number. Throws Refused when the file cannot be opened.
+CsvBatch readCsv(const std::string& file, const CsvModel& model, char separator, Problems& problems);
+
+/// One field; throws values::Errore with a text that follows "column NAME: ".
+values::Variant parseField(std::string_view text, const CsvField& field, char separator);
+
+}  // namespace bukorval::dati

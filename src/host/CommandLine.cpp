@@ -1,0 +1,116 @@
+#include "host/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdint>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "host/SharedOptions.h"
+#include "host/commands/Commands.h"
+#include "host/environment/Arguments.h"
+#include "host/environment/Errors.h"
+
+/// The one source that knows the library that parses command lines.
+namespace bukorval::host {
+namespace {
+
+constexpr const char* kDescription =
+    "bukorval: budgets of an accounting suite, on the command line.\n"
+    "A budget is a type and a subtype; its cards hold budget, actual, order and forecast values by period.";
+
+constexpr const char* kFooter =
+    "A first tour:\n"
+    "  bukorval create demo.db --demo            make a database with a demo company\n"
+    "  bukorval budgets -d demo.db               see which budgets it defines\n"
+    "  bukorval grid -d demo.db -t 0 -s 01 -y 2025   the cards of one, with totals\n"
+    "  bukorval COMMAND --help                   what a command does, with an example\n\n"
+    "BUKORVAL_DATABASE stands for -d, NO_COLOR turns colour off.\n"
+    "Exit codes: 0 done, 1 refused, 2 wrong command line, 99 run-time error.";
+
+/// Declares an option by the kind of its target.
+struct Declare {
+  CLI::App& app;
+  const Option& option;
+
+  CLI::Option* operator()(bool* target) const { return app.add_flag(option.flags, *target, option.help); }
+  template <class T>
+  CLI::Option* operator()(T* target) const {
+    return app.add_option(option.flags, *target, option.help);
+  }
+  CLI::Option* operator()(const std::function<void(bool)>& target) const {
+    return app.add_flag_function(
+        option.flags, [target](std::int64_t n) { target(n > 0); }, option.help);
+  }
+  CLI::Option* operator()(const std::function<void(const std::string&)>& target) const {
+    return app.add_option_function<std::string>(option.flags, target, option.help);
+  }
+};
+
+void declare(CLI::App& app, const Option& option) {
+  auto* declared = std::visit(Declare{app, option}, option.target);
+  declared->required(option.required);
+  if (!option.valueName.empty()) declared->type_name(option.valueName);
+  if (!option.group.empty()) declared->group(option.group);
+  if (!option.variable.empty()) declared->envname(option.variable);
+  if (!option.excludes.empty()) declared->excludes(app.get_option(option.excludes));
+  if (!option.oneOf.empty()) declared->check(CLI::IsMember(option.oneOf));
+  if (option.range) declared->check(CLI::Range(option.range->first, option.range->second));
+  if (option.check) declared->check(option.check);
+  if (option.showDefault) declared->capture_default_str();
+}
+
+void declare(CLI::App& app, const Command& command, Environment& environment) {
+  auto* own = app.add_subcommand(std::string(command.name), std::string(command.summary));
+  own->fallthrough();
+  own->footer("Example:\n" + std::string(command.example) +
+              "\n\nThe shared options (database, selection, format) are listed by bukorval --help.");
+  for (const auto& option : command.options) declare(*own, option);
+  own->callback([&command, &environment] { command.run(environment); });
+}
+
+void declare(CLI::App& app, const std::vector<Command>& commands, Environment& environment) {
+  app.require_subcommand(1);
+  app.set_version_flag("--version", "bukorval 0.1.0");
+  app.footer(kFooter);
+  app.get_formatter()->column_width(36);
+  for (const auto& option : sharedOptions(environment.options)) declare(app, option);
+  app.set_config("--config", "", "file with options, one NAME = VALUE per line");
+  app.allow_config_extras(CLI::config_extras_mode::error);
+  for (const auto& command : commands) declare(app, command, environment);
+}
+
+/// A negative number would be taken for an option: a blank in front of it makes it a value, and numbers are
+/// read with their blanks trimmed. The parser wants its arguments last to first.
+std::vector<std::string> arguments(int argc, const char* const* argv) {
+  std::vector<std::string> texts(argv + 1, argv + argc);
+  for (auto& text : texts) {
+    if (text.starts_with('-') && parseArgument(text).isNumber()) text.insert(0, 1, ' ');
+  }
+  std::ranges::reverse(texts);
+  return texts;
+}
+
+int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
+  if (app.exit(error) == 0) return exitOk;
+  const auto rest = app.remaining();
+  if (error.get_name() == "RequiredError" && !rest.empty()) std::cerr << "Unknown command: " << rest.front() << '\n';
+  return exitUsage;
+}
+
+}  // namespace
+
+int runCommandLine(int argc, const char* const* argv, Environment& environment) {
+  const auto all = commands();
+  CLI::App app(kDescription, "bukorval");
+  declare(app, all, environment);
+  try {
+    app.parse(arguments(argc, argv));
+  } catch (const CLI::ParseError& e) {
+    return tellUsage(app, e);
+  }
+  return exitOk;
+}
+
+}  // namespace bukorval::host

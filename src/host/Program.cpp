@@ -1,0 +1,40 @@
+#include "host/Program.h"
+
+#include <exception>
+#include <iostream>
+
+#include "dati/Failure.h"
+#include "host/CommandLine.h"
+#include "host/environment/Environment.h"
+#include "host/environment/Errors.h"
+#include "object/Interfaccia.h"
+
+namespace bukorval::host {
+namespace {
+
+int failed(int code, const char* message) {
+  std::cout << std::flush;
+  std::cerr << "bukorval: " << message << '\n';
+  return code;
+}
+
+}  // namespace
+
+int runProgram(int argc, const char* const* argv) noexcept {
+  try {
+    Environment environment;
+    return runCommandLine(argc, argv, environment);
+  } catch (const UsageError& e) {
+    return failed(exitUsage, e.what());
+  } catch (const dati::Failure& e) {
+    return failed(e.state(), e.what());
+  } catch (const ErroreArgomento& e) {
+    return failed(exitUsage, e.what());
+  } catch (const std::exception& e) {
+    return failed(exitError, e.what());
+  } catch (...) {
+    return failed(exitError, "Unknown error");
+  }
+}
+
+}  // namespace bukorval::host

@@ -1,0 +1,65 @@
+#include "dati/Budgets.h"
+
+#include <string>
+
+#include "host/commands/Command.h"
+#include "values/Conversion.h"
+
+namespace bukorval::host {
+namespace {
+
+/// "2010 (48), 2011 (1102)": the fiscal years that hold cards, and how many.
+std::string yearsText(const std::vector<dati::CardsOfYear>& years) {
+  std::string text;
+  for (const auto& [year, cards] : years)
+    text += (text.empty() ? "" : ", ") + values::toPlainText(year) + " (" + values::toPlainText(cards) + ")";
+  return text;
+}
+
+std::vector<values::Variant> rowOf(CLSKORVAL& budget, const dati::DefinedBudget& defined) {
+  const auto type = defined.type;
+  const auto& subtype = defined.subtype;
+  bool perSite = false;
+  budget.GetGestioneSede(type, subtype, perSite);
+  return {type,
+          subtype,
+          budget.GetDescrizioneTipoBudget(type),
+          defined.description,
+          budget.GetDescrizioneStruttura(budget.GetStruttura(type, subtype)),
+          budget.GetDes_BdgPeriodicita(budget.GetPeriodicitaBudget(type, subtype)),
+          perSite,
+          budget.GetNumeroForecast(type, subtype),
+          yearsText(defined.years)};
+}
+
+void showBudgets(Environment& environment) {
+  auto& budget = environment.budget();
+  Table table{{{"TIPO", "Type", true},
+               {"SOTTOTIPO", "Subtype"},
+               {"DESCRIZIONE_TIPO", "Kind"},
+               {"DESCRIZIONE", "Description"},
+               {"STRUTTURA", "Structure"},
+               {"PERIODICITA", "Periods"},
+               {"PER_SEDE", "Per site"},
+               {"FORECAST", "Forecasts", true},
+               {"SCHEDE", "Years (cards)"}},
+              {},
+              {}};
+  for (const auto& defined : dati::definedBudgets(*environment.connection(), budget.CodiceDitta)) {
+    table.rows.push_back(rowOf(budget, defined));
+    environment.requireSuccess();
+  }
+  environment.show(table);
+}
+
+}  // namespace
+
+Command budgetsCommand() {
+  return {"budgets",
+          "List the budgets that are defined, with their years and cards",
+          "  bukorval budgets -d demo.db",
+          {},
+          showBudgets};
+}
+
+}  // namespace bukorval::host

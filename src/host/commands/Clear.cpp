@@ -1,0 +1,47 @@
+#include <memory>
+#include <string>
+
+#include "host/commands/Command.h"
+#include "host/commands/DetailKind.h"
+#include "host/environment/Arguments.h"
+#include "host/environment/Selection.h"
+#include "host/environment/Terminal.h"
+
+namespace bukorval::host {
+namespace {
+
+struct ClearOptions {
+  std::string card, kind = "all";
+  bool yes = false;
+};
+
+void clear(Environment& environment, const ClearOptions& options) {
+  const auto card = parseArgument(options.card);
+  selectCard(environment, card);
+  const bool all = options.kind == "all";
+  const BdgTipoDettaglio kind = all ? bdgDettaglioTutti : parseDetailKind(options.kind).kind;
+  confirm("Clear the " + (all ? "values of every kind" : options.kind + " values") + " of card " + options.card + "?",
+          options.yes);
+  environment.budget().UpdateNullValoriBU66(card, kind);
+  environment.requireSuccess();
+  environment.show({{{"BU65_ID", "Card", true}, {"SVUOTATI", "Cleared"}}, {{card, options.kind}}, {}});
+}
+
+}  // namespace
+
+Command clearCommand() {
+  const auto options = std::make_shared<ClearOptions>();
+  return {"clear",
+          "Clear the values of a card, keeping its rows",
+          "  bukorval clear 12 --kind actual --yes -d demo.db\n"
+          "Asks on a terminal; elsewhere --yes is needed.",
+          {{"CARD", "identifier of the card", &options->card, true},
+           {.flags = "--kind",
+            .help = "all, budget, actual, orders, forecastN or a number",
+            .target = &options->kind,
+            .showDefault = true},
+           {"--yes", "do not ask", &options->yes}},
+          [options](Environment& environment) { clear(environment, *options); }};
+}
+
+}  // namespace bukorval::host

@@ -1,0 +1,19 @@
+#include "host/commands/DetailKind.h"
+
+#include "host/environment/Errors.h"
+
+namespace bukorval::host {
+
+DetailKind parseDetailKind(const std::string& text) {
+  if (text == "budget" || text == "0") return {bdgDettaglioBudget, "BUDGET"};
+  if (text == "actual" || text == "1") return {bdgDettaglioConsuntivo, "CONSUNTIVO"};
+  if (text == "orders" || text == "2") return {bdgDettaglioOrdini, "ORDINI"};
+  const bool named = text.starts_with("forecast");
+  const std::string digits = named ? text.substr(8) : text;
+  if (digits.empty() || digits.size() > 2 || digits.find_first_not_of("0123456789") != std::string::npos)
+    throw UsageError("--kind is budget, actual, orders, forecast1, forecast2 … or the number of the kind, not " + text);
+  const int n = named ? std::stoi(digits) : std::stoi(digits) - bdgDettaglioOrdini;
+  return {bdgDettaglioOrdini + n, "FORECAST" + std::to_string(n)};
+}
+
+}  // namespace bukorval::host

@@ -1,0 +1,199 @@
+#include <iostream>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "dati/Failure.h"
+#include "dati/WatchedRun.h"
+#include "dati/import/Deviations.h"
+#include "host/commands/Command.h"
+#include "host/commands/ImportProblems.h"
+#include "host/commands/RunReport.h"
+#include "host/environment/Arguments.h"
+#include "host/environment/Progress.h"
+#include "host/environment/Selection.h"
+#include "values/Arithmetic.h"
+#include "values/Conversion.h"
+#include "values/Text.h"
+
+namespace bukorval::host {
+namespace {
+
+using values::Variant;
+
+struct BalancesOptions {
+  std::string percentage, percentageFile;
+  bool write = false, dryRun = false;
+};
+
+/// The movements' year, dates and kinds when the command line does not say: all of the year before the budget's.
+void completeInput(Environment& environment) {
+  auto& budget = environment.budget();
+  if (values::isBlank(budget.AnnoEsercizioMovimenti))
+    budget.AnnoEsercizioMovimenti = values::toInt32(budget.AnnoEsercizio) - 1;
+  if (values::isBlank(budget.ProgressivoEsercizioMovimenti)) budget.ProgressivoEsercizioMovimenti = 1;
+  if (budget.TipoMovimenti.empty()) budget.TipoMovimenti = "1 = 1";
+  if (values::isBlank(budget.CodicePdcCoGeDitta)) budget.CodicePdcCoGeDitta = environment.session().CodicePdcCoGe();
+  if (!environment.options.properties.contains("TipoScostamento")) budget.TipoScostamento = bdgScostamentoNessuno;
+  if (!values::isBlank(budget.DaData) && !values::isBlank(budget.AData)) return;
+  Variant begin, end;
+  budget.DeterminaDateInizioFineEsercizio(budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
+                                          budget.ProgressivoEsercizioMovimenti, begin, end);
+  environment.requireSuccess();
+  if (values::isBlank(begin))
+    throw dati::Refused("There is no accounting year " + values::toPlainText(budget.AnnoEsercizioMovimenti));
+  if (values::isBlank(budget.DaData)) budget.DaData = begin;
+  if (values::isBlank(budget.AData)) budget.AData = end;
+}
+
+void setDeviations(Environment& environment, const BalancesOptions& options) {
+  auto& budget = environment.budget();
+  if (!options.percentageFile.empty()) {
+    dati::Problems problems;
+    const auto deviations =
+        dati::readDeviations(options.percentageFile, environment.session().SeparatoreDecimale(), problems);
+    refuseProblems(problems);
+    budget.RstScostPerConto = deviations.byAccount;
+    budget.RstScostPerPeriodo = deviations.byPeriod;
+    budget.TipoScostamento = bdgScostamentoPerConto;
+  } else if (!options.percentage.empty()) {
+    budget.TipoScostamento = bdgScostamentoFisso;
+    budget.PercentualeScostamento = parseArgument(options.percentage);
+  }
+}
+
+/// What the cards of each account hold now, by account and period.
+class AccountAmounts {
+ public:
+  AccountAmounts(const dati::DetailSnapshot& snapshot, const Variant& site) {
+    for (const auto& [key, amount] : snapshot.amounts()) {
+      const auto& card = snapshot.cards().at(key.card);
+      if (amount.isNothing() || !isOfSite(card.site, site)) continue;
+      auto& held = amounts_[{accountKey(card.account), key.period}];
+      held = held.isNothing() ? amount : values::add(held, amount);
+    }
+  }
+  /// Null when they hold nothing.
+  Variant amount(const Variant& account, const Variant& period) const {
+    const auto found = amounts_.find({accountKey(account), values::toInt32(period)});
+    return found == amounts_.end() ? Variant::Null() : found->second;
+  }
+
+ private:
+  /// Without a site every card counts.
+  static bool isOfSite(const Variant& site, const Variant& wanted) {
+    return values::isBlank(wanted) || (!values::isBlank(site) && values::compare(site, wanted) == 0);
+  }
+  static std::string accountKey(const Variant& account) { return values::foldText(values::toPlainText(account)); }
+  std::map<std::pair<std::string, int>, Variant> amounts_;
+};
+
+/// The proposed rows beside what the cards hold, and what writing them would add.
+Table proposalTable(ado::Recordset& rows, const AccountAmounts& held) {
+  Table table{{{"CONTO", "Conto"},
+               {"DESCRIZIONE", "Descrizione"},
+               {"PERIODO", "Periodo", true},
+               {"PRESENTE", "Presente", true, 2, false, true},
+               {"IMPORTO", "Proposto", true, 2, false, true},
+               {"DIFFERENZA", "Differenza", true, 2, false, true},
+               {"BUDGETPRESENTE", "BUDGETPRESENTE", true, 0, false, false, true},
+               {"SOVRASCRIVI", "Sovrascrivi", true}},
+              {},
+              {}};
+  for (; !rows.Eof(); rows.MoveNext()) {
+    const auto& amount = rows["IMPORTO"].Value();
+    const auto present = held.amount(rows["CONTO"].Value(), rows["PERIODO"].Value());
+    table.rows.push_back({rows["CONTO"].Value(), rows["DESCRIZIONE"].Value(), rows["PERIODO"].Value(), present, amount,
+                          values::subtract(amount, values::nvl(present, 0)), rows["BUDGETPRESENTE"].Value(),
+                          rows["SOVRASCRIVI"].Value()});
+  }
+  if (table.rows.size() > 1) table.addTotals();
+  return table;
+}
+
+void overwriteAll(ado::Recordset& rows) {
+  for (; !rows.Eof(); rows.MoveNext()) {
+    rows["SOVRASCRIVI"].Value(1);
+    rows.Update();
+  }
+  if (rows.RecordCount() > 0) rows.MoveFirst();
+}
+
+void explainNoRows(CLSKORVAL& budget) {
+  const bool monthly = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget) == 0;
+  std::cerr << (monthly ? "The budget is kept by months: balances give it no rows\n"
+                        : "There are no balances in the range\n");
+}
+
+void tellMissing(const ado::RecordsetPtr& missing) {
+  if (!missing || missing->RecordCount() == 0) return;
+  std::cerr << missing->RecordCount()
+            << " accounts have no card and the budget's structure allows none; they were not written:\n";
+  for (missing->MoveFirst(); !missing->Eof(); missing->MoveNext())
+    std::cerr << "  " << values::toPlainText((*missing)["CONTO"].Value()) << "  "
+              << values::toPlainText((*missing)["DESCRIZIONE"].Value()) << '\n';
+}
+
+Table writtenTable(ado::Recordset& rows, const dati::WatchedRun& run) {
+  const auto proposed = rows.RecordCount();
+  rows.Filter("SOVRASCRIVI = 0");
+  const auto kept = rows.RecordCount();
+  rows.Filter("");
+  return {{{"PROPOSTE", "Rows proposed", true},
+           {"CONSERVATE", "Present and kept", true},
+           {"CAMBIATI", "Amounts changed", true},
+           {"NUOVE", "New cards", true}},
+          {{proposed, kept, run.changes().size(), run.newCards()}},
+          {}};
+}
+
+/// Writes the proposed rows, or only shows what that changes.
+void write(Environment& environment, const dati::DetailScope& scope, bool dryRun) {
+  auto& budget = environment.budget();
+  dati::WatchedRun run(budget, environment.connection(), scope, dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
+  environment.show(dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
+  tellMissing(budget.RstContiNonPresentiInStruttura);
+}
+
+void elaborateBalances(Environment& environment, const BalancesOptions& options) {
+  requireBudget(environment);
+  completeInput(environment);
+  setDeviations(environment, options);
+  auto& budget = environment.budget();
+  const Progress progress(budget);
+  budget.BdgElaEco_PopolaRstSaldiElaEco();
+  environment.requireSuccess();
+  auto& rows = *budget.RstSaldiElaEco;
+  if (rows.RecordCount() == 0) explainNoRows(budget);
+  if (budget.IsSovrascriviEsistenti) overwriteAll(rows);
+  const dati::DetailScope scope{budgetScelto(budget), budget.TipoDettaglioDestinazione,
+                                budget.GetTipoPdC(budget.TipoBudget, budget.SottoTipoBudget)};
+  if (options.write || options.dryRun) return write(environment, scope, options.dryRun);
+  const dati::DetailSnapshot held(*environment.connection(), scope);
+  environment.show(proposalTable(rows, AccountAmounts(held, budget.CodiceSede)));
+}
+
+}  // namespace
+
+Command elaborateBalancesCommand() {
+  const auto options = std::make_shared<BalancesOptions>();
+  return {"elaborate-balances",
+          "Propose a budget from accounting balances, and write it",
+          "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent 5\n"
+          "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent-file deviations.csv --write\n"
+          "Shows the proposed rows beside what the cards hold now. Takes the year before the budget's unless options\n"
+          "say otherwise. Rows whose card already holds an amount have SOVRASCRIVI 0 and are not written, unless\n"
+          "--IsSovrascriviEsistenti. A budget by months yields no rows.",
+          {{"--percent", "one deviation for all balances", &options->percentage},
+           {.flags = "--percent-file",
+            .help = "CSV with " + dati::deviationColumns(),
+            .target = &options->percentageFile,
+            .excludes = "--percent"},
+           {"--write", "write the proposed rows into the budget, in one transaction", &options->write},
+           {"--dry-run", "show the amounts that --write would change, and write nothing", &options->dryRun}},
+          [options](Environment& environment) { elaborateBalances(environment, *options); }};
+}
+
+}  // namespace bukorval::host

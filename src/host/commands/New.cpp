@@ -1,0 +1,55 @@
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "dati/Cards.h"
+#include "dati/Failure.h"
+#include "host/commands/Command.h"
+#include "host/environment/Arguments.h"
+#include "host/environment/Errors.h"
+#include "host/environment/Selection.h"
+
+namespace bukorval::host {
+namespace {
+
+/// "NAME=VALUE" arguments as the columns of a new card.
+ado::DictionaryPtr parseColumns(const std::vector<std::string>& texts) {
+  auto columns = std::make_shared<ado::Dictionary>();
+  for (const auto& text : texts) {
+    const auto equals = text.find('=');
+    if (equals == 0 || equals == std::string::npos) throw UsageError("NAME=VALUE is needed, not " + text);
+    const values::Variant name = text.substr(0, equals);
+    if (columns->Exists(name)) throw UsageError("The column " + text.substr(0, equals) + " is given twice");
+    columns->Add(name, parseArgument(text.substr(equals + 1)));
+  }
+  return columns;
+}
+
+void createCard(Environment& environment, const std::vector<std::string>& texts) {
+  requireBudget(environment);
+  const auto columns = parseColumns(texts);
+  auto& connection = *environment.connection();
+  const auto before = dati::lastCard(connection);
+  environment.budget().InserimentoNuovaSchedaBudget(columns);
+  environment.requireSuccess();
+  const auto card = dati::lastCard(connection);
+  if (card == before) throw dati::Refused("No column was given, so no card was created");
+  environment.show({{{"BU65_ID", "New card", true}, {"DETTAGLI", "Empty details", true}},
+                    {{card, dati::countDetails(connection, card)}},
+                    {}});
+}
+
+}  // namespace
+
+Command newCommand() {
+  const auto columns = std::make_shared<std::vector<std::string>>();
+  return {"new",
+          "Create a card with its empty details",
+          "  bukorval new -d demo.db -t 4 -s 01 -y 2025 BU65_INDCOSRIC_BU07=0 \"BU65_SCHEDA_BU07='PROVA'\" \\\n"
+          "      BU65_CODICE_CG31=1 \"BU65_CONTO_CG24='62050002'\"\n"
+          "NAME is a column of BU65_TESBUDGET; 'text' keeps a code that looks like a number a text.",
+          {{"NAME=VALUE", "columns of the card", columns.get(), true}},
+          [columns](Environment& environment) { createCard(environment, *columns); }};
+}
+
+}  // namespace bukorval::host

@@ -1,0 +1,91 @@
+#include <array>
+#include <memory>
+#include <string>
+
+#include "dati/Cards.h"
+#include "dati/Failure.h"
+#include "host/commands/Command.h"
+#include "host/commands/DetailKind.h"
+#include "host/environment/Arguments.h"
+#include "host/environment/Errors.h"
+#include "host/environment/Selection.h"
+#include "values/Conversion.h"
+
+namespace bukorval::host {
+namespace {
+
+using values::Variant;
+
+struct Measure {
+  std::string_view name;
+  BdgTipoValore kind;
+  std::string_view column;  ///< start of the columns of the period grid
+  int decimals;
+};
+constexpr std::array kMeasures = {Measure{"amount", bdgValoreImporto, "IMP_", 2},
+                                  Measure{"qty1", bdgValoreQta1, "QTA1_", 3},
+                                  Measure{"qty2", bdgValoreQta2, "QTA2_", 3}};
+
+const Measure& parseMeasure(const std::string& text) {
+  for (const auto& measure : kMeasures)
+    if (measure.name == text) return measure;
+  throw UsageError("--measure is amount, qty1 or qty2, not " + text);
+}
+
+/// The value of one cell of a card's period grid.
+Variant cellValue(Environment& environment, const Variant& card, int period, const std::string& column) {
+  const auto periods = environment.budget().RecSetPeriodiBudget(card);
+  environment.requireSuccess();
+  auto* field = periods->Fields().Find(column);
+  if (!field) throw dati::Refused("The budget of this card has no " + column);
+  periods->Filter("PERIODO = " + std::to_string(period));
+  if (periods->RecordCount() == 0)
+    throw dati::Refused("The budget of this card has no period " + std::to_string(period));
+  return field->Value();
+}
+
+struct SetOptions {
+  std::string card, value, kind = "budget", measure = "amount";
+  int period = 0;
+};
+
+void setValue(Environment& environment, const SetOptions& options) {
+  const auto card = parseArgument(options.card);
+  selectCard(environment, card);
+  const DetailKind kind = parseDetailKind(options.kind);
+  const Measure& measure = parseMeasure(options.measure);
+  const std::string column = std::string(measure.column) + kind.column;
+  const auto cell = [&] { return cellValue(environment, card, options.period, column); };
+  const Variant before = cell();
+  dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind,
+                       parseArgument(options.value));
+  environment.show({{{"BU65_ID", "Card", true},
+                     {"PERIODO", "Period", true},
+                     {"COLONNA", "Value"},
+                     {"PRIMA", "Before", true, measure.decimals},
+                     {"DOPO", "After", true, measure.decimals}},
+                    {{card, options.period, column, before, cell()}},
+                    {}});
+}
+
+}  // namespace
+
+Command setCommand() {
+  const auto options = std::make_shared<SetOptions>();
+  return {"set",
+          "Change one value of a card",
+          "  bukorval set 12 3 1250,50 -d demo.db                    budget amount of March\n"
+          "  bukorval set 12 3 NULL --kind forecast1 --measure qty1 -d demo.db\n"
+          "VALUE has a decimal comma or point; NULL clears it.",
+          {{"CARD", "identifier of the card", &options->card, true},
+           {"PERIOD", "number of the period", &options->period, true},
+           {"VALUE", "the new value", &options->value, true},
+           {.flags = "--kind",
+            .help = "budget, actual, orders, forecastN or a number",
+            .target = &options->kind,
+            .showDefault = true},
+           {.flags = "--measure", .help = "amount, qty1 or qty2", .target = &options->measure, .showDefault = true}},
+          [options](Environment& environment) { setValue(environment, *options); }};
+}
+
+}  // namespace bukorval::host

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ado/Dictionary.h"
+#include "object/Interfaccia.h"
+#include "values/Variant.h"
+
+/// Values as people type them on a command line.
+namespace bukorval::host {
+
+/// A whole number without leading zeros is a number ("01" is a code), "12.50" or "12,50" a decimal,
+/// #2011-01-31# or #31/01/2011# a date, NULL and EMPTY (capitals) themselves, 'text' that text, anything else
+/// text. Throws UsageError for a date that does not exist.
+values::Variant parseArgument(std::string_view text);
+/// "1,2,3" as keys, "NAME=VALUE,NAME=VALUE" as keys with items.
+ado::DictionaryPtr parseDictionary(std::string_view text);
+/// By the type of a parameter or property; what is neither value nor dictionary throws UsageError.
+values::Variant parseAs(std::string_view text, TipoDato type, std::string_view name);
+/// Types that can be given as text.
+bool canBeText(TipoDato type);
+
+}  // namespace bukorval::host

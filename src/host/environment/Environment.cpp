@@ -1,0 +1,95 @@
+#include "host/environment/Environment.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+
+#include "dati/Failure.h"
+#include "host/environment/Arguments.h"
+#include "host/environment/Errors.h"
+#include "host/environment/Terminal.h"
+#include "object/Interfaccia.h"
+#include "odbc/Provider.h"
+#include "sqlite/Provider.h"
+#include "suite/Suite.h"
+#include "values/Conversion.h"
+
+namespace bukorval::host {
+
+std::string sqliteConnectionString(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
+
+Environment::Environment() {
+  ado::sqlite::registerSqlite();
+  ado::odbc::registerOdbc();
+  suite::registraServiziSuite();
+}
+
+Environment::~Environment() = default;
+
+bool Environment::hasDatabase() const { return !options.database.empty() || !options.connectionString.empty(); }
+
+const ado::ConnectionPtr& Environment::connection() {
+  if (connection_) return connection_;
+  if (!hasDatabase()) throw UsageError("Which database? Give -d FILE or set BUKORVAL_DATABASE");
+  const auto& file = options.database;
+  if (options.connectionString.empty() && !std::filesystem::exists(file))
+    throw dati::Refused("There is no database " + file + "; `bukorval create " + file + "` makes one");
+  auto connection = ado::createConnection();
+  connection->ConnectionString =
+      options.connectionString.empty() ? sqliteConnectionString(file) : options.connectionString;
+  connection->CursorLocation = ado::adUseClient;
+  connection->Open();
+  connection_ = std::move(connection);
+  return connection_;
+}
+
+suite::Sessione& Environment::session() {
+  if (!session_) {
+    const auto company = options.properties.find("CodiceDitta");
+    session_ = std::make_shared<suite::Sessione>(
+        connection(), company == options.properties.end() ? values::Variant() : parseArgument(company->second));
+    session_->messaggiero = [](std::string_view text, int, std::string_view title) {
+      std::cerr << title << ": " << text << '\n';
+    };
+  }
+  return *session_;
+}
+
+CLSKORVAL& Environment::budget() {
+  if (budget_) return *budget_;
+  auto budget = std::make_unique<CLSKORVAL>();
+  if (hasDatabase()) {
+    budget->Connessione(connection());
+    session();
+    budget->ActiveInterface = session_;
+    budget->CodiceDitta = session_->CodiceDitta();
+  }
+  for (const auto& [name, text] : options.properties) {
+    const auto* member = trovaMembro(name);
+    member->scrivi(*budget, parseAs(text, member->tipo, member->nome));
+  }
+  budget_ = std::move(budget);
+  completeSelection();
+  return *budget_;
+}
+
+void Environment::completeSelection() {
+  if (!hasDatabase() || budget_->AnnoEsercizio.isNothing() || !budget_->ProgressivoEsercizio.isNothing()) return;
+  budget_->ProgressivoEsercizio = budget_->GetProgressivoEsercizio(budget_->CodiceDitta, budget_->AnnoEsercizio);
+  requireSuccess();
+}
+
+void Environment::requireSuccess() { dati::requireSuccess(budget()); }
+
+const Format& Environment::format() const { return findFormat(options.format); }
+
+Style Environment::style() const {
+  const char separator = session_ ? session_->SeparatoreDecimale() : values::kDefaultSeparator;
+  return {separator, wantsColour(stdout), options.all};
+}
+
+void Environment::show(const Table& table) const { format().write(std::cout, table, style()); }
+
+void Environment::show(const CallResults& results) const { format().writeResults(std::cout, results, style()); }
+
+}  // namespace bukorval::host

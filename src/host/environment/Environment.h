@@ -1,0 +1,62 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "host/output/Formats.h"
+#include "object/CLSKORVAL.h"
+#include "suite/Sessione.h"
+
+namespace bukorval::host {
+
+/// What the shared options hold.
+struct SharedOptions {
+  std::string database;          ///< file of the embedded database
+  std::string connectionString;  ///< a whole connection string, instead of a file
+  std::string format{formats().front().name};
+  bool all = false;                               ///< show empty columns too
+  std::map<std::string, std::string> properties;  ///< the object's properties as given, by name
+};
+
+/// What a command works with: the connection, the session and the object, made on first use from the shared
+/// options.
+class Environment {
+ public:
+  Environment();
+  ~Environment();
+  Environment(const Environment&) = delete;
+  Environment& operator=(const Environment&) = delete;
+
+  SharedOptions options;
+
+  bool hasDatabase() const;
+  /// Throws dati::Refused when there is no such database: only `create` makes one.
+  const ado::ConnectionPtr& connection();
+  suite::Sessione& session();
+  /// The object on that connection and session, with the properties given on the command line; company and
+  /// progressive default to the session's company and the year's own progressive. Without a database the
+  /// object stands alone: what needs one is refused by the object itself.
+  CLSKORVAL& budget();
+  /// Ends the command with the object's outcome when its last operation did not succeed.
+  void requireSuccess();
+
+  /// The format that was chosen.
+  const Format& format() const;
+  /// Writes to standard output in that format.
+  void show(const Table& table) const;
+  void show(const CallResults& results) const;
+
+ private:
+  void completeSelection();
+  Style style() const;
+
+  ado::ConnectionPtr connection_;
+  std::shared_ptr<suite::Sessione> session_;
+  std::unique_ptr<CLSKORVAL> budget_;
+};
+
+/// "Provider=SQLite;Data Source=FILE".
+std::string sqliteConnectionString(const std::string& file);
+
+}  // namespace bukorval::host

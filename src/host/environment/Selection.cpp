@@ -1,0 +1,44 @@
+#include "host/environment/Selection.h"
+
+#include "dati/Budgets.h"
+#include "dati/Cards.h"
+#include "dati/Failure.h"
+#include "host/environment/Errors.h"
+#include "values/Conversion.h"
+
+namespace bukorval::host {
+
+void requireGiven(const Environment& environment, std::initializer_list<std::string_view> properties) {
+  for (const auto name : properties) {
+    if (environment.options.properties.contains(std::string(name))) continue;
+    throw UsageError("--" + std::string(name) + " is needed; `bukorval budgets` lists what is defined");
+  }
+}
+
+void requireBudget(Environment& environment) {
+  requireGiven(environment, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
+  const auto& budget = environment.budget();
+  if (!environment.hasDatabase()) return;
+  if (dati::isBudgetDefined(*environment.connection(), budget.TipoBudget, budget.SottoTipoBudget)) return;
+  throw dati::Refused("There is no budget of type " + std::to_string(budget.TipoBudget) + ", subtype " +
+                      values::toPlainText(budget.SottoTipoBudget) + "; `bukorval budgets` lists what is defined");
+}
+
+void requireGrid(Environment& environment) {
+  requireBudget(environment);
+  auto& budget = environment.budget();
+  if (budget.TipoBudget == bdgTipoSpeseGenerali) requireGiven(environment, {"BdgTipoScheda"});
+  bool perSite = false;
+  budget.GetGestioneSede(budget.TipoBudget, budget.SottoTipoBudget, perSite);
+  environment.requireSuccess();
+  if (perSite) requireGiven(environment, {"CodiceSede"});
+}
+
+void selectCard(Environment& environment, const values::Variant& card) {
+  if (!card.isNumber()) throw UsageError("A card is given by its identifier, a whole number (BU65_ID in the grid)");
+  const auto& connection = environment.connection();
+  if (!dati::selectBudgetOfCard(environment.budget(), *connection, card))
+    throw dati::Refused("There is no card " + values::toPlainText(card));
+}
+
+}  // namespace bukorval::host

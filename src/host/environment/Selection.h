@@ -1,0 +1,23 @@
+#pragma once
+
+#include <initializer_list>
+#include <string_view>
+
+#include "host/environment/Environment.h"
+
+/// Which budget or card a command works on.
+namespace bukorval::host {
+
+/// Throws UsageError that names the first of these properties that was not given.
+void requireGiven(const Environment& environment, std::initializer_list<std::string_view> properties);
+/// Type, subtype and year of a budget. Throws UsageError for what is missing, dati::Refused when no such budget is
+/// defined.
+void requireBudget(Environment& environment);
+/// The selection of one budget grid: type, subtype and year, and where the budget asks for them site and card
+/// kind.
+void requireGrid(Environment& environment);
+/// Sets the object's selection to the budget a card (BU65_ID) belongs to. Throws dati::Refused when there is no
+/// such card.
+void selectCard(Environment& environment, const values::Variant& card);
+
+}  // namespace bukorval::host

@@ -1,0 +1,109 @@
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/output/CellText.h"
+#include "host/output/Formats.h"
+#include "values/Conversion.h"
+#include "values/Text.h"
+
+namespace bukorval::host {
+namespace {
+
+/// Longer descriptions are cut, unless everything is asked for.
+constexpr std::size_t kLongestDescription = 30;
+constexpr std::string_view kBold = "\033[1m";
+constexpr std::string_view kRed = "\033[31m";
+constexpr std::string_view kEnd = "\033[0m";
+
+/// The table as texts, without the columns that hold nothing.
+struct TextGrid {
+  std::vector<const Column*> columns;
+  std::vector<std::size_t> widths;
+  std::vector<std::vector<std::string>> rows;  ///< the totals last, when there are any
+};
+
+bool isEmptyColumn(const Table& table, std::size_t column) {
+  return std::ranges::all_of(table.rows, [&](const auto& row) { return values::isBlank(row[column]); });
+}
+
+std::string cellText(const values::Variant& cell, const Column& column, const Style& style) {
+  auto text = humanText(cell, column, style.separator);
+  const bool whole = style.all || !column.name.ends_with("_DESCR");
+  if (whole || values::length(text) <= kLongestDescription) return text;
+  return std::string(values::rtrim(values::left(text, kLongestDescription - 1))) + "…";
+}
+
+TextGrid layOut(const Table& table, const Style& style) {
+  TextGrid grid;
+  grid.rows.resize(table.rows.size() + (table.totals.empty() ? 0 : 1));
+  for (std::size_t i = 0; i < table.columns.size(); ++i) {
+    const Column& column = table.columns[i];
+    if (!style.all && (column.secondary || isEmptyColumn(table, i))) continue;
+    std::size_t width = values::length(column.title);
+    for (std::size_t r = 0; r < grid.rows.size(); ++r) {
+      const auto& cell = r < table.rows.size() ? table.rows[r][i] : table.totals[i];
+      auto& text = grid.rows[r].emplace_back(cellText(cell, column, style));
+      width = std::max(width, values::length(text));
+    }
+    grid.columns.push_back(&column);
+    grid.widths.push_back(width);
+  }
+  return grid;
+}
+
+std::string padded(std::string_view text, std::size_t width, bool right) {
+  const std::string blanks(width - values::length(text), ' ');
+  return right ? blanks + std::string(text) : std::string(text) + blanks;
+}
+
+std::string titleLine(const TextGrid& grid) {
+  std::string text;
+  for (std::size_t i = 0; i < grid.columns.size(); ++i) {
+    if (i > 0) text += "  ";
+    text += padded(grid.columns[i]->title, grid.widths[i], grid.columns[i]->number);
+  }
+  return std::string(values::rtrim(text));
+}
+
+std::string ruler(const TextGrid& grid) {
+  std::string text;
+  for (std::size_t i = 0; i < grid.widths.size(); ++i) {
+    text += std::string(i > 0 ? 2 : 0, ' ') + std::string(grid.widths[i], '-');
+  }
+  return text;
+}
+
+std::string rowLine(const TextGrid& grid, const std::vector<std::string>& cells, bool colour) {
+  std::string text;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (i > 0) text += "  ";
+    const bool number = grid.columns[i]->number;
+    const auto aligned = padded(cells[i], grid.widths[i], number);
+    const bool negative = colour && number && cells[i].starts_with('-');
+    text += negative ? std::string(kRed).append(aligned).append(kEnd) : aligned;
+  }
+  return std::string(values::rtrim(text));
+}
+
+}  // namespace
+
+void writeAligned(std::ostream& out, const Table& table, const Style& style) {
+  // A heading of dozens of empty columns would say less.
+  if (table.rows.empty()) {
+    out << "No rows\n";
+    return;
+  }
+  const auto grid = layOut(table, style);
+  const auto bold = [&](const std::string& text) {
+    return style.colour ? std::string(kBold).append(text).append(kEnd) : text;
+  };
+  out << bold(titleLine(grid)) << '\n' << ruler(grid) << '\n';
+  for (std::size_t r = 0; r < table.rows.size(); ++r) out << rowLine(grid, grid.rows[r], style.colour) << '\n';
+  if (!table.totals.empty()) {
+    out << ruler(grid) << '\n' << bold(rowLine(grid, grid.rows.back(), false)) << '\n';
+  }
+}
+
+}  // namespace bukorval::host

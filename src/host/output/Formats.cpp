@@ -1,0 +1,62 @@
+#include "host/output/Formats.h"
+
+#include <algorithm>
+#include <array>
+
+#include "values/Errore.h"
+
+namespace bukorval::host {
+namespace {
+
+constexpr std::array kFormats{
+    Format{"table", true, writeAligned, writeAlignedResults},
+    Format{"csv", false, writeCsv, writeCsvResults},
+    Format{"json", false, writeJson, writeJsonResults},
+};
+
+/// The names of the formats of one audience: "csv or json".
+std::string names(bool forPeople) {
+  std::string text;
+  for (const auto& format : kFormats)
+    if (format.forPeople == forPeople) text.append(text.empty() ? "" : " or ").append(format.name);
+  return text;
+}
+
+/// @param title  says what a table shows, before it; nothing for a program.
+void writeEach(std::ostream& out, const CallResults& results, const Style& style, decltype(Format::write) write,
+               void (*title)(std::ostream& out, const std::string& name, const Table& table)) {
+  if (!results.values.empty()) {
+    Table table{{{"name", "Name"}, {"value", "Value"}}, {}, {}};
+    for (const auto& [name, value] : results.values)
+      table.rows.push_back({name, value.isNull() ? "NULL" : value.isEmpty() ? "EMPTY" : value});
+    write(out, table, style);
+  }
+  for (const auto& [name, table] : results.tables) {
+    if (title) title(out, name, table);
+    write(out, table, style);
+  }
+}
+
+}  // namespace
+
+std::span<const Format> formats() { return kFormats; }
+
+const Format& findFormat(std::string_view name) {
+  const auto found = std::ranges::find(kFormats, name, &Format::name);
+  if (found != kFormats.end()) return *found;
+  throw values::Errore("There is no format " + std::string(name) + ", only " + formatHelp());
+}
+
+std::string formatHelp() { return names(true) + " (for people), " + names(false) + " (for programs)"; }
+
+void writeAlignedResults(std::ostream& out, const CallResults& results, const Style& style) {
+  writeEach(out, results, style, writeAligned, [](std::ostream& to, const std::string& name, const Table& table) {
+    to << name << " (" << table.rows.size() << " rows)\n";
+  });
+}
+
+void writeCsvResults(std::ostream& out, const CallResults& results, const Style& style) {
+  writeEach(out, results, style, writeCsv, nullptr);
+}
+
+}  // namespace bukorval::host

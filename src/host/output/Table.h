@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ado/recordset/Recordset.h"
+#include "values/Variant.h"
+
+namespace bukorval::host {
+
+/// One column of a table to show.
+struct Column {
+  std::string name;         ///< heads CSV and is the key in JSON
+  std::string title;        ///< heads the aligned table
+  bool number = false;      ///< right-aligned
+  int decimals = 0;         ///< decimals of a number
+  bool percentage = false;  ///< a ratio that people read as a percentage
+  bool total = false;       ///< summed in the totals row
+  bool secondary = false;   ///< in the aligned table only on request
+};
+
+/// What a command shows, independent of the format.
+struct Table {
+  std::vector<Column> columns;
+  std::vector<std::vector<values::Variant>> rows;
+  std::vector<values::Variant> totals;  ///< one cell per column, or empty for no totals row
+
+  /// Nothing when there is no such column.
+  std::optional<std::size_t> position(std::string_view name) const;
+  /// Marks columns that the aligned table shows only on request; names it does not have are passed over.
+  void hide(std::initializer_list<std::string_view> names);
+  /// Fills the totals row with the sums of the columns marked for it; a column without values stays Null.
+  void addTotals();
+};
+
+/// Reads a record set from its first row; the titles come from the field names, padding is trimmed.
+Table tableOf(ado::Recordset& rs);
+
+}  // namespace bukorval::host
