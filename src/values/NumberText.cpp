@@ -40,7 +40,7 @@ std::optional<std::string> plainNumber(std::string_view text, char separator) {
 
 std::string typedNumber(std::string_view text, char separator) {
   const std::string_view number = trim(text);
-  const auto refuse = [&](const char* why) { return Errore("\"" + std::string(number) + "\" " + why); };
+  const auto refuse = [&](const char* why) { return Errore("'" + std::string(number) + "' " + why); };
   const char grouping = separator == '.' ? ',' : '.';
   const std::size_t sign = number.find_first_of(".,");
   const bool single = sign != std::string_view::npos && number.find_first_of(".,", sign + 1) == std::string_view::npos;

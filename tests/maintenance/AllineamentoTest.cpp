@@ -73,9 +73,9 @@ TEST(Allineamento, UndoesEverythingWhenAStatementOrAHandlerFails) {
 }
 
 TEST(Allineamento, RefusesAnIncompleteSelection) {
-  FakeYears::install();
   const auto refused = [](const std::function<void(TestContext&)>& prepare) {
     TestContext budget(3);
+    FakeYears::install();
     prepare(budget);
     AllineaBU65_A_StrutturaBU60(budget.ctx);
     return budget.outcome();
@@ -89,8 +89,7 @@ TEST(Allineamento, RefusesAnIncompleteSelection) {
               budget.answer({"BU60_DESCR", "BU60_INDTIPOPDC", "BU60_CODICEPDC"}, {});
             }),
             "1 La struttura ZZ non esiste ");
-  FakeYears::exists = false;
-  EXPECT_EQ(refused([](auto&) {}), "1 L'esercizio 2024/1 non esiste ");
+  EXPECT_EQ(refused([](auto&) { FakeYears::exists = false; }), "1 L'esercizio 2024/1 non esiste ");
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ std::size_t nature(const CsvRow& row) {
 class Accounts : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
-    batch_ = readCsv(file, kModel, import.separator, import.problems);
+    batch_ = readCsv(file, kModel, import.problems);
     for (const auto& row : batch_.rows) {
       const auto code = values::toText(row.values[kCode]);
       if (code.empty()) continue;

@@ -36,7 +36,7 @@ class CardValues : public FileImporter {
   void read(const std::string& file, ImportContext& import) override {
     auto& budget = import.budget();
     const auto model = makeModel(budget, *import.connection);
-    batch_ = readCsv(file, model, import.separator, import.problems);
+    batch_ = readCsv(file, model, import.problems);
     const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
     const int periods = values::toInt32(values::nvl(budget.GetBdgNrPeriodi(periodicity), 0));
     const int lastKind = budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget) + bdgDettaglioOrdini;

@@ -10,6 +10,7 @@
 #include "dati/import/CsvReader.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
+#include "values/NumberText.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -19,13 +20,8 @@ values::Errore unacceptable(std::string_view text, const std::string& why) {
   return values::Errore("'" + std::string(text) + "' " + why);
 }
 
-values::Variant parseDecimal(std::string_view text, int integerDigits, int decimals, char separator) {
-  values::Decimal number;
-  try {
-    number = values::toDecimal(text, separator).normalized();
-  } catch (const values::Errore&) {
-    throw unacceptable(text, "is not a number");
-  }
+values::Variant parseDecimal(std::string_view text, int integerDigits, int decimals, char decimalSign) {
+  const auto number = values::Decimal::TryParse(values::typedNumber(text, decimalSign))->normalized();
   if (number.scale() > decimals) throw unacceptable(text, "has more than " + std::to_string(decimals) + " decimals");
   if (number.integerDigits() > integerDigits) throw unacceptable(text, "is too large");
   return number;
@@ -65,13 +61,13 @@ std::vector<std::optional<std::size_t>> mapColumns(const CsvReader& reader, cons
 }
 
 void readRow(CsvRow& row, const std::vector<std::string>& fields,
-             const std::vector<std::optional<std::size_t>>& positions, const CsvModel& model, char separator,
+             const std::vector<std::optional<std::size_t>>& positions, const CsvModel& model, char decimalSign,
              const std::string& file, Problems& problems) {
   for (std::size_t i = 0; i < fields.size(); ++i) {
     if (!positions[i]) continue;
     const auto& field = model.fields[*positions[i]];
     try {
-      row.values[*positions[i]] = parseField(fields[i], field, separator);
+      row.values[*positions[i]] = parseField(fields[i], field, decimalSign);
     } catch (const values::Errore& e) {
       problems.add(file, row.line, "column " + std::string(field.name) + ": " + e.what());
     }
@@ -91,7 +87,7 @@ std::string columnList(const CsvModel& model) {
   return list;
 }
 
-values::Variant parseField(std::string_view text, const CsvField& field, char separator) {
+values::Variant parseField(std::string_view text, const CsvField& field, char decimalSign) {
   text = values::trim(text);
   if (text.empty()) {
     if (field.required) throw values::Errore("a value is needed");
@@ -99,8 +95,8 @@ values::Variant parseField(std::string_view text, const CsvField& field, char se
   }
   switch (field.type) {
     case CsvType::Integer: return parseInteger(text, field.width);
-    case CsvType::Amount: return parseDecimal(text, 13, 2, separator);
-    case CsvType::Quantity: return parseDecimal(text, 11, 3, separator);
+    case CsvType::Amount: return parseDecimal(text, 13, 2, decimalSign);
+    case CsvType::Quantity: return parseDecimal(text, 11, 3, decimalSign);
     case CsvType::Date:
       if (const auto date = values::Date::TryParse(text)) return *date;
       throw unacceptable(text, "is not a date");
@@ -112,7 +108,7 @@ values::Variant parseField(std::string_view text, const CsvField& field, char se
   return text;
 }
 
-CsvBatch readCsv(const std::string& file, const CsvModel& model, char separator, Problems& problems) {
+CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems) {
   std::ifstream in(file, std::ios::binary);
   std::error_code ignored;
   if (!in || std::filesystem::is_directory(file, ignored)) throw Refused("Cannot open " + file);
@@ -129,7 +125,7 @@ CsvBatch readCsv(const std::string& file, const CsvModel& model, char separator,
       continue;
     }
     batch.rows.push_back({reader.line(), std::vector<values::Variant>(model.fields.size())});
-    readRow(batch.rows.back(), fields, positions, model, separator, file, problems);
+    readRow(batch.rows.back(), fields, positions, model, reader.decimalSign(), file, problems);
   }
   return batch;
 }

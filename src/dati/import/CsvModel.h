@@ -47,9 +47,9 @@ struct CsvBatch {
 
 /// Reads and checks a whole file. What is wrong (unknown or missing columns, bad dates, bad amounts, texts
 /// too long) goes to `problems` with its line number. Throws Refused when the file cannot be opened.
-CsvBatch readCsv(const std::string& file, const CsvModel& model, char separator, Problems& problems);
+CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems);
 
 /// One field; throws values::Errore with a text that follows "column NAME: ".
-values::Variant parseField(std::string_view text, const CsvField& field, char separator);
+values::Variant parseField(std::string_view text, const CsvField& field, char decimalSign);
 
 }  // namespace bukorval::dati

@@ -9,11 +9,13 @@ namespace bukorval::dati {
 
 /// Reads comma-separated text as spreadsheets write it: quoted fields with doubled quotes and line breaks
 /// inside, LF or CRLF, an optional byte-order mark. A header line that holds semicolons and no comma makes
-/// the semicolon the separator of the whole file. Lines that hold nothing are skipped.
+/// the semicolon the separator of the whole file, and the comma its decimal sign. Lines that hold nothing are skipped.
 class CsvReader {
  public:
   explicit CsvReader(std::istream& in);
 
+  /// The comma where the semicolon separates, else the point.
+  char decimalSign() const { return separator_ == ';' ? ',' : '.'; }
   /// The fields of the header line, blanks trimmed.
   const std::vector<std::string>& header() const { return header_; }
   /// False at the end. A quoted field that is never closed throws values::Errore.

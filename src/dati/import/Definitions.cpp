@@ -34,7 +34,7 @@ const CsvModel kModel{"definitions",
 class Definitions : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
-    batch_ = readCsv(file, kModel, import.separator, import.problems);
+    batch_ = readCsv(file, kModel, import.problems);
     std::set<std::string> seen;
     for (const auto& row : batch_.rows) {
       const auto& v = row.values;

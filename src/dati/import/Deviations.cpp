@@ -65,8 +65,8 @@ void addRow(ado::Recordset& rst, std::initializer_list<Variant> row) {
 
 std::string deviationColumns() { return columnList(kModel); }
 
-Deviations readDeviations(const std::string& file, char separator, Problems& problems) {
-  auto accounts = collect(readCsv(file, kModel, separator, problems), problems);
+Deviations readDeviations(const std::string& file, Problems& problems) {
+  auto accounts = collect(readCsv(file, kModel, problems), problems);
   const Deviations deviations{recordset({"CONTO", "FLGPERIODI", "PERCSCOST"}),
                               recordset({"CONTO", "PERIODO", "PERCSCOST"})};
   for (auto& [account, found] : accounts) {

@@ -17,7 +17,6 @@ std::string deviationColumns();
 
 /// Reads a CSV file of deviations. A line without a period is the account's own percentage. Throws Refused when the
 /// file cannot be opened.
-/// @param separator  decimal sign.
-Deviations readDeviations(const std::string& file, char separator, Problems& problems);
+Deviations readDeviations(const std::string& file, Problems& problems);
 
 }  // namespace bukorval::dati

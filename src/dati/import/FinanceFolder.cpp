@@ -11,8 +11,6 @@
 namespace bukorval::dati {
 namespace {
 
-constexpr char kPoint = '.';
-
 const CsvModel kAccounts{"accounts",
                          {{"code", CsvType::Text, true, 4, ""},
                           {"parent", CsvType::Text, false, 4, ""},
@@ -37,7 +35,7 @@ const CsvModel kAmounts{"amounts",
 
 std::map<int, std::string> readCodes(const std::string& file, Problems& problems) {
   std::map<int, std::string> codes;
-  for (const auto& row : readCsv(file, kCodes, kPoint, problems).rows) {
+  for (const auto& row : readCsv(file, kCodes, problems).rows) {
     if (row.values[0].isEmpty()) continue;
     codes[values::toInt32(row.values[0])] = values::toText(row.values[2]);
   }
@@ -85,14 +83,14 @@ FinanceFolder readFinanceFolder(const std::string& folder, Problems& problems) {
                   ": give the one that holds amounts.csv, accounts.csv, sites.csv and departments.csv");
   const auto file = [&](const char* name) { return (std::filesystem::path(folder) / name).string(); };
   FinanceFolder finance;
-  for (const auto& row : readCsv(file("accounts.csv"), kAccounts, kPoint, problems).rows) {
+  for (const auto& row : readCsv(file("accounts.csv"), kAccounts, problems).rows) {
     if (row.values[0].isEmpty()) continue;
     const auto text = [&](std::size_t field) { return values::toText(row.values[field]); };
     finance.accounts[text(0)] = {text(1), text(2), text(3)};
   }
   finance.sites = readCodes(file("sites.csv"), problems);
   finance.departments = readCodes(file("departments.csv"), problems);
-  const auto amounts = readCsv(file("amounts.csv"), kAmounts, kPoint, problems);
+  const auto amounts = readCsv(file("amounts.csv"), kAmounts, problems);
   finance.amounts.reserve(amounts.rows.size());
   for (const auto& row : amounts.rows) {
     if (!isComplete(row)) continue;

@@ -12,8 +12,7 @@ ImportContext::ImportContext(ado::ConnectionPtr connectionToUse, const suite::Ac
                              std::function<CLSKORVAL&()> budgetToUse)
     : connection(std::move(connectionToUse)),
       budget(std::move(budgetToUse)),
-      ledger(*connection, session.CodiceDitta(), session.CodicePdcCoGe()),
-      separator(session.SeparatoreDecimale()) {}
+      ledger(*connection, session.CodiceDitta(), session.CodicePdcCoGe()) {}
 
 bool ImportContext::hasAccount(const std::string& account) {
   if (accounts.contains(account) || knownAccounts_.contains(account)) return true;

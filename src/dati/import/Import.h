@@ -28,7 +28,6 @@ class ImportContext {
   ado::ConnectionPtr connection;
   std::function<CLSKORVAL&()> budget;  ///< the object, which only some files need
   Ledger ledger;
-  char separator;  ///< decimal sign
   Problems problems;
   std::set<std::string> accounts;  ///< accounts that this import brings
   std::set<int> sites;             ///< and sites

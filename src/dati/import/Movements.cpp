@@ -38,7 +38,7 @@ const CsvModel kModel{"movements",
 class Movements : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
-    batch_ = readCsv(file, kModel, import.separator, import.problems);
+    batch_ = readCsv(file, kModel, import.problems);
     for (const auto& row : batch_.rows)
       for (const auto& problem : problemsOf(row, import)) import.problems.add(file, row.line, problem);
   }

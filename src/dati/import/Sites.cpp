@@ -12,7 +12,7 @@ const CsvModel kModel{"sites",
 class Sites : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
-    batch_ = readCsv(file, kModel, import.separator, import.problems);
+    batch_ = readCsv(file, kModel, import.problems);
     for (const auto& row : batch_.rows) {
       const auto& code = row.values[kCode];
       if (!code.isEmpty() && !import.sites.insert(values::toInt32(code)).second)

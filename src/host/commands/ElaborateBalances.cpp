@@ -51,8 +51,7 @@ void setDeviations(Environment& environment, const BalancesOptions& options) {
   auto& budget = environment.budget();
   if (!options.percentageFile.empty()) {
     dati::Problems problems;
-    const auto deviations =
-        dati::readDeviations(options.percentageFile, environment.session().SeparatoreDecimale(), problems);
+    const auto deviations = dati::readDeviations(options.percentageFile, problems);
     refuseProblems(problems);
     budget.RstScostPerConto = deviations.byAccount;
     budget.RstScostPerPeriodo = deviations.byPeriod;

@@ -9,6 +9,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
+#include "suite/Sessione.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -57,8 +58,10 @@ void setValue(Environment& environment, const SetOptions& options) {
   const std::string column = std::string(measure.column) + kind.column;
   const auto cell = [&] { return cellValue(environment, card, options.period, column); };
   const Variant before = cell();
-  dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind,
-                       parseArgument(options.value));
+  const Variant value = options.value == "NULL" || options.value == "EMPTY"
+                            ? Variant::Null()
+                            : Variant(typedDecimal(options.value, environment.session().SeparatoreDecimale()));
+  dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind, value);
   environment.show({{{"BU65_ID", "Card", true},
                      {"PERIODO", "Period", true},
                      {"COLONNA", "Value"},
@@ -76,7 +79,8 @@ Command setCommand() {
           "Change one value of a card",
           "  bukorval set 12 3 1250,50 -d demo.db                    budget amount of March\n"
           "  bukorval set 12 3 NULL --kind forecast1 --measure qty1 -d demo.db\n"
-          "VALUE has a decimal comma or point; NULL clears it.",
+          "VALUE has the company's decimal sign, 1.250,50 or 1250,50; what could be read two ways, 1.250, is refused.\n"
+          "NULL clears it.",
           {{"CARD", "identifier of the card", &options->card, true},
            {"PERIOD", "number of the period", &options->period, true},
            {"VALUE", "the new value", &options->value, true},

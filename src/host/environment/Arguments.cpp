@@ -3,6 +3,9 @@
 #include <algorithm>
 
 #include "host/environment/Errors.h"
+#include "values/Conversion.h"
+#include "values/Errore.h"
+#include "values/NumberText.h"
 #include "values/Text.h"
 
 namespace bukorval::host {
@@ -22,13 +25,10 @@ bool looksLikeNumber(std::string_view text) {
 }
 
 values::Variant parseNumber(std::string_view text) {
-  std::string withPoint(text);
-  std::ranges::replace(withPoint, ',', '.');
-  const auto number = values::Decimal::TryParse(withPoint);
-  if (!number) return text;
+  const auto number = typedDecimal(text, values::kDefaultSeparator);
   constexpr int kIntegerDigits = 9;
-  if (number->scale() == 0 && number->integerDigits() <= kIntegerDigits) return *number->toScaled(0);
-  return *number;
+  if (number.scale() == 0 && number.integerDigits() <= kIntegerDigits) return *number.toScaled(0);
+  return number;
 }
 
 values::Variant parseDate(std::string_view text) {
@@ -42,6 +42,14 @@ bool isEnclosed(std::string_view text, char mark) {
 }
 
 }  // namespace
+
+values::Decimal typedDecimal(std::string_view text, char separator) {
+  try {
+    return *values::Decimal::TryParse(values::typedNumber(text, separator));
+  } catch (const values::Errore& e) {
+    throw UsageError(e.what());
+  }
+}
 
 values::Variant parseArgument(std::string_view text) {
   if (text == "NULL") return values::Variant::Null();

@@ -73,6 +73,8 @@ TEST(CsvModel, ReadsOneValue) {
   const Case cases[] = {
       {CsvType::Amount, " 1234.50 ", "1234.5", true},
       {CsvType::Amount, "1.234,5", "1234.5", true},
+      {CsvType::Amount, "1.000",
+       "'1.000' can be read as a whole number or with three decimals: leave the sign out or add decimals", false},
       {CsvType::Amount, "-0,01", "-0.01", true},
       {CsvType::Amount, "9999999999999.99", "9999999999999.99", true},
       {CsvType::Amount, "12345678901234", "'12345678901234' is too large", false},
