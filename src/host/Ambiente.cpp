@@ -26,8 +26,8 @@ Formato leggiFormato(const std::string& nome) {
 std::string stringaSqlite(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
 
 Ambiente::Ambiente() {
-  ado::sqlite::registerSqlite();
-  ado::odbc::registerOdbc();
+  sqlite::registerSqlite();
+  odbc::registerOdbc();
   suite::registraServiziSuite();
 }
 

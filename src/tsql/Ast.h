@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "tsql/Translation.h"
+#include "tsql/Catalog.h"
 
 /// A statement as it was written, before names and types are known.
-namespace ado::sqlite::dialect {
+namespace tsql {
 
 struct Select;
 struct Expression;
@@ -133,4 +133,4 @@ struct SchemaChange {
   std::vector<std::pair<std::string, bool>> indexColumns;  ///< name, descending
 };
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

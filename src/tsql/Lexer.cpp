@@ -8,7 +8,7 @@
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 namespace {
 
 /// What a character may be part of. Every text that runs is cut, so that asking must cost one look.
@@ -285,4 +285,4 @@ bool isPrefixPattern(std::string_view pattern) {
 
 Scan scan(std::string_view text) { return Scanner(text).run(); }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

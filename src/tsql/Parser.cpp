@@ -3,7 +3,7 @@
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 namespace {
 
 constexpr std::size_t kQuoted = 60;
@@ -92,4 +92,4 @@ void Parser::unexpected(std::string_view expected) const {
   throw values::Errore(message + ": expected " + std::string(expected));
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

@@ -9,7 +9,7 @@
 #include "tsql/Ast.h"
 #include "tsql/Lexer.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 
 using ParsedStatement = std::variant<Query, Change, SchemaChange>;
 
@@ -95,4 +95,4 @@ class Parser {
   int operators_ = 0;  ///< in the outermost expression being read
 };
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

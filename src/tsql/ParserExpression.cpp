@@ -6,7 +6,7 @@
 #include "tsql/Parser.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 namespace {
 
 constexpr int kDeepest = 200;
@@ -309,4 +309,4 @@ ExpressionPtr Parser::convert() {
   return conversion;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

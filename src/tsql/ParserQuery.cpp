@@ -4,7 +4,7 @@
 #include "tsql/Names.h"
 #include "tsql/Parser.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 namespace {
 
 /// Words that end an item, so that they are never an alias without AS.
@@ -167,4 +167,4 @@ std::vector<OrderItem> Parser::orderBy() {
   return items;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

@@ -1,9 +1,8 @@
-#include "tsql/DeclaredType.h"
 #include "tsql/Names.h"
 #include "tsql/Parser.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 
 SchemaChange Parser::create() {
   expectWord("CREATE");
@@ -167,7 +166,7 @@ Type Parser::type() {
     expectSymbol(")");
     text += ")";
   }
-  return parseDeclaredType(text);
+  return parseType(text);
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

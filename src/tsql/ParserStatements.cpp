@@ -1,7 +1,7 @@
 #include "tsql/Parser.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 
 ParsedStatement Parser::statement() {
   while (takeSymbol(";")) {
@@ -112,4 +112,4 @@ Change Parser::erase() {
   return change;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

@@ -2,7 +2,7 @@
 
 #include "tsql/Ast.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 
 template <class Visit>
 void walk(const Select& select, const Visit& visit);
@@ -59,4 +59,4 @@ void walkCores(const Select& select, const Visit& visit) {
   if (select.next) walkCores(*select.next, visit);
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

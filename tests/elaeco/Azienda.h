@@ -28,7 +28,7 @@ struct Azienda {
   std::vector<std::string> avvenuti;  ///< the progress events
 
   Azienda() {
-    ado::sqlite::registerSqlite();
+    sqlite::registerSqlite();
     db = ado::createConnection();
     db->ConnectionString = "Provider=SQLite;Data Source=:memory:";
     db->Open();

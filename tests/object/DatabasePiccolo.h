@@ -13,9 +13,9 @@ namespace object_tests {
 /// A small company in memory: an accounting year 2024 that begins in July, budgets of types 0, 3, 4 and 5 by
 /// quarter with two cards each, one value on each card, an investment budget and a structure of one
 /// element.
-inline std::shared_ptr<ado::sqlite::SqliteConnection> databasePiccolo() {
+inline std::shared_ptr<sqlite::SqliteConnection> databasePiccolo() {
   suite::registraServiziSuite();
-  auto db = std::make_shared<ado::sqlite::SqliteConnection>();
+  auto db = std::make_shared<sqlite::SqliteConnection>();
   db->ConnectionString = "Provider=SQLite;Data Source=:memory:";
   db->Open();
   schema::create(*db);

@@ -29,7 +29,7 @@ constexpr const char* kTabelle[] = {"BU65_TESBUDGET", "BU66_DETBUDGET",  "BU67_B
 class Elaborazioni : public testing::Test {
  protected:
   static void SetUpTestSuite() {
-    ado::sqlite::registerSqlite();
+    sqlite::registerSqlite();
     suite::registraServiziSuite();
     vera_ = ado::createConnection();
     vera_->ConnectionString = "Provider=SQLite;Data Source=:memory:";

@@ -16,7 +16,7 @@ struct Archivio {
   ado::ConnectionPtr connessione;
 
   Archivio() {
-    ado::sqlite::registerSqlite();
+    sqlite::registerSqlite();
     connessione = ado::createConnection();
     connessione->ConnectionString = "Provider=SQLite;Data Source=:memory:";
     connessione->Open();

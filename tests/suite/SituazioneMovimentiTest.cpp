@@ -23,7 +23,7 @@ using values::Decimal;
 class Situazione : public testing::Test {
  protected:
   Situazione() {
-    ado::sqlite::registerSqlite();
+    sqlite::registerSqlite();
     db->ConnectionString = "Provider=SQLite;Data Source=:memory:";
     db->Open();
     schema::create(*db);

@@ -12,7 +12,7 @@
 #include "tsql/Ast.h"
 #include "tsql/Lexer.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
 
 /// A table, stage or derived table as a FROM clause shows it.
 struct Relation {
@@ -58,7 +58,7 @@ class Emitter {
   std::string erase(const Change& change);
 
   /// Ends the statement: its text with the bindings of the parameters it uses.
-  Statement finish(std::string sql);
+  StepText finish(std::string sql);
 
  private:
   // Names (EmitterScope.cpp)
@@ -118,4 +118,4 @@ class Emitter {
 
 Type booleanType();
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

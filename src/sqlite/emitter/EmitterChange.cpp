@@ -2,7 +2,8 @@
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+using namespace tsql;
 namespace {
 
 Scope scopeOf(const Table& table) {
@@ -109,4 +110,4 @@ std::string Emitter::erase(const Change& change) {
   return "DELETE FROM " + quotedName(target.name) + (where.empty() ? "" : " WHERE " + where);
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

@@ -5,7 +5,8 @@
 #include "values/Errore.h"
 #include "values/Text.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+using namespace tsql;
 namespace {
 
 std::string tenTo(int exponent) { return "1" + std::string(static_cast<std::size_t>(exponent), '0'); }
@@ -138,11 +139,11 @@ std::string Emitter::assigned(const Piece& piece, const Column& column) {
   }
 }
 
-Statement Emitter::finish(std::string sql) {
-  Statement statement{std::move(sql), std::move(bindings_)};
+StepText Emitter::finish(std::string sql) {
+  StepText statement{std::move(sql), std::move(bindings_)};
   bindings_.clear();
   used_.clear();
   return statement;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

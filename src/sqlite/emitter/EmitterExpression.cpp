@@ -4,7 +4,8 @@
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+using namespace tsql;
 namespace {
 
 constexpr std::string_view kComparisons = "= <> <= >= < >";
@@ -225,10 +226,9 @@ Piece Emitter::like(const Expression& e, const Scope& scope) {
   Piece left = valued(expression(*e.left, scope));
   if (left.type.kind != TypeKind::Text) left = {converted(left, textType(0)), textType(0)};
   const Piece pattern = expression(*e.arguments[0], scope);
-  const auto words =
-      pattern.literal
-          ? bind({.how = Binding::How::LikePattern, .literal = *pattern.literal, .target = {}, .column = {}})
-          : converted(pattern, textType(0));
+  const auto words = pattern.literal
+                         ? bind({.how = Binding::How::Pattern, .literal = *pattern.literal, .target = {}, .column = {}})
+                         : converted(pattern, textType(0));
   std::string sql = "bk_like(" + words + ", " + left.sql + ")";
   if (pattern.literal && e.prefixPattern && left.column && !e.negated) {
     // The range lets an index serve the pattern.
@@ -248,4 +248,4 @@ Piece Emitter::subquery(const Expression& e, const Scope& scope) {
   return {"(" + rows.sql + ")", rows.columns.front().type};
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

@@ -5,7 +5,8 @@
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+using namespace tsql;
 namespace {
 
 bool isAggregate(std::string_view name) {
@@ -183,4 +184,4 @@ Piece Emitter::cast(const Expression& e, const Scope& scope) {
   }
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

@@ -2,7 +2,8 @@
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+using namespace tsql;
 
 const Table& Emitter::table(std::string_view name) const {
   const Table* found = catalog_.find(name);
@@ -104,4 +105,4 @@ std::string Emitter::withRecursive(const std::string& body) {
   return definitions.empty() ? body : definitions + " " + body;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

@@ -5,7 +5,8 @@
 #include "tsql/Walk.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+using namespace tsql;
 namespace {
 
 /// Types that a column of a set operation must have in every branch.
@@ -234,4 +235,4 @@ std::string Emitter::order(const std::vector<OrderItem>& orderBy, const std::vec
   return sql;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

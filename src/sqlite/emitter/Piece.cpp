@@ -2,12 +2,8 @@
 
 #include <algorithm>
 
-#include "tsql/DeclaredType.h"
-
-namespace ado::sqlite::dialect {
+namespace sqlite {
 namespace {
-
-constexpr int kWidest = 38;
 
 int rank(TypeKind kind) {
   switch (kind) {
@@ -24,24 +20,11 @@ int rank(TypeKind kind) {
 
 }  // namespace
 
-int precisionOf(const Type& type) {
-  switch (type.kind) {
-    case TypeKind::Decimal: return type.precision;
-    case TypeKind::Integer: return type.precision == 16 ? 5 : type.precision == 32 ? 10 : 19;
-    case TypeKind::Bit: return 1;
-    default: return kWidest;
-  }
+std::string quotedName(std::string_view name) {
+  std::string quoted = "\"";
+  for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
+  return quoted += '"';
 }
-
-Type integerType(int bits) { return {.kind = TypeKind::Integer, .precision = static_cast<std::int16_t>(bits)}; }
-
-Type decimalType(int precision, int scale) {
-  return {.kind = TypeKind::Decimal,
-          .precision = static_cast<std::int16_t>(std::min(precision, kWidest)),
-          .scale = static_cast<std::int16_t>(scale)};
-}
-
-Type textType(int length, bool wide) { return {.kind = TypeKind::Text, .length = length, .wide = wide}; }
 
 Type unify(const Type& a, const Type& b) {
   if (a.kind == TypeKind::Unknown) return b;
@@ -63,18 +46,4 @@ Type unify(const Type& a, const Type& b) {
   return type;
 }
 
-bool sameStorage(const Type& a, const Type& b) {
-  if (a.kind == TypeKind::Unknown) return true;
-  if (isNumeric(a) && isNumeric(b)) return scaleOf(a) == scaleOf(b);
-  return a.kind == b.kind;
-}
-
-std::string typeName(const Type& type) {
-  if (type.kind == TypeKind::Unknown) return "NULL";
-  if (type.kind == TypeKind::DateTime) return "DATETIME";
-  if (type.kind == TypeKind::Decimal)
-    return "DECIMAL(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
-  return declaredType(type);
-}
-
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

@@ -1,10 +1,12 @@
 #include "sqlite/emitter/SchemaEmitter.h"
 
-#include "tsql/DeclaredType.h"
+#include "sqlite/emitter/Piece.h"
+#include "sqlite/storage/StoredType.h"
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+using namespace tsql;
 namespace {
 
 std::string names(const std::vector<std::string>& columns) {
@@ -100,4 +102,4 @@ std::string schemaStatement(const SchemaChange& change, const Catalog& catalog) 
   return {};
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

@@ -6,7 +6,8 @@
 #include "tsql/Walk.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+using namespace tsql;
 namespace {
 
 bool reads(const Select& select, std::string_view name) {
@@ -93,7 +94,7 @@ void Stages::stage(const CommonTable& table, const std::set<std::string>& lookup
     // A key that is the row number needs no index of its own.
     columns.append(key == i ? " INTEGER PRIMARY KEY" : stageAffinity(column.type));
   }
-  const auto bare = [](std::string sql) { return Statement{std::move(sql), {}}; };
+  const auto bare = [](std::string sql) { return StepText{std::move(sql), {}}; };
   translation.setup.push_back(bare("CREATE TEMP TABLE " + quotedName(name) + " (" + columns + ")"));
   for (const auto& lookup : lookups) {
     const auto known = std::find_if(rows.columns.begin(), rows.columns.end(),
@@ -132,4 +133,4 @@ void Stages::build(Emitter& emitter, Translation& translation) {
   }
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

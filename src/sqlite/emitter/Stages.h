@@ -6,10 +6,10 @@
 #include <string_view>
 
 #include "sqlite/emitter/Emitter.h"
+#include "sqlite/emitter/Translate.h"
 #include "tsql/Ast.h"
-#include "tsql/Translation.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
 
 /// Why stages: the engine writes a common table expression out again wherever it is named, or scans it once per row
 /// of what it is joined to, because it knows neither its size nor its keys. A query that joins them is therefore run
@@ -32,4 +32,4 @@ class Stages {
   std::string_view prefix_;
 };
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

@@ -6,7 +6,8 @@
 #include "tsql/Names.h"
 #include "tsql/Parser.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+using namespace tsql;
 namespace {
 
 /// SELECT @@IDENTITY, answered by the connection.
@@ -32,33 +33,28 @@ Translation translateQuery(const Query& query, Emitter& emitter, std::string_vie
   return translation;
 }
 
-Translation translateChange(const Change& change, Emitter& emitter) {
+Translation translateChange(const Change& change, Emitter& emitter, const Catalog& catalog) {
   Translation translation;
   translation.kind = Translation::Kind::Change;
   auto sql = change.kind == Change::Kind::Insert   ? emitter.insert(change)
              : change.kind == Change::Kind::Update ? emitter.update(change)
                                                    : emitter.erase(change);
   translation.main = emitter.finish(std::move(sql));
+  translation.insertsIdentity = change.kind == Change::Kind::Insert && catalog.find(change.table)->hasIdentity();
   return translation;
 }
 
 }  // namespace
 
-const Column* Table::find(std::string_view column) const {
-  for (const auto& candidate : columns)
-    if (sameName(candidate.name, column)) return &candidate;
-  return nullptr;
-}
-
 Translation translate(const Scan& scan, const Catalog& catalog, std::string_view stagePrefix) {
   const ParsedStatement parsed = Parser(scan).statement();
   Emitter emitter(scan, catalog);
   if (const auto* query = std::get_if<Query>(&parsed)) return translateQuery(*query, emitter, stagePrefix);
-  if (const auto* change = std::get_if<Change>(&parsed)) return translateChange(*change, emitter);
+  if (const auto* change = std::get_if<Change>(&parsed)) return translateChange(*change, emitter, catalog);
   Translation translation;
   translation.kind = Translation::Kind::Schema;
   translation.main = {schemaStatement(std::get<SchemaChange>(parsed), catalog), {}};
   return translation;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite
