@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <string>
 
@@ -284,5 +285,12 @@ bool isPrefixPattern(std::string_view pattern) {
 }
 
 Scan scan(std::string_view text) { return Scanner(text).run(); }
+
+void failAt(const Scan& scan, const std::string& message, std::size_t offset) {
+  const auto& end = scan.tokens.back();
+  assert(end.kind == Token::Kind::End && offset <= end.offset);
+  const std::string_view text(end.text.data() - end.offset, end.offset);
+  throw values::Errore(message + " near '" + std::string(text.substr(offset, 60)) + "'");
+}
 
 }  // namespace tsql

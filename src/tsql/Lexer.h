@@ -35,4 +35,7 @@ bool isPrefixPattern(std::string_view pattern);
 /// Throws values::Errore on an unclosed quote or comment, or a character the dialect does not know.
 Scan scan(std::string_view text);
 
+/// Throws values::Errore: the message, and the text from `offset` on.
+[[noreturn]] void failAt(const Scan& scan, const std::string& message, std::size_t offset);
+
 }  // namespace tsql

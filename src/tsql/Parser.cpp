@@ -1,5 +1,8 @@
 #include "tsql/Parser.h"
 
+#include <algorithm>
+#include <cassert>
+
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
@@ -12,6 +15,7 @@ constexpr std::size_t kQuoted = 60;
 
 const Token& Parser::peek(std::size_t ahead) const {
   const auto& tokens = scan_.tokens;
+  assert(!tokens.empty() && tokens.back().kind == Token::Kind::End);
   return position_ + ahead < tokens.size() ? tokens[position_ + ahead] : tokens.back();
 }
 

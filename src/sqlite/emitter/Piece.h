@@ -1,31 +1,31 @@
 #pragma once
 
+#include <cstddef>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "sqlite/emitter/Translate.h"
-#include "sqlite/storage/StoredType.h"
+#include "tsql/Type.h"
 
 namespace sqlite {
-
-using namespace tsql;
 
 /// An expression in SQLite's words with its SQL Server type. A literal has no words yet: what it is compared with or
 /// written to decides how it is bound.
 struct Piece {
   std::string sql;
-  Type type;
+  tsql::Type type;
   std::optional<std::size_t> literal{};
   bool null = false;    ///< the word NULL
   bool column = false;  ///< a plain column, which brings its collation
-
-  static Piece ofNull() { return {"NULL", {}, std::nullopt, true, false}; }
 };
 
 /// A name as SQLite reads it, whatever characters it has.
 std::string quotedName(std::string_view name);
+std::string quotedText(std::string_view text);
+/// function(argument, …)
+std::string call(std::string_view function, std::initializer_list<std::string_view> arguments);
+/// A text compared otherwise than by its column's collation needs one of its own.
+inline constexpr std::string_view kTextCollation = " COLLATE BK_TEXT";
 
-/// The type that two branches or operands meet in: the one SQL Server ranks higher, with room for both.
-Type unify(const Type& a, const Type& b);
 }  // namespace sqlite

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "tsql/Ast.h"
-#include "tsql/Catalog.h"
+#include "tsql/Statement.h"
 
 namespace sqlite {
 
 /// A change of the schema as SQLite's one statement.
-std::string schemaStatement(const tsql::SchemaChange& change, const tsql::Catalog& catalog);
+std::string schemaStatement(const tsql::SchemaChange& change);
 
 }  // namespace sqlite

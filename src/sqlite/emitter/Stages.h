@@ -7,7 +7,6 @@
 
 #include "sqlite/emitter/Emitter.h"
 #include "sqlite/emitter/Translate.h"
-#include "tsql/Ast.h"
 
 namespace sqlite {
 
@@ -17,18 +16,18 @@ namespace sqlite {
 /// equalities look it up by. Every step is then linear in its rows.
 class Stages {
  public:
-  Stages(const Query& query, std::string_view prefix) : query_(query), prefix_(prefix) {}
+  Stages(const tsql::Query& query, std::string_view prefix) : query_(query), prefix_(prefix) {}
 
   /// Adds the stages' statements to the translation and makes their names known to the emitter.
   void build(Emitter& emitter, Translation& translation);
 
  private:
   bool staged() const;
-  std::map<std::string, std::set<std::string>> lookupColumns() const;
-  void stage(const CommonTable& table, const std::set<std::string>& lookups, Emitter& emitter,
+  std::map<const tsql::CommonTable*, std::set<std::string>> lookupColumns() const;
+  void stage(const tsql::CommonTable& table, const std::set<std::string>& lookups, Emitter& emitter,
              Translation& translation);
 
-  const Query& query_;
+  const tsql::Query& query_;
   std::string_view prefix_;
 };
 
