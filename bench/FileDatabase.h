@@ -11,7 +11,7 @@
 #include "schema/Schema.h"
 #include "sqlite/Handle.h"
 #include "sqlite/SqliteConnection.h"
-#include "sqlite/functions/FunctionRegistry.h"
+#include "sqlite/functions/Functions.h"
 
 namespace bench {
 
@@ -30,9 +30,9 @@ class FileDatabase {
     const int outcome = sqlite3_open(file_.string().c_str(), &handle);
     raw.reset(handle);
     if (outcome != SQLITE_OK) throw std::runtime_error("cannot open " + file_.string());
-    ado::sqlite::registerFunctions(handle);
-    ado::sqlite::run(handle, "PRAGMA temp_store = MEMORY");
-    ado::sqlite::run(handle, "PRAGMA cache_size = -65536");
+    sqlite::registerFunctions(handle);
+    sqlite::run(handle, "PRAGMA temp_store = MEMORY");
+    sqlite::run(handle, "PRAGMA cache_size = -65536");
   }
   ~FileDatabase() {
     raw.reset();
@@ -42,8 +42,8 @@ class FileDatabase {
   FileDatabase(const FileDatabase&) = delete;
   FileDatabase& operator=(const FileDatabase&) = delete;
 
-  std::shared_ptr<ado::sqlite::SqliteConnection> connection = std::make_shared<ado::sqlite::SqliteConnection>();
-  ado::sqlite::Database raw;
+  std::shared_ptr<sqlite::SqliteConnection> connection = std::make_shared<sqlite::SqliteConnection>();
+  sqlite::Database raw;
 
  private:
   void remove() const {
@@ -54,7 +54,7 @@ class FileDatabase {
 
 /// Steps a bound statement to its end; every column of every row is read and dropped. Gives the number of rows.
 inline long stepAll(sqlite3* database, sqlite3_stmt* statement) {
-  const ado::sqlite::ResetAtEnd reset(statement);
+  const sqlite::ResetAtEnd reset(statement);
   long rows = 0;
   int outcome = SQLITE_ROW;
   while ((outcome = sqlite3_step(statement)) == SQLITE_ROW) {
@@ -64,7 +64,7 @@ inline long stepAll(sqlite3* database, sqlite3_stmt* statement) {
                                    ? static_cast<sqlite3_int64>(sqlite3_column_bytes(statement, i))
                                    : sqlite3_column_int64(statement, i));
   }
-  if (outcome != SQLITE_DONE) ado::sqlite::throwFailure(database);
+  if (outcome != SQLITE_DONE) sqlite::throwFailure(database);
   return rows;
 }
 

@@ -22,46 +22,46 @@ namespace bench {
 class Replay {
  public:
   Replay(sqlite3* database, std::vector<std::string> texts) : database_(database), texts_(std::move(texts)) {
-    const ado::sqlite::SchemaCatalog catalog(database);
+    const sqlite::SchemaCatalog catalog(database);
     for (const auto& text : texts_) calls_.push_back(callFor(text, catalog));
   }
 
   void run() {
     for (const auto& call : calls_) {
       if (!call.shape) {
-        ado::sqlite::run(database_, call.command);
+        sqlite::run(database_, call.command);
         continue;
       }
       auto* statement = call.shape->statement.get();
-      ado::sqlite::bindLiterals(statement, call.shape->translation.main.bindings, call.literals);
+      sqlite::bindLiterals(statement, call.shape->translation.main.bindings, call.literals);
       stepAll(database_, statement);
     }
   }
 
  private:
   struct Shape {
-    ado::sqlite::dialect::Translation translation;
-    ado::sqlite::Prepared statement;
+    sqlite::Translation translation;
+    sqlite::Prepared statement;
   };
   struct Call {
     Shape* shape = nullptr;
     const char* command = "";
-    std::vector<ado::sqlite::dialect::Literal> literals;
+    std::vector<tsql::Literal> literals;
   };
 
-  Call callFor(const std::string& text, const ado::sqlite::SchemaCatalog& catalog) {
-    using ado::sqlite::dialect::Translation;
+  Call callFor(const std::string& text, const sqlite::SchemaCatalog& catalog) {
+    using sqlite::Translation;
     if (text == "BEGIN") return {nullptr, "BEGIN IMMEDIATE", {}};
     if (text == "COMMIT") return {nullptr, "COMMIT", {}};
-    auto scan = ado::sqlite::dialect::scan(text);
+    auto scan = tsql::scan(text);
     auto& shape = shapes_[scan.key];
     if (!shape) {
       shape = std::make_unique<Shape>();
-      shape->translation = ado::sqlite::dialect::translate(scan, catalog, "replay_");
+      shape->translation = sqlite::translate(scan, catalog, "replay_");
       if (!shape->translation.setup.empty()) throw std::runtime_error("a staged text: " + text);
       // The connection itself answers for the last identity; the engine has nothing to do.
       if (shape->translation.kind != Translation::Kind::Identity)
-        shape->statement = ado::sqlite::prepare(database_, shape->translation.main.sql);
+        shape->statement = sqlite::prepare(database_, shape->translation.main.sql);
     }
     if (!shape->statement) return {nullptr, "", {}};
     return {shape.get(), "", std::move(scan.literals)};

@@ -15,13 +15,13 @@
 #include "schema/Schema.h"
 #include "sqlite/Handle.h"
 #include "sqlite/SqliteConnection.h"
-#include "sqlite/functions/FunctionRegistry.h"
+#include "sqlite/functions/Functions.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 
 namespace {
 
-using namespace ado::sqlite;
+using namespace sqlite;
 using bench::seconds;
 
 constexpr int kPeriods = 12;

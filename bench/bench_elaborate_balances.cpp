@@ -19,9 +19,9 @@
 
 namespace {
 
-using ado::sqlite::prepare;
-using ado::sqlite::run;
-using ado::sqlite::SqliteConnection;
+using sqlite::prepare;
+using sqlite::run;
+using sqlite::SqliteConnection;
 using bench::seconds;
 using values::Date;
 

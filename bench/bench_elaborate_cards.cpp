@@ -21,7 +21,7 @@
 
 namespace {
 
-using namespace ado::sqlite;
+using namespace sqlite;
 using bench::seconds;
 
 constexpr int kLinesPerCard = 500;
@@ -85,8 +85,8 @@ class Bench {
     object_.Connessione(connection_);
     for (const auto& text : recorder->texts)
       if (text.find("CG42_MOVCONT") != std::string::npos) query_ = text;
-    scan_ = dialect::scan(query_);
-    translation_ = dialect::translate(scan_, SchemaCatalog(raw_), "raw_");
+    scan_ = tsql::scan(query_);
+    translation_ = translate(scan_, SchemaCatalog(raw_), "raw_");
     statement_ = prepare(raw_, translation_.main.sql);
   }
   void elaborate() {
@@ -121,8 +121,8 @@ class Bench {
   Prepared statement_;
   bukorval::CLSKORVAL object_;
   std::string query_;
-  dialect::Scan scan_;
-  dialect::Translation translation_;
+  tsql::Scan scan_;
+  Translation translation_;
 };
 
 std::map<int, std::map<long, double>> objectSeconds;

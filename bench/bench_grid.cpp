@@ -21,7 +21,7 @@
 
 namespace {
 
-using namespace ado::sqlite;
+using namespace sqlite;
 using bench::seconds;
 
 /// One pass over the details, card by card and period by period; orders count by their latest row.
@@ -126,12 +126,12 @@ class Bench {
     object_.Connessione(connection_);
     const SchemaCatalog catalog(raw_);
     text_ = recorder->texts.back();
-    scan_ = dialect::scan(text_);
-    translation_ = dialect::translate(scan_, catalog, "raw_");
+    scan_ = tsql::scan(text_);
+    translation_ = translate(scan_, catalog, "raw_");
     for (const auto& statement : translation_.setup) run(raw_, statement.sql.c_str());
   }
 
-  long step(const dialect::Statement& statement) {
+  long step(const StepText& statement) {
     auto& prepared = prepared_[statement.sql];
     if (!prepared) prepared = prepare(raw_, statement.sql);
     bindLiterals(prepared.get(), statement.bindings, scan_.literals);
@@ -145,8 +145,8 @@ class Bench {
   std::shared_ptr<suite::Sessione> session_;
   bukorval::CLSKORVAL object_;
   std::string text_;
-  dialect::Scan scan_;
-  dialect::Translation translation_;
+  tsql::Scan scan_;
+  Translation translation_;
 };
 
 std::map<long, double> engineSeconds;

@@ -12,13 +12,13 @@
 #include "schema/Schema.h"
 #include "sqlite/Handle.h"
 #include "sqlite/SqliteConnection.h"
-#include "sqlite/functions/FunctionRegistry.h"
+#include "sqlite/functions/Functions.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 
 namespace {
 
-using namespace ado::sqlite;
+using namespace sqlite;
 using bench::seconds;
 
 constexpr int kKinds[] = {0, 1, 3, 4, 5};

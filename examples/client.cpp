@@ -8,7 +8,7 @@
 
 int main(int argc, char** argv) try {
   if (argc != 2) return 2;
-  ado::sqlite::registerSqlite();
+  sqlite::registerSqlite();
   suite::registraServiziSuite();
   auto connection = ado::createConnection();
   connection->ConnectionString = std::string("Provider=SQLite;Data Source=") + argv[1];

@@ -7,7 +7,7 @@
 #include "odbc/Wide.h"
 #include "values/Errore.h"
 
-namespace ado::odbc {
+namespace odbc {
 
 Handle::Handle(SQLSMALLINT type, SQLHANDLE parent) : type_(type) {
   if (!SQL_SUCCEEDED(SQLAllocHandle(type, parent, &handle_))) {
@@ -55,4 +55,4 @@ std::string Handle::description() const {
                                    : message.substr(first, last + 1 - first);
 }
 
-}  // namespace ado::odbc
+}  // namespace odbc

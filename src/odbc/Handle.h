@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace ado::odbc {
+namespace odbc {
 
 /// An environment, connection or statement handle of the driver manager, freed with its owner.
 class Handle {
@@ -31,4 +31,4 @@ class Handle {
   SQLHANDLE handle_ = SQL_NULL_HANDLE;
 };
 
-}  // namespace ado::odbc
+}  // namespace odbc

@@ -11,7 +11,10 @@
 #include "values/Conversion.h"
 #include "values/Errore.h"
 
-namespace ado::odbc {
+namespace odbc {
+
+using namespace ado;
+
 namespace {
 
 using values::Errore;
@@ -161,4 +164,4 @@ void OdbcConnection::endTransaction(SQLSMALLINT how) {
   setAutocommit(true);
 }
 
-}  // namespace ado::odbc
+}  // namespace odbc

@@ -7,18 +7,18 @@
 #include "ado/connection/Connection.h"
 #include "odbc/Handle.h"
 
-namespace ado::odbc {
+namespace odbc {
 
 /// A connection through an ODBC driver. The text goes to the database unchanged, after a look that it is one
 /// statement. The connection string is the driver's own behind the entry "Provider=ODBC".
-class OdbcConnection : public Connection {
+class OdbcConnection : public ado::Connection {
  public:
   ~OdbcConnection() override;
 
   void Open(std::string_view user = {}, std::string_view password = {}, std::int32_t options = -1) override;
   void Close() override;
-  ObjectStateEnum State() const override;
-  RecordsetPtr Execute(std::string_view text) override;
+  ado::ObjectStateEnum State() const override;
+  ado::RecordsetPtr Execute(std::string_view text) override;
   void BeginTrans() override;
   void CommitTrans() override;
   void RollbackTrans() override;
@@ -26,7 +26,7 @@ class OdbcConnection : public Connection {
  private:
   void requireOpen() const;
   void requireTransaction() const;
-  RecordsetPtr run(std::string_view text) const;
+  ado::RecordsetPtr run(std::string_view text) const;
   bool transactionIsGone() const;
   void endTransaction(SQLSMALLINT how);
   void setAutocommit(bool on);
@@ -40,4 +40,4 @@ class OdbcConnection : public Connection {
   bool rolledBack_ = false;  ///< the database ended the transaction; the caller has not yet
 };
 
-}  // namespace ado::odbc
+}  // namespace odbc

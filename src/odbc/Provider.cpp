@@ -2,10 +2,10 @@
 
 #include "odbc/OdbcConnection.h"
 
-namespace ado::odbc {
+namespace odbc {
 
 void registerOdbc() {
-  registerProvider("ODBC", [] { return std::make_shared<OdbcConnection>(); }, {"Driver", "DSN"});
+  ado::registerProvider("ODBC", [] { return std::make_shared<OdbcConnection>(); }, {"Driver", "DSN"});
 }
 
-}  // namespace ado::odbc
+}  // namespace odbc

@@ -1,8 +1,8 @@
 #pragma once
 
-namespace ado::odbc {
+namespace odbc {
 
 /// Makes databases behind an ODBC driver known under "Provider=ODBC".
 void registerOdbc();
 
-}  // namespace ado::odbc
+}  // namespace odbc

@@ -9,7 +9,10 @@
 #include "odbc/Wide.h"
 #include "values/Errore.h"
 
-namespace ado::odbc {
+namespace odbc {
+
+using namespace ado;
+
 namespace {
 
 using values::Variant;
@@ -197,4 +200,4 @@ RecordsetPtr readRows(const Handle& statement, SQLSMALLINT count) {
   return set;
 }
 
-}  // namespace ado::odbc
+}  // namespace odbc

@@ -7,7 +7,7 @@
 #include "values/Errore.h"
 #include "values/Text.h"
 
-namespace ado::odbc {
+namespace odbc {
 namespace {
 
 /// Reserved words that begin a statement, so that none can be a name without brackets.
@@ -108,4 +108,4 @@ void requireSingleStatement(std::string_view text) {
   if (!counter.started()) throw values::Errore("Command text was not set for the command object");
 }
 
-}  // namespace ado::odbc
+}  // namespace odbc

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace ado::odbc {
+namespace odbc {
 namespace {
 
 /// Letters beyond ASCII count as blanks, because some blanks are among them; a word's end is what matters here.
@@ -88,4 +88,4 @@ void SqlWords::skipQuoted(char close) {
   at_ = std::min(at_ + 1, text_.size());
 }
 
-}  // namespace ado::odbc
+}  // namespace odbc

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace ado::odbc {
+namespace odbc {
 
 /// The skeleton of a SQL Server text, one piece after the other: its plain words and its symbols. What could hide a
 /// word that is none (texts in quotes, quoted names, comments) is stepped over; a text that never closes its quote or
@@ -28,4 +28,4 @@ class SqlWords {
   std::size_t at_ = 0;
 };
 
-}  // namespace ado::odbc
+}  // namespace odbc

@@ -5,7 +5,7 @@
 
 #include "values/Errore.h"
 
-namespace ado::odbc {
+namespace odbc {
 namespace {
 
 using Codec = std::codecvt<char16_t, char8_t, std::mbstate_t>;
@@ -49,4 +49,4 @@ std::string fromWide(std::u16string_view wide) {
   return text;
 }
 
-}  // namespace ado::odbc
+}  // namespace odbc

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace ado::odbc {
+namespace odbc {
 
 /// Text for the wide calls of the driver manager, whose meaning does not hang on the program's locale.
 /// Throws values::Errore when the text is not UTF-8.
@@ -20,4 +20,4 @@ inline SQLWCHAR* units(const std::u16string& text) {
   return reinterpret_cast<SQLWCHAR*>(const_cast<char16_t*>(text.data()));
 }
 
-}  // namespace ado::odbc
+}  // namespace odbc

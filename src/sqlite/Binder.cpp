@@ -3,10 +3,8 @@
 #include "sqlite/LiteralConversion.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
-
-using dialect::Binding;
 
 /// Sorts after every text: the last code point there is.
 constexpr std::string_view kLastCharacter = "\xF4\x8F\xBF\xBF";
@@ -26,10 +24,10 @@ struct Bind {
   }
 };
 
-BoundValue valueOf(const Binding& binding, const dialect::Literal& literal) {
+BoundValue valueOf(const Binding& binding, const tsql::Literal& literal) {
   switch (binding.how) {
     case Binding::How::ToType: return convertedValue(literal, binding);
-    case Binding::How::LikePattern: return std::string_view(literal.text);
+    case Binding::How::Pattern: return std::string_view(literal.text);
     case Binding::How::RangeFrom: return likePrefix(literal.text);
     case Binding::How::RangeTo: return std::string(likePrefix(literal.text)).append(kLastCharacter);
     case Binding::How::AsIs: break;
@@ -42,7 +40,7 @@ BoundValue valueOf(const Binding& binding, const dialect::Literal& literal) {
 std::string_view likePrefix(std::string_view pattern) { return pattern.substr(0, pattern.find_first_of("%_[")); }
 
 void bindLiterals(sqlite3_stmt* statement, const std::vector<Binding>& bindings,
-                  const std::vector<dialect::Literal>& literals) {
+                  const std::vector<tsql::Literal>& literals) {
   int index = 0;
   for (const auto& binding : bindings) {
     const Bind bind{statement, ++index};
@@ -52,4 +50,4 @@ void bindLiterals(sqlite3_stmt* statement, const std::vector<Binding>& bindings,
   }
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -4,16 +4,16 @@
 
 #include <vector>
 
-#include "tsql/Translation.h"
+#include "sqlite/emitter/Translate.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 
 /// Gives the parameters of a prepared statement their values. Texts are not copied: the literals must outlive the
 /// execution. Throws values::Errore in SQL Server's words for a value its column cannot take.
-void bindLiterals(sqlite3_stmt* statement, const std::vector<dialect::Binding>& bindings,
-                  const std::vector<dialect::Literal>& literals);
+void bindLiterals(sqlite3_stmt* statement, const std::vector<Binding>& bindings,
+                  const std::vector<tsql::Literal>& literals);
 
 /// The text every match of a LIKE pattern begins with: what stands before its first wildcard.
 std::string_view likePrefix(std::string_view pattern);
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

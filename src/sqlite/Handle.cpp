@@ -2,7 +2,7 @@
 
 #include "values/Errore.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
 /// "TABLE.COLUMN, TABLE.COLUMN" from "NOT NULL constraint failed: TABLE.COLUMN".
@@ -63,4 +63,4 @@ void stepToEnd(sqlite3* database, sqlite3_stmt* statement) {
   if (outcome != SQLITE_DONE) throwFailure(database);
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

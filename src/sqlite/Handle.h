@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace ado::sqlite {
+namespace sqlite {
 
 struct CloseDatabase {
   void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
@@ -41,4 +41,4 @@ class ResetAtEnd {
   sqlite3_stmt* statement_;
 };
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

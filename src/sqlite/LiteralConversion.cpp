@@ -3,19 +3,18 @@
 #include <charconv>
 #include <cstdlib>
 
-#include "sqlite/DateNumber.h"
-#include "sqlite/Scaled.h"
+#include "sqlite/storage/DateNumber.h"
+#include "sqlite/storage/Scaled.h"
 #include "values/Decimal.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
-using dialect::Binding;
-using dialect::Literal;
-using dialect::Type;
-using dialect::TypeKind;
+using tsql::Literal;
+using tsql::Type;
+using tsql::TypeKind;
 
 std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
 
@@ -185,4 +184,4 @@ BoundValue convertedValue(const Literal& literal, const Binding& binding) {
   return ownValue(literal);
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

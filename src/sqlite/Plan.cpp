@@ -5,10 +5,13 @@
 #include "sqlite/Binder.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite {
+namespace sqlite {
+
+using namespace ado;
+
 namespace {
 
-using Literals = std::vector<dialect::Literal>;
+using Literals = std::vector<tsql::Literal>;
 
 /// A transaction of the provider's own around the steps of one text, when the caller has none open.
 class StepTransaction {
@@ -36,7 +39,7 @@ class StepTransaction {
 
 }  // namespace
 
-Plan::Plan(sqlite3* database, Statistics& statistics, dialect::Translation translation, bool insertsIdentity)
+Plan::Plan(sqlite3* database, Statistics& statistics, Translation translation)
     : database_(database),
       statistics_(statistics),
       translation_(std::move(translation)),
@@ -45,8 +48,7 @@ Plan::Plan(sqlite3* database, Statistics& statistics, dialect::Translation trans
       cleanup_(stepsOf(translation_.cleanup)),
       teardown_(stepsOf(translation_.teardown)),
       main_{&translation_.main, nullptr},
-      reader_(translation_.columns),
-      insertsIdentity_(insertsIdentity) {}
+      reader_(translation_.columns) {}
 
 Plan::~Plan() {
   if (!setUp_) return;
@@ -56,7 +58,7 @@ Plan::~Plan() {
   for (const auto& step : teardown_) sqlite3_exec(database_, step.text->sql.c_str(), nullptr, nullptr, nullptr);
 }
 
-Plan::Steps Plan::stepsOf(const std::vector<dialect::Statement>& statements) {
+Plan::Steps Plan::stepsOf(const std::vector<StepText>& statements) {
   Steps steps;
   steps.reserve(statements.size());
   for (const auto& statement : statements) steps.push_back({&statement, nullptr});
@@ -90,7 +92,7 @@ RecordsetPtr Plan::run(const Literals& literals) {
 
 RecordsetPtr Plan::runMain(const Literals& literals) {
   auto* statement = bound(main_, literals);
-  if (kind() == dialect::Translation::Kind::Query) return reader_.readAll(database_, statement);
+  if (kind() == Translation::Kind::Query) return reader_.readAll(database_, statement);
   stepToEnd(database_, statement);
   return nullptr;
 }
@@ -98,7 +100,7 @@ RecordsetPtr Plan::runMain(const Literals& literals) {
 RecordsetPtr Plan::runStaged(const Literals& literals) {
   RecordsetPtr rows;
   try {
-    StepTransaction transaction(database_, kind() != dialect::Translation::Kind::Query);
+    StepTransaction transaction(database_, kind() != Translation::Kind::Query);
     runAll(prepare_, literals);
     rows = runMain(literals);
     transaction.commit();
@@ -114,4 +116,4 @@ RecordsetPtr Plan::runStaged(const Literals& literals) {
   return rows;
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -6,9 +6,9 @@
 #include "ado/recordset/Recordset.h"
 #include "sqlite/Handle.h"
 #include "sqlite/RowReader.h"
-#include "tsql/Translation.h"
+#include "sqlite/emitter/Translate.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 
 /// How much work a connection has done: what benches and tests look at to see that plans are shared.
 struct Statistics {
@@ -19,44 +19,42 @@ struct Statistics {
 /// A translated text with its compiled statements and its temporary stages, which go when the plan goes.
 class Plan {
  public:
-  /// @param insertsIdentity  the text inserts into a table with an identity column.
-  Plan(sqlite3* database, Statistics& statistics, dialect::Translation translation, bool insertsIdentity);
+  Plan(sqlite3* database, Statistics& statistics, Translation translation);
   ~Plan();
   Plan(const Plan&) = delete;
   Plan& operator=(const Plan&) = delete;
 
-  dialect::Translation::Kind kind() const { return translation_.kind; }
-  const std::vector<dialect::ResultColumn>& columns() const { return translation_.columns; }
-  bool insertsIdentity() const { return insertsIdentity_; }
+  Translation::Kind kind() const { return translation_.kind; }
+  const std::vector<tsql::ResultColumn>& columns() const { return translation_.columns; }
+  bool insertsIdentity() const { return translation_.insertsIdentity; }
   bool hasStages() const { return !setup_.empty(); }
 
   /// Makes the temporary stages; once, before the first run.
-  void setUp(const std::vector<dialect::Literal>& literals);
+  void setUp(const std::vector<tsql::Literal>& literals);
 
   /// Runs every step with these literals; the stages are emptied again even when a step fails. Outside a
   /// transaction the steps of a staged plan see one state of the database. Gives the rows of a query, else null.
-  RecordsetPtr run(const std::vector<dialect::Literal>& literals);
+  ado::RecordsetPtr run(const std::vector<tsql::Literal>& literals);
 
  private:
   struct Step {
-    const dialect::Statement* text;
+    const StepText* text;
     Prepared handle;
   };
   using Steps = std::vector<Step>;
-  static Steps stepsOf(const std::vector<dialect::Statement>& statements);
-  sqlite3_stmt* bound(Step& step, const std::vector<dialect::Literal>& literals);
-  void runAll(Steps& steps, const std::vector<dialect::Literal>& literals);
-  RecordsetPtr runMain(const std::vector<dialect::Literal>& literals);
-  RecordsetPtr runStaged(const std::vector<dialect::Literal>& literals);
+  static Steps stepsOf(const std::vector<StepText>& statements);
+  sqlite3_stmt* bound(Step& step, const std::vector<tsql::Literal>& literals);
+  void runAll(Steps& steps, const std::vector<tsql::Literal>& literals);
+  ado::RecordsetPtr runMain(const std::vector<tsql::Literal>& literals);
+  ado::RecordsetPtr runStaged(const std::vector<tsql::Literal>& literals);
 
   sqlite3* database_;
   Statistics& statistics_;
-  dialect::Translation translation_;
+  Translation translation_;
   Steps setup_, prepare_, cleanup_, teardown_;
   Step main_;
   RowReader reader_;
-  bool insertsIdentity_;
   bool setUp_ = false;
 };
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -2,10 +2,10 @@
 
 #include "sqlite/SqliteConnection.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 
 void registerSqlite() {
-  registerProvider("SQLite", [] { return std::make_shared<SqliteConnection>(); });
+  ado::registerProvider("SQLite", [] { return std::make_shared<SqliteConnection>(); });
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -1,8 +1,8 @@
 #pragma once
 
-namespace ado::sqlite {
+namespace sqlite {
 
 /// Makes the embedded database known under "Provider=SQLite".
 void registerSqlite();
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -6,16 +6,19 @@
 #include <string_view>
 #include <utility>
 
-#include "sqlite/DateNumber.h"
 #include "sqlite/Handle.h"
-#include "sqlite/Scaled.h"
+#include "sqlite/storage/DateNumber.h"
+#include "sqlite/storage/Scaled.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite {
+namespace sqlite {
+
+using namespace ado;
+
 namespace {
 
-using dialect::Type;
-using dialect::TypeKind;
+using tsql::Type;
+using tsql::TypeKind;
 using values::Decimal;
 using values::Variant;
 
@@ -83,7 +86,7 @@ RowReader::How RowReader::howToRead(const Type& type) {
   return How::ByStorage;
 }
 
-RowReader::RowReader(const std::vector<dialect::ResultColumn>& columns) : results_(columns) {
+RowReader::RowReader(const std::vector<tsql::ResultColumn>& columns) : results_(columns) {
   for (const auto& column : columns) {
     columns_.push_back({howToRead(column.type), static_cast<std::uint8_t>(column.type.scale), -1, {}});
   }
@@ -182,4 +185,4 @@ void RowReader::readInteger(Column& column, std::int64_t value, Variant& cell) {
                        std::string(column.how == How::Int16 ? "smallint" : "int"));
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

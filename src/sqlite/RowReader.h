@@ -6,18 +6,18 @@
 #include <vector>
 
 #include "ado/recordset/Recordset.h"
-#include "tsql/Translation.h"
+#include "tsql/Catalog.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 
 /// Turns the rows of one statement into a record set. How each column is read is settled once, here, not per row.
 class RowReader {
  public:
-  explicit RowReader(const std::vector<dialect::ResultColumn>& columns);
+  explicit RowReader(const std::vector<tsql::ResultColumn>& columns);
 
   /// Steps the statement to its end; the set stands on its first row. A value that its column's type cannot hold
   /// throws values::Errore.
-  RecordsetPtr readAll(sqlite3* database, sqlite3_stmt* statement);
+  ado::RecordsetPtr readAll(sqlite3* database, sqlite3_stmt* statement);
 
  private:
   enum class How : std::uint8_t { ByStorage, Int16, Int32, Int64, Decimal, Float, Text, Date, Bit };
@@ -27,14 +27,14 @@ class RowReader {
     std::int64_t lastDate;  ///< dates repeat from row to row: the last one is kept converted
     values::Date lastDateValue;
   };
-  static How howToRead(const dialect::Type& type);
-  RecordsetPtr emptySet() const;
+  static How howToRead(const tsql::Type& type);
+  ado::RecordsetPtr emptySet() const;
   void readRow(sqlite3_stmt* statement, std::span<values::Variant> cells);
   static void readInteger(Column& column, std::int64_t value, values::Variant& cell);
   void readOther(const Column& column, int storage, sqlite3_value* value, values::Variant& cell);
 
-  std::vector<dialect::ResultColumn> results_;
+  std::vector<tsql::ResultColumn> results_;
   std::vector<Column> columns_;
 };
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "sqlite/Handle.h"
-#include "tsql/DeclaredType.h"
+#include "sqlite/storage/StoredType.h"
 #include "values/Text.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
 std::string columnText(const Prepared& statement, int position) {
@@ -25,7 +25,7 @@ bool nextRow(sqlite3* database, const Prepared& statement) {
 
 SchemaCatalog::SchemaCatalog(sqlite3* database) : database_(database) { reload(); }
 
-const dialect::Table* SchemaCatalog::find(std::string_view table) const {
+const tsql::Table* SchemaCatalog::find(std::string_view table) const {
   const auto found = tables_.find(values::foldText(table));
   return found == tables_.end() ? nullptr : &found->second;
 }
@@ -48,24 +48,24 @@ void SchemaCatalog::reload() {
   }
 }
 
-dialect::Table SchemaCatalog::readTable(const std::string& name) const {
-  dialect::Table table;
+tsql::Table SchemaCatalog::readTable(const std::string& name) const {
+  tsql::Table table;
   table.name = name;
   const auto created = prepare(database_, "SELECT sql FROM main.sqlite_master WHERE name = ?1");
   sqlite3_bind_text(created.get(), 1, name.c_str(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
-  const auto identity = nextRow(database_, created) ? dialect::identityType(columnText(created, 0)) : std::nullopt;
+  const auto identity = nextRow(database_, created) ? identityType(columnText(created, 0)) : std::nullopt;
 
   const auto columns = prepare(database_, "SELECT name, type, \"notnull\", pk FROM pragma_table_info(?1)");
   sqlite3_bind_text(columns.get(), 1, name.c_str(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
   while (nextRow(database_, columns)) {
-    dialect::Column column;
+    tsql::Column column;
     column.name = columnText(columns, 0);
     column.identity = identity && sqlite3_column_int(columns.get(), 3) == 1;
-    column.type = column.identity ? *identity : dialect::parseDeclaredType(columnText(columns, 1));
+    column.type = column.identity ? *identity : parseDeclaredType(columnText(columns, 1));
     column.type.nullable = !column.identity && sqlite3_column_int(columns.get(), 2) == 0;
     table.columns.push_back(std::move(column));
   }
   return table;
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -6,17 +6,17 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "tsql/Translation.h"
+#include "tsql/Catalog.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 
 /// The tables of an open database with their columns in SQL Server's types. Tables stay where they are until the
 /// next reload.
-class SchemaCatalog : public dialect::Catalog {
+class SchemaCatalog : public tsql::Catalog {
  public:
   explicit SchemaCatalog(sqlite3* database);
 
-  const dialect::Table* find(std::string_view table) const override;
+  const tsql::Table* find(std::string_view table) const override;
 
   /// Whether the tables have changed since the last load, by whichever program.
   bool outdated() const;
@@ -24,11 +24,11 @@ class SchemaCatalog : public dialect::Catalog {
 
  private:
   int readVersion() const;
-  dialect::Table readTable(const std::string& name) const;
+  tsql::Table readTable(const std::string& name) const;
 
   sqlite3* database_;
-  std::unordered_map<std::string, dialect::Table> tables_;
+  std::unordered_map<std::string, tsql::Table> tables_;
   int version_ = 0;
 };
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

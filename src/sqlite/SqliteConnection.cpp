@@ -5,14 +5,16 @@
 
 #include "ado/Messages.h"
 #include "ado/connection/ConnectionString.h"
-#include "sqlite/InsertTarget.h"
 #include "sqlite/emitter/Translate.h"
-#include "sqlite/functions/FunctionRegistry.h"
+#include "sqlite/functions/Functions.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
-namespace ado::sqlite {
+namespace sqlite {
+
+using namespace ado;
+
 namespace {
 
 using values::Errore;
@@ -111,10 +113,10 @@ RecordsetPtr SqliteConnection::Execute(std::string_view text) {
     throw Errore("The transaction has been rolled back by the database and must be ended first");
   }
   ++statistics_.executed;
-  const dialect::Scan scan = dialect::scan(text);
+  const tsql::Scan scan = tsql::scan(text);
   auto& plan = planFor(scan);
-  if (plan.kind() == dialect::Translation::Kind::Identity) return identityRow(plan.columns());
-  if (plan.kind() == dialect::Translation::Kind::Schema) return runSchemaChange(plan, scan);
+  if (plan.kind() == Translation::Kind::Identity) return identityRow(plan.columns());
+  if (plan.kind() == Translation::Kind::Schema) return runSchemaChange(plan, scan);
   if (auto rows = plan.run(scan.literals)) return rows;
   if (plan.insertsIdentity() && sqlite3_changes(database_.get()) > 0) {
     lastIdentity_ = sqlite3_last_insert_rowid(database_.get());
@@ -122,25 +124,22 @@ RecordsetPtr SqliteConnection::Execute(std::string_view text) {
   return std::make_shared<Recordset>();
 }
 
-Plan& SqliteConnection::planFor(const dialect::Scan& scan) {
+Plan& SqliteConnection::planFor(const tsql::Scan& scan) {
   if (auto* plan = cache_->find(scan.key)) return *plan;
   // Another program may have changed the tables; only a text seen for the first time needs to know.
   if (catalog_->outdated()) reloadSchema();
   return cache_->insert(scan.key, makePlan(scan));
 }
 
-std::unique_ptr<Plan> SqliteConnection::makePlan(const dialect::Scan& scan) {
+std::unique_ptr<Plan> SqliteConnection::makePlan(const tsql::Scan& scan) {
   const std::string prefix = "bk_stage" + std::to_string(++stagePrefixes_) + "_";
-  auto translation = dialect::translate(scan, *catalog_, prefix);
-  const auto* target = catalog_->find(insertTarget(scan));
-  auto plan = std::make_unique<Plan>(database_.get(), statistics_, std::move(translation),
-                                     target != nullptr && hasIdentity(*target));
+  auto plan = std::make_unique<Plan>(database_.get(), statistics_, translate(scan, *catalog_, prefix));
   plan->setUp(scan.literals);
   return plan;
 }
 
 /// No plan outlives a change of the tables it was made for, its own included.
-RecordsetPtr SqliteConnection::runSchemaChange(Plan& plan, const dialect::Scan& scan) {
+RecordsetPtr SqliteConnection::runSchemaChange(Plan& plan, const tsql::Scan& scan) {
   try {
     plan.run(scan.literals);
   } catch (...) {
@@ -157,7 +156,7 @@ void SqliteConnection::reloadSchema() {
   catalog_->reload();
 }
 
-RecordsetPtr SqliteConnection::identityRow(const std::vector<dialect::ResultColumn>& columns) const {
+RecordsetPtr SqliteConnection::identityRow(const std::vector<tsql::ResultColumn>& columns) const {
   auto set = std::make_shared<Recordset>();
   set->CursorLocation = adUseClient;
   auto& field = set->Fields().Append(columns.empty() ? "" : columns.front().name, adDecimal, 0, adFldIsNullable);
@@ -206,4 +205,4 @@ void SqliteConnection::forgetRolledBack() {
   schemaChangedInTransaction_ = false;
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -13,7 +13,7 @@
 #include "sqlite/StatementCache.h"
 #include "tsql/Lexer.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 
 /// A connection to an embedded database, one file. It takes SQL Server's text and gives SQL Server's results.
 ///
@@ -24,15 +24,15 @@ namespace ado::sqlite {
 ///
 /// The file keeps a write-ahead log: a process killed in the middle of a transaction leaves nothing of it, and what
 /// was committed stays. After a power failure the file is whole but may lack the last commits.
-class SqliteConnection : public Connection {
+class SqliteConnection : public ado::Connection {
  public:
   SqliteConnection() = default;
   ~SqliteConnection() override;
 
   void Open(std::string_view user = {}, std::string_view password = {}, std::int32_t options = -1) override;
   void Close() override;
-  ObjectStateEnum State() const override;
-  RecordsetPtr Execute(std::string_view text) override;
+  ado::ObjectStateEnum State() const override;
+  ado::RecordsetPtr Execute(std::string_view text) override;
   void BeginTrans() override;
   void CommitTrans() override;
   /// Also ends a transaction that the engine has already rolled back by itself.
@@ -43,10 +43,10 @@ class SqliteConnection : public Connection {
 
  private:
   void requireOpen() const;
-  Plan& planFor(const dialect::Scan& scan);
-  std::unique_ptr<Plan> makePlan(const dialect::Scan& scan);
-  RecordsetPtr runSchemaChange(Plan& plan, const dialect::Scan& scan);
-  RecordsetPtr identityRow(const std::vector<dialect::ResultColumn>& columns) const;
+  Plan& planFor(const tsql::Scan& scan);
+  std::unique_ptr<Plan> makePlan(const tsql::Scan& scan);
+  ado::RecordsetPtr runSchemaChange(Plan& plan, const tsql::Scan& scan);
+  ado::RecordsetPtr identityRow(const std::vector<tsql::ResultColumn>& columns) const;
   void reloadSchema();
   void forgetRolledBack();
 
@@ -60,4 +60,4 @@ class SqliteConnection : public Connection {
   bool schemaChangedInTransaction_ = false;
 };
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

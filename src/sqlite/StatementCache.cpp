@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace ado::sqlite {
+namespace sqlite {
 
 Plan* StatementCache::find(std::string_view key) {
   // Loops send one shape over and over: look at the last plan before hashing.
@@ -41,4 +41,4 @@ void StatementCache::clear() {
   entries_.clear();
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -9,7 +9,7 @@
 
 #include "sqlite/Plan.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 
 /// The plans of the texts used last, by the key that texts with equal shape share.
 class StatementCache {
@@ -40,4 +40,4 @@ class StatementCache {
   std::unordered_map<std::string_view, Entries::iterator> positions_;
 };
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <string>
 
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 namespace {
 
 /// What a character may be part of. Every text that runs is cut, so that asking must cost one look.
@@ -285,4 +286,11 @@ bool isPrefixPattern(std::string_view pattern) {
 
 Scan scan(std::string_view text) { return Scanner(text).run(); }
 
-}  // namespace ado::sqlite::dialect
+void failAt(const Scan& scan, const std::string& message, std::size_t offset) {
+  const auto& end = scan.tokens.back();
+  assert(end.kind == Token::Kind::End && offset <= end.offset);
+  const std::string_view text(end.text.data() - end.offset, end.offset);
+  throw values::Errore(message + " near '" + std::string(text.substr(offset, 60)) + "'");
+}
+
+}  // namespace tsql

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 
 constexpr char upperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
@@ -22,14 +22,4 @@ inline std::string upperName(std::string_view name) {
   return upper;
 }
 
-/// A name as SQLite reads it, whatever characters it has.
-inline std::string quotedName(std::string_view name) {
-  std::string quoted = "\"";
-  for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
-  return quoted += '"';
-}
-
-/// "abc%": text, then anything. Such a pattern is a range of an index.
-bool isPrefixPattern(std::string_view pattern);
-
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

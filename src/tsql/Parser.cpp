@@ -1,9 +1,12 @@
 #include "tsql/Parser.h"
 
+#include <algorithm>
+#include <cassert>
+
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 namespace {
 
 constexpr std::size_t kQuoted = 60;
@@ -12,6 +15,7 @@ constexpr std::size_t kQuoted = 60;
 
 const Token& Parser::peek(std::size_t ahead) const {
   const auto& tokens = scan_.tokens;
+  assert(!tokens.empty() && tokens.back().kind == Token::Kind::End);
   return position_ + ahead < tokens.size() ? tokens[position_ + ahead] : tokens.back();
 }
 
@@ -92,4 +96,4 @@ void Parser::unexpected(std::string_view expected) const {
   throw values::Errore(message + ": expected " + std::string(expected));
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

@@ -1,23 +1,20 @@
 #pragma once
 
 #include <initializer_list>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
+#include <vector>
 
-#include "tsql/Ast.h"
 #include "tsql/Lexer.h"
+#include "tsql/Statement.h"
 
-namespace ado::sqlite::dialect {
-
-using ParsedStatement = std::variant<Query, Change, SchemaChange>;
+namespace tsql {
 
 /// Recursive descent over the tokens of one statement. What it does not know throws and quotes the place.
 class Parser {
  public:
   explicit Parser(const Scan& scan) : scan_(scan) {}
-  ParsedStatement statement();
+  Statement statement();
 
  private:
   // Tokens (Parser.cpp)
@@ -36,7 +33,7 @@ class Parser {
   [[noreturn]] void unexpected(std::string_view expected) const;
 
   // Statements (ParserStatements.cpp)
-  ParsedStatement body();
+  Statement body();
   Change change();
   Change insert();
   Change update();
@@ -55,7 +52,7 @@ class Parser {
   TableConstraint constraint();
   std::vector<std::string> nameList();
   Type type();
-  std::string defaultValue();
+  DefaultValue defaultValue();
 
   // Queries (ParserQuery.cpp)
   Query query();
@@ -64,7 +61,9 @@ class Parser {
   void selectList(Select& select);
   std::vector<Source> sources();
   Source source();
-  std::string joinKind();
+  JoinKind joinKind();
+  SetOperation setOperation();
+  std::string alias();
   void hints();
   std::vector<OrderItem> orderBy();
 
@@ -80,19 +79,22 @@ class Parser {
   ExpressionPtr primary();
   ExpressionPtr parenthesised();
   ExpressionPtr named();
-  ExpressionPtr function(std::string functionName);
+  SelectPtr parenthesisedQuery();
+  ExpressionPtr call(std::string functionName);
   ExpressionPtr caseExpression();
   ExpressionPtr cast();
   ExpressionPtr convert();
-  ExpressionPtr node(Expression::Kind kind);
+  ExpressionPtr in(std::size_t offset, bool negated, ExpressionPtr value);
+  bool takeOf(bool negated, std::string_view word);
+  std::size_t takeOperator();
 
   /// Guards the depth of nesting: a text may nest deeper than the stack.
   class Depth;
 
   const Scan& scan_;
   std::size_t position_ = 0;
-  int depth_ = 0;
+  int depth_ = 0;      ///< of nesting
   int operators_ = 0;  ///< in the outermost expression being read
 };
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

@@ -1,29 +1,60 @@
-#include <algorithm>
-#include <array>
-#include <cctype>
+#include <cassert>
+#include <charconv>
 
+#include "tsql/Functions.h"
 #include "tsql/Names.h"
 #include "tsql/Parser.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 namespace {
 
 constexpr int kDeepest = 200;
-/// Operators of one expression: as many as the engine takes one inside the other.
+/// Operators of one expression: each lies inside the next, and trees are walked by recursion.
 constexpr int kMostOperators = 1000;
-constexpr std::array<std::string_view, 7> kComparisons = {"=", "<>", "!=", "<=", ">=", "<", ">"};
+
+template <class Operator>
+struct Symbol {
+  std::string_view sign;
+  Operator op;
+};
+constexpr Symbol<ComparisonOperator> kComparisons[] = {
+    {"=", ComparisonOperator::Equal},           {"<>", ComparisonOperator::NotEqual},
+    {"!=", ComparisonOperator::NotEqual},       {"<=", ComparisonOperator::LessOrEqual},
+    {">=", ComparisonOperator::GreaterOrEqual}, {"<", ComparisonOperator::Less},
+    {">", ComparisonOperator::Greater}};
+constexpr Symbol<ArithmeticOperator> kSums[] = {{"+", ArithmeticOperator::Add}, {"-", ArithmeticOperator::Subtract}};
+constexpr Symbol<ArithmeticOperator> kProducts[] = {
+    {"*", ArithmeticOperator::Multiply}, {"/", ArithmeticOperator::Divide}, {"%", ArithmeticOperator::Modulo}};
+
+/// The operator that a token is, if it is one of the table.
+template <class Operator, std::size_t N>
+std::optional<Operator> operatorOf(const Token& token, const Symbol<Operator> (&symbols)[N]) {
+  if (token.kind != Token::Kind::Symbol) return std::nullopt;
+  for (const auto& symbol : symbols)
+    if (symbol.sign == token.text) return symbol.op;
+  return std::nullopt;
+}
+
+template <class Node>
+ExpressionPtr made(std::size_t offset, Node node) {
+  auto expression = std::make_unique<Expression>(Expression{std::move(node)});
+  expression->offset = offset;
+  return expression;
+}
 
 }  // namespace
 
 class Parser::Depth {
  public:
   explicit Depth(Parser& parser) : parser_(parser) {
-    if (++parser_.depth_ <= kDeepest) return;
-    --parser_.depth_;
-    throw values::Errore("The text nests too deeply");
+    if (parser_.depth_ >= kDeepest) throw values::Errore("The text nests too deeply");
+    ++parser_.depth_;
   }
-  ~Depth() { --parser_.depth_; }
+  ~Depth() {
+    assert(parser_.depth_ > 0);
+    --parser_.depth_;
+  }
   Depth(const Depth&) = delete;
   Depth& operator=(const Depth&) = delete;
 
@@ -31,13 +62,10 @@ class Parser::Depth {
   Parser& parser_;
 };
 
-ExpressionPtr Parser::node(Expression::Kind kind) {
-  const bool operation = kind == Expression::Kind::Binary || kind == Expression::Kind::Unary;
-  if (operation && ++operators_ > kMostOperators) throw values::Errore("The expression has too many operators");
-  auto expression = std::make_unique<Expression>();
-  expression->kind = kind;
-  expression->offset = peek().offset;
-  return expression;
+/// Steps over an operator and gives its place.
+std::size_t Parser::takeOperator() {
+  if (++operators_ > kMostOperators) throw values::Errore("The expression has too many operators");
+  return take().offset;
 }
 
 ExpressionPtr Parser::expression() {
@@ -45,12 +73,8 @@ ExpressionPtr Parser::expression() {
   if (depth_ == 1) operators_ = 0;
   auto left = conjunction();
   while (isWord("OR")) {
-    auto both = node(Expression::Kind::Binary);
-    take();
-    both->name = "OR";
-    both->left = std::move(left);
-    both->right = conjunction();
-    left = std::move(both);
+    const auto offset = takeOperator();
+    left = made(offset, Logic{LogicOperator::Or, std::move(left), conjunction()});
   }
   return left;
 }
@@ -58,12 +82,8 @@ ExpressionPtr Parser::expression() {
 ExpressionPtr Parser::conjunction() {
   auto left = negation();
   while (isWord("AND")) {
-    auto both = node(Expression::Kind::Binary);
-    take();
-    both->name = "AND";
-    both->left = std::move(left);
-    both->right = negation();
-    left = std::move(both);
+    const auto offset = takeOperator();
+    left = made(offset, Logic{LogicOperator::And, std::move(left), negation()});
   }
   return left;
 }
@@ -71,139 +91,99 @@ ExpressionPtr Parser::conjunction() {
 ExpressionPtr Parser::negation() {
   if (!isWord("NOT")) return predicate();
   const Depth depth(*this);
-  auto negated = node(Expression::Kind::Unary);
-  take();
-  negated->name = "NOT";
-  negated->left = negation();
-  return negated;
+  const auto offset = takeOperator();
+  return made(offset, Not{negation()});
 }
 
 ExpressionPtr Parser::predicate() {
   if (isWord("EXISTS")) {
-    auto exists = node(Expression::Kind::Exists);
-    take();
-    expectSymbol("(");
-    exists->select = selectExpression();
-    expectSymbol(")");
-    return exists;
+    const auto offset = take().offset;
+    return made(offset, Exists{parenthesisedQuery()});
   }
   return predicateTail(sum());
 }
 
 ExpressionPtr Parser::predicateTail(ExpressionPtr left) {
-  const Token& token = peek();
-  if (token.kind == Token::Kind::Symbol &&
-      std::find(kComparisons.begin(), kComparisons.end(), token.text) != kComparisons.end()) {
-    auto comparison = node(Expression::Kind::Binary);
-    comparison->name = token.text == "!=" ? "<>" : std::string(token.text);
-    take();
-    comparison->left = std::move(left);
-    comparison->right = sum();
-    return comparison;
+  if (const auto op = operatorOf(peek(), kComparisons)) {
+    const auto offset = takeOperator();
+    return made(offset, Comparison{*op, std::move(left), sum()});
   }
-  if (isWord("IS")) {
-    auto test = node(Expression::Kind::IsNull);
-    take();
-    test->negated = takeWord("NOT");
+  const auto offset = peek().offset;
+  if (takeWord("IS")) {
+    const bool negated = takeWord("NOT");
     expectWord("NULL");
-    test->left = std::move(left);
-    return test;
+    return made(offset, IsNull{negated, std::move(left)});
   }
   const bool negated = isWord("NOT");
-  const std::size_t ahead = negated ? 1 : 0;
-  if (isWord("IN", ahead)) {
-    auto in = node(Expression::Kind::In);
-    position_ += ahead + 1;
-    in->negated = negated;
-    in->left = std::move(left);
-    expectSymbol("(");
-    if (isWord("SELECT")) {
-      in->select = selectExpression();
-    } else {
-      do in->arguments.push_back(sum());
-      while (takeSymbol(","));
-    }
-    expectSymbol(")");
-    return in;
-  }
-  if (isWord("BETWEEN", ahead)) {
-    auto between = node(Expression::Kind::Between);
-    position_ += ahead + 1;
-    between->negated = negated;
-    between->left = std::move(left);
-    between->arguments.push_back(sum());
+  if (takeOf(negated, "IN")) return in(offset, negated, std::move(left));
+  if (takeOf(negated, "BETWEEN")) {
+    auto from = sum();
     expectWord("AND");
-    between->arguments.push_back(sum());
-    return between;
+    return made(offset, Between{negated, std::move(left), std::move(from), sum()});
   }
-  if (isWord("LIKE", ahead)) {
-    auto like = node(Expression::Kind::Like);
-    position_ += ahead + 1;
-    like->negated = negated;
-    like->left = std::move(left);
-    if (peek().kind == Token::Kind::Text) like->prefixPattern = isPrefixPattern(scan_.literals[peek().literal].text);
-    like->arguments.push_back(sum());
+  if (takeOf(negated, "LIKE")) {
+    const Token& token = peek();
+    const bool prefix = token.kind == Token::Kind::Text && isPrefixPattern(scan_.literals[token.literal].text);
+    auto pattern = sum();
     if (isWord("ESCAPE")) unexpected("a pattern without ESCAPE");
-    return like;
+    return made(offset, Like{negated, std::move(left), std::move(pattern), prefix});
   }
   return left;
 }
 
+/// Takes "word", or "NOT word" where it is negated.
+bool Parser::takeOf(bool negated, std::string_view word) { return negated ? takeWords({"NOT", word}) : takeWord(word); }
+
+ExpressionPtr Parser::in(std::size_t offset, bool negated, ExpressionPtr value) {
+  if (isSymbol("(") && isWord("SELECT", 1))
+    return made(offset, InQuery{negated, std::move(value), parenthesisedQuery()});
+  InList list{negated, std::move(value), {}};
+  expectSymbol("(");
+  do list.members.push_back(sum());
+  while (takeSymbol(","));
+  expectSymbol(")");
+  return made(offset, std::move(list));
+}
+
 ExpressionPtr Parser::sum() {
   auto left = product();
-  while (isSymbol("+") || isSymbol("-")) {
-    auto both = node(Expression::Kind::Binary);
-    both->name = std::string(take().text);
-    both->left = std::move(left);
-    both->right = product();
-    left = std::move(both);
+  while (const auto op = operatorOf(peek(), kSums)) {
+    const auto offset = takeOperator();
+    left = made(offset, Arithmetic{*op, std::move(left), product()});
   }
   return left;
 }
 
 ExpressionPtr Parser::product() {
   auto left = factor();
-  while (isSymbol("*") || isSymbol("/") || isSymbol("%")) {
-    auto both = node(Expression::Kind::Binary);
-    both->name = std::string(take().text);
-    both->left = std::move(left);
-    both->right = factor();
-    left = std::move(both);
+  while (const auto op = operatorOf(peek(), kProducts)) {
+    const auto offset = takeOperator();
+    left = made(offset, Arithmetic{*op, std::move(left), factor()});
   }
   return left;
 }
 
 ExpressionPtr Parser::factor() {
-  if (!isSymbol("-") && !isSymbol("+")) return primary();
+  const bool negative = isSymbol("-");
+  if (!negative && !isSymbol("+")) return primary();
   const Depth depth(*this);
-  auto unary = node(Expression::Kind::Unary);
-  unary->name = std::string(take().text);
-  unary->left = factor();
-  return unary;
+  const auto offset = takeOperator();
+  return made(offset, Sign{negative, factor()});
 }
 
 ExpressionPtr Parser::primary() {
   const Token& token = peek();
   switch (token.kind) {
     case Token::Kind::Number:
-    case Token::Kind::Text: {
-      auto literal = node(Expression::Kind::Literal);
-      literal->literal = take().literal;
-      return literal;
-    }
-    case Token::Kind::Variable: {
-      auto variable = node(Expression::Kind::Variable);
-      variable->name = std::string(take().text);
-      return variable;
-    }
+    case Token::Kind::Text: take(); return made(token.offset, Constant{token.literal});
+    case Token::Kind::Variable:
+      take();
+      if (sameName(token.text, "@@IDENTITY")) return made(token.offset, LastIdentity{});
+      return made(token.offset, Variable{std::string(token.text)});
     case Token::Kind::Word:
     case Token::Kind::QuotedName: return named();
     case Token::Kind::Symbol:
-      if (isSymbol("*")) {
-        auto star = node(Expression::Kind::Star);
-        take();
-        return star;
-      }
+      if (takeSymbol("*")) return made(token.offset, Star{});
       if (isSymbol("(")) return parenthesised();
       break;
     case Token::Kind::End: break;
@@ -213,100 +193,106 @@ ExpressionPtr Parser::primary() {
 
 ExpressionPtr Parser::parenthesised() {
   const Depth depth(*this);
-  expectSymbol("(");
-  if (isWord("SELECT")) {
-    auto subquery = node(Expression::Kind::Subquery);
-    subquery->select = selectExpression();
-    expectSymbol(")");
-    return subquery;
+  if (isWord("SELECT", 1)) {
+    const auto offset = peek(1).offset;
+    return made(offset, ScalarQuery{parenthesisedQuery()});
   }
+  expectSymbol("(");
   auto inner = expression();
   expectSymbol(")");
   return inner;
 }
 
+SelectPtr Parser::parenthesisedQuery() {
+  expectSymbol("(");
+  auto query = selectExpression();
+  expectSymbol(")");
+  return query;
+}
+
 ExpressionPtr Parser::named() {
-  if (isWord("NULL")) {
-    auto null = node(Expression::Kind::Null);
-    take();
-    return null;
-  }
+  const auto offset = peek().offset;
+  if (takeWord("NULL")) return made(offset, Null{});
   if (isWord("CASE")) return caseExpression();
   if (isWord("CAST") && isSymbol("(", 1)) return cast();
   if (isWord("CONVERT") && isSymbol("(", 1)) return convert();
-  auto column = node(Expression::Kind::Column);
-  column->name = name("a name");
-  if (isSymbol("(")) return function(std::move(column->name));
+  ColumnName column{{}, name("a name")};
+  if (isSymbol("(")) return call(std::move(column.name));
   while (takeSymbol(".")) {
-    column->qualifier = std::move(column->name);
-    if (takeSymbol("*")) {
-      column->kind = Expression::Kind::Star;
-      column->name.clear();
-      return column;
-    }
-    column->name = name("a column name");
+    column.qualifier = std::move(column.name);
+    if (takeSymbol("*")) return made(offset, Star{std::move(column.qualifier)});
+    column.name = name("a column name");
   }
-  return column;
+  return made(offset, std::move(column));
 }
 
-ExpressionPtr Parser::function(std::string functionName) {
+ExpressionPtr Parser::call(std::string functionName) {
   const Depth depth(*this);
-  auto call = node(Expression::Kind::Function);
-  call->name = upperName(functionName);
+  const auto offset = peek().offset;
+  Call call{functionRule(functionName).function, upperName(functionName)};
   expectSymbol("(");
-  if (takeSymbol(")")) return call;
-  call->distinct = takeWord("DISTINCT");
+  if (takeSymbol(")")) return made(offset, std::move(call));
+  call.distinct = takeWord("DISTINCT");
   if (isSymbol("*") && isSymbol(")", 1)) {
     take();
-    call->star = true;
+    call.star = true;
   } else {
-    do call->arguments.push_back(expression());
+    do call.arguments.push_back(expression());
     while (takeSymbol(","));
   }
   expectSymbol(")");
   if (isWord("OVER")) unexpected("a function without OVER");
-  return call;
+  return made(offset, std::move(call));
 }
 
 ExpressionPtr Parser::caseExpression() {
   const Depth depth(*this);
-  auto choice = node(Expression::Kind::Case);
+  const auto offset = peek().offset;
+  Case choice;
   expectWord("CASE");
-  if (!isWord("WHEN")) choice->left = expression();
+  if (!isWord("WHEN")) choice.operand = expression();
   while (takeWord("WHEN")) {
-    choice->arguments.push_back(expression());
+    auto& when = choice.whens.emplace_back();
+    when.condition = expression();
     expectWord("THEN");
-    choice->arguments.push_back(expression());
+    when.result = expression();
   }
-  if (choice->arguments.empty()) unexpected("WHEN");
-  if (takeWord("ELSE")) choice->right = expression();
+  if (choice.whens.empty()) unexpected("WHEN");
+  if (takeWord("ELSE")) choice.otherwise = expression();
   expectWord("END");
-  return choice;
+  return made(offset, std::move(choice));
 }
 
 ExpressionPtr Parser::cast() {
   const Depth depth(*this);
-  auto conversion = node(Expression::Kind::Cast);
+  const auto offset = peek().offset;
+  Cast cast;
   expectWord("CAST");
   expectSymbol("(");
-  conversion->left = expression();
+  cast.value = expression();
   expectWord("AS");
-  conversion->type = type();
+  cast.target = type();
   expectSymbol(")");
-  return conversion;
+  return made(offset, std::move(cast));
 }
 
 ExpressionPtr Parser::convert() {
   const Depth depth(*this);
-  auto conversion = node(Expression::Kind::Cast);
+  const auto offset = peek().offset;
+  Cast cast;
   expectWord("CONVERT");
   expectSymbol("(");
-  conversion->type = type();
+  cast.target = type();
   expectSymbol(",");
-  conversion->left = expression();
-  if (takeSymbol(",")) conversion->style = integer();
+  cast.value = expression();
+  if (takeSymbol(",")) {
+    const std::string style = integer();
+    int number = -1;
+    std::from_chars(style.data(), style.data() + style.size(), number);
+    cast.style = number;
+  }
   expectSymbol(")");
-  return conversion;
+  return made(offset, std::move(cast));
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

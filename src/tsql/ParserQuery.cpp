@@ -4,7 +4,7 @@
 #include "tsql/Names.h"
 #include "tsql/Parser.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 namespace {
 
 /// Words that end an item, so that they are never an alias without AS.
@@ -30,7 +30,7 @@ Query Parser::query() {
     do {
       auto& table = query.with.emplace_back();
       table.name = name("the name of a common table expression");
-      if (isSymbol("(")) table.columns = nameList();
+      if (isSymbol("(")) table.columnNames = nameList();
       expectWord("AS");
       expectSymbol("(");
       table.select = selectExpression();
@@ -47,21 +47,19 @@ SelectPtr Parser::selectExpression() {
   Select* last = first.get();
   for (int branches = 1;; ++branches) {
     if (branches > kMostBranches) unexpected("fewer queries joined by UNION, EXCEPT or INTERSECT");
-    std::string operation;
-    if (takeWord("UNION"))
-      operation = takeWord("ALL") ? "UNION ALL" : "UNION";
-    else if (takeWord("EXCEPT"))
-      operation = "EXCEPT";
-    else if (takeWord("INTERSECT"))
-      operation = "INTERSECT";
-    else
-      break;
-    last->setOperation = operation;
+    last->setOperation = setOperation();
+    if (last->setOperation == SetOperation::None) break;
     last->next = selectCore();
     last = last->next.get();
   }
   if (takeWords({"ORDER", "BY"})) first->orderBy = orderBy();
   return first;
+}
+
+SetOperation Parser::setOperation() {
+  if (takeWord("UNION")) return takeWord("ALL") ? SetOperation::UnionAll : SetOperation::Union;
+  if (takeWord("EXCEPT")) return SetOperation::Except;
+  return takeWord("INTERSECT") ? SetOperation::Intersect : SetOperation::None;
 }
 
 SelectPtr Parser::selectCore() {
@@ -92,36 +90,45 @@ void Parser::selectList(Select& select) {
   do {
     auto& item = select.items.emplace_back();
     item.value = expression();
-    if (takeWord("AS")) {
-      const bool text = peek().kind == Token::Kind::Text;
-      item.alias = text ? scan_.literals[take().literal].text : name("an alias");
-    } else if (peek().kind == Token::Kind::QuotedName ||
-               (peek().kind == Token::Kind::Word && !contains(kReserved, peek().text))) {
-      item.alias = std::string(take().text);
+    if (isWord("AS") && peek(1).kind == Token::Kind::Text) {
+      take();
+      item.alias = scan_.literals[take().literal].text;
+    } else {
+      item.alias = alias();
     }
   } while (takeSymbol(","));
+}
+
+/// The name behind an item, with or without AS; empty when there is none.
+std::string Parser::alias() {
+  if (takeWord("AS")) return name("an alias");
+  const Token& token = peek();
+  const bool free = token.kind == Token::Kind::Word && !contains(kReserved, token.text);
+  return free || token.kind == Token::Kind::QuotedName ? std::string(take().text) : std::string();
 }
 
 std::vector<Source> Parser::sources() {
   std::vector<Source> sources;
   sources.push_back(source());
   for (;;) {
-    std::string join = takeSymbol(",") ? "," : joinKind();
-    if (join.empty()) return sources;
+    const JoinKind join = takeSymbol(",") ? JoinKind::Comma : joinKind();
+    if (join == JoinKind::None) return sources;
     sources.push_back(source());
     sources.back().join = join;
-    if (join == "," || join == "CROSS JOIN") continue;
+    if (join == JoinKind::Comma || join == JoinKind::Cross) continue;
     expectWord("ON");
     sources.back().condition = expression();
   }
 }
 
-std::string Parser::joinKind() {
-  if (takeWord("JOIN") || takeWords({"INNER", "JOIN"})) return "INNER JOIN";
-  if (takeWords({"CROSS", "JOIN"})) return "CROSS JOIN";
-  for (const std::string side : {"LEFT", "RIGHT", "FULL"})
-    if (takeWords({side, "OUTER", "JOIN"}) || takeWords({side, "JOIN"})) return side + " OUTER JOIN";
-  return {};
+JoinKind Parser::joinKind() {
+  static constexpr std::pair<std::string_view, JoinKind> kOuter[] = {
+      {"LEFT", JoinKind::Left}, {"RIGHT", JoinKind::Right}, {"FULL", JoinKind::Full}};
+  if (takeWord("JOIN") || takeWords({"INNER", "JOIN"})) return JoinKind::Inner;
+  if (takeWords({"CROSS", "JOIN"})) return JoinKind::Cross;
+  for (const auto& [side, kind] : kOuter)
+    if (takeWords({side, "OUTER", "JOIN"}) || takeWords({side, "JOIN"})) return kind;
+  return JoinKind::None;
 }
 
 Source Parser::source() {
@@ -134,17 +141,13 @@ Source Parser::source() {
     source.table = tableName();
     hints();
   }
-  if (takeWord("AS"))
-    source.alias = name("an alias");
-  else if (peek().kind == Token::Kind::QuotedName ||
-           (peek().kind == Token::Kind::Word && !contains(kReserved, peek().text)))
-    source.alias = std::string(take().text);
+  source.alias = alias();
   hints();
   if (source.alias.empty() && source.select) unexpected("an alias for the derived table");
   return source;
 }
 
-/// WITH (NOLOCK), WITH(NOLOCK) or (NOLOCK): locking hints mean nothing to an embedded database.
+/// WITH (NOLOCK), WITH(NOLOCK) or (NOLOCK): how to lock is left to the database.
 void Parser::hints() {
   const std::size_t open = isWord("WITH") ? 1 : 0;
   if (!isSymbol("(", open) || !contains(kHints, peek(open + 1).text)) return;
@@ -167,4 +170,4 @@ std::vector<OrderItem> Parser::orderBy() {
   return items;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

@@ -1,9 +1,7 @@
-#include "tsql/DeclaredType.h"
 #include "tsql/Names.h"
 #include "tsql/Parser.h"
-#include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 
 SchemaChange Parser::create() {
   expectWord("CREATE");
@@ -59,7 +57,7 @@ ColumnDefinition Parser::columnDefinition() {
     } else if (takeWord("CONSTRAINT")) {
       name("the name of a constraint");
     } else if (takeWord("DEFAULT")) {
-      definition.defaultText = defaultValue();
+      definition.defaultValue = defaultValue();
     } else if (takeWords({"PRIMARY", "KEY"})) {
       definition.primaryKey = true;
     } else if (takeWord("UNIQUE")) {
@@ -70,23 +68,18 @@ ColumnDefinition Parser::columnDefinition() {
   }
 }
 
-/// A literal default. It is stored as the column stores values, so a decimal must be written out by the column.
-std::string Parser::defaultValue() {
+DefaultValue Parser::defaultValue() {
   const bool parentheses = takeSymbol("(");
-  std::string value;
-  if (takeWord("NULL")) {
-    value = "NULL";
-  } else {
+  DefaultValue value;
+  if (!takeWord("NULL")) {
     const bool negative = takeSymbol("-");
     const Token& token = peek();
     if (token.kind != Token::Kind::Number && token.kind != Token::Kind::Text) unexpected("a literal default");
     const Literal& literal = scan_.literals[take().literal];
     if (literal.kind == Literal::Kind::Text) {
-      value = "'";
-      for (const char c : literal.text) value.append(c == '\'' ? 2 : 1, c);
-      value += '\'';
+      value = {DefaultValue::Kind::Text, literal.text};
     } else if (literal.kind == Literal::Kind::Integer) {
-      value = (negative ? "-" : "") + literal.text;
+      value = {DefaultValue::Kind::Integer, (negative ? "-" : "") + literal.text};
     } else {
       unexpected("a default that is a text or a whole number");
     }
@@ -115,15 +108,13 @@ SchemaChange Parser::createIndex(bool unique) {
   change.table = tableName();
   expectSymbol("(");
   do {
-    std::string column = name("a column name");
-    const bool descending = takeWord("DESC");
-    if (!descending) takeWord("ASC");
-    change.indexColumns.emplace_back(std::move(column), descending);
+    auto& column = change.indexColumns.emplace_back();
+    column.name = name("a column name");
+    column.descending = takeWord("DESC");
+    if (!column.descending) takeWord("ASC");
   } while (takeSymbol(","));
   expectSymbol(")");
-  // Included columns make an index cover a query; here they are simply its last columns.
-  if (takeWord("INCLUDE"))
-    for (auto& column : nameList()) change.indexColumns.emplace_back(std::move(column), false);
+  if (takeWord("INCLUDE")) change.includedColumns = nameList();
   return change;
 }
 
@@ -167,7 +158,7 @@ Type Parser::type() {
     expectSymbol(")");
     text += ")";
   }
-  return parseDeclaredType(text);
+  return parseType(text);
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

@@ -1,14 +1,17 @@
+#include <cassert>
+
 #include "tsql/Parser.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 
-ParsedStatement Parser::statement() {
+Statement Parser::statement() {
   while (takeSymbol(";")) {
   }
   if (peek().kind == Token::Kind::End) throw values::Errore("Command text was not set for the command object");
-  ParsedStatement parsed = body();
+  Statement parsed = body();
   end();
+  assert(depth_ == 0);
   return parsed;
 }
 
@@ -23,7 +26,7 @@ void Parser::end() {
   }
 }
 
-ParsedStatement Parser::body() {
+Statement Parser::body() {
   if (isWord("SELECT") || isWord("WITH") || isSymbol("(")) return query();
   if (isWord("CREATE")) return create();
   if (isWord("DROP")) return drop();
@@ -93,7 +96,7 @@ Change Parser::update() {
     std::string column = name("a column name");
     while (takeSymbol(".")) column = name("a column name");
     expectSymbol("=");
-    change.assignments.emplace_back(std::move(column), expression());
+    change.assignments.push_back({std::move(column), expression()});
   } while (takeSymbol(","));
   if (takeWord("FROM")) change.sources = sources();
   if (takeWord("WHERE")) change.where = expression();
@@ -112,4 +115,4 @@ Change Parser::erase() {
   return change;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

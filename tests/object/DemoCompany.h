@@ -20,7 +20,7 @@ using bukorval::CLSKORVAL;
 class DemoCompany : public testing::Test {
  protected:
   DemoCompany() {
-    ado::sqlite::registerSqlite();
+    sqlite::registerSqlite();
     suite::registraServiziSuite();
     schema::create(*db);
     demo::creaDemo(*db);

@@ -33,8 +33,8 @@ class CommitWatch {
   }
 
  private:
-  ado::sqlite::Database database_;
-  ado::sqlite::Prepared version_;
+  sqlite::Database database_;
+  sqlite::Prepared version_;
 };
 
 /// Runs that fail at every statement in turn.

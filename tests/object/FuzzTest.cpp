@@ -205,7 +205,7 @@ class Watched : public testing_support::FaultConnection {
   using FaultConnection::FaultConnection;
   ado::RecordsetPtr Execute(std::string_view text) override {
     auto rows = FaultConnection::Execute(text);
-    EXPECT_NO_THROW(ado::odbc::requireSingleStatement(text)) << text;
+    EXPECT_NO_THROW(odbc::requireSingleStatement(text)) << text;
     return rows;
   }
 };

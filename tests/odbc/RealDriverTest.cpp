@@ -19,7 +19,7 @@ namespace {
 constexpr const char* kEmbedded = "SQLite3";
 
 bool hasEmbeddedDriver() {
-  const ado::odbc::Handle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
+  const odbc::Handle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
   SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
   std::array<SQLCHAR, 128> name{};
   SQLSMALLINT length = 0;
@@ -33,7 +33,7 @@ bool hasEmbeddedDriver() {
 }
 
 ado::ConnectionPtr opened(const std::string& text) {
-  ado::odbc::registerOdbc();
+  odbc::registerOdbc();
   // The embedded driver knows narrow texts only, and the driver manager turns them as the locale says.
   std::setlocale(LC_CTYPE, "C.UTF-8");
   auto connection = ado::createConnection();

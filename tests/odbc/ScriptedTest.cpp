@@ -20,7 +20,7 @@ const std::string kDriver = "Driver={" BUKORVAL_SCRIPTED_DRIVER "}";
 class Scripted : public testing::Test {
  protected:
   void SetUp() override {
-    ado::odbc::registerOdbc();
+    odbc::registerOdbc();
     connection->ConnectionString = "Provider=ODBC;" + kDriver + ";";
     connection->Open();
   }

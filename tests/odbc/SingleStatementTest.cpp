@@ -22,7 +22,7 @@ TEST(SingleStatement, LetsOneThrough) {
         "SELECT X -- ; DELETE FROM A\r\n FROM A /* ; DROP /* nested */ TABLE A */",
         "SELECT [DELETE], [a]] DROP TABLE A], \"x\"\" EXEC P\" FROM [SELECT].[UPDATE]", "SELECT '''; DROP TABLE A --'",
         "SELECT X & ~1 | 2 ^ Y FROM A", "SELECT N'perché' AS [città]", "SELECT X AS UPDATED, CREATED FROM EXECUTION"}) {
-    EXPECT_NO_THROW(ado::odbc::requireSingleStatement(text)) << text;
+    EXPECT_NO_THROW(odbc::requireSingleStatement(text)) << text;
   }
 }
 
@@ -62,7 +62,7 @@ TEST(SingleStatement, RefusesTwoAndSaysWhereTheSecondBegins) {
        }) {
     std::string message;
     try {
-      ado::odbc::requireSingleStatement(text);
+      odbc::requireSingleStatement(text);
     } catch (const values::Errore& error) {
       message = error.what();
     }

@@ -5,16 +5,16 @@
 #include <string>
 
 #include "ado/recordset/Recordset.h"
-#include "sqlite/Scaled.h"
 #include "sqlite/SqliteConnection.h"
+#include "sqlite/storage/Scaled.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 
 namespace sqlite_tests {
 namespace {
 
-using ado::sqlite::Int128;
-using ado::sqlite::unitsToPlainText;
+using sqlite::Int128;
+using sqlite::unitsToPlainText;
 
 struct Money {
   const char* name;
@@ -40,7 +40,7 @@ class ExactMoney : public testing::TestWithParam<Money> {
   }
   std::string text(Int128 units) const { return unitsToPlainText(units, GetParam().scale); }
 
-  ado::sqlite::SqliteConnection connection;
+  sqlite::SqliteConnection connection;
 };
 
 TEST_P(ExactMoney, SumsEqualIntegerArithmetic) {

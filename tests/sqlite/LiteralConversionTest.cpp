@@ -4,19 +4,19 @@
 #include <sstream>
 
 #include "sqlite/LiteralConversion.h"
-#include "sqlite/functions/LikePattern.h"
+#include "sqlite/functions/SqlLikePattern.h"
 #include "values/Errore.h"
 
 namespace sqlite_tests {
 namespace {
 
-using ado::sqlite::dialect::Binding;
-using ado::sqlite::dialect::Literal;
-using ado::sqlite::dialect::Type;
-using ado::sqlite::dialect::TypeKind;
+using sqlite::Binding;
+using tsql::Literal;
+using tsql::Type;
+using tsql::TypeKind;
 using Kind = Literal::Kind;
 
-std::string shownValue(const ado::sqlite::BoundValue& value) {
+std::string shownValue(const sqlite::BoundValue& value) {
   std::ostringstream out;
   std::visit([&](const auto& v) { out << std::setprecision(17) << v; }, value);
   return out.str();
@@ -86,7 +86,7 @@ TEST(LiteralConversion, GivesTheStoredFormOrSqlServersError) {
     const Literal literal{c.kind, c.text};
     std::string outcome;
     try {
-      outcome = shownValue(ado::sqlite::convertedValue(literal, binding));
+      outcome = shownValue(sqlite::convertedValue(literal, binding));
     } catch (const values::Errore& error) {
       outcome = error.what();
     }
@@ -123,7 +123,7 @@ TEST(LikePattern, MatchesAsSqlServerDoes) {
                                  {"a]", "a]", true},
                                  {"60010 00000  ", "60010%", true}};
   for (const auto& row : rows) {
-    EXPECT_EQ(ado::sqlite::LikePattern(row.pattern).matches(row.text), row.matches)
+    EXPECT_EQ(sqlite::SqlLikePattern(row.pattern).matches(row.text), row.matches)
         << row.text << " LIKE " << row.pattern;
   }
 }

@@ -10,7 +10,7 @@
 namespace provider_cases {
 
 const Provider kSqlite{"SQLite", [] {
-                         ado::sqlite::registerSqlite();
+                         sqlite::registerSqlite();
                          auto connection = ado::createConnection();
                          connection->ConnectionString = "Provider=SQLite;Data Source=:memory:";
                          connection->Open();
@@ -40,8 +40,8 @@ std::string failureOf(const std::function<void()>& action) {
 void runRaw(const TemporaryDatabase& file, const char* sql) {
   sqlite3* raw = nullptr;
   ASSERT_EQ(sqlite3_open(file.path().c_str(), &raw), SQLITE_OK);
-  const ado::sqlite::Database database(raw);
-  ado::sqlite::run(raw, sql);
+  const sqlite::Database database(raw);
+  sqlite::run(raw, sql);
 }
 
 TEST(SqliteOpen, AMissingFileIsMadeOnlyWhenAsked) {
@@ -56,7 +56,7 @@ TEST(SqliteOpen, SaysWhatIsWrong) {
   const TemporaryDatabase file;
   std::ofstream(file.path()) << std::string(4096, 'x');
   EXPECT_NE(failureOf([&] { file.open(""); }).find("not a database"), std::string::npos);
-  EXPECT_NE(failureOf([] { ado::sqlite::SqliteConnection().Open(); }).find("Data Source"), std::string::npos);
+  EXPECT_NE(failureOf([] { sqlite::SqliteConnection().Open(); }).find("Data Source"), std::string::npos);
 }
 
 TEST(SqliteOpen, ReadModeRefusesWrites) {

@@ -26,8 +26,8 @@ class TemporaryDatabase {
   std::string connectionString(const std::string& more = {}) const {
     return "Provider=SQLite;Data Source=" + path() + more;
   }
-  std::shared_ptr<ado::sqlite::SqliteConnection> open(const std::string& more = ";Create=True") const {
-    auto connection = std::make_shared<ado::sqlite::SqliteConnection>();
+  std::shared_ptr<sqlite::SqliteConnection> open(const std::string& more = ";Create=True") const {
+    auto connection = std::make_shared<sqlite::SqliteConnection>();
     connection->ConnectionString = connectionString(more);
     connection->Open();
     return connection;

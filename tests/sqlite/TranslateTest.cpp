@@ -7,11 +7,14 @@
 #include <vector>
 
 #include "sqlite/emitter/Translate.h"
-#include "tsql/DeclaredType.h"
+#include "sqlite/storage/StoredType.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+
+using namespace tsql;
+
 namespace {
 
 using testing::HasSubstr;
@@ -206,4 +209,4 @@ TEST(Dialect, DeepNestingIsRefused) {
 }
 
 }  // namespace
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

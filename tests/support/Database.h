@@ -12,7 +12,7 @@ namespace testing_support {
 
 /// An empty database in memory with every table.
 inline ado::ConnectionPtr memoryDatabase() {
-  ado::sqlite::registerSqlite();
+  sqlite::registerSqlite();
   auto db = ado::createConnection();
   db->ConnectionString = "Provider=SQLite;Data Source=:memory:";
   db->Open();

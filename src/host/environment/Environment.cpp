@@ -19,8 +19,8 @@ namespace bukorval::host {
 std::string sqliteConnectionString(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
 
 Environment::Environment() {
-  ado::sqlite::registerSqlite();
-  ado::odbc::registerOdbc();
+  sqlite::registerSqlite();
+  odbc::registerOdbc();
   suite::registraServiziSuite();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -9,113 +8,95 @@
 #include <vector>
 
 #include "sqlite/emitter/Piece.h"
-#include "tsql/Ast.h"
+#include "sqlite/emitter/Translate.h"
 #include "tsql/Lexer.h"
+#include "tsql/Statement.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
 
-/// A table, stage or derived table as a FROM clause shows it.
-struct Relation {
-  std::string alias;
-  std::vector<ResultColumn> columns;
-};
-
-/// The relations that an expression may name, and those of the query around it.
-struct Scope {
-  std::vector<Relation> relations;
-  const Scope* outer = nullptr;
-};
-
-/// A common table expression that statements may read.
+/// How the statements name a common table expression.
 struct NamedQuery {
   std::string sqlName;
-  std::vector<ResultColumn> columns;
-  const CommonTable* recursive = nullptr;  ///< written into each statement that reads it
+  const tsql::CommonTable* inlined = nullptr;  ///< written into each statement that reads it; null for a stage
 };
 
-/// Writes one SQLite statement after another from parsed pieces, resolving names and types.
+/// Writes one SQLite statement after another from resolved pieces of a tree.
 class Emitter {
  public:
-  Emitter(const Scan& scan, const Catalog& catalog) : scan_(scan), catalog_(catalog) {}
+  explicit Emitter(const tsql::Scan& scan) : scan_(scan) {}
 
   std::map<std::string, NamedQuery> named;  ///< by upper-case name
 
-  struct Rows {
-    std::string sql;
-    std::vector<ResultColumn> columns;
-  };
   /// A select in SQLite's words; `targets` asks for the columns in given types.
-  Rows select(const Select& select, const Scope* outer, const std::vector<Type>* targets = nullptr);
-  /// Adds the recursive queries that the statement reads in front of it.
-  std::string withRecursive(const std::string& body);
-  /// Emission of a recursive query's columns, before anything reads it.
-  std::vector<ResultColumn> recursiveColumns(const CommonTable& table);
+  std::string select(const tsql::Select& select, const std::vector<tsql::Type>* targets = nullptr);
+  /// Adds the inlined queries that the statement reads in front of it.
+  std::string withInlined(const std::string& body);
+  /// The whole-number column that no two rows of the select share and that is never Null, if one can be told.
+  std::optional<std::size_t> keyColumn(const tsql::Select& select) const;
 
-  std::optional<std::size_t> keyColumn(const Select& select, const std::vector<ResultColumn>& columns) const;
-
-  std::string insert(const Change& change);
-  std::string update(const Change& change);
-  std::string erase(const Change& change);
+  std::string insert(const tsql::Change& change);
+  std::string update(const tsql::Change& change);
+  std::string erase(const tsql::Change& change);
 
   /// Ends the statement: its text with the bindings of the parameters it uses.
-  Statement finish(std::string sql);
+  StepText finish(std::string sql);
 
  private:
-  // Names (EmitterScope.cpp)
-  Relation relation(const Source& source, const Scope* outer, std::string& sql);
-  const Table& table(std::string_view name) const;
-  Piece column(const Expression& e, const Scope& scope) const;
-  std::vector<ResultColumn> rename(std::vector<ResultColumn> columns, const CommonTable& table) const;
-
   // Selects (EmitterSelect.cpp)
-  Rows core(const Select& select, const Scope* outer, const std::vector<Type>* targets,
-            const std::vector<OrderItem>* orderBy);
-  std::string from(const std::vector<Source>& sources, const std::vector<bool>& dropped, Scope& scope, bool stageFirst);
-  bool readsStageFirst(const Select& select) const;
-  std::vector<bool> droppedJoins(const Select& select, const std::vector<OrderItem>* orderBy) const;
-  std::vector<Piece> items(const Select& select, const Scope& scope, std::vector<ResultColumn>& columns);
-  std::string order(const std::vector<OrderItem>& orderBy, const std::vector<ResultColumn>& columns,
-                    const Scope& scope);
+  std::string core(const tsql::Select& select, const std::vector<tsql::Type>* targets,
+                   const std::vector<tsql::OrderItem>& orderBy);
+  std::string source(const tsql::Source& source);
+  std::string from(const std::vector<tsql::Source>& sources, const std::vector<bool>& dropped, bool stageFirst);
+  const NamedQuery* namedQuery(const tsql::Source& source) const;
+  bool readsStageFirst(const tsql::Select& select) const;
+  std::vector<Piece> items(const tsql::Select& select);
+  std::string order(const std::vector<tsql::OrderItem>& orderBy);
+
+  // Changes (EmitterChange.cpp)
+  std::string guard(const tsql::Change& change);
+  std::string where(const tsql::Change& change);
 
   // Expressions (EmitterExpression.cpp)
-  Piece expression(const Expression& e, const Scope& scope);
-  std::string predicate(const Expression& e, const Scope& scope);
-  Piece unary(const Expression& e, const Scope& scope);
-  Piece binary(const Expression& e, const Scope& scope);
-  Piece concatenation(Piece a, Piece b);
-  Piece arithmetic(char op, Piece a, Piece b);
-  Piece choice(const Expression& e, const Scope& scope);
-  Piece in(const Expression& e, const Scope& scope);
-  Piece like(const Expression& e, const Scope& scope);
-  Piece subquery(const Expression& e, const Scope& scope);
-  std::string comparison(std::string_view op, const Piece& a, const Piece& b);
-  std::string literalComparison(std::string_view op, const Piece& value, const Piece& literal);
+  Piece expression(const tsql::Expression& e);
+  std::string words(const tsql::Expression& e) { return value(expression(e)); }
+  std::string sql(const tsql::Not& node, const tsql::Expression& e);
+  std::string sql(const tsql::Logic& node, const tsql::Expression& e);
+  std::string sql(const tsql::Comparison& node, const tsql::Expression& e);
+  std::string sql(const tsql::Arithmetic& node, const tsql::Expression& e);
+  std::string sql(const tsql::Call& node, const tsql::Expression& e);
+  std::string sql(const tsql::Cast& node, const tsql::Expression& e);
+  std::string sql(const tsql::Case& node, const tsql::Expression& e);
+  std::string sql(const tsql::InList& node, const tsql::Expression& e);
+  std::string sql(const tsql::InQuery& node, const tsql::Expression& e);
+  std::string sql(const tsql::Between& node, const tsql::Expression& e);
+  std::string sql(const tsql::Like& node, const tsql::Expression& e);
+  std::string sql(const tsql::IsNull& node, const tsql::Expression& e);
+  std::string sql(const tsql::Exists& node, const tsql::Expression& e);
+  std::string sql(const tsql::ScalarQuery& node, const tsql::Expression& e);
+  [[noreturn]] std::string sql(const tsql::LastIdentity& node, const tsql::Expression& e);
+  Piece signedPiece(const tsql::Sign& node);
+  std::string comparison(tsql::ComparisonOperator op, const Piece& a, const Piece& b);
+  std::string literalComparison(tsql::ComparisonOperator op, const Piece& side, const Piece& literal);
 
   // Functions (EmitterFunction.cpp)
-  Piece function(const Expression& e, const Scope& scope);
-  Piece aggregate(const Expression& e, const Scope& scope);
-  Piece cast(const Expression& e, const Scope& scope);
-  Piece dateFunction(const Expression& e, const Scope& scope);
+  std::string aggregate(const tsql::Call& call, const tsql::Expression& e);
+  std::string dateFunction(const tsql::Call& call);
+  std::string number(const tsql::Call& call, const tsql::Expression& e, const std::vector<Piece>& arguments);
 
   // Conversions (EmitterConversion.cpp)
-  Type literalType(std::size_t literal) const;
   std::string bind(Binding binding);
   /// Words for a piece in its own type.
   std::string value(const Piece& piece);
   Piece valued(Piece piece);
   /// Words for a piece as `target` stores it.
-  std::string converted(const Piece& piece, const Type& target);
-  std::string assigned(const Piece& piece, const Column& column);
+  std::string converted(const Piece& piece, const tsql::Type& target);
+  std::string assigned(const Piece& piece, const tsql::Column& column);
 
-  std::string guard(const Change& change, const Scope& scope);
-  [[noreturn]] void fail(const std::string& message, std::size_t offset) const;
+  [[noreturn]] void fail(const std::string& message, std::size_t offset) const { failAt(scan_, message, offset); }
 
-  const Scan& scan_;
-  const Catalog& catalog_;
+  const tsql::Scan& scan_;
   std::vector<Binding> bindings_;
   std::set<std::string> used_;  ///< named queries that the statement reads
 };
 
-Type booleanType();
-
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

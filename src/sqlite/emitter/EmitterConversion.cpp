@@ -1,62 +1,23 @@
-#include <algorithm>
-
 #include "sqlite/emitter/Emitter.h"
-#include "tsql/Names.h"
+#include "sqlite/storage/StoredType.h"
 #include "values/Errore.h"
-#include "values/Text.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+
+using namespace tsql;
+
 namespace {
 
 std::string tenTo(int exponent) { return "1" + std::string(static_cast<std::size_t>(exponent), '0'); }
 
-std::string call(std::string_view function, std::initializer_list<std::string> arguments) {
-  std::string sql(function);
-  const char* separator = "(";
-  for (const auto& argument : arguments) {
-    sql.append(separator).append(argument);
-    separator = ", ";
-  }
-  return sql + ")";
-}
-
-std::string quoted(std::string_view text) {
-  std::string sql = "'";
-  for (const char c : text) sql.append(c == '\'' ? 2 : 1, c);
-  return sql + "'";
-}
-
 std::string rescaled(const std::string& sql, const Type& from, const Type& to) {
   const int step = scaleOf(to) - scaleOf(from);
   if (step == 0) return sql;
-  if (step > 0 && precisionOf(from) + step <= 18) return "(" + sql + " * " + tenTo(step) + ")";
+  if (step > 0 && precisionOf(from) + step <= kStoredPrecision) return "(" + sql + " * " + tenTo(step) + ")";
   return call("bk_rescale", {sql, std::to_string(scaleOf(from)), std::to_string(scaleOf(to))});
 }
 
 }  // namespace
-
-Type booleanType() { return {.kind = TypeKind::Bit, .nullable = true}; }
-
-void Emitter::fail(const std::string& message, std::size_t offset) const {
-  const auto& end = scan_.tokens.back();
-  const char* text = end.text.data() - end.offset;
-  throw values::Errore(message + " near '" + std::string(std::string_view(text, end.offset).substr(offset, 60)) + "'");
-}
-
-Type Emitter::literalType(std::size_t index) const {
-  const Literal& literal = scan_.literals[index];
-  const int digits = static_cast<int>(literal.text.size());
-  switch (literal.kind) {
-    case Literal::Kind::Integer:
-      if (digits <= 9) return integerType();
-      if (digits <= 18) return decimalType(18, 0);
-      return decimalType(38, 0);
-    case Literal::Kind::Decimal: return decimalType(digits <= 18 ? 18 : 38, literal.scale);
-    case Literal::Kind::Float: return {.kind = TypeKind::Float};
-    case Literal::Kind::Text: break;
-  }
-  return textType(0);
-}
 
 std::string Emitter::bind(Binding binding) {
   bindings_.push_back(std::move(binding));
@@ -118,7 +79,7 @@ std::string Emitter::assigned(const Piece& piece, const Column& column) {
                  .column = column.name});
   const std::string sql = converted(piece, target);
   const Type& from = piece.type;
-  const std::string name = quoted(column.name);
+  const std::string name = quotedText(column.name);
   switch (target.kind) {
     case TypeKind::Decimal:
       if (isNumeric(from) && scaleOf(from) <= target.scale &&
@@ -138,11 +99,11 @@ std::string Emitter::assigned(const Piece& piece, const Column& column) {
   }
 }
 
-Statement Emitter::finish(std::string sql) {
-  Statement statement{std::move(sql), std::move(bindings_)};
+StepText Emitter::finish(std::string sql) {
+  StepText text{std::move(sql), std::move(bindings_)};
   bindings_.clear();
   used_.clear();
-  return statement;
+  return text;
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

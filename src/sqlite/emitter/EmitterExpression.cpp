@@ -1,251 +1,239 @@
-#include <algorithm>
+#include <cassert>
 
 #include "sqlite/emitter/Emitter.h"
-#include "tsql/Names.h"
-#include "values/Errore.h"
+#include "sqlite/storage/StoredType.h"
+#include "tsql/TypeRules.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+
+using namespace tsql;
+
 namespace {
 
-constexpr std::string_view kComparisons = "= <> <= >= < >";
-constexpr std::string_view kTextCollation = " COLLATE BK_TEXT";
-
-bool isComparison(std::string_view op) {
-  return !op.empty() && (op[0] == '=' || op[0] == '<' || op[0] == '>') &&
-         kComparisons.find(op) != std::string_view::npos;
+constexpr std::string_view symbol(ComparisonOperator op) {
+  switch (op) {
+    case ComparisonOperator::Equal: return "=";
+    case ComparisonOperator::NotEqual: return "<>";
+    case ComparisonOperator::Less: return "<";
+    case ComparisonOperator::Greater: return ">";
+    case ComparisonOperator::LessOrEqual: return "<=";
+    case ComparisonOperator::GreaterOrEqual: return ">=";
+  }
+  return {};
 }
 
-std::string_view mirrored(std::string_view op) {
-  if (op == "<") return ">";
-  if (op == ">") return "<";
-  if (op == "<=") return ">=";
-  if (op == ">=") return "<=";
-  return op;
+constexpr ComparisonOperator mirrored(ComparisonOperator op) {
+  switch (op) {
+    case ComparisonOperator::Less: return ComparisonOperator::Greater;
+    case ComparisonOperator::Greater: return ComparisonOperator::Less;
+    case ComparisonOperator::LessOrEqual: return ComparisonOperator::GreaterOrEqual;
+    case ComparisonOperator::GreaterOrEqual: return ComparisonOperator::LessOrEqual;
+    default: return op;
+  }
+}
+
+/// An operator of the engine, and the functions that do its work where it cannot; none where it always can.
+struct ArithmeticWords {
+  std::string_view symbol, wide, whole, real;
+};
+constexpr ArithmeticWords arithmeticWords(ArithmeticOperator op) {
+  switch (op) {
+    case ArithmeticOperator::Add: return {" + ", "bk_add", "", ""};
+    case ArithmeticOperator::Subtract: return {" - ", "bk_sub", "", ""};
+    case ArithmeticOperator::Multiply: return {" * ", "bk_mul", "", ""};
+    case ArithmeticOperator::Divide: return {"", "bk_div", "bk_int_div", "bk_float_div"};
+    case ArithmeticOperator::Modulo: return {"", "bk_mod", "bk_mod", "bk_float_mod"};
+    case ArithmeticOperator::Concatenate: return {" || ", "", "", ""};
+  }
+  return {};
+}
+
+std::string infix(std::string_view left, std::string_view op, std::string_view right) {
+  return std::string("(").append(left).append(op).append(right).append(")");
 }
 
 /// Both sides in words, comparable as the engine compares.
-std::string compared(std::string_view op, const std::string& a, const std::string& b, const Type& type, bool collated) {
-  if (isWide(type)) return "(bk_cmp(" + a + ", " + b + ") " + std::string(op) + " 0)";
+std::string compared(ComparisonOperator op, const std::string& a, const std::string& b, const Type& type,
+                     bool collated) {
+  const std::string sign = " " + std::string(symbol(op)) + " ";
+  if (isWide(type)) return infix(call("bk_cmp", {a, b}), sign, "0");
   const bool text = type.kind == TypeKind::Text && !collated;
-  return "(" + a + (text ? std::string(kTextCollation) : "") + " " + std::string(op) + " " + b + ")";
+  return infix(text ? a + std::string(kTextCollation) : a, sign, b);
+}
+
+std::string notIf(bool negated, const std::string& condition) { return (negated ? "(NOT " : "(") + condition + ")"; }
+
+/// Left side of an IN: a computed text has no collation of its own.
+std::string member(const std::string& sql, bool negated, const Type& type, bool column, const std::string& list) {
+  const bool collate = type.kind == TypeKind::Text && !column;
+  return "(" + sql + (collate ? std::string(kTextCollation) : "") + (negated ? " NOT IN (" : " IN (") + list + "))";
 }
 
 }  // namespace
 
-std::string Emitter::predicate(const Expression& e, const Scope& scope) { return value(expression(e, scope)); }
+Piece Emitter::expression(const Expression& e) {
+  if (const auto* constant = e.as<Constant>()) return {{}, e.type, constant->literal};
+  if (const auto* name = e.as<ColumnName>())
+    return {quotedName(name->relation) + "." + quotedName(name->column), e.type, std::nullopt, false, true};
+  if (const auto* sign = e.as<Sign>()) return signedPiece(*sign);
+  if (e.null) return {"NULL", e.type, std::nullopt, true};
+  return {std::visit(
+              [&](const auto& node) -> std::string {
+                if constexpr (requires { sql(node, e); }) return sql(node, e);
+                assert(false);  // the rest stands above or is refused by the resolver
+                return {};
+              },
+              e.node),
+          e.type};
+}
 
-Piece Emitter::expression(const Expression& e, const Scope& scope) {
-  switch (e.kind) {
-    case Expression::Kind::Literal: return {{}, literalType(e.literal), e.literal};
-    case Expression::Kind::Null: return Piece::ofNull();
-    case Expression::Kind::Column: return column(e, scope);
-    case Expression::Kind::Unary: return unary(e, scope);
-    case Expression::Kind::Binary: return binary(e, scope);
-    case Expression::Kind::Function: return function(e, scope);
-    case Expression::Kind::Cast: return cast(e, scope);
-    case Expression::Kind::Case: return choice(e, scope);
-    case Expression::Kind::In: return in(e, scope);
-    case Expression::Kind::Like: return like(e, scope);
-    case Expression::Kind::Subquery: return subquery(e, scope);
-    case Expression::Kind::Between: {
-      const Piece value = valued(expression(*e.left, scope));
-      const auto from = comparison(">=", value, expression(*e.arguments[0], scope));
-      const auto to = comparison("<=", value, expression(*e.arguments[1], scope));
-      return {(e.negated ? "(NOT (" : "((") + from + " AND " + to + "))", booleanType()};
-    }
-    case Expression::Kind::IsNull:
-      return {"(" + value(expression(*e.left, scope)) + (e.negated ? " IS NOT NULL)" : " IS NULL)"), booleanType()};
-    case Expression::Kind::Exists: return {"EXISTS (" + select(*e.select, &scope).sql + ")", booleanType()};
-    case Expression::Kind::Star: fail("Incorrect syntax: '*' is no value", e.offset);
-    case Expression::Kind::Variable: fail("Must declare the scalar variable \"" + e.name + "\"", e.offset);
+/// The connection answers for it, and only when nothing else is asked (see Translate.cpp).
+std::string Emitter::sql(const LastIdentity&, const Expression& e) {
+  fail("Must declare the scalar variable \"@@IDENTITY\"", e.offset);
+}
+
+std::string Emitter::sql(const Not& node, const Expression&) { return "(NOT " + words(*node.operand) + ")"; }
+
+Piece Emitter::signedPiece(const tsql::Sign& node) {
+  Piece operand = valued(expression(*node.operand));
+  if (operand.null || !node.negative) return operand;
+  return {isWide(operand.type) ? call("bk_sub", {"0", operand.sql}) : "(-" + operand.sql + ")", operand.type};
+}
+
+std::string Emitter::sql(const Logic& node, const Expression&) {
+  const auto left = words(*node.left);
+  return infix(left, node.op == LogicOperator::And ? " AND " : " OR ", words(*node.right));
+}
+
+std::string Emitter::sql(const Comparison& node, const Expression&) {
+  const Piece left = expression(*node.left);
+  return comparison(node.op, left, expression(*node.right));
+}
+
+std::string Emitter::sql(const Arithmetic& node, const Expression& e) {
+  Piece a = expression(*node.left);
+  Piece b = expression(*node.right);
+  const auto with = arithmeticWords(node.op);
+  if (node.op == ArithmeticOperator::Concatenate) {
+    const auto left = value(a);
+    return infix(left, with.symbol, value(b));
   }
-  fail("Incorrect syntax", e.offset);
-}
-
-Piece Emitter::unary(const Expression& e, const Scope& scope) {
-  if (e.name == "NOT") return {"(NOT " + predicate(*e.left, scope) + ")", booleanType()};
-  Piece operand = valued(expression(*e.left, scope));
-  if (operand.null || e.name == "+") return operand;
-  if (operand.type.kind == TypeKind::Text || operand.type.kind == TypeKind::DateTime)
-    fail("Operand data type " + typeName(operand.type) + " is invalid for minus", e.offset);
-  return {isWide(operand.type) ? "bk_sub(0, " + operand.sql + ")" : "(-" + operand.sql + ")", operand.type};
-}
-
-Piece Emitter::binary(const Expression& e, const Scope& scope) {
-  if (e.name == "AND" || e.name == "OR")
-    return {"(" + predicate(*e.left, scope) + " " + e.name + " " + predicate(*e.right, scope) + ")", booleanType()};
-  const Piece a = expression(*e.left, scope);
-  const Piece b = expression(*e.right, scope);
-  if (isComparison(e.name)) return {comparison(e.name, a, b), booleanType()};
-  if (a.null || b.null) return Piece::ofNull();
-  if (e.name == "+" && a.type.kind == TypeKind::Text && b.type.kind == TypeKind::Text) return concatenation(a, b);
-  if (a.type.kind == TypeKind::DateTime || b.type.kind == TypeKind::DateTime)
-    fail("Arithmetic on dates is done with DATEADD and DATEDIFF", e.offset);
-  return arithmetic(e.name[0], a, b);
-}
-
-Piece Emitter::concatenation(Piece a, Piece b) {
-  Type type = textType(a.type.length == 0 || b.type.length == 0 ? 0 : a.type.length + b.type.length,
-                       a.type.wide || b.type.wide);
-  return {"(" + value(a) + " || " + value(b) + ")", type};
-}
-
-Piece Emitter::arithmetic(char op, Piece a, Piece b) {
-  const int divisorDigits = b.literal ? static_cast<int>(scan_.literals[*b.literal].text.size()) : 0;
-  // Text among numbers is read as a number of the other's type.
-  if (a.type.kind == TypeKind::Text) a = {converted(a, b.type), b.type};
-  if (b.type.kind == TypeKind::Text) b = {converted(b, a.type), a.type};
+  // A text is read as a number at once; a number is bound as it is and then brought to the common type.
+  if (a.type.kind == TypeKind::Text) a = {converted(a, node.leftType), node.leftType};
+  if (b.type.kind == TypeKind::Text) b = {converted(b, node.rightType), node.rightType};
   a = valued(std::move(a));
   b = valued(std::move(b));
-  if (a.type.kind == TypeKind::Float || b.type.kind == TypeKind::Float) {
-    const Type type{.kind = TypeKind::Float};
-    const auto left = converted(a, type);
-    const auto right = converted(b, type);
-    if (op == '/' || op == '%')
-      return {std::string(op == '/' ? "bk_float_div(" : "bk_float_mod(") + left + ", " + right + ")", type};
-    return {"(" + left + " " + op + " " + right + ")", type};
-  }
-  const bool decimal = a.type.kind == TypeKind::Decimal || b.type.kind == TypeKind::Decimal;
-  const int sa = scaleOf(a.type), sb = scaleOf(b.type), pa = precisionOf(a.type), pb = precisionOf(b.type);
-  if (!decimal) {
-    const Type type = unify(unify(a.type, b.type), integerType(32));
-    if (op == '/') return {"bk_int_div(" + a.sql + ", " + b.sql + ")", type};
-    if (op == '%') return {"bk_mod(" + a.sql + ", " + b.sql + ")", type};
-    return {"(" + a.sql + " " + op + " " + b.sql + ")", type};
-  }
-  if (op == '*') {
-    const Type type = decimalType(pa + pb + 1, std::min(sa + sb, 38));
-    if (type.precision <= 18) return {"(" + a.sql + " * " + b.sql + ")", type};
-    return {"bk_mul(" + a.sql + ", " + b.sql + ")", type};
-  }
-  if (op == '/') {
-    const int digits = divisorDigits > 0 && sb == 0 ? divisorDigits : pb;
-    const int whole = pa - sa + sb;
-    int scale = std::max(6, sa + digits + 1);
-    // More than 38 digits in all: decimals give way, but six of them stay.
-    if (whole + scale > 38) scale = std::max(std::min(scale, 38 - whole), 6);
-    return {"bk_div(" + a.sql + ", " + std::to_string(sa) + ", " + b.sql + ", " + std::to_string(sb) + ", " +
-                std::to_string(scale) + ")",
-            decimalType(38, scale)};
-  }
-  const Type common = unify(a.type, b.type);
-  const auto left = converted(a, common);
-  const auto right = converted(b, common);
-  if (op == '%') return {"bk_mod(" + left + ", " + right + ")", common};
-  Type type = decimalType(common.precision + 1, common.scale);
-  if (type.precision <= 18) return {"(" + left + " " + op + " " + right + ")", type};
-  return {std::string(op == '+' ? "bk_add(" : "bk_sub(") + left + ", " + right + ")", type};
+  const auto left = converted(a, node.leftType);
+  const auto right = converted(b, node.rightType);
+  if (e.type.kind == TypeKind::Float)
+    return with.real.empty() ? infix(left, with.symbol, right) : call(with.real, {left, right});
+  if (e.type.kind != TypeKind::Decimal)
+    return with.whole.empty() ? infix(left, with.symbol, right) : call(with.whole, {left, right});
+  if (node.op == ArithmeticOperator::Divide)
+    return call(with.wide, {left, std::to_string(scaleOf(node.leftType)), right,
+                            std::to_string(scaleOf(node.rightType)), std::to_string(e.type.scale)});
+  return with.symbol.empty() || isWide(e.type) ? call(with.wide, {left, right}) : infix(left, with.symbol, right);
 }
 
-std::string Emitter::literalComparison(std::string_view op, const Piece& side, const Piece& literal) {
-  const Type& type = side.type;
-  const Type other = literalType(*literal.literal);
-  if (type.kind == TypeKind::Text && other.kind != TypeKind::Text) {
-    // SQL Server reads the text as a number; text that is none is an error.
-    const Type number = other.kind == TypeKind::Integer ? decimalType(18, 0) : other;
-    return compared(op, converted(side, number), converted(literal, number), number, true);
-  }
-  if (isNumeric(type) && other.kind == TypeKind::Decimal && other.scale > scaleOf(type))
-    return compared(op, converted(side, decimalType(precisionOf(type) + other.scale, other.scale)), value(literal),
-                    decimalType(precisionOf(type) + other.scale, other.scale), true);
-  if (type.kind == TypeKind::Unknown) return compared(op, side.sql, value(literal), other, side.column);
-  return compared(op, side.sql, converted(literal, type), type, side.column);
+std::string Emitter::literalComparison(ComparisonOperator op, const Piece& side, const Piece& literal) {
+  const Literal& written = scan_.literals[*literal.literal];
+  const Type type = comparisonType(side.type, written);
+  const auto left = converted(side, type);
+  // A literal that decided the type is bound as it is written.
+  const bool decided = side.type.kind == TypeKind::Unknown ||
+                       (isNumeric(side.type) && type.kind == TypeKind::Decimal && scaleOf(type) > scaleOf(side.type));
+  return compared(op, left, decided ? value(literal) : converted(literal, type), type, side.column);
 }
 
-std::string Emitter::comparison(std::string_view op, const Piece& a, const Piece& b) {
-  if (a.null || b.null) return "(" + value(a) + " " + std::string(op) + " " + value(b) + ")";
-  if (a.literal && b.literal) return literalComparison(op, valued(a), b);
-  if (b.literal) return literalComparison(op, a, b);
+std::string Emitter::comparison(ComparisonOperator op, const Piece& a, const Piece& b) {
+  if (a.null || b.null) {
+    const auto left = value(a);
+    return infix(left, " " + std::string(symbol(op)) + " ", value(b));
+  }
+  if (b.literal) return literalComparison(op, valued(a), b);
   if (a.literal) return literalComparison(mirrored(op), b, a);
   const Type type = unify(a.type, b.type);
-  return compared(op, converted(a, type), converted(b, type), type, a.column || b.column);
+  const auto left = converted(a, type);
+  return compared(op, left, converted(b, type), type, a.column || b.column);
 }
 
-Piece Emitter::choice(const Expression& e, const Scope& scope) {
+std::string Emitter::sql(const Between& node, const Expression&) {
+  const Piece value = valued(expression(*node.value));
+  const auto from = comparison(ComparisonOperator::GreaterOrEqual, value, expression(*node.from));
+  const auto to = comparison(ComparisonOperator::LessOrEqual, value, expression(*node.to));
+  return notIf(node.negated, infix(from, " AND ", to));
+}
+
+std::string Emitter::sql(const IsNull& node, const Expression&) {
+  return "(" + words(*node.value) + (node.negated ? " IS NOT NULL)" : " IS NULL)");
+}
+
+std::string Emitter::sql(const Exists& node, const Expression&) { return "EXISTS (" + select(*node.query) + ")"; }
+
+std::string Emitter::sql(const ScalarQuery& node, const Expression&) { return "(" + select(*node.query) + ")"; }
+
+std::string Emitter::sql(const Case& node, const Expression& e) {
+  std::optional<Piece> operand;
+  if (node.operand) operand = valued(expression(*node.operand));
   std::vector<std::string> conditions;
   std::vector<Piece> results;
-  std::optional<Piece> operand;
-  if (e.left) operand = valued(expression(*e.left, scope));
-  Type type;
-  for (std::size_t i = 0; i < e.arguments.size(); i += 2) {
-    conditions.push_back(operand ? comparison("=", *operand, expression(*e.arguments[i], scope))
-                                 : predicate(*e.arguments[i], scope));
-    results.push_back(expression(*e.arguments[i + 1], scope));
-    type = unify(type, results.back().type);
+  for (const auto& when : node.whens) {
+    conditions.push_back(operand ? comparison(ComparisonOperator::Equal, *operand, expression(*when.condition))
+                                 : words(*when.condition));
+    results.push_back(expression(*when.result));
   }
-  if (e.right) {
-    results.push_back(expression(*e.right, scope));
-    type = unify(type, results.back().type);
-  }
+  if (node.otherwise) results.push_back(expression(*node.otherwise));
   std::string sql = "CASE";
   for (std::size_t i = 0; i < conditions.size(); ++i)
-    sql += " WHEN " + conditions[i] + " THEN " + converted(results[i], type);
-  if (e.right) sql += " ELSE " + converted(results.back(), type);
-  return {sql + " END", type};
+    sql += " WHEN " + conditions[i] + " THEN " + converted(results[i], e.type);
+  if (node.otherwise) sql += " ELSE " + converted(results.back(), e.type);
+  return sql + " END";
 }
 
-Piece Emitter::in(const Expression& e, const Scope& scope) {
-  Piece left = expression(*e.left, scope);
-  const std::string_view word = e.negated ? " NOT IN (" : " IN (";
-  if (e.select) {
-    Type type = left.type;
-    if (left.literal) {
-      const auto mark = bindings_.size();
-      type = select(*e.select, &scope).columns.front().type;
-      bindings_.resize(mark);
-    }
-    const std::vector<Type> targets{type};
-    const auto sql = converted(left, type);
-    const auto rows = select(*e.select, &scope, &targets);
-    if (rows.columns.size() != 1) fail("A subquery of IN gives one column", e.offset);
-    const bool collate = type.kind == TypeKind::Text && !left.column;
-    return {"(" + sql + (collate ? " COLLATE BK_TEXT" : "") + std::string(word) + rows.sql + "))", booleanType()};
-  }
-  // As a chain of comparisons each value is converted as a comparison would.
-  left = valued(std::move(left));
+std::string Emitter::sql(const InQuery& node, const Expression&) {
+  const Piece left = expression(*node.value);
+  const auto sql = converted(left, node.common);
+  const std::vector<Type> targets{node.common};
+  return member(sql, node.negated, node.common, left.column, select(*node.query, &targets));
+}
+
+std::string Emitter::sql(const InList& node, const Expression&) {
+  const Piece left = valued(expression(*node.value));
   std::vector<Piece> members;
   bool plain = !isWide(left.type) && left.type.kind != TypeKind::Unknown;
-  for (const auto& argument : e.arguments) {
-    members.push_back(expression(*argument, scope));
+  for (const auto& each : node.members) {
+    members.push_back(expression(*each));
     const Piece& member = members.back();
     plain = plain && (member.null || (sameStorage(left.type, member.type) && member.type.kind != TypeKind::Unknown) ||
                       (member.literal && left.type.kind == TypeKind::DateTime));
   }
   std::string sql;
   if (plain) {
-    for (const auto& member : members) sql += (sql.empty() ? "" : ", ") + converted(member, left.type);
-    const bool collate = left.type.kind == TypeKind::Text && !left.column;
-    return {"(" + left.sql + (collate ? " COLLATE BK_TEXT" : "") + std::string(word) + sql + "))", booleanType()};
+    for (const auto& each : members) sql += (sql.empty() ? "" : ", ") + converted(each, left.type);
+    return member(left.sql, node.negated, left.type, left.column, sql);
   }
-  for (const auto& member : members) sql += (sql.empty() ? "" : " OR ") + comparison("=", left, member);
-  return {(e.negated ? "(NOT (" : "((") + sql + "))", booleanType()};
+  // As a chain of comparisons each value is converted as a comparison would.
+  for (const auto& each : members)
+    sql += (sql.empty() ? "" : " OR ") + comparison(ComparisonOperator::Equal, left, each);
+  return notIf(node.negated, "(" + sql + ")");
 }
 
-Piece Emitter::like(const Expression& e, const Scope& scope) {
-  Piece left = valued(expression(*e.left, scope));
+std::string Emitter::sql(const Like& node, const Expression&) {
+  Piece left = valued(expression(*node.value));
   if (left.type.kind != TypeKind::Text) left = {converted(left, textType(0)), textType(0)};
-  const Piece pattern = expression(*e.arguments[0], scope);
-  const auto words =
-      pattern.literal
-          ? bind({.how = Binding::How::LikePattern, .literal = *pattern.literal, .target = {}, .column = {}})
-          : converted(pattern, textType(0));
-  std::string sql = "bk_like(" + words + ", " + left.sql + ")";
-  if (pattern.literal && e.prefixPattern && left.column && !e.negated) {
+  const Piece pattern = expression(*node.pattern);
+  const auto bound = [&](Binding::How how, const Type& target) {
+    return bind({.how = how, .literal = *pattern.literal, .target = target, .column = {}});
+  };
+  const auto words = pattern.literal ? bound(Binding::How::Pattern, {}) : converted(pattern, textType(0));
+  std::string sql = call("bk_like", {words, left.sql});
+  if (pattern.literal && node.prefix && left.column && !node.negated) {
     // The range lets an index serve the pattern.
-    const auto bound = [&](Binding::How how) {
-      return bind({.how = how, .literal = *pattern.literal, .target = left.type, .column = {}});
-    };
-    const auto from = bound(Binding::How::RangeFrom);
-    const auto to = bound(Binding::How::RangeTo);
+    const auto from = bound(Binding::How::RangeFrom, left.type);
+    const auto to = bound(Binding::How::RangeTo, left.type);
     sql = left.sql + " >= " + from + " AND " + left.sql + " < " + to + " AND " + sql;
   }
-  return {(e.negated ? "(NOT " : "(") + sql + ")", booleanType()};
+  return notIf(node.negated, sql);
 }
 
-Piece Emitter::subquery(const Expression& e, const Scope& scope) {
-  const auto rows = select(*e.select, &scope);
-  if (rows.columns.size() != 1) fail("A subquery used as a value gives one column", e.offset);
-  return {"(" + rows.sql + ")", rows.columns.front().type};
-}
-
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

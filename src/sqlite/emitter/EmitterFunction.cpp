@@ -1,29 +1,24 @@
-#include <algorithm>
-#include <array>
-
 #include "sqlite/emitter/Emitter.h"
-#include "tsql/Names.h"
-#include "values/Errore.h"
+#include "sqlite/storage/StoredType.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+
+using namespace tsql;
+
 namespace {
-
-bool isAggregate(std::string_view name) {
-  return name == "SUM" || name == "COUNT" || name == "MIN" || name == "MAX" || name == "AVG" || name == "COUNT_BIG";
-}
 
 /// Functions of texts that need no more than their arguments as text.
 struct TextFunction {
-  std::string_view name, sqlite;
-  std::size_t least, most;
-  int numbersFrom;  ///< arguments from here on are whole numbers
+  Function function;
+  std::string_view sqlite;
+  std::size_t texts;  ///< arguments from here on are whole numbers
 };
-constexpr std::array kTextFunctions = {
-    TextFunction{"LTRIM", "bk_ltrim", 1, 1, 9},         TextFunction{"RTRIM", "bk_rtrim", 1, 1, 9},
-    TextFunction{"UPPER", "bk_upper", 1, 1, 9},         TextFunction{"LOWER", "bk_lower", 1, 1, 9},
-    TextFunction{"SUBSTRING", "bk_substring", 3, 3, 1}, TextFunction{"LEFT", "bk_left", 2, 2, 1},
-    TextFunction{"RIGHT", "bk_right", 2, 2, 1},         TextFunction{"REPLACE", "bk_replace", 3, 3, 9},
-    TextFunction{"REPLICATE", "bk_replicate", 2, 2, 1},
+constexpr TextFunction kTextFunctions[] = {
+    {Function::Len, "bk_len", 1},         {Function::LTrim, "bk_ltrim", 1},
+    {Function::RTrim, "bk_rtrim", 1},     {Function::Upper, "bk_upper", 1},
+    {Function::Lower, "bk_lower", 1},     {Function::Substring, "bk_substring", 1},
+    {Function::Left, "bk_left", 1},       {Function::Right, "bk_right", 1},
+    {Function::Replace, "bk_replace", 3}, {Function::Replicate, "bk_replicate", 1},
 };
 
 std::string joined(const std::vector<std::string>& words) {
@@ -32,155 +27,120 @@ std::string joined(const std::vector<std::string>& words) {
   return sql;
 }
 
+std::string_view partText(DatePart part) {
+  switch (part) {
+    case DatePart::Year: return "'y'";
+    case DatePart::Month: return "'m'";
+    case DatePart::Day: break;
+  }
+  return "'d'";
+}
+
 }  // namespace
 
-Piece Emitter::aggregate(const Expression& e, const Scope& scope) {
-  const std::string distinct = e.distinct ? "DISTINCT " : "";
-  if (e.star) {
-    if (e.name != "COUNT" && e.name != "COUNT_BIG") fail("Incorrect syntax: only COUNT takes '*'", e.offset);
-    return {"COUNT(*)", integerType()};
+std::string Emitter::aggregate(const Call& node, const Expression& e) {
+  if (node.star) return "COUNT(*)";
+  const Piece argument = valued(expression(*node.arguments.front()));
+  const std::string values = (node.distinct ? "DISTINCT " : "") + argument.sql;
+  const std::string count = call("COUNT", {values});
+  if (node.function == Function::Count) return count;
+  const Type& type = argument.type;
+  if (node.function == Function::Min || node.function == Function::Max) {
+    if (isWide(type)) fail(node.name + " of a sum is not supported", e.offset);
+    const bool collate = type.kind == TypeKind::Text && !argument.column;
+    return node.name + "(" + values + (collate ? std::string(kTextCollation) : "") + ")";
   }
-  if (e.arguments.size() != 1) fail(e.name + " takes one argument", e.offset);
-  const Piece argument = valued(expression(*e.arguments[0], scope));
-  if (e.name == "COUNT" || e.name == "COUNT_BIG") return {"COUNT(" + distinct + argument.sql + ")", integerType()};
-  if (e.name == "MIN" || e.name == "MAX") {
-    if (isWide(argument.type)) fail(e.name + " of a sum is not supported", e.offset);
-    const bool collate = argument.type.kind == TypeKind::Text && !argument.column;
-    return {e.name + "(" + distinct + argument.sql + (collate ? " COLLATE BK_TEXT" : "") + ")", argument.type};
-  }
-  if (argument.type.kind == TypeKind::Text || argument.type.kind == TypeKind::DateTime)
-    fail("Operand data type " + typeName(argument.type) + " is invalid for " + e.name, e.offset);
-  const bool average = e.name == "AVG";
-  if (argument.type.kind == TypeKind::Float)
-    return {(average ? "avg(" : "total(") + distinct + argument.sql + ")", argument.type};
-  const std::string sum = "bk_sum(" + distinct + argument.sql + ")";
-  const std::string count = "COUNT(" + distinct + argument.sql + ")";
-  if (argument.type.kind != TypeKind::Decimal) {
-    if (!average) return {sum, argument.type.kind == TypeKind::Unknown ? argument.type : decimalType(38, 0)};
-    return {"bk_average(" + sum + ", " + count + ")", integerType(64)};
-  }
-  if (!average) return {sum, decimalType(38, argument.type.scale)};
-  const int scale = std::max(6, static_cast<int>(argument.type.scale));
-  return {"bk_div(" + sum + ", " + std::to_string(argument.type.scale) + ", NULLIF(" + count + ", 0), 0, " +
-              std::to_string(scale) + ")",
-          decimalType(38, scale)};
+  const bool average = node.function == Function::Avg;
+  if (type.kind == TypeKind::Float) return call(average ? "avg" : "total", {values});
+  const std::string sum = call("bk_sum", {values});
+  if (!average) return sum;
+  if (type.kind != TypeKind::Decimal) return call("bk_average", {sum, count});
+  return call("bk_div",
+              {sum, std::to_string(type.scale), call("NULLIF", {count, "0"}), "0", std::to_string(e.type.scale)});
 }
 
-Piece Emitter::function(const Expression& e, const Scope& scope) {
-  if (isAggregate(e.name)) return aggregate(e, scope);
-  if (e.distinct || e.star) fail("Incorrect syntax in " + e.name, e.offset);
-  const auto count = e.arguments.size();
-  const auto expect = [&](std::size_t least, std::size_t most) {
-    if (count < least || count > most) fail(e.name + " has another number of arguments", e.offset);
-  };
-  if (e.name == "NEWID") return expect(0, 0), Piece{"bk_newid()", textType(36)};
-  if (e.name == "GETDATE") return expect(0, 0), Piece{"bk_now()", {.kind = TypeKind::DateTime}};
-  if (e.name == "DATEADD" || e.name == "DATEDIFF" || e.name == "YEAR" || e.name == "MONTH" || e.name == "DAY")
-    return dateFunction(e, scope);
-
+std::string Emitter::sql(const Call& node, const Expression& e) {
+  if (isAggregate(node.function)) return aggregate(node, e);
+  switch (node.function) {
+    case Function::NewId: return "bk_newid()";
+    case Function::GetDate: return "bk_now()";
+    case Function::DateAdd:
+    case Function::DateDiff:
+    case Function::Year:
+    case Function::Month:
+    case Function::Day: return dateFunction(node);
+    default: break;
+  }
   std::vector<Piece> arguments;
-  for (const auto& argument : e.arguments) arguments.push_back(expression(*argument, scope));
-  if (e.name == "ISNULL" || e.name == "COALESCE") {
-    expect(e.name == "ISNULL" ? 2 : 1, e.name == "ISNULL" ? 2 : 99);
-    Type type;
-    for (const auto& argument : arguments) {
-      if (e.name == "ISNULL" && type.kind != TypeKind::Unknown) break;
-      type = unify(type, argument.type);
-    }
-    if (e.name == "ISNULL") type.nullable = arguments[1].type.nullable;
-    std::vector<std::string> words;
-    for (const auto& argument : arguments) words.push_back(converted(argument, type));
-    return {count == 1 ? words[0] : "coalesce(" + joined(words) + ")", type};
+  for (const auto& argument : node.arguments) arguments.push_back(expression(*argument));
+  std::vector<std::string> words;
+  if (node.function == Function::IsNull || node.function == Function::Coalesce) {
+    for (const auto& argument : arguments) words.push_back(converted(argument, e.type));
+    return words.size() == 1 ? words[0] : "coalesce(" + joined(words) + ")";
   }
-  if (e.name == "NULLIF") {
-    expect(2, 2);
+  if (node.function == Function::NullIf) {
     const Piece first = valued(arguments[0]);
-    return {"CASE WHEN " + comparison("=", first, arguments[1]) + " THEN NULL ELSE " + first.sql + " END", first.type};
-  }
-  if (e.name == "LEN") {
-    expect(1, 1);
-    return {"bk_len(" + converted(arguments[0], textType(0)) + ")", integerType()};
+    return "CASE WHEN " + comparison(ComparisonOperator::Equal, first, arguments[1]) + " THEN NULL ELSE " + first.sql +
+           " END";
   }
   for (const auto& known : kTextFunctions) {
-    if (e.name != known.name) continue;
-    expect(known.least, known.most);
-    std::vector<std::string> words;
-    for (std::size_t i = 0; i < count; ++i)
-      words.push_back(converted(arguments[i], static_cast<int>(i) < known.numbersFrom ? textType(0) : integerType()));
-    Type type = textType(e.name == "REPLACE" || e.name == "REPLICATE" ? 0 : arguments[0].type.length);
-    if (e.name == "LEFT" && arguments[1].literal) type.length = 0;
-    return {std::string(known.sqlite) + "(" + joined(words) + ")", type};
+    if (node.function != known.function) continue;
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+      words.push_back(converted(arguments[i], i < known.texts ? textType(0) : integerType()));
+    return std::string(known.sqlite) + "(" + joined(words) + ")";
   }
-  expect(1, e.name == "ROUND" ? 2 : 1);
-  const Piece number = valued(arguments[0]);
-  const std::string scale = std::to_string(scaleOf(number.type));
-  const bool exact = isNumeric(number.type);
-  if (e.name == "ROUND") {
-    expect(2, 2);
-    const auto digits = converted(arguments[1], integerType());
-    if (exact) return {"bk_round(" + number.sql + ", " + scale + ", " + digits + ")", number.type};
-    if (number.type.kind == TypeKind::Float) return {"round(" + number.sql + ", " + digits + ")", number.type};
-  }
-  if (e.name == "ABS" && exact) return {"bk_abs(" + number.sql + ")", number.type};
-  if (e.name == "ABS" && number.type.kind == TypeKind::Float) return {"abs(" + number.sql + ")", number.type};
-  if (e.name == "SIGN" && exact) return {"bk_cmp(" + number.sql + ", 0)", integerType()};
-  if (e.name == "FLOOR" && exact)
-    return {"bk_floor(" + number.sql + ", " + scale + ")", decimalType(precisionOf(number.type), 0)};
-  if (e.name == "CEILING" && exact)
-    return {"bk_ceiling(" + number.sql + ", " + scale + ")", decimalType(precisionOf(number.type), 0)};
-  fail("'" + e.name + "' is not a function that the embedded database knows", e.offset);
+  return number(node, e, arguments);
 }
 
-Piece Emitter::dateFunction(const Expression& e, const Scope& scope) {
-  const Type date{.kind = TypeKind::DateTime};
-  const auto part = [&] {
-    const Expression& word = *e.arguments[0];
-    const std::string name = upperName(word.name);
-    if (word.kind == Expression::Kind::Column && word.qualifier.empty()) {
-      if (name == "DAY" || name == "DD" || name == "D") return "'d'";
-      if (name == "MONTH" || name == "MM" || name == "M") return "'m'";
-      if (name == "YEAR" || name == "YY" || name == "YYYY") return "'y'";
-    }
-    fail("Only day, month and year are known to " + e.name, word.offset);
+/// Functions of numbers; what is left of the others is not known here.
+std::string Emitter::number(const Call& node, const Expression& e, const std::vector<Piece>& arguments) {
+  const auto unknown = [&] {
+    fail("'" + node.name + "' is not a function that the embedded database knows", e.offset);
   };
-  const bool three = e.name == "DATEADD" || e.name == "DATEDIFF";
-  if (e.arguments.size() != (three ? 3u : 1u)) fail(e.name + " has another number of arguments", e.offset);
-  if (e.name == "DATEADD")
-    return {std::string("bk_dateadd(") + part() + ", " + converted(expression(*e.arguments[1], scope), integerType()) +
-                ", " + converted(expression(*e.arguments[2], scope), date) + ")",
-            date};
-  if (e.name == "DATEDIFF")
-    return {std::string("bk_datediff(") + part() + ", " + converted(expression(*e.arguments[1], scope), date) + ", " +
-                converted(expression(*e.arguments[2], scope), date) + ")",
-            integerType()};
-  const auto day = converted(expression(*e.arguments[0], scope), date);
-  if (e.name == "YEAR") return {"(" + day + " / 10000000000)", integerType()};
-  if (e.name == "MONTH") return {"(" + day + " / 100000000 % 100)", integerType()};
-  return {"(" + day + " / 1000000 % 100)", integerType()};
+  if (node.function == Function::Unknown) unknown();
+  const Piece number = valued(arguments[0]);
+  const bool exact = isNumeric(number.type);
+  const bool real = number.type.kind == TypeKind::Float;
+  const std::string scale = std::to_string(scaleOf(number.type));
+  if (node.function == Function::Round && (exact || real)) {
+    const auto digits = converted(arguments[1], integerType());
+    return exact ? call("bk_round", {number.sql, scale, digits}) : call("round", {number.sql, digits});
+  }
+  if (node.function == Function::Abs && (exact || real)) return call(exact ? "bk_abs" : "abs", {number.sql});
+  if (node.function == Function::Sign && exact) return call("bk_cmp", {number.sql, "0"});
+  if (node.function == Function::Floor && exact) return call("bk_floor", {number.sql, scale});
+  if (node.function == Function::Ceiling && exact) return call("bk_ceiling", {number.sql, scale});
+  unknown();
+  return {};
 }
 
-Piece Emitter::cast(const Expression& e, const Scope& scope) {
-  const Piece piece = valued(expression(*e.left, scope));
-  const Type& target = e.type;
-  if (piece.null) return {"NULL", target, std::nullopt, true, false};
-  std::string sql;
-  if (piece.type.kind == TypeKind::DateTime && target.kind == TypeKind::Text) {
-    if (!e.style.empty() && e.style != "112" && e.style != "103" && e.style != "120")
-      fail("CONVERT knows the date styles 103, 112 and 120", e.offset);
-    sql = "bk_date_text(" + piece.sql + ", " + (e.style.empty() ? "0" : e.style) + ")";
-  } else {
-    sql = converted(piece, target);
+std::string Emitter::dateFunction(const Call& node) {
+  const auto argument = [&](std::size_t i, const Type& type) {
+    return converted(expression(*node.arguments[i]), type);
+  };
+  if (node.function == Function::DateAdd || node.function == Function::DateDiff) {
+    const bool add = node.function == Function::DateAdd;
+    const auto first = argument(1, add ? integerType() : dateTimeType());
+    return call(add ? "bk_dateadd" : "bk_datediff", {partText(*node.part), first, argument(2, dateTimeType())});
   }
+  const auto day = argument(0, dateTimeType());
+  if (node.function == Function::Year) return "(" + day + " / 10000000000)";
+  if (node.function == Function::Month) return "(" + day + " / 100000000 % 100)";
+  return "(" + day + " / 1000000 % 100)";
+}
+
+std::string Emitter::sql(const Cast& node, const Expression&) {
+  const Piece piece = valued(expression(*node.value));
+  const Type& target = node.target;
+  const bool dated = piece.type.kind == TypeKind::DateTime && target.kind == TypeKind::Text;
+  const std::string sql =
+      dated ? call("bk_date_text", {piece.sql, std::to_string(node.style.value_or(0))}) : converted(piece, target);
   switch (target.kind) {
-    case TypeKind::Text:
-      return {"bk_cast_text(" + sql + ", " + std::to_string(target.length) + ", " + (target.fixed ? "1" : "0") + ")",
-              target};
-    case TypeKind::Decimal:
-      return {"bk_assign_decimal(" + sql + ", " + std::to_string(target.precision) + ", '')", target};
-    case TypeKind::Integer:
-      return {"bk_assign_integer(" + sql + ", " + std::to_string(target.precision) + ", '')", target};
-    default: return {sql, target};
+    case TypeKind::Text: return call("bk_cast_text", {sql, std::to_string(target.length), target.fixed ? "1" : "0"});
+    case TypeKind::Decimal: return call("bk_assign_decimal", {sql, std::to_string(target.precision), "''"});
+    case TypeKind::Integer: return call("bk_assign_integer", {sql, std::to_string(target.precision), "''"});
+    default: return sql;
   }
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

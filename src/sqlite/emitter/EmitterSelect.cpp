@@ -1,135 +1,154 @@
 #include <algorithm>
+#include <cassert>
 
 #include "sqlite/emitter/Emitter.h"
+#include "sqlite/storage/StoredType.h"
 #include "tsql/Names.h"
 #include "tsql/Walk.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+
+using namespace tsql;
+
 namespace {
 
-/// Types that a column of a set operation must have in every branch.
-std::vector<Type> unified(const std::vector<ResultColumn>& a, const std::vector<ResultColumn>& b) {
-  if (a.size() != b.size())
-    throw values::Errore("All queries of a UNION, INTERSECT or EXCEPT must have the same number of columns");
+std::string_view joinWords(JoinKind join) {
+  switch (join) {
+    case JoinKind::None: return " FROM ";
+    case JoinKind::Comma: return ", ";
+    case JoinKind::Inner: return " INNER JOIN ";
+    case JoinKind::Cross: return " CROSS JOIN ";
+    case JoinKind::Left: return " LEFT OUTER JOIN ";
+    case JoinKind::Right: return " RIGHT OUTER JOIN ";
+    case JoinKind::Full: return " FULL OUTER JOIN ";
+  }
+  return {};
+}
+
+std::string_view operationWords(SetOperation operation) {
+  switch (operation) {
+    case SetOperation::None: break;
+    case SetOperation::Union: return " UNION ";
+    case SetOperation::UnionAll: return " UNION ALL ";
+    case SetOperation::Except: return " EXCEPT ";
+    case SetOperation::Intersect: return " INTERSECT ";
+  }
+  return {};
+}
+
+std::vector<Type> typesOf(const std::vector<ResultColumn>& columns) {
   std::vector<Type> types;
-  for (std::size_t i = 0; i < a.size(); ++i) types.push_back(unify(a[i].type, b[i].type));
+  for (const auto& column : columns) types.push_back(column.type);
   return types;
+}
+
+/// Under DISTINCT a LEFT JOIN whose table is named nowhere else can only repeat rows that DISTINCT removes again.
+std::vector<bool> droppedJoins(const Select& select, const std::vector<OrderItem>& orderBy) {
+  std::vector<bool> dropped(select.sources.size(), false);
+  if (!select.distinct || !select.groupBy.empty() || select.top) return dropped;
+  for (std::size_t i = 1; i < select.sources.size(); ++i) {
+    const Source& source = select.sources[i];
+    if (source.join != JoinKind::Left || !source.catalogTable) continue;
+    bool used = false;
+    const auto look = [&](const Expression& e) {
+      if (const auto* star = e.as<Star>())
+        used = used || star->qualifier.empty() || sameName(star->qualifier, source.shownName());
+      if (const auto* column = e.as<ColumnName>())
+        used = used || (column->qualifier.empty() ? source.catalogTable->find(column->name) != nullptr
+                                                  : sameName(column->qualifier, source.shownName()));
+    };
+    for (const auto& item : select.items) walkExpressions(*item.value, look);
+    if (select.where) walkExpressions(*select.where, look);
+    if (select.having) walkExpressions(*select.having, look);
+    for (std::size_t j = 0; j < select.sources.size(); ++j)
+      if (j != i && select.sources[j].condition) walkExpressions(*select.sources[j].condition, look);
+    for (const auto& item : orderBy) walkExpressions(*item.value, look);
+    dropped[i] = !used;
+  }
+  return dropped;
 }
 
 }  // namespace
 
-Emitter::Rows Emitter::select(const Select& select, const Scope* outer, const std::vector<Type>* targets) {
-  if (!select.next) return core(select, outer, targets, &select.orderBy);
-  std::vector<Type> types;
-  if (targets) {
-    types = *targets;
-  } else {
-    const auto mark = bindings_.size();
-    auto columns = core(select, outer, nullptr, nullptr).columns;
-    for (const Select* branch = select.next.get(); branch; branch = branch->next.get()) {
-      types = unified(columns, core(*branch, outer, nullptr, nullptr).columns);
-      for (std::size_t i = 0; i < types.size(); ++i) columns[i].type = types[i];
-    }
-    bindings_.resize(mark);
-  }
-  Rows rows = core(select, outer, &types, nullptr);
+std::string Emitter::select(const Select& select, const std::vector<Type>* targets) {
+  if (!select.next) return core(select, targets, select.orderBy);
+  const std::vector<Type> types = targets ? *targets : typesOf(select.columns);
+  std::string sql = core(select, &types, {});
   const Select* previous = &select;
   for (const Select* branch = select.next.get(); branch; branch = branch->next.get()) {
     if (branch->top || select.top) throw values::Errore("TOP in a set operation is not supported");
-    rows.sql += " " + previous->setOperation + " " + core(*branch, outer, &types, nullptr).sql;
+    sql.append(operationWords(previous->setOperation)).append(core(*branch, &types, {}));
     previous = branch;
   }
-  for (std::size_t i = 0; i < types.size(); ++i) rows.columns[i].type = types[i];
-  if (!select.orderBy.empty()) rows.sql += order(select.orderBy, rows.columns, Scope{{}, outer});
-  return rows;
+  return sql + order(select.orderBy);
 }
 
-Emitter::Rows Emitter::core(const Select& select, const Scope* outer, const std::vector<Type>* targets,
-                            const std::vector<OrderItem>* orderBy) {
-  Scope scope{{}, outer};
-  const auto sources = from(select.sources, droppedJoins(select, orderBy), scope, readsStageFirst(select));
-  Rows rows;
-  auto values = items(select, scope, rows.columns);
-  if (targets && targets->size() != values.size())
-    throw values::Errore("A query with another number of columns than its place asks for");
-  rows.sql = select.distinct ? "SELECT DISTINCT " : "SELECT ";
+std::string Emitter::core(const Select& select, const std::vector<Type>* targets,
+                          const std::vector<OrderItem>& orderBy) {
+  const auto sources = from(select.sources, droppedJoins(select, orderBy), readsStageFirst(select));
+  const auto values = items(select);
+  assert(values.size() == select.columns.size() && (!targets || targets->size() == values.size()));
+  std::string sql = select.distinct ? "SELECT DISTINCT " : "SELECT ";
   for (std::size_t i = 0; i < values.size(); ++i) {
-    if (i > 0) rows.sql += ", ";
-    const bool convert = targets && (*targets)[i].kind != TypeKind::Unknown;
-    rows.sql += convert ? converted(values[i], (*targets)[i]) : value(values[i]);
-    rows.sql += " AS " + quotedName(rows.columns[i].name.empty() ? "c" + std::to_string(i) : rows.columns[i].name);
-    if (convert) rows.columns[i].type = (*targets)[i];
+    const std::string& name = select.columns[i].name;
+    if (i > 0) sql += ", ";
+    sql += targets ? converted(values[i], (*targets)[i]) : value(values[i]);
+    sql += " AS " + quotedName(name.empty() ? "c" + std::to_string(i) : name);
   }
-  rows.sql += sources;
-  if (select.where) rows.sql += " WHERE " + predicate(*select.where, scope);
+  sql += sources;
+  if (select.where) sql += " WHERE " + words(*select.where);
   for (std::size_t i = 0; i < select.groupBy.size(); ++i)
-    rows.sql += (i == 0 ? " GROUP BY " : ", ") + value(expression(*select.groupBy[i], scope));
-  if (select.having) rows.sql += " HAVING " + predicate(*select.having, scope);
-  if (orderBy && !orderBy->empty()) rows.sql += order(*orderBy, rows.columns, scope);
-  if (select.top) rows.sql += " LIMIT " + scan_.literals[*select.top].text;
-  return rows;
+    sql += (i == 0 ? " GROUP BY " : ", ") + words(*select.groupBy[i]);
+  if (select.having) sql += " HAVING " + words(*select.having);
+  sql += order(orderBy);
+  if (select.top) sql += " LIMIT " + scan_.literals[*select.top].text;
+  return sql;
 }
 
-std::vector<Piece> Emitter::items(const Select& select, const Scope& scope, std::vector<ResultColumn>& columns) {
+std::vector<Piece> Emitter::items(const Select& select) {
   std::vector<Piece> pieces;
   for (const auto& item : select.items) {
-    if (item.value->kind == Expression::Kind::Star) {
-      bool found = false;
-      for (const auto& relation : scope.relations) {
-        if (!item.value->qualifier.empty() && !sameName(relation.alias, item.value->qualifier)) continue;
-        found = true;
-        for (const auto& column : relation.columns) {
-          pieces.push_back(
-              {quotedName(relation.alias) + "." + quotedName(column.name), column.type, std::nullopt, false, true});
-          columns.push_back(column);
-        }
-      }
-      if (!found) fail("No table to take the columns of '*' from", item.value->offset);
+    const auto* star = item.value->as<Star>();
+    if (!star) {
+      pieces.push_back(expression(*item.value));
       continue;
     }
-    pieces.push_back(expression(*item.value, scope));
-    std::string name = item.alias;
-    if (name.empty() && item.value->kind == Expression::Kind::Column) name = item.value->name;
-    columns.push_back({name, pieces.back().type});
+    for (const auto& [relation, column] : star->parts)
+      pieces.push_back({quotedName(relation) + "." + quotedName(column.name), column.type, std::nullopt, false, true});
   }
   return pieces;
 }
 
-namespace {
-
-/// Rows that a join adds without a partner show Null in the other side's columns.
-void makeNullable(Relation& relation) {
-  for (auto& column : relation.columns) column.type.nullable = true;
+const NamedQuery* Emitter::namedQuery(const Source& source) const {
+  if (!source.commonTable) return nullptr;
+  return &named.at(upperName(source.commonTable->name));
 }
 
-}  // namespace
-
-std::string Emitter::from(const std::vector<Source>& sources, const std::vector<bool>& dropped, Scope& scope,
-                          bool stageFirst) {
-  std::vector<std::string> words(sources.size());
-  std::vector<std::string> conditions(sources.size());
-  for (std::size_t i = 0; i < sources.size(); ++i) {
-    if (dropped[i]) continue;
-    const Source& source = sources[i];
-    Relation found = relation(source, scope.outer, words[i]);
-    for (const auto& other : scope.relations)
-      if (sameName(other.alias, found.alias))
-        fail("The name '" + found.alias + "' stands twice in FROM", source.offset);
-    const bool full = source.join == "FULL OUTER JOIN";
-    if (full || source.join == "LEFT OUTER JOIN") makeNullable(found);
-    if (full || source.join == "RIGHT OUTER JOIN")
-      for (auto& other : scope.relations) makeNullable(other);
-    scope.relations.push_back(std::move(found));
-    if (source.condition) conditions[i] = " ON " + predicate(*source.condition, scope);
+std::string Emitter::source(const Source& source) {
+  const std::string alias = " AS " + quotedName(source.shownName());
+  if (source.select) return "(" + select(*source.select) + ")" + alias;
+  if (const auto* query = namedQuery(source)) {
+    used_.insert(upperName(source.commonTable->name));
+    return query->sqlName + alias;
   }
+  assert(source.catalogTable);
+  return quotedName(source.catalogTable->name) + alias;
+}
+
+std::string Emitter::from(const std::vector<Source>& sources, const std::vector<bool>& dropped, bool stageFirst) {
   std::string sql;
+  std::string first;
   for (std::size_t i = 0; i < sources.size(); ++i) {
     if (dropped[i]) continue;
-    if (i == 0)
-      sql += " FROM " + (stageFirst ? words[1] + " CROSS JOIN " + words[0] + conditions[1] : words[0]);
-    else if (i > 1 || !stageFirst)
-      sql += (sources[i].join == "," ? ", " : " " + sources[i].join + " ") + words[i] + conditions[i];
+    const std::string name = source(sources[i]);
+    const std::string condition = sources[i].condition ? " ON " + words(*sources[i].condition) : "";
+    if (stageFirst && i == 0)
+      first = name;
+    else if (stageFirst && i == 1)
+      sql = " FROM " + name + " CROSS JOIN " + first + condition;
+    else
+      sql.append(joinWords(sources[i].join)).append(name).append(condition);
   }
   return sql;
 }
@@ -137,101 +156,72 @@ std::string Emitter::from(const std::vector<Source>& sources, const std::vector<
 /// A table joined to a stage is better looked up from the stage: the engine does not know how few rows a stage has,
 /// and a stage's order serves a grouping by its key. CROSS JOIN is how the engine is told the order.
 bool Emitter::readsStageFirst(const Select& select) const {
-  if (select.sources.size() < 2 || select.sources[1].join != "INNER JOIN") return false;
-  const Source& first = select.sources[0];
+  if (select.sources.size() < 2 || select.sources[1].join != JoinKind::Inner) return false;
   const Source& second = select.sources[1];
-  const auto isNamed = [&](const Source& source) { return !source.select && named.count(upperName(source.table)) > 0; };
-  if (isNamed(first) || first.select || !isNamed(second)) return false;
-  const NamedQuery& stage = named.at(upperName(second.table));
-  if (stage.recursive) return false;
+  const auto* stage = namedQuery(second);
+  if (!select.sources[0].catalogTable || !stage || stage->inlined) return false;
   if (select.groupBy.empty()) return true;
-  const Expression& key = *select.groupBy.front();
-  const std::string& alias = second.alias.empty() ? second.table : second.alias;
-  if (key.kind != Expression::Kind::Column) return false;
-  if (!key.qualifier.empty()) return sameName(key.qualifier, alias);
-  return std::any_of(stage.columns.begin(), stage.columns.end(),
-                     [&](const auto& c) { return sameName(c.name, key.name); });
+  const auto* key = select.groupBy.front()->as<ColumnName>();
+  return key && sameName(key->relation, second.shownName());
 }
 
-/// The whole-number column that no two rows of the select share and that is never Null, if one can be told.
-std::optional<std::size_t> Emitter::keyColumn(const Select& select, const std::vector<ResultColumn>& columns) const {
-  if (select.next || columns.size() != select.items.size()) return std::nullopt;
+std::optional<std::size_t> Emitter::keyColumn(const Select& select) const {
+  if (select.next || select.columns.size() != select.items.size()) return std::nullopt;
   const Table* only = nullptr;
+  const ColumnName* group = nullptr;
   if (select.groupBy.empty()) {
-    const auto dropped = droppedJoins(select, nullptr);
-    if (std::count(dropped.begin(), dropped.end(), false) != 1 || select.sources[0].select) return std::nullopt;
-    if (named.count(upperName(select.sources[0].table)) > 0) return std::nullopt;
-    only = &table(select.sources[0].table);
-  } else if (select.groupBy.size() != 1 || select.groupBy[0]->kind != Expression::Kind::Column) {
-    return std::nullopt;
+    const auto dropped = droppedJoins(select, {});
+    if (std::count(dropped.begin(), dropped.end(), false) != 1) return std::nullopt;
+    only = select.sources[0].catalogTable;
+  } else if (select.groupBy.size() == 1) {
+    group = select.groupBy.front()->as<ColumnName>();
   }
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    const Expression& value = *select.items[i].value;
-    const Type& type = columns[i].type;
-    if (value.kind != Expression::Kind::Column || !isNumeric(type) || scaleOf(type) != 0 || isWide(type) ||
-        type.nullable)
-      continue;
-    const bool key =
-        only ? only->find(value.name) && only->find(value.name)->identity
-             : sameName(value.name, select.groupBy[0]->name) && sameName(value.qualifier, select.groupBy[0]->qualifier);
+  if (!only && !group) return std::nullopt;
+  for (std::size_t i = 0; i < select.columns.size(); ++i) {
+    const auto* column = select.items[i].value->as<ColumnName>();
+    const Type& type = select.columns[i].type;
+    if (!column || !isNumeric(type) || scaleOf(type) != 0 || isWide(type) || type.nullable) continue;
+    const Column* own = only ? only->find(column->name) : nullptr;
+    const bool key = only ? own && own->identity
+                          : sameName(column->name, group->name) && sameName(column->qualifier, group->qualifier);
     if (key) return i;
   }
   return std::nullopt;
 }
 
-/// Under DISTINCT a LEFT JOIN whose table is named nowhere else can only repeat rows that DISTINCT removes again.
-std::vector<bool> Emitter::droppedJoins(const Select& select, const std::vector<OrderItem>* orderBy) const {
-  std::vector<bool> dropped(select.sources.size(), false);
-  if (!select.distinct || !select.groupBy.empty() || select.top) return dropped;
-  for (std::size_t i = 1; i < select.sources.size(); ++i) {
-    const Source& source = select.sources[i];
-    if (source.join != "LEFT OUTER JOIN" || source.select) continue;
-    const Table* found = catalog_.find(source.table);
-    if (!found || named.count(upperName(source.table)) > 0) continue;
-    const std::string& alias = source.alias.empty() ? source.table : source.alias;
-    bool used = false;
-    const auto look = [&](const Expression& e) {
-      if (e.kind == Expression::Kind::Star) used = used || e.qualifier.empty() || sameName(e.qualifier, alias);
-      if (e.kind == Expression::Kind::Column)
-        used = used || (e.qualifier.empty() ? found->find(e.name) != nullptr : sameName(e.qualifier, alias));
-    };
-    for (const auto& item : select.items) walk(*item.value, look);
-    if (select.where) walk(*select.where, look);
-    if (select.having) walk(*select.having, look);
-    for (std::size_t j = 0; j < select.sources.size(); ++j)
-      if (j != i && select.sources[j].condition) walk(*select.sources[j].condition, look);
-    if (orderBy)
-      for (const auto& item : *orderBy) walk(*item.value, look);
-    dropped[i] = !used;
-  }
-  return dropped;
-}
-
-std::string Emitter::order(const std::vector<OrderItem>& orderBy, const std::vector<ResultColumn>& columns,
-                           const Scope& scope) {
+std::string Emitter::order(const std::vector<OrderItem>& orderBy) {
   std::string sql;
   for (const auto& item : orderBy) {
     sql += sql.empty() ? " ORDER BY " : ", ";
-    const Expression& e = *item.value;
-    // A position and an alias stand for the column of the result.
-    const bool alias =
-        e.kind == Expression::Kind::Column && e.qualifier.empty() &&
-        std::any_of(columns.begin(), columns.end(), [&](const auto& c) { return sameName(c.name, e.name); });
-    if (e.kind == Expression::Kind::Literal) {
-      const auto& literal = scan_.literals[e.literal];
-      const int position =
-          literal.kind == Literal::Kind::Integer && literal.text.size() < 6 ? std::stoi(literal.text) : 0;
-      if (position < 1 || position > static_cast<int>(columns.size()))
-        fail("The ORDER BY position is no column of the result", e.offset);
-      sql += literal.text;
-    } else if (alias) {
-      sql += quotedName(e.name);
-    } else {
-      sql += value(expression(e, scope));
-    }
+    const auto* name = item.value->as<ColumnName>();
+    if (!item.column)
+      sql += words(*item.value);
+    else
+      sql += name ? quotedName(name->name) : std::to_string(*item.column + 1);
     if (item.descending) sql += " DESC";
   }
   return sql;
 }
 
-}  // namespace ado::sqlite::dialect
+std::string Emitter::withInlined(const std::string& body) {
+  std::string definitions;
+  std::set<std::string> written;
+  // Writing one may use another, so look again until nothing is new.
+  for (bool more = true; more;) {
+    more = false;
+    for (const auto& name : std::set<std::string>(used_)) {
+      const auto& query = named.at(name);
+      if (!query.inlined || !written.insert(name).second) continue;
+      std::string columns;
+      for (const auto& column : query.inlined->columns)
+        columns += (columns.empty() ? "" : ", ") + quotedName(column.name);
+      const auto targets = typesOf(query.inlined->columns);
+      definitions += (definitions.empty() ? "WITH RECURSIVE " : ", ") + query.sqlName + "(" + columns + ") AS (" +
+                     select(*query.inlined->select, &targets) + ")";
+      more = true;
+    }
+  }
+  return definitions.empty() ? body : definitions + " " + body;
+}
+
+}  // namespace sqlite

@@ -1,10 +1,15 @@
 #include "sqlite/emitter/SchemaEmitter.h"
 
-#include "tsql/DeclaredType.h"
+#include "sqlite/emitter/Piece.h"
+#include "sqlite/storage/StoredType.h"
 #include "tsql/Names.h"
 #include "values/Errore.h"
+#include "values/Text.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+
+using namespace tsql;
+
 namespace {
 
 std::string names(const std::vector<std::string>& columns) {
@@ -14,20 +19,20 @@ std::string names(const std::vector<std::string>& columns) {
 }
 
 /// A default as the column stores it.
-std::string defaultOf(const ColumnDefinition& definition) {
-  const Type& type = definition.column.type;
-  std::string value = *definition.defaultText;
-  if (type.kind == TypeKind::Decimal && type.scale > 0 && value != "NULL" && value != "0")
-    value += std::string(static_cast<std::size_t>(type.scale), '0');
-  if (type.kind == TypeKind::DateTime && value != "NULL")
-    throw values::Errore("A default of the date column '" + definition.column.name + "' is not supported");
-  if (type.kind == TypeKind::Text && type.fixed && value.size() >= 2 && value.front() == '\'') {
-    value.pop_back();
-    const auto given = static_cast<int>(value.size()) - 1;
-    if (given < type.length) value.append(static_cast<std::size_t>(type.length - given), ' ');
-    value += '\'';
+std::string defaultOf(const Column& column, const DefaultValue& value) {
+  using Kind = DefaultValue::Kind;
+  const Type& type = column.type;
+  if (value.kind == Kind::Null) return "NULL";
+  if (type.kind == TypeKind::DateTime)
+    throw values::Errore("A default of the date column '" + column.name + "' is not supported");
+  if (value.kind == Kind::Text) {
+    if (type.kind == TypeKind::Decimal)
+      throw values::Errore("The default of the decimal column '" + column.name + "' must be a whole number");
+    const bool padded = type.kind == TypeKind::Text && type.fixed;
+    return quotedText(padded ? values::padRight(value.text, static_cast<std::size_t>(type.length)) : value.text);
   }
-  return value;
+  if (type.kind != TypeKind::Decimal || value.text == "0") return value.text;
+  return value.text + std::string(static_cast<std::size_t>(type.scale), '0');
 }
 
 std::string columnText(const ColumnDefinition& definition, bool identityKey) {
@@ -41,7 +46,7 @@ std::string columnText(const ColumnDefinition& definition, bool identityKey) {
   sql += declaredType(type);
   if (type.kind == TypeKind::Text) sql += " COLLATE BK_TEXT";
   if (!type.nullable) sql += " NOT NULL";
-  if (definition.defaultText) sql += " DEFAULT " + defaultOf(definition);
+  if (definition.defaultValue) sql += " DEFAULT " + defaultOf(definition.column, *definition.defaultValue);
   if (definition.primaryKey) sql += " PRIMARY KEY";
   if (definition.unique) sql += " UNIQUE";
   return sql;
@@ -73,31 +78,29 @@ std::string createTable(const SchemaChange& change) {
 std::string createIndex(const SchemaChange& change) {
   std::string sql = change.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ";
   sql += quotedName(change.name) + " ON " + quotedName(change.table) + " (";
-  for (std::size_t i = 0; i < change.indexColumns.size(); ++i)
-    sql += (i == 0 ? "" : ", ") + quotedName(change.indexColumns[i].first) +
-           (change.indexColumns[i].second ? " DESC" : "");
-  return sql + ")";
+  std::string columns;
+  for (const auto& column : change.indexColumns)
+    columns += (columns.empty() ? "" : ", ") + quotedName(column.name) + (column.descending ? " DESC" : "");
+  // Included columns make an index cover a query; here they are simply its last columns.
+  for (const auto& column : change.includedColumns) columns += ", " + quotedName(column);
+  return sql + columns + ")";
 }
 
 }  // namespace
 
-std::string schemaStatement(const SchemaChange& change, const Catalog& catalog) {
-  const auto known = [&](const std::string& table) {
-    if (!catalog.find(table)) throw values::Errore("Invalid object name '" + table + "'.");
-  };
+std::string schemaStatement(const SchemaChange& change) {
   switch (change.kind) {
     case SchemaChange::Kind::CreateTable: return createTable(change);
-    case SchemaChange::Kind::CreateIndex: known(change.table); return createIndex(change);
+    case SchemaChange::Kind::CreateIndex: return createIndex(change);
     case SchemaChange::Kind::DropTable:
       return std::string("DROP TABLE ") + (change.ifExists ? "IF EXISTS " : "") + quotedName(change.name);
     case SchemaChange::Kind::DropIndex:
       return std::string("DROP INDEX ") + (change.ifExists ? "IF EXISTS " : "") + quotedName(change.name);
     case SchemaChange::Kind::AddColumn:
-      known(change.table);
       return "ALTER TABLE " + quotedName(change.table) + " ADD COLUMN " + columnText(change.columns[0], false);
-    case SchemaChange::Kind::Truncate: known(change.table); return "DELETE FROM " + quotedName(change.table);
+    case SchemaChange::Kind::Truncate: return "DELETE FROM " + quotedName(change.table);
   }
   return {};
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "tsql/Ast.h"
-#include "tsql/Translation.h"
+#include "tsql/Statement.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
 
 /// A change of the schema as SQLite's one statement.
-std::string schemaStatement(const SchemaChange& change, const Catalog& catalog);
+std::string schemaStatement(const tsql::SchemaChange& change);
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

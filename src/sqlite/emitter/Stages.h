@@ -6,10 +6,9 @@
 #include <string_view>
 
 #include "sqlite/emitter/Emitter.h"
-#include "tsql/Ast.h"
-#include "tsql/Translation.h"
+#include "sqlite/emitter/Translate.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
 
 /// Why stages: the engine writes a common table expression out again wherever it is named, or scans it once per row
 /// of what it is joined to, because it knows neither its size nor its keys. A query that joins them is therefore run
@@ -17,19 +16,19 @@ namespace ado::sqlite::dialect {
 /// equalities look it up by. Every step is then linear in its rows.
 class Stages {
  public:
-  Stages(const Query& query, std::string_view prefix) : query_(query), prefix_(prefix) {}
+  Stages(const tsql::Query& query, std::string_view prefix) : query_(query), prefix_(prefix) {}
 
   /// Adds the stages' statements to the translation and makes their names known to the emitter.
   void build(Emitter& emitter, Translation& translation);
 
  private:
   bool staged() const;
-  std::map<std::string, std::set<std::string>> lookupColumns() const;
-  void stage(const CommonTable& table, const std::set<std::string>& lookups, Emitter& emitter,
+  std::map<const tsql::CommonTable*, std::set<std::string>> lookupColumns() const;
+  void stage(const tsql::CommonTable& table, const std::set<std::string>& lookups, Emitter& emitter,
              Translation& translation);
 
-  const Query& query_;
+  const tsql::Query& query_;
   std::string_view prefix_;
 };
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

@@ -3,62 +3,62 @@
 #include "sqlite/emitter/Emitter.h"
 #include "sqlite/emitter/SchemaEmitter.h"
 #include "sqlite/emitter/Stages.h"
-#include "tsql/Names.h"
 #include "tsql/Parser.h"
+#include "tsql/Resolver.h"
 
-namespace ado::sqlite::dialect {
+namespace sqlite {
+
+using namespace tsql;
+
 namespace {
 
 /// SELECT @@IDENTITY, answered by the connection.
 bool asksIdentity(const Query& query) {
   const Select& select = *query.select;
   return query.with.empty() && !select.next && select.sources.empty() && select.items.size() == 1 &&
-         select.items[0].value->kind == Expression::Kind::Variable &&
-         sameName(select.items[0].value->name, "@@IDENTITY");
+         select.items[0].value->as<LastIdentity>();
 }
 
-Translation translateQuery(const Query& query, Emitter& emitter, std::string_view stagePrefix) {
+Translation translated(const Query& query, const Scan& scan, std::string_view stagePrefix) {
   Translation translation;
+  translation.columns = query.select->columns;
   if (asksIdentity(query)) {
     translation.kind = Translation::Kind::Identity;
-    translation.columns.push_back({query.select->items[0].alias, decimalType(38, 0)});
     return translation;
   }
+  Emitter emitter(scan);
   Stages(query, stagePrefix).build(emitter, translation);
-  auto rows = emitter.select(*query.select, nullptr);
-  auto sql = emitter.withRecursive(rows.sql);
+  auto sql = emitter.withInlined(emitter.select(*query.select));
   translation.main = emitter.finish(std::move(sql));
-  translation.columns = std::move(rows.columns);
   return translation;
 }
 
-Translation translateChange(const Change& change, Emitter& emitter) {
+Translation translated(const Change& change, const Scan& scan, std::string_view) {
+  using Kind = Change::Kind;
+  Emitter emitter(scan);
   Translation translation;
   translation.kind = Translation::Kind::Change;
-  auto sql = change.kind == Change::Kind::Insert   ? emitter.insert(change)
-             : change.kind == Change::Kind::Update ? emitter.update(change)
-                                                   : emitter.erase(change);
+  auto sql = change.kind == Kind::Insert   ? emitter.insert(change)
+             : change.kind == Kind::Update ? emitter.update(change)
+                                           : emitter.erase(change);
   translation.main = emitter.finish(std::move(sql));
+  translation.insertsIdentity = change.kind == Kind::Insert && change.target->hasIdentity();
+  return translation;
+}
+
+Translation translated(const SchemaChange& change, const Scan&, std::string_view) {
+  Translation translation;
+  translation.kind = Translation::Kind::Schema;
+  translation.main = {schemaStatement(change), {}};
   return translation;
 }
 
 }  // namespace
 
-const Column* Table::find(std::string_view column) const {
-  for (const auto& candidate : columns)
-    if (sameName(candidate.name, column)) return &candidate;
-  return nullptr;
-}
-
 Translation translate(const Scan& scan, const Catalog& catalog, std::string_view stagePrefix) {
-  const ParsedStatement parsed = Parser(scan).statement();
-  Emitter emitter(scan, catalog);
-  if (const auto* query = std::get_if<Query>(&parsed)) return translateQuery(*query, emitter, stagePrefix);
-  if (const auto* change = std::get_if<Change>(&parsed)) return translateChange(*change, emitter);
-  Translation translation;
-  translation.kind = Translation::Kind::Schema;
-  translation.main = {schemaStatement(std::get<SchemaChange>(parsed), catalog), {}};
-  return translation;
+  Statement statement = Parser(scan).statement();
+  Resolver(scan, catalog).resolve(statement);
+  return std::visit([&](const auto& kind) { return translated(kind, scan, stagePrefix); }, statement);
 }
 
-}  // namespace ado::sqlite::dialect
+}  // namespace sqlite

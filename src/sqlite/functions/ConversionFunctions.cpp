@@ -1,12 +1,12 @@
 #include <cmath>
 
-#include "sqlite/DateNumber.h"
-#include "sqlite/functions/SqlFunctions.h"
+#include "sqlite/functions/FunctionSupport.h"
+#include "sqlite/storage/DateNumber.h"
 #include "values/Conversion.h"
 #include "values/Decimal.h"
 #include "values/Text.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
 std::string inColumn(sqlite3_value* column) {
@@ -135,4 +135,4 @@ constexpr SqlFunction kFunctions[] = {
 
 std::span<const SqlFunction> conversionFunctions() { return kFunctions; }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

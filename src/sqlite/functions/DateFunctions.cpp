@@ -1,7 +1,7 @@
-#include "sqlite/DateNumber.h"
-#include "sqlite/functions/SqlFunctions.h"
+#include "sqlite/functions/FunctionSupport.h"
+#include "sqlite/storage/DateNumber.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
 values::Date dateArgument(sqlite3_value* value) { return fromDateNumber(sqlite3_value_int64(value)); }
@@ -37,4 +37,4 @@ constexpr SqlFunction kFunctions[] = {
 
 std::span<const SqlFunction> dateFunctions() { return kFunctions; }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -1,6 +1,6 @@
 #include "sqlite/functions/FunctionSupport.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 
 Int128 unitsArgument(sqlite3_value* value) {
   if (sqlite3_value_type(value) == SQLITE_INTEGER) return sqlite3_value_int64(value);
@@ -23,4 +23,4 @@ void resultText(sqlite3_context* context, std::string_view text) {
   sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

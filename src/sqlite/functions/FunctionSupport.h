@@ -2,14 +2,14 @@
 
 #include <sqlite3.h>
 
-#include <optional>
+#include <span>
 #include <string_view>
 
-#include "sqlite/Scaled.h"
+#include "sqlite/storage/Scaled.h"
 #include "values/Errore.h"
 
 /// What the engine's functions share: how they read arguments and answer.
-namespace ado::sqlite {
+namespace sqlite {
 
 inline constexpr const char* kNumericOverflow = "Arithmetic overflow error converting expression to data type numeric";
 
@@ -39,4 +39,27 @@ void answer(sqlite3_context* context, Body&& body) noexcept {
   }
 }
 
-}  // namespace ado::sqlite
+struct SqlFunction {
+  const char* name;
+  int arguments;
+  void (*run)(sqlite3_context*, int, sqlite3_value**);
+  bool deterministic = true;
+};
+
+/// Most functions: NULL in any argument gives NULL, failures become the statement's error.
+template <void (*Body)(sqlite3_context*, sqlite3_value**)>
+void strict(sqlite3_context* context, int count, sqlite3_value** arguments) {
+  for (int i = 0; i < count; ++i)
+    if (isNull(arguments[i])) return;
+  answer(context, [&] { Body(context, arguments); });
+}
+
+// One source for each of these.
+std::span<const SqlFunction> numberFunctions();
+std::span<const SqlFunction> conversionFunctions();
+std::span<const SqlFunction> textFunctions();
+std::span<const SqlFunction> dateFunctions();
+/// bk_sum, an exact sum of units.
+void registerSum(sqlite3* database);
+
+}  // namespace sqlite

@@ -1,6 +1,8 @@
 #pragma once
 
-/// The SQL functions that translated statements call; the connection registers them. NULL in any argument gives NULL
+#include <sqlite3.h>
+
+/// The SQL functions that translated statements call, and how they answer. NULL in any argument gives NULL
 /// unless said otherwise. "Units" are a decimal's value × 10^scale: an integer, or its digits in text when 64 bits
 /// cannot hold them. All are exact; a result of more than 38 digits is
 /// "Arithmetic overflow error converting numeric to data type numeric."
@@ -35,3 +37,9 @@
 ///            bk_replicate(text, n); lengths are characters
 /// Dates      bk_now(), bk_dateadd(part, n, date), bk_datediff(part, from, to); part 'd', 'm' or 'y'
 /// Other      bk_newid() 36 characters, upper case
+namespace sqlite {
+
+/// Gives a connection these functions, sums and the text order.
+void registerFunctions(sqlite3* database);
+
+}  // namespace sqlite

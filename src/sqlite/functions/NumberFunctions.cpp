@@ -1,8 +1,8 @@
 #include <cmath>
 
-#include "sqlite/functions/SqlFunctions.h"
+#include "sqlite/functions/FunctionSupport.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
 constexpr const char* kDivideByZero = "Divide by zero error encountered.";
@@ -161,4 +161,4 @@ void registerSum(sqlite3* database) {
   sqlite3_create_function_v2(database, "bk_sum", 1, kFlags, nullptr, nullptr, sumStep, sumFinal, nullptr);
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

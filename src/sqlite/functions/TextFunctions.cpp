@@ -2,11 +2,11 @@
 #include <memory>
 #include <random>
 
-#include "sqlite/functions/LikePattern.h"
-#include "sqlite/functions/SqlFunctions.h"
+#include "sqlite/functions/FunctionSupport.h"
+#include "sqlite/functions/SqlLikePattern.h"
 #include "values/Text.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
 std::size_t count(sqlite3_value* value) {
@@ -17,15 +17,15 @@ std::size_t count(sqlite3_value* value) {
 
 /// A pattern is read once for all the rows it is tried on.
 void like(sqlite3_context* context, sqlite3_value** arguments) {
-  auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
-  std::unique_ptr<LikePattern> fresh;
+  auto* pattern = static_cast<SqlLikePattern*>(sqlite3_get_auxdata(context, 0));
+  std::unique_ptr<SqlLikePattern> fresh;
   if (pattern == nullptr) {
-    fresh = std::make_unique<LikePattern>(textArgument(arguments[0]));
+    fresh = std::make_unique<SqlLikePattern>(textArgument(arguments[0]));
     pattern = fresh.get();
   }
   sqlite3_result_int(context, pattern->matches(textArgument(arguments[1])));
   if (fresh) {
-    sqlite3_set_auxdata(context, 0, fresh.release(), [](void* kept) { delete static_cast<LikePattern*>(kept); });
+    sqlite3_set_auxdata(context, 0, fresh.release(), [](void* kept) { delete static_cast<SqlLikePattern*>(kept); });
   }
 }
 
@@ -120,4 +120,4 @@ constexpr SqlFunction kFunctions[] = {
 
 std::span<const SqlFunction> textFunctions() { return kFunctions; }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -6,13 +6,13 @@
 #include <utility>
 #include <vector>
 
-namespace ado::sqlite {
+namespace sqlite {
 
 /// A pattern of SQL Server's LIKE: % any text, _ one character, [a-f1] one of a set, [^a-f] one outside it.
 /// Letters match without regard to case; blanks at the end of a matched text do not count.
-class LikePattern {
+class SqlLikePattern {
  public:
-  explicit LikePattern(std::string_view pattern);
+  explicit SqlLikePattern(std::string_view pattern);
   bool matches(std::string_view text) const;
 
  private:
@@ -28,4 +28,4 @@ class LikePattern {
   std::vector<Element> elements_;
 };
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

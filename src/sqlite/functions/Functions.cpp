@@ -1,10 +1,9 @@
-#include "sqlite/functions/FunctionRegistry.h"
+#include "sqlite/functions/Functions.h"
 
-#include "sqlite/Handle.h"
-#include "sqlite/functions/SqlFunctions.h"
+#include "sqlite/functions/FunctionSupport.h"
 #include "values/Text.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
 int compareTexts(void*, int sizeA, const void* a, int sizeB, const void* b) {
@@ -16,16 +15,16 @@ int compareTexts(void*, int sizeA, const void* a, int sizeB, const void* b) {
 
 void registerFunctions(sqlite3* database) {
   if (sqlite3_create_collation_v2(database, "BK_TEXT", SQLITE_UTF8, nullptr, compareTexts, nullptr) != SQLITE_OK)
-    throwFailure(database);
+    throw values::Errore(sqlite3_errmsg(database));
   for (const auto functions : {numberFunctions(), conversionFunctions(), textFunctions(), dateFunctions()}) {
     for (const auto& function : functions) {
       const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (function.deterministic ? SQLITE_DETERMINISTIC : 0);
       if (sqlite3_create_function_v2(database, function.name, function.arguments, flags, nullptr, function.run, nullptr,
                                      nullptr, nullptr) != SQLITE_OK)
-        throwFailure(database);
+        throw values::Errore(sqlite3_errmsg(database));
     }
   }
   registerSum(database);
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

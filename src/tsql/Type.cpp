@@ -1,4 +1,4 @@
-#include "tsql/DeclaredType.h"
+#include "tsql/Type.h"
 
 #include <algorithm>
 #include <array>
@@ -7,27 +7,27 @@
 #include "tsql/Names.h"
 #include "values/Errore.h"
 
-namespace ado::sqlite::dialect {
+namespace tsql {
 namespace {
 
-constexpr std::string_view kIdentity = "CONSTRAINT \"identity ";
+constexpr int kWidest = 38;
 
 struct KnownType {
   std::string_view name;
   Type type;
 };
 
-constexpr Type integer(std::int16_t bits) { return {.kind = TypeKind::Integer, .precision = bits}; }
+constexpr Type ofBits(std::int16_t bits) { return {.kind = TypeKind::Integer, .precision = bits}; }
 constexpr Type text(bool fixed, bool wide) {
   return {.kind = TypeKind::Text, .length = 1, .fixed = fixed, .wide = wide};
 }
 
 constexpr std::array kKnown = {
-    KnownType{"TINYINT", integer(16)},
-    KnownType{"SMALLINT", integer(16)},
-    KnownType{"INT", integer(32)},
-    KnownType{"INTEGER", integer(32)},
-    KnownType{"BIGINT", integer(64)},
+    KnownType{"TINYINT", ofBits(16)},
+    KnownType{"SMALLINT", ofBits(16)},
+    KnownType{"INT", ofBits(32)},
+    KnownType{"INTEGER", ofBits(32)},
+    KnownType{"BIGINT", ofBits(64)},
     KnownType{"DECIMAL", {.kind = TypeKind::Decimal, .precision = 18}},
     KnownType{"DEC", {.kind = TypeKind::Decimal, .precision = 18}},
     KnownType{"NUMERIC", {.kind = TypeKind::Decimal, .precision = 18}},
@@ -41,9 +41,7 @@ constexpr std::array kKnown = {
     KnownType{"DATETIME2", {.kind = TypeKind::DateTime}},
     KnownType{"SMALLDATETIME", {.kind = TypeKind::DateTime}},
     KnownType{"DATE", {.kind = TypeKind::DateTime}},
-    KnownType{"INTDATETIME", {.kind = TypeKind::DateTime}},
     KnownType{"BIT", {.kind = TypeKind::Bit}},
-    KnownType{"BITINT", {.kind = TypeKind::Bit}},
 };
 
 int readNumber(std::string_view text, std::string_view whole) {
@@ -58,7 +56,7 @@ void readDecimal(Type& type, std::string_view sizes, std::string_view whole) {
   const auto comma = sizes.find(',');
   const int precision = readNumber(sizes.substr(0, comma), whole);
   const int scale = comma == std::string_view::npos ? 0 : readNumber(sizes.substr(comma + 1), whole);
-  if (precision < 1 || precision > 38 || scale < 0 || scale > precision)
+  if (precision < 1 || precision > kWidest || scale < 0 || scale > precision)
     throw values::Errore("Impossible precision in '" + std::string(whole) + "'");
   type.precision = static_cast<std::int16_t>(precision);
   type.scale = static_cast<std::int16_t>(scale);
@@ -66,7 +64,29 @@ void readDecimal(Type& type, std::string_view sizes, std::string_view whole) {
 
 }  // namespace
 
-Type parseDeclaredType(std::string_view text) {
+Type integerType(int bits) { return ofBits(static_cast<std::int16_t>(bits)); }
+
+Type decimalType(int precision, int scale) {
+  return {.kind = TypeKind::Decimal,
+          .precision = static_cast<std::int16_t>(std::min(precision, kWidest)),
+          .scale = static_cast<std::int16_t>(scale)};
+}
+
+Type textType(int length, bool wide) { return {.kind = TypeKind::Text, .length = length, .wide = wide}; }
+Type bitType() { return {.kind = TypeKind::Bit}; }
+Type floatType() { return {.kind = TypeKind::Float}; }
+Type dateTimeType() { return {.kind = TypeKind::DateTime}; }
+
+int precisionOf(const Type& type) {
+  switch (type.kind) {
+    case TypeKind::Decimal: return type.precision;
+    case TypeKind::Integer: return type.precision == 16 ? 5 : type.precision == 32 ? 10 : 19;
+    case TypeKind::Bit: return 1;
+    default: return kWidest;
+  }
+}
+
+Type parseType(std::string_view text) {
   const auto open = text.find('(');
   const auto name = text.substr(0, open);
   const auto known = std::find_if(kKnown.begin(), kKnown.end(), [&](const auto& k) { return sameName(k.name, name); });
@@ -79,36 +99,19 @@ Type parseDeclaredType(std::string_view text) {
   return type;
 }
 
-std::string declaredType(const Type& type) {
+std::string typeName(const Type& type) {
   switch (type.kind) {
+    case TypeKind::Unknown: return "NULL";
     case TypeKind::Integer: return type.precision == 16 ? "SMALLINT" : type.precision == 32 ? "INT" : "BIGINT";
-    case TypeKind::Decimal:
-      if (type.precision > kStoredPrecision)
-        throw values::Errore("The embedded database stores decimals of at most " + std::to_string(kStoredPrecision) +
-                             " digits, not " + std::to_string(type.precision));
-      return "DECIMAL(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
+    case TypeKind::Decimal: return "DECIMAL(" + std::to_string(type.precision) + "," + std::to_string(type.scale) + ")";
     case TypeKind::Float: return "FLOAT";
     case TypeKind::Text:
       return std::string(type.wide ? "N" : "") + (type.fixed ? "CHAR(" : "VARCHAR(") +
              (type.length == 0 ? "MAX" : std::to_string(type.length)) + ")";
-    case TypeKind::DateTime: return "INTDATETIME";
-    case TypeKind::Bit: return "BITINT";
-    case TypeKind::Unknown: break;
+    case TypeKind::DateTime: return "DATETIME";
+    case TypeKind::Bit: return "BIT";
   }
-  throw values::Errore("A column needs a type");
+  return {};
 }
 
-std::string identityConstraint(const Type& type) {
-  return std::string(kIdentity) + declaredType(type) + "\" PRIMARY KEY AUTOINCREMENT";
-}
-
-std::optional<Type> identityType(std::string_view createStatement) {
-  const auto start = createStatement.find(kIdentity);
-  if (start == std::string_view::npos) return std::nullopt;
-  const auto text = createStatement.substr(start + kIdentity.size());
-  Type type = parseDeclaredType(text.substr(0, text.find('"')));
-  type.nullable = false;
-  return type;
-}
-
-}  // namespace ado::sqlite::dialect
+}  // namespace tsql

@@ -1,10 +1,10 @@
-#include "sqlite/functions/LikePattern.h"
+#include "sqlite/functions/SqlLikePattern.h"
 
 #include <algorithm>
 
 #include "values/Text.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
 /// Folded characters, blanks at the end kept: a pattern counts them.
@@ -34,7 +34,7 @@ bool onlyBlanks(std::string_view text) { return text.find_first_not_of(' ') == s
 
 }  // namespace
 
-LikePattern::LikePattern(std::string_view text) {
+SqlLikePattern::SqlLikePattern(std::string_view text) {
   using Kind = Element::Kind;
   const std::u32string pattern = decoded(folded(text));
   for (std::size_t i = 0; i < pattern.size();) {
@@ -53,7 +53,7 @@ LikePattern::LikePattern(std::string_view text) {
 }
 
 /// Reads the set that opens at `position`; gives the position behind it.
-std::size_t LikePattern::readSet(std::u32string_view pattern, std::size_t position) {
+std::size_t SqlLikePattern::readSet(std::u32string_view pattern, std::size_t position) {
   Element set{Element::Kind::Set, 0, false, {}};
   std::size_t i = position + 1;
   if (pattern[i] == U'^') {
@@ -71,7 +71,7 @@ std::size_t LikePattern::readSet(std::u32string_view pattern, std::size_t positi
   return end + 1;
 }
 
-bool LikePattern::accepts(const Element& element, char32_t character) {
+bool SqlLikePattern::accepts(const Element& element, char32_t character) {
   switch (element.kind) {
     case Element::Kind::Character: return element.character == character;
     case Element::Kind::OneCharacter: return true;
@@ -85,7 +85,7 @@ bool LikePattern::accepts(const Element& element, char32_t character) {
 }
 
 /// After a mismatch only the last % can take one character more, so the walk never doubles.
-bool LikePattern::matches(std::string_view plain) const {
+bool SqlLikePattern::matches(std::string_view plain) const {
   constexpr auto kNone = static_cast<std::size_t>(-1);
   const std::string text = folded(plain);
   std::size_t position = 0;
@@ -114,4 +114,4 @@ bool LikePattern::matches(std::string_view plain) const {
   }
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite

@@ -1,11 +1,11 @@
-#include "sqlite/Scaled.h"
+#include "sqlite/storage/Scaled.h"
 
 #include <algorithm>
 #include <array>
 
 #include "values/Text.h"
 
-namespace ado::sqlite {
+namespace sqlite {
 namespace {
 
 constexpr auto kPowers = [] {
@@ -115,4 +115,4 @@ std::optional<Int128> multiplyChecked(Int128 a, Int128 b) {
   return result;
 }
 
-}  // namespace ado::sqlite
+}  // namespace sqlite
