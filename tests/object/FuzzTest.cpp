@@ -7,11 +7,11 @@
 #include <map>
 #include <random>
 
-#include "object/DatabasePiccolo.h"
+#include "object/Budgets.h"
 #include "object/Interfaccia.h"
 #include "odbc/SingleStatement.h"
-#include "support/ContestoDiProva.h"
 #include "support/FaultConnection.h"
+#include "support/TestContext.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
@@ -21,15 +21,15 @@ namespace {
 
 using values::Variant;
 
-class Caso {
+class Dice {
  public:
-  explicit Caso(unsigned seme) : dadi_(seme) {}
+  explicit Dice(unsigned seed) : random_(seed) {}
 
-  std::size_t numero(std::size_t limite) { return std::uniform_int_distribution<std::size_t>(0, limite - 1)(dadi_); }
+  std::size_t below(std::size_t limit) { return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_); }
 
-  Variant valore() {
+  Variant value() {
     // clang-format off
-    static const std::vector<Variant> kNoti = {
+    static const std::vector<Variant> kKnown = {
         Variant(), Variant::Null(), 0, 1, 2, 4, 5, 7, -1, 99, 2024, std::int16_t{12}, std::int16_t{-32768},
         std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::min(), 0.5, -1e300,
         std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN(),
@@ -41,122 +41,122 @@ class Caso {
         ",,,", "\xff\xfe", std::string("a\0b", 3), "Perché", std::string(5000, 'x'), std::string(300, '9'),
         std::shared_ptr<values::Object>(), std::make_shared<values::Object>()};
     // clang-format on
-    return kNoti[numero(kNoti.size())];
+    return kKnown[below(kKnown.size())];
   }
 
   /// Mostly an argument of the right kind, so that calls get past the conversions and to the data.
-  Variant valore(TipoDato tipo) {
+  Variant value(TipoDato type) {
     // clang-format off
-    static const Variant kSensati[] = {
+    static const Variant kSensible[] = {
         0, 1, 2, 3, 2024, 100.25, "A", "A1", "50010001", "BU65_CONTO_CG24",
         values::Date::FromYmd(2024, 10, 1), Variant::Null()};
     // clang-format on
-    if (numero(5) == 0) return valore();
-    switch (tipo) {
-      case TipoDato::Integer: return static_cast<std::int16_t>(static_cast<int>(numero(16)) - 2);
-      case TipoDato::Long: return static_cast<int>(numero(13)) - 2;
-      case TipoDato::Boolean: return numero(2) == 0;
-      case TipoDato::Dictionary: return dizionario();
-      case TipoDato::Recordset: return insieme();
+    if (below(5) == 0) return value();
+    switch (type) {
+      case TipoDato::Integer: return static_cast<std::int16_t>(static_cast<int>(below(16)) - 2);
+      case TipoDato::Long: return static_cast<int>(below(13)) - 2;
+      case TipoDato::Boolean: return below(2) == 0;
+      case TipoDato::Dictionary: return dictionary();
+      case TipoDato::Recordset: return recordset();
       case TipoDato::Connection:
       case TipoDato::ActiveInterface: return Variant();
-      default: return kSensati[numero(std::size(kSensati))];
+      default: return kSensible[below(std::size(kSensible))];
     }
   }
 
  private:
-  Variant dizionario() {
-    if (numero(3) == 0) return Variant();
-    auto dizionario = std::make_shared<ado::Dictionary>();
-    const char* chiavi[] = {"BU65_CODICE_CG31", "BU65_CONTO_CG24", "BU65_DATAULTAGG", "BU65_ID", "X'", ""};
-    for (const auto* chiave : chiavi)
-      if (numero(2) == 0) dizionario->Item(chiave, valore());
-    return Variant(std::shared_ptr<values::Object>(dizionario));
+  Variant dictionary() {
+    if (below(3) == 0) return Variant();
+    auto made = std::make_shared<ado::Dictionary>();
+    const char* keys[] = {"BU65_CODICE_CG31", "BU65_CONTO_CG24", "BU65_DATAULTAGG", "BU65_ID", "X'", ""};
+    for (const auto* key : keys)
+      if (below(2) == 0) made->Item(key, value());
+    return Variant(std::shared_ptr<values::Object>(made));
   }
-  Variant insieme() {
-    if (numero(3) == 0) return Variant();
-    auto insieme = std::make_shared<ado::Recordset>();
-    insieme->Fields().Append("CONTO", ado::adVariant, 0, ado::adFldIsNullable);
-    for (const auto* campo : {"PERIODO", "IMPORTO", "SOVRASCRIVI", "PERCSCOST", "FLGPERIODI"})
-      if (numero(4) != 0) insieme->Fields().Append(campo, ado::adVariant, 0, ado::adFldIsNullable);
-    if (numero(4) == 0) return Variant(std::shared_ptr<values::Object>(insieme));
-    insieme->Open();
-    for (std::size_t righe = numero(3); righe > 0; --righe)
-      for (auto& cella : insieme->AppendRow()) cella = valore();
-    return Variant(std::shared_ptr<values::Object>(insieme));
+  Variant recordset() {
+    if (below(3) == 0) return Variant();
+    auto made = std::make_shared<ado::Recordset>();
+    made->Fields().Append("CONTO", ado::adVariant, 0, ado::adFldIsNullable);
+    for (const auto* field : {"PERIODO", "IMPORTO", "SOVRASCRIVI", "PERCSCOST", "FLGPERIODI"})
+      if (below(4) != 0) made->Fields().Append(field, ado::adVariant, 0, ado::adFldIsNullable);
+    if (below(4) == 0) return Variant(std::shared_ptr<values::Object>(made));
+    made->Open();
+    for (std::size_t rows = below(3); rows > 0; --rows)
+      for (auto& cell : made->AppendRow()) cell = value();
+    return Variant(std::shared_ptr<values::Object>(made));
   }
 
-  std::mt19937 dadi_;
+  std::mt19937 random_;
 };
 
 /// Answers every statement with rows of some columns and random values, or fails.
-std::shared_ptr<testing_support::RecordingConnection> connessioneCasuale(Caso& caso) {
+std::shared_ptr<testing_support::RecordingConnection> randomConnection(Dice& dice) {
   auto db = std::make_shared<testing_support::RecordingConnection>();
-  db->onExecute = [&caso, db = db.get()](std::string_view) {
+  db->onExecute = [&dice, db = db.get()](std::string_view) {
     db->texts.clear();
     db->answers.clear();
-    if (caso.numero(6) == 0) throw values::Errore("database gone");
-    std::vector<std::vector<Variant>> righe(caso.numero(3));
-    for (auto& riga : righe) riga = {caso.valore(), caso.valore()};
-    db->answers.push_back(testing_support::rows({"BU65_ID", "BU66_ID"}, righe));
+    if (dice.below(6) == 0) throw values::Errore("database gone");
+    std::vector<std::vector<Variant>> rows(dice.below(3));
+    for (auto& row : rows) row = {dice.value(), dice.value()};
+    db->answers.push_back(testing_support::rows({"BU65_ID", "BU66_ID"}, rows));
   };
   return db;
 }
 
 /// Whether the text ends with " in " and a procedure's name, or is the one that the situation component's own
 /// text stands in.
-bool nominaLaProcedura(const std::string& errore) {
-  if (errore.starts_with("Errore in CreaRecordsetSaldiDaSituazioneEP")) return true;
-  const auto inizio = errore.rfind(" in ");
-  if (inizio == errore.npos) return false;
-  const auto nome = values::rtrim(std::string_view(errore).substr(inizio + 4));
-  return !nome.empty() && std::all_of(nome.begin(), nome.end(),
+bool namesTheProcedure(const std::string& text) {
+  if (text.starts_with("Errore in CreaRecordsetSaldiDaSituazioneEP")) return true;
+  const auto at = text.rfind(" in ");
+  if (at == text.npos) return false;
+  const auto name = values::rtrim(std::string_view(text).substr(at + 4));
+  return !name.empty() && std::all_of(name.begin(), name.end(),
                                       [](char c) { return c == '_' || std::isalnum(static_cast<unsigned char>(c)); });
 }
 
-void controlla(const CLSKORVAL& bo, const std::string& metodo, unsigned seme) {
-  SCOPED_TRACE(metodo + " seed " + std::to_string(seme) + ": " + bo.errore().substr(0, 300));
+void check(const CLSKORVAL& bo, const std::string& method, unsigned seed) {
+  SCOPED_TRACE(method + " seed " + std::to_string(seed) + ": " + bo.errore().substr(0, 300));
   switch (static_cast<int>(bo.Stato())) {
     case 0: EXPECT_EQ(bo.errore(), ""); break;
     case 1: EXPECT_NE(bo.errore(), ""); break;
-    case 99: EXPECT_TRUE(nominaLaProcedura(bo.errore())); break;
+    case 99: EXPECT_TRUE(namesTheProcedure(bo.errore())); break;
     default: ADD_FAILURE() << "Stato " << bo.Stato();
   }
 }
 
 /// @return whether the arguments let the method run.
-bool prova(CLSKORVAL& bo, const Membro& membro, Caso& caso, unsigned seme) {
-  std::vector<Variant> argomenti;
-  for (const auto& parametro : membro.parametri) argomenti.push_back(caso.valore(parametro.tipo));
+bool attempt(CLSKORVAL& bo, const Membro& member, Dice& dice, unsigned seed) {
+  std::vector<Variant> arguments;
+  for (const auto& parameter : member.parametri) arguments.push_back(dice.value(parameter.tipo));
   try {
-    membro.chiama(bo, argomenti);
+    member.chiama(bo, arguments);
   } catch (const ErroreArgomento&) {
     return false;
   } catch (...) {
-    ADD_FAILURE() << membro.nome << " seed " << seme << ": an exception left the object";
+    ADD_FAILURE() << member.nome << " seed " << seed << ": an exception left the object";
     return false;
   }
-  controlla(bo, membro.nome, seme);
+  check(bo, member.nome, seed);
   return true;
 }
 
-void impostaProprietaCasuali(CLSKORVAL& bo, Caso& caso) {
-  for (const auto& membro : interfaccia()) {
-    if (!membro.scrivi || membro.tipo == TipoDato::Connection || membro.tipo == TipoDato::ActiveInterface) continue;
-    if (caso.numero(2) == 0 || membro.nome == "StringaConnessione") continue;
+void setRandomProperties(CLSKORVAL& bo, Dice& dice) {
+  for (const auto& member : interfaccia()) {
+    if (!member.scrivi || member.tipo == TipoDato::Connection || member.tipo == TipoDato::ActiveInterface) continue;
+    if (dice.below(2) == 0 || member.nome == "StringaConnessione") continue;
     try {
-      membro.scrivi(bo, caso.valore(membro.tipo));
+      member.scrivi(bo, dice.value(member.tipo));
     } catch (const ErroreArgomento&) {
     }
   }
 }
 
 /// Chooses the company's own budget as often as not.
-void scegliBudget(CLSKORVAL& bo, Caso& caso) {
-  if (caso.numero(3) == 0) return;
-  const int tipi[] = {0, 3, 4, 5};
+void chooseBudget(CLSKORVAL& bo, Dice& dice) {
+  if (dice.below(3) == 0) return;
+  const int types[] = {0, 3, 4, 5};
   bo.CodiceDitta = 1;
-  bo.TipoBudget = tipi[caso.numero(4)];
+  bo.TipoBudget = types[dice.below(4)];
   bo.SottoTipoBudget = "A";
   bo.AnnoEsercizio = bo.AnnoEsercizioMovimenti = 2024;
   bo.ProgressivoEsercizio = bo.ProgressivoEsercizioMovimenti = 1;
@@ -166,57 +166,57 @@ void scegliBudget(CLSKORVAL& bo, Caso& caso) {
   bo.TipoMovimenti = "1 = 1";
   bo.CodiceStrutturaBU60 = "S1";
   bo.TipoElaborazioneBO = Variant();
-  if (caso.numero(2) == 0) bo.DaConto = bo.AConto = bo.DaScheda = bo.AScheda = Variant();
+  if (dice.below(2) == 0) bo.DaConto = bo.AConto = bo.DaScheda = bo.AScheda = Variant();
 }
 
 /// Each environment: what the object is given before its methods are called.
-using Ambiente = std::function<void(CLSKORVAL&, Caso&)>;
+using Environment = std::function<void(CLSKORVAL&, Dice&)>;
 
-void percorri(unsigned semi, const Ambiente& ambiente) {
-  std::map<std::string, unsigned> corse;
-  for (unsigned seme = 1; seme <= semi; ++seme) {
-    Caso caso(seme);
+void callEverything(unsigned seeds, const Environment& environment) {
+  std::map<std::string, unsigned> runs;
+  for (unsigned seed = 1; seed <= seeds; ++seed) {
+    Dice dice(seed);
     CLSKORVAL bo;
-    ambiente(bo, caso);
-    for (const auto& membro : interfaccia()) {
-      if (membro.genere != Genere::Metodo) continue;
-      impostaProprietaCasuali(bo, caso);
-      scegliBudget(bo, caso);
-      corse[membro.nome] += prova(bo, membro, caso, seme) ? 1 : 0;
+    environment(bo, dice);
+    for (const auto& member : interfaccia()) {
+      if (member.genere != Genere::Metodo) continue;
+      setRandomProperties(bo, dice);
+      chooseBudget(bo, dice);
+      runs[member.nome] += attempt(bo, member, dice, seed) ? 1 : 0;
     }
   }
-  for (const auto& [metodo, volte] : corse) EXPECT_GT(volte, semi / 4) << metodo << " was hardly ever run";
+  for (const auto& [method, times] : runs) EXPECT_GT(times, seeds / 4) << method << " was hardly ever run";
 }
 
 TEST(Fuzz, WithNothingGiven) {
-  percorri(40, [](CLSKORVAL&, Caso&) {});
+  callEverything(40, [](CLSKORVAL&, Dice&) {});
 }
 
 TEST(Fuzz, WithASessionAndAWhimsicalDatabase) {
-  percorri(60, [](CLSKORVAL& bo, Caso& caso) {
-    bo.Connessione(connessioneCasuale(caso));
-    if (caso.numero(3) != 0) bo.ActiveInterface = std::make_shared<testing_support::SessioneFinta>();
+  callEverything(60, [](CLSKORVAL& bo, Dice& dice) {
+    bo.Connessione(randomConnection(dice));
+    if (dice.below(3) != 0) bo.ActiveInterface = std::make_shared<testing_support::FakeSession>();
   });
 }
 
 /// What the embedded database runs is one statement for a database behind ODBC, too.
-class Sorvegliata : public testing_support::FaultConnection {
+class Watched : public testing_support::FaultConnection {
  public:
   using FaultConnection::FaultConnection;
   ado::RecordsetPtr Execute(std::string_view text) override {
-    auto righe = FaultConnection::Execute(text);
+    auto rows = FaultConnection::Execute(text);
     EXPECT_NO_THROW(ado::odbc::requireSingleStatement(text)) << text;
-    return righe;
+    return rows;
   }
 };
 
 TEST(Fuzz, WithASmallDatabase) {
-  const auto db = object_tests::databasePiccolo();
-  const auto sessione = std::make_shared<suite::Sessione>(db);
-  const auto sorvegliata = std::make_shared<Sorvegliata>(db);
-  percorri(60, [&](CLSKORVAL& bo, Caso& caso) {
-    bo.Connessione(sorvegliata);
-    if (caso.numero(4) != 0) bo.ActiveInterface = sessione;
+  const auto db = object_tests::companyWithBudgets();
+  const auto session = std::make_shared<suite::Sessione>(db);
+  const auto watched = std::make_shared<Watched>(db);
+  callEverything(60, [&](CLSKORVAL& bo, Dice& dice) {
+    bo.Connessione(watched);
+    if (dice.below(4) != 0) bo.ActiveInterface = session;
   });
   EXPECT_NO_THROW(db->BeginTrans()) << "no operation leaves a transaction open";
 }

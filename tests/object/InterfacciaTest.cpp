@@ -15,53 +15,51 @@ using values::Variant;
 
 TEST(Interfaccia, HasEveryPublicMemberAndNoOther) {
   std::ifstream file(BUKORVAL_SOURCE_DIR "/tests/object/interfaccia.txt");
-  std::vector<std::string> attesi, trovati;
-  for (std::string riga; std::getline(file, riga);) attesi.push_back(riga);
-  for (const auto& membro : interfaccia()) {
-    const std::string accesso = membro.genere == Genere::Metodo ? ""
-                                : membro.leggi && membro.scrivi ? ", read and set"
-                                : membro.leggi                  ? ", read"
-                                                                : ", set";
-    trovati.push_back(firma(membro) + accesso);
-    EXPECT_EQ(membro.genere == Genere::Metodo, static_cast<bool>(membro.chiama)) << membro.nome;
+  std::vector<std::string> expected, found;
+  for (std::string line; std::getline(file, line);) expected.push_back(line);
+  for (const auto& member : interfaccia()) {
+    const std::string access = member.genere == Genere::Metodo ? ""
+                               : member.leggi && member.scrivi ? ", read and set"
+                               : member.leggi                  ? ", read"
+                                                               : ", set";
+    found.push_back(firma(member) + access);
+    EXPECT_EQ(member.genere == Genere::Metodo, static_cast<bool>(member.chiama)) << member.nome;
   }
-  ASSERT_EQ(attesi.size(), 52u + 66u);
-  EXPECT_THAT(trovati, testing::ElementsAreArray(attesi));
-}
-
-struct InterfacciaTest : testing::Test {
-  CLSKORVAL bo;
-  void imposta(std::string_view nome, const Variant& valore) { trovaMembro(nome)->scrivi(bo, valore); }
-  Variant chiama(std::string_view nome, std::vector<Variant> argomenti) {
-    auto risultato = trovaMembro(nome)->chiama(bo, argomenti);
-    dopo = argomenti;
-    return risultato;
-  }
-  std::vector<Variant> dopo;
-};
-
-TEST_F(InterfacciaTest, FindsMembersWithoutRegardToCase) {
+  ASSERT_EQ(expected.size(), 52u + 66u);
+  EXPECT_THAT(found, testing::ElementsAreArray(expected));
   ASSERT_TRUE(trovaMembro("tipobudget"));
   EXPECT_EQ(trovaMembro("tipobudget")->nome, "TipoBudget");
   EXPECT_EQ(trovaMembro("TipoBudgett"), nullptr);
 }
 
+struct InterfacciaTest : testing::Test {
+  CLSKORVAL bo;
+  std::vector<Variant> after;  ///< the arguments as the last call left them
+  void set(std::string_view name, const Variant& value) { trovaMembro(name)->scrivi(bo, value); }
+  Variant get(std::string_view name) const { return trovaMembro(name)->leggi(bo); }
+  Variant call(std::string_view name, std::vector<Variant> arguments) {
+    auto result = trovaMembro(name)->chiama(bo, arguments);
+    after = arguments;
+    return result;
+  }
+};
+
 TEST_F(InterfacciaTest, ConvertsTextToThePropertysType) {
-  imposta("TipoBudget", "4");
-  imposta("SottoTipoBudget", "01");
-  imposta("MovimentiConsolidati", "true");
-  imposta("GestioneRettifiche", "1");
-  imposta("TipoMovimenti", 7);
-  imposta("StringaConnessione", "Provider=X");
+  set("TipoBudget", "4");
+  set("SottoTipoBudget", "01");
+  set("MovimentiConsolidati", "true");
+  set("GestioneRettifiche", "1");
+  set("TipoMovimenti", 7);
+  set("StringaConnessione", "Provider=X");
   EXPECT_EQ(bo.TipoBudget, 4);
   EXPECT_EQ(bo.SottoTipoBudget, Variant("01")) << "a code is no number";
   EXPECT_TRUE(bo.MovimentiConsolidati && bo.GestioneRettifiche);
-  EXPECT_EQ(trovaMembro("TipoMovimenti")->leggi(bo), Variant("7"));
-  EXPECT_EQ(trovaMembro("StringaConnessione")->leggi(bo), Variant("Provider=X"));
+  EXPECT_EQ(get("TipoMovimenti"), Variant("7"));
+  EXPECT_EQ(get("StringaConnessione"), Variant("Provider=X"));
 }
 
 TEST_F(InterfacciaTest, RefusesValuesThatAreNotOfThePropertysType) {
-  const std::pair<const char*, Variant> casi[] = {
+  const std::pair<const char*, Variant> cases[] = {
       {"TipoBudget", "quattro"},
       {"TipoBudget", 3e9},
       {"TipoBudget", Variant::Null()},
@@ -70,52 +68,51 @@ TEST_F(InterfacciaTest, RefusesValuesThatAreNotOfThePropertysType) {
       {"TipoMovimenti", Variant::Null()},
       {"ElencoSedi", std::shared_ptr<values::Object>(std::make_shared<ado::Recordset>())}};
   bo.TipoBudget = 5;
-  bo.TipoMovimenti = "prima";
-  for (const auto& caso : casi)
-    EXPECT_THAT([&] { imposta(caso.first, caso.second); },
-                ThrowsMessage<ErroreArgomento>(HasSubstr(std::string(caso.first) + ": ")));
+  bo.TipoMovimenti = "before";
+  for (const auto& [name, value] : cases)
+    EXPECT_THAT([&] { set(name, value); }, ThrowsMessage<ErroreArgomento>(HasSubstr(std::string(name) + ": ")));
   EXPECT_EQ(bo.TipoBudget, 5);
-  EXPECT_EQ(bo.TipoMovimenti, "prima");
+  EXPECT_EQ(bo.TipoMovimenti, "before");
 }
 
 TEST_F(InterfacciaTest, CarriesObjectsAndNothing) {
-  const auto insieme = std::make_shared<ado::Recordset>();
-  imposta("RstSaldiElaEco", std::shared_ptr<values::Object>(insieme));
-  EXPECT_EQ(bo.RstSaldiElaEco, insieme);
-  EXPECT_EQ(oggetto<ado::Recordset>(trovaMembro("RstSaldiElaEco")->leggi(bo)), insieme);
-  EXPECT_EQ(oggetto<ado::Dictionary>(trovaMembro("RstSaldiElaEco")->leggi(bo)), nullptr);
-  imposta("RstSaldiElaEco", Variant());
-  EXPECT_EQ(trovaMembro("RstSaldiElaEco")->leggi(bo).kind(), values::Kind::Object);
-  EXPECT_EQ(oggetto<ado::Recordset>(trovaMembro("RstSaldiElaEco")->leggi(bo)), nullptr);
+  const auto records = std::make_shared<ado::Recordset>();
+  set("RstSaldiElaEco", std::shared_ptr<values::Object>(records));
+  EXPECT_EQ(bo.RstSaldiElaEco, records);
+  EXPECT_EQ(oggetto<ado::Recordset>(get("RstSaldiElaEco")), records);
+  EXPECT_EQ(oggetto<ado::Dictionary>(get("RstSaldiElaEco")), nullptr);
+  set("RstSaldiElaEco", Variant());
+  EXPECT_EQ(get("RstSaldiElaEco").kind(), values::Kind::Object);
+  EXPECT_EQ(oggetto<ado::Recordset>(get("RstSaldiElaEco")), nullptr);
 }
 
 TEST_F(InterfacciaTest, CallsMethodsWithTextArguments) {
-  EXPECT_EQ(chiama("getbdgperiodo", {"7", "2", "0", "01/07/2024"}), Variant(std::int16_t{1}));
-  EXPECT_EQ(chiama("CalcolaDeltaPercentuale", {"150", "120"}), Variant(values::Decimal::FromScaled(25, 2)));
-  EXPECT_TRUE(chiama("GetBdgNrPeriodi", {6}).isNull());
+  EXPECT_EQ(call("getbdgperiodo", {"7", "2", "0", "01/07/2024"}), Variant(std::int16_t{1}));
+  EXPECT_EQ(call("CalcolaDeltaPercentuale", {"150", "120"}), Variant(values::Decimal::FromScaled(25, 2)));
+  EXPECT_TRUE(call("GetBdgNrPeriodi", {6}).isNull());
 }
 
 TEST_F(InterfacciaTest, WritesInOutArgumentsBack) {
-  chiama("GetGestioneSede", {"4", "01", "True"});
-  EXPECT_EQ(dopo[2], Variant(false));
-  chiama("GetGestioneQta", {4, "01"});
-  ASSERT_EQ(dopo.size(), 4u) << "missing in/out arguments are filled in";
-  EXPECT_EQ(dopo[3], Variant(false));
+  call("GetGestioneSede", {"4", "01", "True"});
+  EXPECT_EQ(after[2], Variant(false));
+  call("GetGestioneQta", {4, "01"});
+  ASSERT_EQ(after.size(), 4u) << "missing in/out arguments are filled in";
+  EXPECT_EQ(after[3], Variant(false));
 }
 
 TEST_F(InterfacciaTest, RefusesABadCallBeforeItRuns) {
-  chiama("CDecN", {"abc"});
-  const auto errore = bo.errore();
+  call("CDecN", {"abc"});
+  const auto before = bo.errore();
   ASSERT_EQ(bo.Stato(), bdgStatoErrore);
   EXPECT_THAT(
       [&] {
-        chiama("GetBdgPeriodo", {7, 2, 0});
+        call("GetBdgPeriodo", {7, 2, 0});
       },
       ThrowsMessage<ErroreArgomento>(HasSubstr("3 for GetBdgPeriodo(MyMese As Integer, ")));
-  EXPECT_THAT([&] { chiama("GetBdgNrPeriodi", {1, 2}); }, ThrowsMessage<ErroreArgomento>(HasSubstr("2 for ")));
-  EXPECT_THAT([&] { chiama("GetBdgNrPeriodi", {"molti"}); },
+  EXPECT_THAT([&] { call("GetBdgNrPeriodi", {1, 2}); }, ThrowsMessage<ErroreArgomento>(HasSubstr("2 for ")));
+  EXPECT_THAT([&] { call("GetBdgNrPeriodi", {"molti"}); },
               ThrowsMessage<ErroreArgomento>(HasSubstr("MyBdgPeriodicita: ")));
-  EXPECT_EQ(bo.errore(), errore);
+  EXPECT_EQ(bo.errore(), before);
 }
 
 }  // namespace
