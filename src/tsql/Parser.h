@@ -52,6 +52,7 @@ class Parser {
   TableConstraint constraint();
   std::vector<std::string> nameList();
   Type type();
+  Type castType();
   DefaultValue defaultValue();
 
   // Queries (ParserQuery.cpp)

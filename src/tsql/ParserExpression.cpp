@@ -263,6 +263,15 @@ ExpressionPtr Parser::caseExpression() {
   return made(offset, std::move(choice));
 }
 
+/// A text type without a length holds 30 characters in a conversion, unlike the one of a column's definition.
+Type Parser::castType() {
+  const std::size_t before = position_;
+  Type target = type();
+  constexpr std::int32_t kCharactersUnsaid = 30;
+  if (target.kind == TypeKind::Text && position_ == before + 1) target.length = kCharactersUnsaid;
+  return target;
+}
+
 ExpressionPtr Parser::cast() {
   const Depth depth(*this);
   const auto offset = peek().offset;
@@ -271,7 +280,7 @@ ExpressionPtr Parser::cast() {
   expectSymbol("(");
   cast.value = expression();
   expectWord("AS");
-  cast.target = type();
+  cast.target = castType();
   expectSymbol(")");
   return made(offset, std::move(cast));
 }
@@ -282,7 +291,7 @@ ExpressionPtr Parser::convert() {
   Cast cast;
   expectWord("CONVERT");
   expectSymbol("(");
-  cast.target = type();
+  cast.target = castType();
   expectSymbol(",");
   cast.value = expression();
   if (takeSymbol(",")) {
