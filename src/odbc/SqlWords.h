@@ -7,7 +7,8 @@ namespace odbc {
 
 /// The skeleton of a SQL Server text, one piece after the other: its plain words and its symbols. What could hide a
 /// word that is none (texts in quotes, quoted names, comments) is stepped over; a text that never closes its quote or
-/// comment ends there, and the database says what is wrong with it.
+/// comment ends there, and the database says what is wrong with it. (The lexer of tsql/ will not do: it refuses what
+/// the emitters do not know, and here every text of the server's language passes.)
 class SqlWords {
  public:
   explicit SqlWords(std::string_view text) : text_(text) {}

@@ -52,6 +52,8 @@ class Resolver {
   // Expressions (ResolverExpression.cpp)
   Type expression(Expression& e, const Scope& scope);
   void optional(const ExpressionPtr& e, const Scope& scope);
+  template <class... Parts>
+  Type condition(const Scope& scope, const Parts&... parts);
   Type resolve(Constant& node, Expression& e, const Scope& scope);
   Type resolve(Null& node, Expression& e, const Scope& scope);
   Type resolve(ColumnName& node, Expression& e, const Scope& scope);

@@ -14,6 +14,13 @@ void Resolver::optional(const ExpressionPtr& e, const Scope& scope) {
   if (e) expression(*e, scope);
 }
 
+/// What is true or false whatever the types of its parts.
+template <class... Parts>
+Type Resolver::condition(const Scope& scope, const Parts&... parts) {
+  (expression(*parts, scope), ...);
+  return bitType();
+}
+
 Type Resolver::resolve(Constant& node, Expression&, const Scope&) { return literalType(scan_.literals[node.literal]); }
 
 Type Resolver::resolve(Null&, Expression& e, const Scope&) {
@@ -49,10 +56,7 @@ Type Resolver::resolve(Variable& node, Expression& e, const Scope&) {
   fail("Must declare the scalar variable \"" + node.name + "\"", e.offset);
 }
 
-Type Resolver::resolve(Not& node, Expression&, const Scope& scope) {
-  expression(*node.operand, scope);
-  return bitType();
-}
+Type Resolver::resolve(Not& node, Expression&, const Scope& scope) { return condition(scope, node.operand); }
 
 Type Resolver::resolve(Sign& node, Expression& e, const Scope& scope) {
   const Type type = expression(*node.operand, scope);
@@ -62,16 +66,10 @@ Type Resolver::resolve(Sign& node, Expression& e, const Scope& scope) {
   return type;
 }
 
-Type Resolver::resolve(Logic& node, Expression&, const Scope& scope) {
-  expression(*node.left, scope);
-  expression(*node.right, scope);
-  return bitType();
-}
+Type Resolver::resolve(Logic& node, Expression&, const Scope& scope) { return condition(scope, node.left, node.right); }
 
 Type Resolver::resolve(Comparison& node, Expression&, const Scope& scope) {
-  expression(*node.left, scope);
-  expression(*node.right, scope);
-  return bitType();
+  return condition(scope, node.left, node.right);
 }
 
 Type Resolver::resolve(Arithmetic& node, Expression& e, const Scope& scope) {
@@ -131,22 +129,14 @@ Type Resolver::resolve(InQuery& node, Expression&, const Scope& scope) {
 }
 
 Type Resolver::resolve(Between& node, Expression&, const Scope& scope) {
-  expression(*node.value, scope);
-  expression(*node.from, scope);
-  expression(*node.to, scope);
-  return bitType();
+  return condition(scope, node.value, node.from, node.to);
 }
 
 Type Resolver::resolve(Like& node, Expression&, const Scope& scope) {
-  expression(*node.value, scope);
-  expression(*node.pattern, scope);
-  return bitType();
+  return condition(scope, node.value, node.pattern);
 }
 
-Type Resolver::resolve(IsNull& node, Expression&, const Scope& scope) {
-  expression(*node.value, scope);
-  return bitType();
-}
+Type Resolver::resolve(IsNull& node, Expression&, const Scope& scope) { return condition(scope, node.value); }
 
 Type Resolver::resolve(Exists& node, Expression&, const Scope& scope) {
   select(*node.query, &scope);

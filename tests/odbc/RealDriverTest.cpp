@@ -119,13 +119,6 @@ TEST_F(EmbeddedDriver, ReadsTypedValuesAndNulls) {
   EXPECT_EQ(shown(connection->Execute("SELECT ID FROM A WHERE T = 'però €'")), "1");
 }
 
-TEST_F(EmbeddedDriver, LongTextsComeWhole) {
-  std::string text;
-  for (int i = 0; i < 50'000; ++i) text += i % 7 == 0 ? "é" : "x";
-  connection->Execute("INSERT INTO A (ID, T) VALUES (1, '" + text + "')");
-  EXPECT_EQ(shown(connection->Execute("SELECT T FROM A")), text);
-}
-
 TEST_F(EmbeddedDriver, AnErrorIsInTheDatabasesWords) {
   EXPECT_EQ(outcomeOf(*connection, "SELECT X FROM NIENTE"), "no such table: NIENTE (1)");
   connection->Execute("INSERT INTO A (ID) VALUES (1)");
