@@ -5,6 +5,7 @@
 
 #include "definition/Calendario.h"
 #include "support/FakeYears.h"
+#include "support/InOut.h"
 #include "support/TestContext.h"
 #include "values/Conversion.h"
 
@@ -54,32 +55,26 @@ TEST_F(CalendarioTest, GivesEveryMonthItsPeriod) {
 }
 
 TEST_F(CalendarioTest, KeepsABudgetWithinTwelveMonths) {
-  const struct {
-    const char *first, *last, *budgetFirst, *budgetLast;
-  } rows[] = {
-      {"20240101", "20241231", "20240101", "20241231"},
-      {"20230701", "20241231", "20230701", "20240630"},  // 18 months
-      {"20240701", "20241231", "20240701", "20241231"},  // short year
-      {"20230301", "20240229", "20230301", "20240229"},  // leap day
-      {"20230301", "20240331", "20230301", "20240229"},  // 13 months, cut on the leap day
-      {"20220301", "20230331", "20220301", "20230228"},
-      {"20230115", "20240114", "20230101", "20231231"},  // touches 13 months
-      {"20230115", "20231214", "20230115", "20231214"},
-      {"", "", "", ""},  // no such year
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.first + std::string("-") + row.last);
-    FakeYears::year(row.first, row.last);
+  // 18 months; a short year; a leap day; 13 months, cut on the leap day and before it; 13 months touched; 11.
+  for (const auto& [year, budget] :
+       testing_support::inOut({"20240101 20241231 > 20240101 20241231", "20230701 20241231 > 20230701 20240630",
+                               "20240701 20241231 > 20240701 20241231", "20230301 20240229 > 20230301 20240229",
+                               "20230301 20240331 > 20230301 20240229", "20220301 20230331 > 20220301 20230228",
+                               "20230115 20240114 > 20230101 20231231", "20230115 20231214 > 20230115 20231214"})) {
+    SCOPED_TRACE(year);
+    FakeYears::year(year.substr(0, 8), year.substr(9));
     Variant first = "before", last = "before";
     calendar.GetBdgDataInizioBdgDataFine(0, "A1", 1, 2024, 1, first, last);
-    EXPECT_EQ(first, date(row.budgetFirst));
-    EXPECT_EQ(last, date(row.budgetLast));
-    EXPECT_EQ(ctx.dataInizioEsercizio, date(row.first));
+    EXPECT_EQ(first, date(budget.substr(0, 8)));
+    EXPECT_EQ(last, date(budget.substr(9)));
+    EXPECT_EQ(ctx.dataInizioEsercizio, FakeYears::first);
     EXPECT_EQ(outcome(), "0 ");
   }
-  Variant first, last;
+  FakeYears::year("", "");
+  Variant first = "before", last = "before";
   calendar.GetBdgDataInizioBdgDataFine(0, "A1", 1, Variant::Null(), Variant(), first, last);
   EXPECT_EQ(FakeYears::lastQuestion, "DateInizioFine 1 0 0");
+  EXPECT_TRUE(first.isEmpty() && last.isEmpty()) << "no such year";
 }
 
 TEST_F(CalendarioTest, AsksANewYearServiceOnTheConnection) {
@@ -134,30 +129,15 @@ TEST_F(CalendarioTest, LabelsPeriods) {
                         {22569, "Dicembre"},     {8824, "Bimestre"},  {58700, "Trimestre"},
                         {46968, "Quadrimestre"}, {51899, "Semestre"}, {6537, "Anno"}};
   FakeYears::year("20230701", "20240630");
-  const struct {
-    BdgPeriodicita periodicity;
-    BdgPeriodoFiscaleSolare calendarYear;
-    std::int16_t period;
-    const char* label;
-  } rows[] = {{0, 1, 1, "Gennaio"},
-              {0, 0, 1, "Luglio"},
-              {0, 0, 6, "Dicembre"},
-              {0, 0, 7, "Gennaio"},
-              {0, 0, 12, "Giugno"},
-              {0, 1, 2, ""},
-              {0, 1, 0, ""},
-              {0, 1, 13, ""},
-              {1, 0, 3, "3° Bimestre"},
-              {2, 0, 4, "4° Trimestre"},
-              {3, 1, 2, "2° Quadrimestre"},
-              {4, 0, 1, "1° Semestre"},
-              {5, 0, 1, "Anno"},
-              {6, 0, 1, ""},
-              {99, 1, 1, ""}};
-  const auto label = [&](const auto& row) {
-    return calendar.GetDescrizionePeriodo(1, row.periodicity, row.calendarYear, row.period, 2024, 1);
-  };
-  for (const auto& row : rows) EXPECT_EQ(label(row), row.label);
+  // Periodicity, calendar year, period.
+  for (const auto& [question, label] : testing_support::inOut(
+           {"0 1 1 > Gennaio", "0 0 1 > Luglio", "0 0 6 > Dicembre", "0 0 7 > Gennaio", "0 0 12 > Giugno", "0 1 2 > ",
+            "0 1 0 > ", "0 1 13 > ", "1 0 3 > 3° Bimestre", "2 0 4 > 4° Trimestre", "3 1 2 > 2° Quadrimestre",
+            "4 0 1 > 1° Semestre", "5 0 1 > Anno", "6 0 1 > ", "9 1 1 > "}))
+    EXPECT_EQ(calendar.GetDescrizionePeriodo(1, static_cast<BdgPeriodicita>(question[0] - '0'), question[2] - '0',
+                                             static_cast<std::int16_t>(std::stoi(question.substr(4))), 2024, 1),
+              label)
+        << question;
   FakeYears::year("20240101", "20241231");
   EXPECT_EQ(calendar.GetDescrizionePeriodo(1, 0, 0, 12, 2024, 1), "Dicembre");
 }

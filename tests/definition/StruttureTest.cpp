@@ -96,11 +96,10 @@ TEST(Strutture, TypesAndQuotes) {
     const char* column;
     int type;
     Variant quote;
-  } rows[] = {{"BU65_CODICE_CG31", 14, ""},
-              {"bu65_contoPDC_pc03", 202, "'"},
-              {"BU65_SOTTOTIPO_BU01", 129, "'"},
-              {"BU65_DATAULTAGG", 135, "'"},
-              {"BU65_INDTIPO_BU01", 2, ""}};
+  } rows[] = {
+      {"BU65_CODICE_CG31", 14, ""},  {"bu65_contoPDC_pc03", 202, "'"}, {"BU65_SOTTOTIPO_BU01", 129, "'"},
+      {"BU65_DATAULTAGG", 135, "'"}, {"BU65_INDTIPO_BU01", 2, ""},
+  };
   TestContext budget;
   const Strutture structures(budget.ctx);
   for (const auto& row : rows) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,10 +26,10 @@ inline Balance credit(const char* account, const char* amount) {
 /// Stands for the accounting situation as long as it lives: keeps what each call was given and answers month by month.
 class FakeSituation {
  public:
-  /// A call as it was made: its days as "yyyymmdd-yyyymmdd" and every property, "not set" where it is Empty.
+  /// A call as it was made: its days as "yyyymmdd-yyyymmdd", and every property as "NAME=value;" without those that
+  /// are Empty.
   struct Call {
-    std::string days;
-    std::map<std::string, std::string> properties;
+    std::string days, properties;
   };
 
   FakeSituation() {
@@ -85,36 +84,22 @@ class FakeSituation {
       return set;
     }
 
-    std::map<std::string, std::string> properties() const {
-      std::map<std::string, std::string> texts = {{"Connection", Connection ? "given" : "none"},
-                                                  {"ConnectionString", ConnectionString}};
-      const std::pair<const char*, const values::Variant*> all[] = {
-          {"Ditta", &Ditta},
-          {"SedeDaElaborare", &SedeDaElaborare},
-          {"GruppoPdC", &GruppoPdC},
-          {"AnnoEsercizio", &AnnoEsercizio},
-          {"ProgrEsercizio", &ProgrEsercizio},
-          {"TipoData", &TipoData},
-          {"TipiMov_WhereCondition", &TipiMov_WhereCondition},
-          {"SaldoDiversoDaZero", &SaldoDiversoDaZero},
-          {"SimulaSaldoApertura", &SimulaSaldoApertura},
-          {"SimulaAmmortamenti", &SimulaAmmortamenti},
-          {"SimulaAmmCivilistico", &SimulaAmmCivilistico},
-          {"TipoAmmortamento", &TipoAmmortamento},
-          {"SimulaRisconti", &SimulaRisconti},
-          {"SimulaRimanenzeFinali", &SimulaRimanenzeFinali},
-          {"TipoConti", &TipoConti},
-          {"NumLivelli", &NumLivelli},
-          {"Intermedi", &Intermedi},
-          {"PiuAttivita", &PiuAttivita},
-          {"MastroClienti", &MastroClienti},
-          {"MastroFornitori", &MastroFornitori},
-          {"PercDiRicarica", &PercDiRicarica},
-          {"Situazione", &Situazione},
-          {"ProvenienzaRichiestaElaborazione", &ProvenienzaRichiestaElaborazione},
-          {"FiltroConto", &FiltroConto}};
-      for (const auto& [name, value] : all) texts[name] = value->isEmpty() ? "not set" : values::toPlainText(*value);
-      return texts;
+    std::string properties() const {
+      std::string text = std::string(Connection ? "Connection;" : "") + "ConnectionString=" + ConnectionString + ";";
+      const auto add = [&](const char* name, const values::Variant& value) {
+        if (!value.isEmpty()) text += std::string(name) + "=" + values::toPlainText(value) + ";";
+      };
+#define BUKORVAL_ADD(NAME) add(#NAME, NAME)
+      BUKORVAL_ADD(Ditta), BUKORVAL_ADD(SedeDaElaborare), BUKORVAL_ADD(GruppoPdC), BUKORVAL_ADD(AnnoEsercizio);
+      BUKORVAL_ADD(ProgrEsercizio), BUKORVAL_ADD(TipoData), BUKORVAL_ADD(TipiMov_WhereCondition);
+      BUKORVAL_ADD(SaldoDiversoDaZero), BUKORVAL_ADD(SimulaSaldoApertura), BUKORVAL_ADD(SimulaAmmortamenti);
+      BUKORVAL_ADD(SimulaAmmCivilistico), BUKORVAL_ADD(TipoAmmortamento), BUKORVAL_ADD(SimulaRisconti);
+      BUKORVAL_ADD(SimulaRimanenzeFinali), BUKORVAL_ADD(TipoConti), BUKORVAL_ADD(NumLivelli);
+      BUKORVAL_ADD(Intermedi), BUKORVAL_ADD(PiuAttivita), BUKORVAL_ADD(MastroClienti), BUKORVAL_ADD(MastroFornitori);
+      BUKORVAL_ADD(PercDiRicarica), BUKORVAL_ADD(Situazione), BUKORVAL_ADD(ProvenienzaRichiestaElaborazione);
+      BUKORVAL_ADD(FiltroConto);
+#undef BUKORVAL_ADD
+      return text;
     }
 
     FakeSituation& test_;

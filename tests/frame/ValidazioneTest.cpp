@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <map>
 
 #include "frame/Validazione.h"
 #include "support/TestContext.h"
@@ -10,45 +10,37 @@ namespace {
 
 using values::Variant;
 
-/// A property that an operation asks for, and how to fill it.
-struct Step {
-  const char* label;
-  std::function<void(Proprieta&)> fill;
-};
+/// What an operation asks for, by the label that messages give it; a text of movements stands for itself.
+const std::map<std::string, Variant Proprieta::*> kProperties = {
+    {"CodiceDitta", &Proprieta::CodiceDitta},
+    {"CodicePdCCoGeDitta", &Proprieta::CodicePdcCoGeDitta},
+    {"AnnoEsercizio", &Proprieta::AnnoEsercizio},
+    {"ProgressivoEsercizio", &Proprieta::ProgressivoEsercizio},
+    {"AnnoEsercizioMovimenti", &Proprieta::AnnoEsercizioMovimenti},
+    {"ProgressivoEsercizioMovimenti", &Proprieta::ProgressivoEsercizioMovimenti},
+    {"DaData", &Proprieta::DaData},
+    {"AData", &Proprieta::AData},
+    {"BdgTipoScheda", &Proprieta::BdgTipoScheda},
+    {"SottoTipoBudget", &Proprieta::SottoTipoBudget},
+    {"BdgDestinazioneSottoTipo", &Proprieta::BdgDestinazioneSottoTipo},
+    {"BdgDestinazioneAnnoEsercizio", &Proprieta::BdgDestinazioneAnnoEsercizio},
+    {"BdgDestinazioneProgressivoEsercizio", &Proprieta::BdgDestinazioneProgressivoEsercizio}};
 
 TEST(Validazione, AsksForEachPropertyInOrder) {
-  const Step company{"CodiceDitta ", [](Proprieta& p) { p.CodiceDitta = 1; }};
-  const Step year{"AnnoEsercizio ", [](Proprieta& p) { p.AnnoEsercizio = 2011; }};
-  const Step number{"ProgressivoEsercizio ", [](Proprieta& p) { p.ProgressivoEsercizio = "1"; }};
-  const Step from{"DaData ", [](Proprieta& p) { p.DaData = "01/01/2011"; }};
-  const Step to{"AData ", [](Proprieta& p) { p.AData = "31/12/2011"; }};
-  const Step cardKind{"BdgTipoScheda ", [](Proprieta& p) { p.BdgTipoScheda = 0; }};
-  const Step movements{"Tipo movimento da elaborare ", [](Proprieta& p) { p.TipoMovimenti = " 1 = 1"; }};
-  const std::pair<Variant, std::vector<Step>> elaborations[] = {
+  const std::string movements = "Tipo movimento da elaborare";
+  const std::pair<Variant, std::vector<std::string>> elaborations[] = {
       {10,
-       {company,
-        {"CodicePdCCoGeDitta ", [](Proprieta& p) { p.CodicePdcCoGeDitta = 1; }},
-        year,
-        number,
-        {"AnnoEsercizioMovimenti ", [](Proprieta& p) { p.AnnoEsercizioMovimenti = 2010; }},
-        {"ProgressivoEsercizioMovimenti ", [](Proprieta& p) { p.ProgressivoEsercizioMovimenti = 1; }},
-        from,
-        to,
-        movements}},
-      {"40", {cardKind, company, year, number, from, to, movements}},
+       {"CodiceDitta", "CodicePdCCoGeDitta", "AnnoEsercizio", "ProgressivoEsercizio", "AnnoEsercizioMovimenti",
+        "ProgressivoEsercizioMovimenti", "DaData", "AData", movements}},
+      {"40", {"BdgTipoScheda", "CodiceDitta", "AnnoEsercizio", "ProgressivoEsercizio", "DaData", "AData", movements}},
       {42.0,
-       {company,
-        cardKind,
-        year,
-        number,
-        {"BdgDestinazioneSottoTipo ", [](Proprieta& p) { p.BdgDestinazioneSottoTipo = "01"; }},
-        {"BdgDestinazioneAnnoEsercizio ", [](Proprieta& p) { p.BdgDestinazioneAnnoEsercizio = 2012; }},
-        {"BdgDestinazioneProgressivoEsercizio ", [](Proprieta& p) { p.BdgDestinazioneProgressivoEsercizio = 1; }}}},
+       {"CodiceDitta", "BdgTipoScheda", "AnnoEsercizio", "ProgressivoEsercizio", "BdgDestinazioneSottoTipo",
+        "BdgDestinazioneAnnoEsercizio", "BdgDestinazioneProgressivoEsercizio"}},
       {99, {}},
       {"altro", {}},
       {Variant::Null(), {}},
       {Variant(), {}}};
-  for (const auto& [type, steps] : elaborations) {
+  for (const auto& [type, labels] : elaborations) {
     testing_support::TestContext context;
     auto& prop = context.prop = Proprieta{};
     prop.TipoElaborazioneBO = type;
@@ -56,16 +48,16 @@ TEST(Validazione, AsksForEachPropertyInOrder) {
     prop.BdgTipoScheda = "   ";
     prop.DaData = Variant::Null();
     prop.TipoMovimenti = "  ";
-    const auto expectRefusal = [&](const char* label) {
+    const auto expectRefusal = [&](const std::string& label) {
       EXPECT_FALSE(IsDatiInputValidi(context.ctx));
-      EXPECT_EQ(context.outcome(), "1 " + std::string(label) + " : Dato non definito nel BO ");
+      EXPECT_EQ(context.outcome(), "1 " + label + "  : Dato non definito nel BO ");
+      if (label == movements)
+        prop.TipoMovimenti = " 1 = 1";
+      else
+        prop.*kProperties.at(label) = "1";
     };
-    expectRefusal("SottoTipoBudget ");
-    prop.SottoTipoBudget = "01";
-    for (const Step& step : steps) {
-      expectRefusal(step.label);
-      step.fill(prop);
-    }
+    expectRefusal("SottoTipoBudget");
+    for (const auto& label : labels) expectRefusal(label);
     EXPECT_TRUE(IsDatiInputValidi(context.ctx));
     EXPECT_EQ(context.outcome(), "0 ");
   }

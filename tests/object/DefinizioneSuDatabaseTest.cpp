@@ -8,9 +8,6 @@
 namespace bukorval {
 namespace {
 
-using values::Date;
-using values::Variant;
-
 struct DefinizioneSuDatabase : testing::Test {
   ado::ConnectionPtr db = object_tests::companyWithBudgets();
   CLSKORVAL bo;
@@ -39,6 +36,8 @@ TEST_F(DefinizioneSuDatabase, ReadsTheSettings) {
     EXPECT_FALSE(site || quantity1 || quantity2);
   }
   EXPECT_EQ(bo.GetPeriodicitaBudget(0, "Z"), 99);
+  EXPECT_EQ(bo.GetProgressivoEsercizio(1, 2024), 1);
+  EXPECT_EQ(bo.GetDescrizionePeriodo(1, 0, 0, 1, 2024, 1), "Luglio");
 }
 
 TEST_F(DefinizioneSuDatabase, FindsTheDataOfABudget) {
@@ -53,20 +52,6 @@ TEST_F(DefinizioneSuDatabase, FindsTheDataOfABudget) {
   bo.TipoBudget = 2;
   EXPECT_TRUE(bo.GetIsBudgetValorizzatoDitta(1, 2, "A"));
   EXPECT_TRUE(bo.GetIsBudgetValorizzato(2, "A"));
-}
-
-TEST_F(DefinizioneSuDatabase, KnowsTheAccountingYears) {
-  EXPECT_EQ(bo.GetProgressivoEsercizio(1, 2024), 1);
-  EXPECT_TRUE(bo.EsisteEsercizio(1, 2024, 1));
-  EXPECT_FALSE(bo.EsisteEsercizio(1, 2024, 2));
-  EXPECT_FALSE(bo.EsistonoEsercizi(1, 2023));
-  EXPECT_FALSE(bo.GetIsEsercizioChiuso(1, 2024, 1));
-  Variant first, last;
-  bo.GetBdgDataInizioBdgDataFine(0, "A", 1, 2024, 1, first, last);
-  EXPECT_EQ(first, Variant(Date::FromYmd(2024, 7, 1)));
-  EXPECT_EQ(last, Variant(Date::FromYmd(2025, 6, 30)));
-  EXPECT_EQ(bo.GetDescrizionePeriodo(1, 0, 0, 1, 2024, 1), "Luglio");
-  EXPECT_EQ(bo.GetDescrizionePeriodo(1, 2, 0, 3, 2024, 1), "3° Trimestre");
 }
 
 TEST_F(DefinizioneSuDatabase, ShowsTheGrid) {

@@ -2,12 +2,15 @@
 
 #include <functional>
 
+#include "support/InOut.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/NumberText.h"
 
 namespace values {
 namespace {
+
+using testing_support::inOut;
 
 Decimal dec(std::string_view text) { return Decimal::TryParse(text).value(); }
 
@@ -21,60 +24,41 @@ std::string failure(const std::function<void()>& action) {
 }
 
 TEST(Conversion, ReadsNumbersByTheSeparator) {
-  const struct {
-    const char* text;
-    char separator;
-    const char* number;
-  } kGood[] = {{"1234,56", ',', "1234.56"},
-               {"1234.56", '.', "1234.56"},
-               {"1.234,56", ',', "1234.56"},
-               {"1,234.56", '.', "1234.56"},
-               {"-1.234.567,8", ',', "-1234567.8"},
-               {"  12,5 ", ',', "12.5"},
-               {"1.234.567", ',', "1234567"},
-               {"1,5E3", ',', "1500"},
-               {",5", ',', "0.5"},
-               {"+3", ',', "3"},
-               {"1.234", ',', "1234"},
-               {"1.234", '.', "1.234"},
-               {"-1,000", '.', "-1000"}};
-  for (const auto& row : kGood) {
-    EXPECT_EQ(toDecimal(row.text, row.separator), dec(row.number)) << row.text;
-    EXPECT_EQ(toDouble(row.text, row.separator), dec(row.number).toDouble()) << row.text;
-  }
-  const struct {
-    const char* text;
-    char separator;
-  } kBad[] = {{"", ','},         {"  ", ','},       {"abc", ','},      {"1.23,4", ','},  {"1234.567,8", ','},
-              {"1,2,3", ','},    {"1,234.56", ','}, {"1.234,56", '.'}, {".123,4", ','},  {"1..234,5", ','},
-              {"1.234.56", ','}, {"1234.56", ','},  {"12.5", ','},     {"1234,56", '.'}, {"1.234.567", '.'},
-              {"1,234,", '.'},   {"1.2a4,5", ','},  {"1 000", ','},    {"-", ','},       {"1,5-", ','},
-              {"12 EUR", ','},   {"+-1", ','},      {"inf", ','}};
-  for (const auto& row : kBad) {
-    const std::string message = "Type mismatch: \"" + std::string(row.text) + "\" is no number";
-    EXPECT_EQ(failure([&] { toDecimal(row.text, row.separator); }), message);
-    EXPECT_EQ(failure([&] { toDouble(row.text, row.separator); }), message);
-  }
+  const auto reads = [](char separator, const std::vector<std::pair<std::string, std::string>>& rows) {
+    for (const auto& [text, number] : rows) {
+      EXPECT_EQ(toDecimal(text, separator), dec(number)) << text;
+      EXPECT_EQ(toDouble(text, separator), dec(number).toDouble()) << text;
+    }
+  };
+  reads(',', inOut({"1234,56 > 1234.56", "1.234,56 > 1234.56", "-1.234.567,8 > -1234567.8", "  12,5  > 12.5",
+                    "1.234.567 > 1234567", "1,5E3 > 1500", ",5 > 0.5", "+3 > 3", "1.234 > 1234"}));
+  reads('.', inOut({"1234.56 > 1234.56", "1,234.56 > 1234.56", "1.234 > 1.234", "-1,000 > -1000"}));
+  const auto refuses = [](char separator, std::initializer_list<std::string> texts) {
+    for (const auto& text : texts) {
+      const std::string message = "Type mismatch: \"" + text + "\" is no number";
+      EXPECT_EQ(failure([&] { toDecimal(text, separator); }), message);
+      EXPECT_EQ(failure([&] { toDouble(text, separator); }), message);
+    }
+  };
+  refuses(',', {"", "  ", "abc", "1.23,4", "1234.567,8", "1,2,3", "1,234.56", ".123,4", "1..234,5", "1.234.56",
+                "1234.56", "12.5", "1.2a4,5", "1 000", "-", "1,5-", "12 EUR", "+-1", "inf"});
+  refuses('.', {"1.234,56", "1234,56", "1.234.567", "1,234,"});
 }
 
 TEST(Conversion, WhatCouldBeReadTwoWaysIsNotTyped) {
-  const struct {
-    const char* text;
-    char separator;
-    const char* number;  ///< null: refused
-  } kRows[] = {{"7.250,50", ',', "7250.50"},  {"12.5", ',', "12.5"},   {"0.500", ',', "0.500"},
-               {"1234.567", ',', "1234.567"}, {"1,500", ',', "1.500"}, {"1.000.000", ',', "1000000"},
-               {"12.50", ',', "12.50"},       {"1.000", ',', nullptr}, {"-1.000", ',', nullptr},
-               {"1,000", '.', nullptr},       {"1.000", '.', "1.000"}, {"1,5", '.', "1.5"},
-               {"abc", ',', nullptr},         {"", ',', nullptr},      {"1.2.3", ',', nullptr},
-               {"1.,", ',', nullptr}};
-  for (const auto& row : kRows) {
-    SCOPED_TRACE(row.text);
-    if (row.number)
-      EXPECT_EQ(typedNumber(row.text, row.separator), row.number);
-    else
-      EXPECT_THROW(typedNumber(row.text, row.separator), Errore);
-  }
+  const auto typed = [](char separator, std::initializer_list<std::string_view> rows) {
+    for (const auto& [text, number] : inOut(rows)) {
+      const auto read = [&, &text = text] { return typedNumber(text, separator); };
+      if (number == "refused")
+        EXPECT_THROW(read(), Errore) << text;
+      else
+        EXPECT_EQ(read(), number) << text;
+    }
+  };
+  typed(',', {"7.250,50 > 7250.50", "12.5 > 12.5", "0.500 > 0.500", "1234.567 > 1234.567", "1,500 > 1.500",
+              "1.000.000 > 1000000", "12.50 > 12.50", "1.000 > refused", "-1.000 > refused", "abc > refused",
+              " > refused", "1.2.3 > refused", "1., > refused"});
+  typed('.', {"1,000 > refused", "1.000 > 1.000", "1,5 > 1.5"});
 }
 
 TEST(Conversion, IntegersRoundHalvesToEvenAndOverflow) {

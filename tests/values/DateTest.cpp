@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/InOut.h"
 #include "values/Date.h"
 #include "values/Errore.h"
 
@@ -32,18 +33,11 @@ TEST(Date, EveryDayOfTwoCenturiesComesBack) {
 }
 
 TEST(Date, StepsByMonths) {
-  const struct {
-    Date from;
-    int months;
-    const char* to;
-  } kRows[] = {{Date::FromYmd(2012, 1, 31), 1, "20120229"},
-               {Date::FromYmd(2011, 1, 31), 1, "20110228"},
-               {Date::FromYmd(2012, 2, 29), 12, "20130228"},
-               {Date::FromYmd(2011, 3, 31), -1, "20110228"},
-               {Date::FromYmd(2011, 1, 15), -13, "20091215"},
-               {Date::FromYmd(2011, 12, 1), 1, "20120101"},
-               {Date::FromYmd(2011, 5, 30, 8, 5, 9), 0, "20110530 08:05:09"}};
-  for (const auto& row : kRows) EXPECT_EQ(row.from.addMonths(row.months).toSql(), row.to);
+  for (const auto& [from, to] :
+       testing_support::inOut({"20120131 1 > 20120229", "20110131 1 > 20110228", "20120229 12 > 20130228",
+                               "20110331 -1 > 20110228", "20110115 -13 > 20091215", "20111201 1 > 20120101"}))
+    EXPECT_EQ(Date::TryParse(from.substr(0, 8))->addMonths(std::stoi(from.substr(8))).toSql(), to);
+  EXPECT_EQ(Date::FromYmd(2011, 5, 30, 8, 5, 9).addMonths(0).toSql(), "20110530 08:05:09");
   EXPECT_EQ(monthsBetween(Date::FromYmd(2011, 1, 31), Date::FromYmd(2011, 2, 1)), 1);
   EXPECT_EQ(monthsBetween(Date::FromYmd(2012, 1, 1), Date::FromYmd(2010, 11, 30)), -14);
   EXPECT_EQ(daysBetween(Date::FromYmd(2012, 2, 28, 23), Date::FromYmd(2012, 3, 1)), 2);
@@ -69,45 +63,39 @@ TEST(Date, RangeEndsAreErrors) {
 }
 
 TEST(Date, ReadsItsNotationsOnly) {
-  const struct {
-    const char *text, *sql;
-  } kGood[] = {{"31/01/2011", "20110131"},
-               {" 01/01/2025", "20250101"},
-               {"1/2/2025", "20250201"},
-               {"2025-1-9 ", "20250109"},
-               {"20110131", "20110131"},
-               {"2011-01-31", "20110131"},
-               {"2011-01-31T23:59", "20110131 23:59:00"},
-               {"31/01/2011 08:05:09", "20110131 08:05:09"},
-               {"29/02/2012 00:00:00", "20120229"},
-               {"20110131 12:00:01", "20110131 12:00:01"}};
-  for (const auto& row : kGood) {
-    const auto date = Date::TryParse(row.text);
-    ASSERT_TRUE(date) << row.text;
-    EXPECT_EQ(date->toSql(), row.sql);
+  for (const auto& [text, sql] :
+       testing_support::inOut({"31/01/2011 > 20110131", " 01/01/2025 > 20250101", "1/2/2025 > 20250201",
+                               "2025-1-9  > 20250109", "20110131 > 20110131", "2011-01-31 > 20110131",
+                               "2011-01-31T23:59 > 20110131 23:59:00", "31/01/2011 08:05:09 > 20110131 08:05:09",
+                               "29/02/2012 00:00:00 > 20120229", "20110131 12:00:01 > 20110131 12:00:01"})) {
+    const auto date = Date::TryParse(text);
+    ASSERT_TRUE(date) << text;
+    EXPECT_EQ(date->toSql(), sql);
   }
-  for (const char* text : {"",
-                           " ",
-                           "29/02/2011",
-                           "1/1/11",
-                           "/1/2011",
-                           "31/01/11",
-                           "2011013",
-                           "201101311",
-                           "2011-0131",
-                           "201101-31",
-                           "2011-1-",
-                           "20110131 24:00",
-                           "20110131 12",
-                           "20110131 12:00:",
-                           "20110131 12:60",
-                           "20110131X12:00",
-                           "31-01-2011",
-                           "31/13/2011",
-                           "00000000",
-                           "31/0a/2011",
-                           "2011-01-31 1:00"})
-    EXPECT_FALSE(Date::TryParse(text)) << text;
+  const auto refuses = [](std::initializer_list<const char*> texts) {
+    for (const char* text : texts) EXPECT_FALSE(Date::TryParse(text)) << text;
+  };
+  refuses({"",
+           " ",
+           "29/02/2011",
+           "1/1/11",
+           "/1/2011",
+           "31/01/11",
+           "2011013",
+           "201101311",
+           "2011-0131",
+           "201101-31",
+           "2011-1-",
+           "20110131 24:00",
+           "20110131 12",
+           "20110131 12:00:",
+           "20110131 12:60",
+           "20110131X12:00",
+           "31-01-2011",
+           "31/13/2011",
+           "00000000",
+           "31/0a/2011",
+           "2011-01-31 1:00"});
 }
 
 TEST(Date, NowIsAPossibleDate) {
