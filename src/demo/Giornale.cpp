@@ -5,7 +5,6 @@
 namespace demo {
 namespace {
 
-
 constexpr int kRateoRisconto = 1;
 
 }  // namespace
