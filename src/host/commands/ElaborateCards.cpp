@@ -1,13 +1,17 @@
+#include <iostream>
 #include <iterator>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "dati/Cards.h"
+#include "dati/Movements.h"
 #include "dati/WatchedRun.h"
 #include "host/commands/Command.h"
 #include "host/commands/RunReport.h"
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
+#include "host/environment/Terminal.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -38,15 +42,39 @@ void completeInput(Environment& environment) {
     budget.ProgressivoEsercizioMovimenti = budget.ProgressivoEsercizio;
   if (budget.TipoMovimenti.empty()) budget.TipoMovimenti = "1 = 1";
   if (!given.contains("TipoDettaglioDestinazione")) budget.TipoDettaglioDestinazione = bdgDettaglioConsuntivo;
-  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData)) {
-    values::Variant begin, end;
-    budget.GetBdgDataInizioBdgDataFine(budget.TipoBudget, budget.SottoTipoBudget, budget.CodiceDitta,
-                                       budget.AnnoEsercizio, budget.ProgressivoEsercizio, begin, end);
-    environment.requireSuccess();
-    if (values::isBlank(budget.DaData)) budget.DaData = begin;
-    if (values::isBlank(budget.AData)) budget.AData = end;
-  }
   completeSites(environment);
+}
+
+struct CardsOptions {
+  bool dryRun = false, yes = false;
+};
+
+/// Dates that are missing: from the budget's first day to the end of the month that has the latest movement. Further
+/// months would become 0, and a forecast takes a 0 as the actual value, so they are written only after a question.
+void completeDates(Environment& environment, const CardsOptions& options) {
+  auto& budget = environment.budget();
+  values::Variant begin, end;
+  budget.GetBdgDataInizioBdgDataFine(budget.TipoBudget, budget.SottoTipoBudget, budget.CodiceDitta,
+                                     budget.AnnoEsercizio, budget.ProgressivoEsercizio, begin, end);
+  environment.requireSuccess();
+  if (values::isBlank(budget.DaData)) budget.DaData = begin;
+  const bool open = values::isBlank(budget.AData);
+  if (open) budget.AData = end;
+  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData)) return;
+  const auto from = values::toDate(budget.DaData), to = values::toDate(budget.AData);
+  const auto last = dati::lastMovementDate(*environment.connection(),
+                                           {budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
+                                            budget.ProgressivoEsercizioMovimenti, budget.TipoMovimenti, from, to});
+  // Without any movement the first month alone keeps the run from the others.
+  const auto closed = (last.isNothing() ? from : values::toDate(last)).lastOfMonth();
+  if (open && closed < to) budget.AData = closed;
+  const auto day = [](const values::Variant& date) { return values::toPlainText(date); };
+  std::cerr << "From " << day(budget.DaData) << " to " << day(budget.AData)
+            << (last.isNothing() ? ": no movement was registered there\n"
+                                 : ": the latest movement is of " + day(last) + "\n");
+  if (!open && closed < to && !options.dryRun)
+    confirm("The months after " + day(closed) + " have no movements: they become 0 and replace the forecast. Go on?",
+            options.yes);
 }
 
 /// One run of the object for a card kind, watched and summed up.
@@ -70,35 +98,38 @@ std::vector<dati::AmountChange> elaborateKind(Environment& environment, int card
   return changes;
 }
 
-void elaborateCards(Environment& environment, bool dryRun) {
+void elaborateCards(Environment& environment, const CardsOptions& options) {
   requireBudget(environment);
   completeInput(environment);
+  completeDates(environment, options);
   std::vector<int> cardKinds = {0, 1};
   const auto& chosen = environment.budget().BdgTipoScheda;
   if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
-  const auto mode = dryRun ? dati::RunMode::Trial : dati::RunMode::Write;
+  const auto mode = options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write;
   SiteSummary summary;
   std::vector<dati::AmountChange> changes;
   for (const int cardKind : cardKinds) {
     auto found = elaborateKind(environment, cardKind, mode, summary);
     std::ranges::move(found, std::back_inserter(changes));
   }
-  environment.show(dryRun ? tableOf(changes) : summary.table());
+  environment.show(options.dryRun ? tableOf(changes) : summary.table());
 }
 
 }  // namespace
 
 Command elaborateCardsCommand() {
-  const auto dryRun = std::make_shared<bool>(false);
+  const auto options = std::make_shared<CardsOptions>();
   return {
       "elaborate-cards",
       "Recompute the cards' values from accounting movements",
       "  bukorval elaborate-cards -d demo.db -t 4 -s 01 -y 2025 --dry-run\n"
       "Takes every site and both card kinds, the budget's own year and all movements unless options say otherwise:\n"
       "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoMovimenti, --TipoDataMovimenti 1 (competence),\n"
-      "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.",
-      {{"--dry-run", "show the differences it would write, and write nothing", dryRun.get()}},
-      [dryRun](Environment& environment) { elaborateCards(environment, *dryRun); }};
+      "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.\n"
+      "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
+      {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
+       {"--yes", "do not ask before months without movements become 0", &options->yes}},
+      [options](Environment& environment) { elaborateCards(environment, *options); }};
 }
 
 }  // namespace bukorval::host
