@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <iostream>
 #include <iterator>
 #include <memory>
@@ -5,10 +6,12 @@
 #include <vector>
 
 #include "dati/Cards.h"
+#include "dati/Failure.h"
 #include "dati/Movements.h"
 #include "dati/WatchedRun.h"
 #include "host/commands/Command.h"
 #include "host/commands/RunReport.h"
+#include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
 #include "host/environment/Terminal.h"
@@ -32,16 +35,59 @@ void completeSites(Environment& environment) {
   }
 }
 
-/// What a month-end run means when the command line does not say otherwise: all movements of the budget's own year,
-/// into the actuals, for every site.
+/// The movement kinds (CG41_INDTIPOMOV) and the properties that take or leave them.
+struct MovementKind {
+  const char* property;
+  const char* kind;
+  bool byDefault;  ///< when the command line names none
+  bool Proprieta::*given;
+};
+constexpr MovementKind kMovementKinds[] = {
+    {"MovimentiConsolidati", "0", true, &Proprieta::MovimentiConsolidati},
+    {"MovimentiDaConsolidare", "1", true, &Proprieta::MovimentiDaConsolidare},
+    {"MovimentiPrevisionali", "2", false, &Proprieta::MovimentiPrevisionali},
+};
+
+/// TipoMovimenti from the kinds that are named, unless it is given itself.
+void completeKinds(Environment& environment) {
+  auto& budget = environment.budget();
+  const auto& given = environment.options.properties;
+  const bool named =
+      std::ranges::any_of(kMovementKinds, [&](const auto& kind) { return given.contains(kind.property); });
+  if (given.contains("TipoMovimenti")) {
+    if (named) throw UsageError("--TipoMovimenti is a condition of its own: name no kinds of movement beside it");
+    return;
+  }
+  std::string taken;
+  for (const auto& [property, kind, byDefault, member] : kMovementKinds)
+    if (named ? budget.*member : byDefault) taken.append(taken.empty() ? "" : ", ").append(kind);
+  if (taken.empty()) throw UsageError("No kind of movement is left: name --MovimentiConsolidati or another one");
+  budget.TipoMovimenti = "CG41_INDTIPOMOV IN (" + taken + ")";
+}
+
+/// Refuses what would only wipe amounts, or write them where no grid shows them.
+void checkInput(CLSKORVAL& budget) {
+  if (budget.TipoDataMovimenti != 0 && budget.TipoDataMovimenti != 1)
+    throw UsageError("--TipoDataMovimenti is 0 (registration date) or 1 (competence), not " +
+                     std::to_string(budget.TipoDataMovimenti));
+  const int last = bdgDettaglioOrdini + budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget);
+  const int kind = budget.TipoDettaglioDestinazione;
+  if (kind < bdgDettaglioBudget || kind > last)
+    throw dati::Refused("The budget has no detail kind " + std::to_string(kind) +
+                        ": --TipoDettaglioDestinazione is 0 to " + std::to_string(last));
+}
+
+/// What a month-end run means when the command line does not say otherwise: the real movements of the budget's own
+/// year, into the actuals, for every site.
 void completeInput(Environment& environment) {
   auto& budget = environment.budget();
   const auto& given = environment.options.properties;
   if (values::isBlank(budget.AnnoEsercizioMovimenti)) budget.AnnoEsercizioMovimenti = budget.AnnoEsercizio;
   if (values::isBlank(budget.ProgressivoEsercizioMovimenti))
     budget.ProgressivoEsercizioMovimenti = budget.ProgressivoEsercizio;
-  if (budget.TipoMovimenti.empty()) budget.TipoMovimenti = "1 = 1";
+  completeKinds(environment);
   if (!given.contains("TipoDettaglioDestinazione")) budget.TipoDettaglioDestinazione = bdgDettaglioConsuntivo;
+  checkInput(budget);
   completeSites(environment);
 }
 
@@ -119,17 +165,19 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
 
 Command elaborateCardsCommand() {
   const auto options = std::make_shared<CardsOptions>();
-  return {
-      "elaborate-cards",
-      "Recompute the cards' values from accounting movements",
-      "  bukorval elaborate-cards -d demo.db -t 4 -s 01 -y 2025 --dry-run\n"
-      "Takes every site and both card kinds, the budget's own year and all movements unless options say otherwise:\n"
-      "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoMovimenti, --TipoDataMovimenti 1 (competence),\n"
-      "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.\n"
-      "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
-      {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
-       {"--yes", "do not ask before months without movements become 0", &options->yes}},
-      [options](Environment& environment) { elaborateCards(environment, *options); }};
+  return {"elaborate-cards",
+          "Recompute the cards' values from accounting movements",
+          "  bukorval elaborate-cards -d demo.db -t 4 -s 01 -y 2025 --dry-run\n"
+          "Takes every site and both card kinds, the budget's own year, consolidated movements and those to be\n"
+          "consolidated, unless options say otherwise:\n"
+          "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoDataMovimenti 1 (competence),\n"
+          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.\n"
+          "--MovimentiConsolidati, --MovimentiDaConsolidare and --MovimentiPrevisionali (forecast movements) name the\n"
+          "kinds that count instead of those two; --TipoMovimenti is a condition in SQL instead of the three.\n"
+          "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
+          {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
+           {"--yes", "do not ask before months without movements become 0", &options->yes}},
+          [options](Environment& environment) { elaborateCards(environment, *options); }};
 }
 
 }  // namespace bukorval::host
