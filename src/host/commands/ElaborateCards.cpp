@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <iterator>
 #include <memory>
@@ -123,6 +124,25 @@ void completeDates(Environment& environment, const CardsOptions& options) {
             options.yes);
 }
 
+/// The run, or two of them where the dates cross the turn of the year in a budget by calendar months: the object takes
+/// the months of such dates as the two ends of a range and would elaborate those between them.
+std::vector<std::function<void()>> runsOf(CLSKORVAL& budget) {
+  const auto runBetween = [&budget](const values::Variant& from, const values::Variant& to) {
+    return [&budget, from, to] {
+      budget.DaData = from;
+      budget.AData = to;
+      budget.BdgElaSchede_Elaborazione();
+    };
+  };
+  const auto first = budget.DaData, last = budget.AData;
+  const bool calendar = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget) == bdgAnnoSolare;
+  if (!calendar || values::isBlank(first) || values::isBlank(last)) return {runBetween(first, last)};
+  const auto from = values::toDate(first), to = values::toDate(last);
+  if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {runBetween(first, last)};
+  return {runBetween(first, values::Date::FromYmd(from.year(), 12, 31)),
+          runBetween(values::Date::FromYmd(to.year(), 1, 1), last)};
+}
+
 /// One run of the object for a card kind, watched and summed up.
 /// @return what it changed.
 std::vector<dati::AmountChange> elaborateKind(Environment& environment, int cardKind, dati::RunMode mode,
@@ -138,7 +158,10 @@ std::vector<dati::AmountChange> elaborateKind(Environment& environment, int card
     summary.addCard((*budget.RstBdgSchedeDaElaborare)["BU65_CODICE_CG31"].Value());
     if (step) step(done);
   };
-  run(&CLSKORVAL::BdgElaSchede_Elaborazione);
+  const auto from = budget.DaData, to = budget.AData;
+  run(runsOf(budget));
+  budget.DaData = from;
+  budget.AData = to;
   auto changes = run.changes();
   summary.addChanges(changes);
   return changes;
