@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -28,6 +29,8 @@ class WatchedRun {
 
   /// Throws Failure when the operation does not succeed.
   void operator()(void (CLSKORVAL::*operation)());
+  /// Several operations of the object, each with a transaction, as one: all of them stay or none.
+  void operator()(const std::vector<std::function<void()>>& operations);
 
   const DetailSnapshot& before() const { return before_; }
   const DetailSnapshot& after() const { return after_ ? *after_ : before_; }

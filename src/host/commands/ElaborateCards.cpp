@@ -1,13 +1,21 @@
+#include <algorithm>
+#include <functional>
+#include <iostream>
 #include <iterator>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "dati/Cards.h"
+#include "dati/Failure.h"
+#include "dati/Movements.h"
 #include "dati/WatchedRun.h"
 #include "host/commands/Command.h"
 #include "host/commands/RunReport.h"
+#include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
+#include "host/environment/Terminal.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -28,25 +36,111 @@ void completeSites(Environment& environment) {
   }
 }
 
-/// What a month-end run means when the command line does not say otherwise: all movements of the budget's own year,
-/// into the actuals, for every site.
+/// The movement kinds (CG41_INDTIPOMOV) and the properties that take or leave them.
+struct MovementKind {
+  const char* property;
+  const char* kind;
+  bool byDefault;  ///< when the command line names none
+  bool Proprieta::*given;
+};
+constexpr MovementKind kMovementKinds[] = {
+    {"MovimentiConsolidati", "0", true, &Proprieta::MovimentiConsolidati},
+    {"MovimentiDaConsolidare", "1", true, &Proprieta::MovimentiDaConsolidare},
+    {"MovimentiPrevisionali", "2", false, &Proprieta::MovimentiPrevisionali},
+};
+
+/// TipoMovimenti from the kinds that are named, unless it is given itself.
+void completeKinds(Environment& environment) {
+  auto& budget = environment.budget();
+  const auto& given = environment.options.properties;
+  const bool named =
+      std::ranges::any_of(kMovementKinds, [&](const auto& kind) { return given.contains(kind.property); });
+  if (given.contains("TipoMovimenti")) {
+    if (named) throw UsageError("--TipoMovimenti is a condition of its own: name no kinds of movement beside it");
+    return;
+  }
+  std::string taken;
+  for (const auto& [property, kind, byDefault, member] : kMovementKinds)
+    if (named ? budget.*member : byDefault) taken.append(taken.empty() ? "" : ", ").append(kind);
+  if (taken.empty()) throw UsageError("No kind of movement is left: name --MovimentiConsolidati or another one");
+  budget.TipoMovimenti = "CG41_INDTIPOMOV IN (" + taken + ")";
+}
+
+/// Refuses what would only wipe amounts, or write them where no grid shows them.
+void checkInput(CLSKORVAL& budget) {
+  if (budget.TipoDataMovimenti != 0 && budget.TipoDataMovimenti != 1)
+    throw UsageError("--TipoDataMovimenti is 0 (registration date) or 1 (competence), not " +
+                     std::to_string(budget.TipoDataMovimenti));
+  const int last = bdgDettaglioOrdini + budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget);
+  const int kind = budget.TipoDettaglioDestinazione;
+  if (kind < bdgDettaglioBudget || kind > last)
+    throw dati::Refused("The budget has no detail kind " + std::to_string(kind) +
+                        ": --TipoDettaglioDestinazione is 0 to " + std::to_string(last));
+}
+
+/// What a month-end run means when the command line does not say otherwise: the real movements of the budget's own
+/// year, into the actuals, for every site.
 void completeInput(Environment& environment) {
   auto& budget = environment.budget();
   const auto& given = environment.options.properties;
   if (values::isBlank(budget.AnnoEsercizioMovimenti)) budget.AnnoEsercizioMovimenti = budget.AnnoEsercizio;
   if (values::isBlank(budget.ProgressivoEsercizioMovimenti))
     budget.ProgressivoEsercizioMovimenti = budget.ProgressivoEsercizio;
-  if (budget.TipoMovimenti.empty()) budget.TipoMovimenti = "1 = 1";
+  completeKinds(environment);
   if (!given.contains("TipoDettaglioDestinazione")) budget.TipoDettaglioDestinazione = bdgDettaglioConsuntivo;
-  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData)) {
-    values::Variant begin, end;
-    budget.GetBdgDataInizioBdgDataFine(budget.TipoBudget, budget.SottoTipoBudget, budget.CodiceDitta,
-                                       budget.AnnoEsercizio, budget.ProgressivoEsercizio, begin, end);
-    environment.requireSuccess();
-    if (values::isBlank(budget.DaData)) budget.DaData = begin;
-    if (values::isBlank(budget.AData)) budget.AData = end;
-  }
+  checkInput(budget);
   completeSites(environment);
+}
+
+struct CardsOptions {
+  bool dryRun = false, yes = false;
+};
+
+/// Dates that are missing: from the budget's first day to the end of the month that has the latest movement. Further
+/// months would become 0, and a forecast takes a 0 as the actual value, so they are written only after a question.
+void completeDates(Environment& environment, const CardsOptions& options) {
+  auto& budget = environment.budget();
+  values::Variant begin, end;
+  budget.GetBdgDataInizioBdgDataFine(budget.TipoBudget, budget.SottoTipoBudget, budget.CodiceDitta,
+                                     budget.AnnoEsercizio, budget.ProgressivoEsercizio, begin, end);
+  environment.requireSuccess();
+  if (values::isBlank(budget.DaData)) budget.DaData = begin;
+  const bool open = values::isBlank(budget.AData);
+  if (open) budget.AData = end;
+  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData)) return;
+  const auto from = values::toDate(budget.DaData), to = values::toDate(budget.AData);
+  const auto last = dati::lastMovementDate(*environment.connection(),
+                                           {budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
+                                            budget.ProgressivoEsercizioMovimenti, budget.TipoMovimenti, from, to});
+  // Without any movement the first month alone keeps the run from the others.
+  const auto closed = (last.isNothing() ? from : values::toDate(last)).lastOfMonth();
+  if (open && closed < to) budget.AData = closed;
+  const auto day = [](const values::Variant& date) { return values::toPlainText(date); };
+  std::cerr << "From " << day(budget.DaData) << " to " << day(budget.AData)
+            << (last.isNothing() ? ": no movement was registered there\n"
+                                 : ": the latest movement is of " + day(last) + "\n");
+  if (!open && closed < to && !options.dryRun)
+    confirm("The months after " + day(closed) + " have no movements: they become 0 and replace the forecast. Go on?",
+            options.yes);
+}
+
+/// The run, or two of them where the dates cross the turn of the year in a budget by calendar months: the object takes
+/// the months of such dates as the two ends of a range and would elaborate those between them.
+std::vector<std::function<void()>> runsOf(CLSKORVAL& budget) {
+  const auto runBetween = [&budget](const values::Variant& from, const values::Variant& to) {
+    return [&budget, from, to] {
+      budget.DaData = from;
+      budget.AData = to;
+      budget.BdgElaSchede_Elaborazione();
+    };
+  };
+  const auto first = budget.DaData, last = budget.AData;
+  const bool calendar = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget) == bdgAnnoSolare;
+  if (!calendar || values::isBlank(first) || values::isBlank(last)) return {runBetween(first, last)};
+  const auto from = values::toDate(first), to = values::toDate(last);
+  if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {runBetween(first, last)};
+  return {runBetween(first, values::Date::FromYmd(from.year(), 12, 31)),
+          runBetween(values::Date::FromYmd(to.year(), 1, 1), last)};
 }
 
 /// One run of the object for a card kind, watched and summed up.
@@ -64,41 +158,49 @@ std::vector<dati::AmountChange> elaborateKind(Environment& environment, int card
     summary.addCard((*budget.RstBdgSchedeDaElaborare)["BU65_CODICE_CG31"].Value());
     if (step) step(done);
   };
-  run(&CLSKORVAL::BdgElaSchede_Elaborazione);
+  const auto from = budget.DaData, to = budget.AData;
+  run(runsOf(budget));
+  budget.DaData = from;
+  budget.AData = to;
   auto changes = run.changes();
   summary.addChanges(changes);
   return changes;
 }
 
-void elaborateCards(Environment& environment, bool dryRun) {
+void elaborateCards(Environment& environment, const CardsOptions& options) {
   requireBudget(environment);
   completeInput(environment);
+  completeDates(environment, options);
   std::vector<int> cardKinds = {0, 1};
   const auto& chosen = environment.budget().BdgTipoScheda;
   if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
-  const auto mode = dryRun ? dati::RunMode::Trial : dati::RunMode::Write;
+  const auto mode = options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write;
   SiteSummary summary;
   std::vector<dati::AmountChange> changes;
   for (const int cardKind : cardKinds) {
     auto found = elaborateKind(environment, cardKind, mode, summary);
     std::ranges::move(found, std::back_inserter(changes));
   }
-  environment.show(dryRun ? tableOf(changes) : summary.table());
+  environment.show(options.dryRun ? tableOf(changes) : summary.table());
 }
 
 }  // namespace
 
 Command elaborateCardsCommand() {
-  const auto dryRun = std::make_shared<bool>(false);
-  return {
-      "elaborate-cards",
-      "Recompute the cards' values from accounting movements",
-      "  bukorval elaborate-cards -d demo.db -t 4 -s 01 -y 2025 --dry-run\n"
-      "Takes every site and both card kinds, the budget's own year and all movements unless options say otherwise:\n"
-      "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoMovimenti, --TipoDataMovimenti 1 (competence),\n"
-      "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.",
-      {{"--dry-run", "show the differences it would write, and write nothing", dryRun.get()}},
-      [dryRun](Environment& environment) { elaborateCards(environment, *dryRun); }};
+  const auto options = std::make_shared<CardsOptions>();
+  return {"elaborate-cards",
+          "Recompute the cards' values from accounting movements",
+          "  bukorval elaborate-cards -d demo.db -t 4 -s 01 -y 2025 --dry-run\n"
+          "Takes every site and both card kinds, the budget's own year, consolidated movements and those to be\n"
+          "consolidated, unless options say otherwise:\n"
+          "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoDataMovimenti 1 (competence),\n"
+          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.\n"
+          "--MovimentiConsolidati, --MovimentiDaConsolidare and --MovimentiPrevisionali (forecast movements) name the\n"
+          "kinds that count instead of those two; --TipoMovimenti is a condition in SQL instead of the three.\n"
+          "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
+          {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
+           {"--yes", "do not ask before months without movements become 0", &options->yes}},
+          [options](Environment& environment) { elaborateCards(environment, *options); }};
 }
 
 }  // namespace bukorval::host
