@@ -81,7 +81,7 @@ class Parser {
   ExpressionPtr parenthesised();
   ExpressionPtr named();
   SelectPtr parenthesisedQuery();
-  ExpressionPtr call(std::string functionName);
+  ExpressionPtr call(const std::string& functionName);
   ExpressionPtr caseExpression();
   ExpressionPtr cast();
   ExpressionPtr convert();

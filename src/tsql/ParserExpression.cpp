@@ -226,7 +226,7 @@ ExpressionPtr Parser::named() {
   return made(offset, std::move(column));
 }
 
-ExpressionPtr Parser::call(std::string functionName) {
+ExpressionPtr Parser::call(const std::string& functionName) {
   const Depth depth(*this);
   const auto offset = peek().offset;
   Call call{functionRule(functionName).function, upperName(functionName)};

@@ -72,7 +72,8 @@ TEST(KeyedRows, FindWhatTheFilterShowsAndRefuseWhatItRefuses) {
     set->AddNew();
     (*set)["N"].Value(++n);
     // Each field takes what it can; the others stay Null.
-    for (const char* field : {"ANY", "TEXT", "AMOUNT", "DAY", "FLAG"}) errorOf([&] { (*set)[field].Value(value); });
+    for (const char* field : {"ANY", "TEXT", "AMOUNT", "DAY", "FLAG"})
+      errorOf([&, &cell = value] { (*set)[field].Value(cell); });
     set->Update();
   }
   for (const char* field : {"ANY", "TEXT", "AMOUNT", "DAY", "FLAG"}) {

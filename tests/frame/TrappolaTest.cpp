@@ -27,8 +27,8 @@ TEST_F(Trappola, AFailureOrARefusalInsideStopsItsCallersAndKeepsItsName) {
   for (const auto& [fail, expected] : rows) {
     bool wentOn = false;
     EXPECT_EQ(esegui(ctx, "Outer", -2,
-                     [&] {
-                       fail();
+                     [&, &failing = fail] {
+                       failing();
                        wentOn = true;
                        return 0;
                      }),

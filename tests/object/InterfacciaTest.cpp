@@ -70,7 +70,8 @@ TEST_F(InterfacciaTest, RefusesValuesThatAreNotOfThePropertysType) {
   bo.TipoBudget = 5;
   bo.TipoMovimenti = "before";
   for (const auto& [name, value] : cases)
-    EXPECT_THAT([&] { set(name, value); }, ThrowsMessage<ErroreArgomento>(HasSubstr(std::string(name) + ": ")));
+    EXPECT_THAT(([&, &property = name, &given = value] { set(property, given); }),
+                ThrowsMessage<ErroreArgomento>(HasSubstr(std::string(name) + ": ")));
   EXPECT_EQ(bo.TipoBudget, 5);
   EXPECT_EQ(bo.TipoMovimenti, "before");
 }

@@ -11,7 +11,6 @@ namespace ado {
 namespace {
 
 using values::Date;
-using values::Errore;
 using values::Variant;
 using Kind = FilterToken::Kind;
 
