@@ -19,10 +19,10 @@
 
 namespace {
 
+using bench::seconds;
 using sqlite::prepare;
 using sqlite::run;
 using sqlite::SqliteConnection;
-using bench::seconds;
 using values::Date;
 
 constexpr int kMonths = 12;
