@@ -217,7 +217,7 @@ ExpressionPtr Parser::named() {
   if (isWord("CAST") && isSymbol("(", 1)) return cast();
   if (isWord("CONVERT") && isSymbol("(", 1)) return convert();
   ColumnName column{{}, name("a name")};
-  if (isSymbol("(")) return call(std::move(column.name));
+  if (isSymbol("(")) return call(column.name);
   while (takeSymbol(".")) {
     column.qualifier = std::move(column.name);
     if (takeSymbol("*")) return made(offset, Star{std::move(column.qualifier)});
