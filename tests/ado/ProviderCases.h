@@ -127,7 +127,10 @@ TEST_P(ProviderCases, ComputesAsSqlServerDoes) {
          {"SELECT TOP 1 ID FROM SCHEDE ORDER BY ID DESC", "3"},
          {";WITH N AS (SELECT 1 AS P UNION ALL SELECT P + 1 FROM N WHERE P < 4) SELECT P FROM N ORDER BY P",
           "1; 2; 3; 4"},
-         {"SELECT DISTINCT TIPO FROM SCHEDE ORDER BY TIPO", "0; 1"}});
+         {"SELECT DISTINCT TIPO FROM SCHEDE ORDER BY TIPO", "0; 1"},
+         // A text type without a length holds 30 characters in a conversion.
+         {"SELECT CONVERT(NVARCHAR, 12345678) AS X", "12345678"},
+         {"SELECT CAST('abcdefghijklmnopqrstuvwxyzabcdefgh' AS VARCHAR) AS X", "abcdefghijklmnopqrstuvwxyzabcd"}});
 }
 
 TEST_P(ProviderCases, WritesOnlyWhatFits) {

@@ -4,20 +4,10 @@
 
 #include "values/Arithmetic.h"
 #include "values/Errore.h"
+#include "values/Helpers.h"
 
 namespace values {
 namespace {
-
-Decimal dec(std::string_view text) { return Decimal::TryParse(text).value(); }
-
-std::string failure(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Errore& e) {
-    return e.what();
-  }
-  return "no failure";
-}
 
 TEST(Arithmetic, KindsFollowTheirOperands) {
   const auto shortOf = [](int v) { return Variant(static_cast<std::int16_t>(v)); };

@@ -5,23 +5,13 @@
 #include "support/InOut.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
+#include "values/Helpers.h"
 #include "values/NumberText.h"
 
 namespace values {
 namespace {
 
 using testing_support::inOut;
-
-Decimal dec(std::string_view text) { return Decimal::TryParse(text).value(); }
-
-std::string failure(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Errore& e) {
-    return e.what();
-  }
-  return "no failure";
-}
 
 TEST(Conversion, ReadsNumbersByTheSeparator) {
   const auto reads = [](char separator, const std::vector<std::pair<std::string, std::string>>& rows) {

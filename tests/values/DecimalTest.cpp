@@ -8,13 +8,12 @@
 #include "support/InOut.h"
 #include "values/Decimal.h"
 #include "values/Errore.h"
+#include "values/Helpers.h"
 
 namespace values {
 namespace {
 
 using testing_support::inOut;
-
-Decimal dec(std::string_view text) { return Decimal::TryParse(text).value(); }
 
 /// Schoolbook arithmetic on strings of digits: slow, and shares nothing with the code under test.
 std::string multiplyDigits(const std::string& a, const std::string& b) {
