@@ -60,6 +60,14 @@ values::Variant lastCard(ado::Connection& connection) {
   return single(connection, sql);
 }
 
+values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budget) {
+  TestoSql sql;
+  sql.riga(" SELECT MAX(BU65_SCHEDA_BU07) AS ULTIMA ")
+      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+      .testo(condizioniSchede(budget));
+  return single(connection, sql);
+}
+
 std::int32_t countDetails(ado::Connection& connection, const values::Variant& card) {
   return countRows(connection, "BU66_DETBUDGET", "BU66_ID_BU65", card);
 }

@@ -9,9 +9,10 @@ namespace {
 void align(Environment& environment) {
   requireBudget(environment);
   auto& budget = environment.budget();
-  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget)}, dati::RunMode::Write);
+  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget)});
   const Progress progress(budget);
   run(&CLSKORVAL::AllineaBU65_A_StrutturaBU60);
+  run.end(dati::RunMode::Write);
   environment.show({{{"PRIMA", "Cards before", true}, {"AGGIUNTE", "Added", true}, {"DOPO", "Cards now", true}},
                     {{run.before().cards().size(), run.newCards(), run.after().cards().size()}},
                     {}});

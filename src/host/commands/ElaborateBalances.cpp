@@ -150,8 +150,9 @@ Table writtenTable(ado::Recordset& rows, const dati::WatchedRun& run) {
 /// Writes the proposed rows, or only shows what that changes.
 void write(Environment& environment, const dati::DetailScope& scope, bool dryRun) {
   auto& budget = environment.budget();
-  dati::WatchedRun run(budget, environment.connection(), scope, dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  dati::WatchedRun run(budget, environment.connection(), scope);
   run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
+  run.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   environment.show(dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
   tellMissing(budget.RstContiNonPresentiInStruttura);
 }

@@ -34,6 +34,12 @@ void requireGrid(Environment& environment) {
   if (perSite) requireGiven(environment, {"CodiceSede"});
 }
 
+void completeCardRange(Environment& environment) {
+  auto& budget = environment.budget();
+  if (values::isBlank(budget.AScheda))
+    budget.AScheda = dati::lastCardCode(*environment.connection(), budgetScelto(budget));
+}
+
 void selectCard(Environment& environment, const values::Variant& card) {
   if (!card.isNumber()) throw UsageError("A card is given by its identifier, a whole number (BU65_ID in the grid)");
   const auto& connection = environment.connection();

@@ -16,6 +16,8 @@ void requireBudget(Environment& environment);
 /// The selection of one budget grid: type, subtype and year, and where the budget asks for them site and card
 /// kind.
 void requireGrid(Environment& environment);
+/// An open card range reaches to the budget's last code; the object's own bound, "Z", leaves out those after it.
+void completeCardRange(Environment& environment);
 /// Sets the object's selection to the budget a card (BU65_ID) belongs to. Throws dati::Refused when there is no
 /// such card.
 void selectCard(Environment& environment, const values::Variant& card);
