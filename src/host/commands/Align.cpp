@@ -9,6 +9,7 @@ namespace {
 void align(Environment& environment) {
   requireBudget(environment);
   auto& budget = environment.budget();
+  requireWritable(environment, budgetScelto(budget));
   dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget)});
   const Progress progress(budget);
   run(&CLSKORVAL::AllineaBU65_A_StrutturaBU60);
@@ -26,7 +27,8 @@ Command alignCommand() {
           "  bukorval align -d demo.db -t 4 -s 01 -y 2025\n"
           "Adds, never removes; running it again adds nothing.",
           {},
-          align};
+          align,
+          true};
 }
 
 }  // namespace bukorval::host

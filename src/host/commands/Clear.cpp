@@ -18,6 +18,7 @@ struct ClearOptions {
 void clear(Environment& environment, const ClearOptions& options) {
   const auto card = parseArgument(options.card);
   selectCard(environment, card);
+  requireWritable(environment, budgetScelto(environment.budget()));
   const bool all = options.kind == "all";
   const BdgTipoDettaglio kind = all ? bdgDettaglioTutti : parseDetailKind(options.kind).kind;
   confirm("Clear the " + (all ? "values of every kind" : options.kind + " values") + " of card " + options.card + "?",
@@ -41,7 +42,8 @@ Command clearCommand() {
             .target = &options->kind,
             .showDefault = true},
            {"--yes", "do not ask", &options->yes}},
-          [options](Environment& environment) { clear(environment, *options); }};
+          [options](Environment& environment) { clear(environment, *options); },
+          true};
 }
 
 }  // namespace bukorval::host

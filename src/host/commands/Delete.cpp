@@ -18,6 +18,7 @@ struct DeleteOptions {
 void deleteCard(Environment& environment, const DeleteOptions& options) {
   values::Variant card = parseArgument(options.card);
   selectCard(environment, card);
+  requireWritable(environment, budgetScelto(environment.budget()));
   auto& connection = *environment.connection();
   const auto before = dati::countRowsOfCard(connection, card);
   confirm(
@@ -41,7 +42,8 @@ Command deleteCommand() {
           "  bukorval delete 12 --yes -d demo.db\n"
           "Asks on a terminal; elsewhere --yes is needed.",
           {{"CARD", "identifier of the card", &options->card, true}, {"--yes", "do not ask", &options->yes}},
-          [options](Environment& environment) { deleteCard(environment, *options); }};
+          [options](Environment& environment) { deleteCard(environment, *options); },
+          true};
 }
 
 }  // namespace bukorval::host

@@ -48,6 +48,7 @@ void duplicate(Environment& environment, const DuplicateOptions& options) {
     percentage = parsePercentage(options.percentage, environment.session().SeparatoreDecimale());
   auto& budget = environment.budget();
   completeDestination(budget);
+  if (!options.dryRun) requireWritable(environment, budgetDestinazione(budget));
   completeCardRange(environment);
   dati::WatchedRun run(budget, environment.connection(),
                        {budgetDestinazione(budget), budget.TipoDettaglioDestinazione});
@@ -79,7 +80,8 @@ Command duplicateCommand() {
           "destination cards have; --IsDuplicaScadenzeCashFlow makes their due dates. All of it is one transaction.",
           {{"--dry-run", "show the amounts it would write, and write nothing", &options->dryRun},
            {"--percent", "deviation of the copied amounts and due dates, 5 or -2,5", &options->percentage}},
-          [options](Environment& environment) { duplicate(environment, *options); }};
+          [options](Environment& environment) { duplicate(environment, *options); },
+          true};
 }
 
 }  // namespace bukorval::host

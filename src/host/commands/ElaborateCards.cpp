@@ -169,6 +169,7 @@ std::vector<dati::AmountChange> elaborateKind(CLSKORVAL& budget, dati::Transacti
 
 void elaborateCards(Environment& environment, const CardsOptions& options) {
   requireBudget(environment);
+  if (!options.dryRun) requireWritable(environment, budgetScelto(environment.budget()));
   completeInput(environment);
   completeDates(environment, options);
   std::vector<int> cardKinds = {0, 1};
@@ -201,7 +202,8 @@ Command elaborateCardsCommand() {
           "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
           {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
            {"--yes", "do not ask before months without movements become 0", &options->yes}},
-          [options](Environment& environment) { elaborateCards(environment, *options); }};
+          [options](Environment& environment) { elaborateCards(environment, *options); },
+          true};
 }
 
 }  // namespace bukorval::host

@@ -27,6 +27,7 @@ ado::DictionaryPtr parseColumns(const std::vector<std::string>& texts) {
 
 void createCard(Environment& environment, const std::vector<std::string>& texts) {
   requireBudget(environment);
+  requireWritable(environment, budgetScelto(environment.budget()));
   const auto columns = parseColumns(texts);
   auto& connection = *environment.connection();
   const auto before = dati::lastCard(connection);
@@ -49,7 +50,8 @@ Command newCommand() {
           "      BU65_CODICE_CG31=1 \"BU65_CONTO_CG24='62050002'\"\n"
           "NAME is a column of BU65_TESBUDGET; 'text' keeps a code that looks like a number a text.",
           {{"NAME=VALUE", "columns of the card", columns.get(), true}},
-          [columns](Environment& environment) { createCard(environment, *columns); }};
+          [columns](Environment& environment) { createCard(environment, *columns); },
+          true};
 }
 
 }  // namespace bukorval::host

@@ -53,6 +53,7 @@ struct SetOptions {
 void setValue(Environment& environment, const SetOptions& options) {
   const auto card = parseArgument(options.card);
   selectCard(environment, card);
+  requireWritable(environment, budgetScelto(environment.budget()));
   const DetailKind kind = parseDetailKind(options.kind);
   const Measure& measure = parseMeasure(options.measure);
   const std::string column = std::string(measure.column) + kind.column;
@@ -89,7 +90,8 @@ Command setCommand() {
             .target = &options->kind,
             .showDefault = true},
            {.flags = "--measure", .help = "amount, qty1 or qty2", .target = &options->measure, .showDefault = true}},
-          [options](Environment& environment) { setValue(environment, *options); }};
+          [options](Environment& environment) { setValue(environment, *options); },
+          true};
 }
 
 }  // namespace bukorval::host
