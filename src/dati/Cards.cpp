@@ -54,12 +54,6 @@ bool selectBudgetOfCard(CLSKORVAL& budget, ado::Connection& connection, const va
   return true;
 }
 
-values::Variant lastCard(ado::Connection& connection) {
-  TestoSql sql;
-  sql.riga(" SELECT MAX(BU65_ID) AS ULTIMO ").riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ");
-  return single(connection, sql);
-}
-
 values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budget) {
   TestoSql sql;
   sql.riga(" SELECT MAX(BU65_SCHEDA_BU07) AS ULTIMA ")

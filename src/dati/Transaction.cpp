@@ -60,6 +60,9 @@ Transaction::~Transaction() {
 
 ado::Connection& Transaction::connection() const { return *shared_; }
 
-void Transaction::end(RunMode mode) { shared_->end(mode); }
+void Transaction::end(RunMode mode) {
+  shared_->end(mode);
+  budget_.Connessione(own_);
+}
 
 }  // namespace bukorval::dati

@@ -1,6 +1,7 @@
 #include <memory>
 #include <string>
 
+#include "dati/Transaction.h"
 #include "host/commands/Command.h"
 #include "host/commands/DetailKind.h"
 #include "host/environment/Arguments.h"
@@ -21,10 +22,13 @@ void clear(Environment& environment, const ClearOptions& options) {
   requireWritable(environment, budgetScelto(environment.budget()));
   const bool all = options.kind == "all";
   const BdgTipoDettaglio kind = all ? bdgDettaglioTutti : parseDetailKind(options.kind).kind;
+  if (!all) requireDetailKind(environment.budget(), kind);
   confirm("Clear the " + (all ? "values of every kind" : options.kind + " values") + " of card " + options.card + "?",
           options.yes);
+  dati::Transaction transaction(environment.budget(), environment.connection());
   environment.budget().UpdateNullValoriBU66(card, kind);
   environment.requireSuccess();
+  transaction.end(dati::RunMode::Write);
   environment.show({{{"BU65_ID", "Card", true}, {"SVUOTATI", "Cleared"}}, {{card, options.kind}}, {}});
 }
 

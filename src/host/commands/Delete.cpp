@@ -2,6 +2,7 @@
 #include <string>
 
 #include "dati/Cards.h"
+#include "dati/Transaction.h"
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
@@ -24,8 +25,10 @@ void deleteCard(Environment& environment, const DeleteOptions& options) {
   confirm(
       "Delete card " + options.card + " with its " + std::to_string(dati::countDetails(connection, card)) + " details?",
       options.yes);
+  dati::Transaction transaction(environment.budget(), environment.connection());
   environment.budget().CancellaRigaBU65(card);
   environment.requireSuccess();
+  transaction.end(dati::RunMode::Write);
   const auto after = dati::countRowsOfCard(connection, card);
   Table table{{{"TABELLA", "Table"}, {"CANCELLATE", "Deleted rows", true}, {"RESTANO", "Left", true}}, {}, {}};
   for (std::size_t i = 0; i < before.size(); ++i)

@@ -12,6 +12,7 @@
 #include "dati/Movements.h"
 #include "dati/WatchedRun.h"
 #include "host/commands/Command.h"
+#include "host/commands/DetailKind.h"
 #include "host/commands/RunReport.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
@@ -72,11 +73,7 @@ void checkInput(CLSKORVAL& budget) {
   if (budget.TipoDataMovimenti != 0 && budget.TipoDataMovimenti != 1)
     throw UsageError("--TipoDataMovimenti is 0 (registration date) or 1 (competence), not " +
                      std::to_string(budget.TipoDataMovimenti));
-  const int last = bdgDettaglioOrdini + budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget);
-  const int kind = budget.TipoDettaglioDestinazione;
-  if (kind < bdgDettaglioBudget || kind > last)
-    throw dati::Refused("The budget has no detail kind " + std::to_string(kind) +
-                        ": --TipoDettaglioDestinazione is 0 to " + std::to_string(last));
+  requireDetailKind(budget, budget.TipoDettaglioDestinazione);
 }
 
 /// What a month-end run means when the command line does not say otherwise: the real movements of the budget's own

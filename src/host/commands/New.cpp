@@ -3,7 +3,8 @@
 #include <vector>
 
 #include "dati/Cards.h"
-#include "dati/Failure.h"
+#include "dati/NewCard.h"
+#include "dati/Transaction.h"
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
@@ -29,15 +30,12 @@ void createCard(Environment& environment, const std::vector<std::string>& texts)
   requireBudget(environment);
   requireWritable(environment, budgetScelto(environment.budget()));
   const auto columns = parseColumns(texts);
-  auto& connection = *environment.connection();
-  const auto before = dati::lastCard(connection);
-  environment.budget().InserimentoNuovaSchedaBudget(columns);
-  environment.requireSuccess();
-  const auto card = dati::lastCard(connection);
-  if (card == before) throw dati::Refused("No column was given, so no card was created");
-  environment.show({{{"BU65_ID", "New card", true}, {"DETTAGLI", "Empty details", true}},
-                    {{card, dati::countDetails(connection, card)}},
-                    {}});
+  dati::Transaction transaction(environment.budget(), environment.connection());
+  const auto card =
+      dati::createCard(environment.budget(), transaction.connection(), columns, environment.session().CodicePdcCoGe());
+  const auto details = dati::countDetails(transaction.connection(), card);
+  transaction.end(dati::RunMode::Write);
+  environment.show({{{"BU65_ID", "New card", true}, {"DETTAGLI", "Empty details", true}}, {{card, details}}, {}});
 }
 
 }  // namespace

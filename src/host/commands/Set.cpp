@@ -4,6 +4,7 @@
 
 #include "dati/Cards.h"
 #include "dati/Failure.h"
+#include "dati/Transaction.h"
 #include "host/commands/Command.h"
 #include "host/commands/DetailKind.h"
 #include "host/environment/Arguments.h"
@@ -62,7 +63,9 @@ void setValue(Environment& environment, const SetOptions& options) {
   const Variant value = options.value == "NULL" || options.value == "EMPTY"
                             ? Variant::Null()
                             : Variant(typedDecimal(options.value, environment.session().SeparatoreDecimale()));
+  dati::Transaction transaction(environment.budget(), environment.connection());
   dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind, value);
+  transaction.end(dati::RunMode::Write);
   environment.show({{{"BU65_ID", "Card", true},
                      {"PERIODO", "Period", true},
                      {"COLONNA", "Value"},
