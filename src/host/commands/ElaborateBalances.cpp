@@ -146,9 +146,10 @@ Table writtenTable(ado::Recordset& rows, const dati::WatchedRun& run) {
 /// Writes the proposed rows, or only shows what that changes.
 void write(Environment& environment, const dati::DetailScope& scope, bool dryRun) {
   auto& budget = environment.budget();
-  dati::WatchedRun run(budget, environment.connection(), scope);
+  auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, scope);
   run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
-  run.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  transaction.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   environment.show(dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
   tellMissing(budget.RstContiNonPresentiInStruttura);
 }
@@ -192,7 +193,7 @@ Command elaborateBalancesCommand() {
            {"--write", "write the proposed rows into the budget, in one transaction", &options->write},
            {"--dry-run", "show the amounts that --write would change, and write nothing", &options->dryRun}},
           [options](Environment& environment) { elaborateBalances(environment, *options); },
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

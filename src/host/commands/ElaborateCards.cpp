@@ -172,7 +172,7 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
   std::vector<int> cardKinds = {0, 1};
   const auto& chosen = environment.budget().BdgTipoScheda;
   if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
-  dati::Transaction transaction(environment.budget(), environment.connection());
+  auto transaction = environment.transaction();
   SiteSummary summary;
   std::vector<dati::AmountChange> changes;
   for (const int cardKind : cardKinds) {
@@ -200,7 +200,7 @@ Command elaborateCardsCommand() {
           {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
            {"--yes", "do not ask before months without movements become 0", &options->yes}},
           [options](Environment& environment) { elaborateCards(environment, *options); },
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host
