@@ -1,6 +1,8 @@
 #include "frame/TestoSql.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "frame/Fallimento.h"
 #include "frame/Valori.h"

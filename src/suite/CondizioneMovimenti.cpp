@@ -1,8 +1,9 @@
 #include "suite/CondizioneMovimenti.h"
 
 #include <algorithm>
-#include <iterator>
 #include <span>
+#include <utility>
+#include <variant>
 
 #include "tsql/Lexer.h"
 #include "tsql/Names.h"
