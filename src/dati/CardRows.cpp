@@ -41,7 +41,9 @@ const CardTable* findCardTable(std::string_view table) {
 void RowPlaces::learn(const std::vector<ado::RowChange>& rows) {
   for (const auto& row : rows) {
     const auto* table = findCardTable(row.table);
-    if (!table || row.kind == ado::RowChange::Kind::Updated) continue;
+    if (!table) continue;
+    if (table->key == table->card) known_[{table->table, keyOf(row, *table)}].card = keyOf(row, *table);
+    if (row.kind == ado::RowChange::Kind::Updated) continue;
     if (const auto* card = valueIn(row, table->card))
       known_[{table->table, keyOf(row, *table)}] = {values::toInt64(*card), optionalValue(row, table->kind),
                                                     optionalValue(row, table->period)};

@@ -1,6 +1,7 @@
 #include "dati/History.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -26,8 +27,8 @@ constexpr std::string_view kStamp = "BU65_DATAULTAGG";
 std::int64_t wholeNumber(const Variant& value) { return values::toInt64(value); }
 
 /// The values that differ, row by row. Keys and the column that names the card say nothing new.
-void appendChanges(std::vector<CardChange>& changes, std::int64_t entry, const ado::RowChange& row,
-                   const RowPlace& place) {
+std::vector<CardChange> changesIn(std::int64_t entry, const ado::RowChange& row, const RowPlace& place) {
+  std::vector<CardChange> changes;
   const auto& table = *findCardTable(row.table);
   const auto tellsPlace = [&](const std::string& name) {
     return name == table.key || name == table.card || name == table.kind || name == table.period || name == kStamp;
@@ -36,6 +37,15 @@ void appendChanges(std::vector<CardChange>& changes, std::int64_t entry, const a
     if (tellsPlace(name) || (before.isNothing() && after.isNothing())) continue;
     changes.push_back({entry, place.card, row.table, place.kind, place.period, name, before, after});
   }
+  return changes;
+}
+
+/// Each card once, in order.
+std::vector<std::int64_t> cardsAt(const std::vector<std::optional<RowPlace>>& places) {
+  std::set<std::int64_t> cards;
+  for (const auto& place : places)
+    if (place) cards.insert(place->card);
+  return {cards.begin(), cards.end()};
 }
 
 }  // namespace
@@ -112,17 +122,16 @@ std::vector<CardChange> History::ofCard(std::int64_t card) const {
     const auto rows = tracker->read(changesOf(entry.number));
     const auto found = places.find(rows);
     for (std::size_t i = 0; i < rows.size(); ++i)
-      if (found[i] && found[i]->card == card) appendChanges(changes, entry.number, rows[i], *found[i]);
+      if (found[i] && found[i]->card == card)
+        std::ranges::move(changesIn(entry.number, rows[i], *found[i]), std::back_inserter(changes));
   }
   return changes;
 }
 
 std::vector<std::int64_t> History::cardsOf(const HistoryEntry& entry) const {
-  std::set<std::int64_t> cards;
-  if (auto* tracker = connection_.changes())
-    for (const auto& place : RowPlaces(connection_).find(tracker->read(changesOf(entry.number))))
-      if (place) cards.insert(place->card);
-  return {cards.begin(), cards.end()};
+  auto* tracker = connection_.changes();
+  return tracker ? cardsAt(RowPlaces(connection_).find(tracker->read(changesOf(entry.number))))
+                 : std::vector<std::int64_t>();
 }
 
 void History::refuseOrphans(const std::vector<std::int64_t>& cards) const {
@@ -142,15 +151,23 @@ void History::refuseOrphans(const std::vector<std::int64_t>& cards) const {
 }
 
 std::vector<CardChange> History::takeBack(const HistoryEntry& entry) {
-  std::vector<CardChange> conflicts;
   auto* tracker = connection_.changes();
   if (!tracker) throw Refused("This database keeps no history");
-  const auto cards = cardsOf(entry);
-  const auto rows = tracker->takeBack(changesOf(entry.number), {kStamp});
-  if (rows.empty()) refuseOrphans(cards);
-  const auto places = RowPlaces(connection_).find(rows);
-  for (std::size_t i = 0; i < rows.size(); ++i)
-    appendChanges(conflicts, entry.number, rows[i], places[i].value_or(RowPlace{}));
+  const auto changes = changesOf(entry.number);
+  RowPlaces places(connection_);
+  const auto made = places.find(tracker->read(changes));
+  const auto rows = tracker->takeBack(changes, {kStamp});
+  if (rows.empty()) refuseOrphans(cardsAt(made));
+  std::vector<CardChange> conflicts;
+  const auto found = places.find(rows);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const auto place = found[i].value_or(RowPlace{});
+    const auto known = conflicts.size();
+    for (auto& change : changesIn(entry.number, rows[i], place))
+      if (change.before != change.after) conflicts.push_back(std::move(change));
+    if (conflicts.size() == known)
+      conflicts.push_back({entry.number, place.card, rows[i].table, place.kind, place.period, "", {}, {}});
+  }
   return conflicts;
 }
 

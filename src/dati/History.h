@@ -23,7 +23,8 @@ struct HistoryEntry {
   values::Variant undoneBy;  ///< number of the entry that took it back; Null
 };
 
-/// One value of a card that an entry changed.
+/// One value of a card that an entry changed, or, of an entry that cannot be taken back, that changed since: `before`
+/// is then what the entry left and `after` what is there now. No column stands for the whole row.
 struct CardChange {
   std::int64_t entry = 0;
   std::int64_t card = 0;

@@ -72,17 +72,6 @@ Variant valueOf(sqlite3_value* value, const tsql::Type& type) {
   return std::string(text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
 }
 
-bool sameValue(sqlite3_value* a, sqlite3_value* b) {
-  const int type = sqlite3_value_type(a);
-  if (type != sqlite3_value_type(b)) return false;
-  if (type == SQLITE_INTEGER) return sqlite3_value_int64(a) == sqlite3_value_int64(b);
-  const auto bytes = [](sqlite3_value* value) {
-    const auto* data = static_cast<const char*>(sqlite3_value_blob(value));
-    return std::string_view(data ? data : "", static_cast<std::size_t>(sqlite3_value_bytes(value)));
-  };
-  return type == SQLITE_NULL || bytes(a) == bytes(b);
-}
-
 ado::RowChange::Kind kindOf(int operation) {
   if (operation == SQLITE_INSERT) return ado::RowChange::Kind::Inserted;
   return operation == SQLITE_DELETE ? ado::RowChange::Kind::Deleted : ado::RowChange::Kind::Updated;
@@ -132,10 +121,13 @@ struct Conflicts {
 
   static int onConflict(void* context, int why, sqlite3_changeset_iter* row) noexcept {
     auto& self = *static_cast<Conflicts*>(context);
+    // A foreign key belongs to no row.
+    if (why == SQLITE_CHANGESET_FOREIGN_KEY) return SQLITE_CHANGESET_ABORT;
     try {
-      if (why == SQLITE_CHANGESET_DATA && self.onlyStampsDiffer(row)) return SQLITE_CHANGESET_REPLACE;
-      // A foreign key belongs to no row.
-      if (why != SQLITE_CHANGESET_FOREIGN_KEY) self.rows.push_back(rowAt(row, self.catalog));
+      auto conflict = why == SQLITE_CHANGESET_DATA ? self.differences(row) : self.lost(row);
+      if (why == SQLITE_CHANGESET_DATA && std::ranges::all_of(conflict.columns, &Conflicts::unchanged))
+        return SQLITE_CHANGESET_REPLACE;
+      self.rows.push_back(std::move(conflict));
     } catch (...) {
       self.failed = true;
       return SQLITE_CHANGESET_ABORT;
@@ -144,23 +136,29 @@ struct Conflicts {
   }
 
  private:
-  /// What the change set expects in the row beside what is there.
-  bool onlyStampsDiffer(sqlite3_changeset_iter* row) const {
-    const char* name = nullptr;
-    int count = 0;
-    int operation = 0;
-    require(sqlite3changeset_op(row, &name, &count, &operation, nullptr), "read");
-    const auto* table = catalog.find(name);
-    for (int i = 0; table && i < count; ++i) {
-      sqlite3_value* expected = nullptr;
+  static bool unchanged(const ado::ColumnChange& column) { return column.before == column.after; }
+
+  /// What the change set expects in the row beside what is there, but for stamps.
+  ado::RowChange differences(sqlite3_changeset_iter* row) const {
+    auto change = rowAt(row, catalog);
+    const auto& table = *catalog.find(change.table);
+    change.kind = ado::RowChange::Kind::Updated;
+    std::erase_if(change.columns, [&](ado::ColumnChange& each) {
+      const auto column = std::ranges::find(table.columns, each.name, &tsql::Column::name);
       sqlite3_value* present = nullptr;
-      require(sqlite3changeset_old(row, i, &expected), "read");
-      require(sqlite3changeset_conflict(row, i, &present), "read");
-      const auto& column = table->columns[static_cast<std::size_t>(i)];
-      if (!expected || std::ranges::find(stamps, column.name) != stamps.end()) continue;
-      if (!sameValue(expected, present)) return false;
-    }
-    return table != nullptr;
+      require(sqlite3changeset_conflict(row, static_cast<int>(column - table.columns.begin()), &present), "read");
+      each.after = valueOf(present, column->type);
+      return std::ranges::find(stamps, each.name) != stamps.end();
+    });
+    return change;
+  }
+
+  /// A row that is not there any more, or is there again.
+  ado::RowChange lost(sqlite3_changeset_iter* row) const {
+    auto change = rowAt(row, catalog);
+    change.kind = ado::RowChange::Kind::Updated;
+    for (auto& column : change.columns) column.after = column.before.isNothing() ? column.after : column.before;
+    return change;
   }
 };
 

@@ -42,7 +42,8 @@ class ChangeTracker {
   virtual void cancel() noexcept = 0;
 
   virtual std::vector<RowChange> read(const std::string& changes) = 0;
-  /// Puts every row back as it was before. When some have changed since, writes nothing and gives those.
+  /// Puts every row back as it was before. When some have changed since, writes nothing and gives those: what the
+  /// change left in them, and what is there now. A row that is gone or there again has nothing but equal values.
   /// @param stamps  columns that every later change writes: a difference in these alone is none.
   virtual std::vector<RowChange> takeBack(const std::string& changes, const std::vector<std::string_view>& stamps) = 0;
 };

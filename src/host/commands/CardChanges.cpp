@@ -46,4 +46,21 @@ Table tableOf(const std::vector<dati::CardChange>& changes, const std::vector<da
   return table;
 }
 
+Table conflictTable(const std::vector<dati::CardChange>& conflicts) {
+  Table table{{{"BU65_ID", "Card", true},
+               {"RIGA", "What"},
+               {"TIPO", "Kind", true},
+               {"PERIODO", "Period", true},
+               {"COLONNA", "Column"},
+               {"LASCIATO", "Left"},
+               {"ORA", "Now"}},
+              {},
+              {}};
+  for (const auto& change : conflicts)
+    table.rows.push_back({change.card == 0 ? values::Variant() : values::Variant(change.card),
+                          std::string(nameOf(change.table)), change.kind, change.period,
+                          change.column.empty() ? "the whole row" : change.column, change.before, change.after});
+  return table;
+}
+
 }  // namespace bukorval::host

@@ -28,9 +28,9 @@ void undo(Environment& environment, int number) {
   requireWritableCards(environment, connection, cards);
   const auto conflicts = history.takeBack(entry);
   if (!conflicts.empty()) {
-    environment.show(tableOf(conflicts, history.entries()));
+    environment.show(conflictTable(conflicts));
     throw dati::Refused("Entry " + std::to_string(entry.number) +
-                        " cannot be undone: the values above have changed since (Before is what the entry left)");
+                        " cannot be undone: the values above have changed since");
   }
   // A deleted card is there again only now.
   requireWritableCards(environment, connection, cards);
