@@ -36,30 +36,34 @@ void Batches::prepare() {
   kept_ = true;
 }
 
-std::string Batches::condition(const char* companyColumn, const char* nameColumn, const std::string& name) const {
-  return std::string(companyColumn) + " = " + numero(company_) + " AND " + nameColumn + " = N" + testoDati(name);
+values::Variant Batches::identifierOf(const std::string& name) const {
+  if (!kept()) return {};
+  TestoSql sql;
+  sql.riga(" SELECT BK01_ID ")
+      .riga(" FROM   BK01_IMPORTI WITH (NOLOCK) ")
+      .riga(" WHERE  BK01_DITTA_CG18 = ", numero(company_))
+      .riga(" AND    BK01_NOME = N", testoDati(name));
+  const auto rs = connection_.Execute(sql);
+  return rs->Eof() ? values::Variant() : (*rs)["BK01_ID"].Value();
 }
 
-bool Batches::has(const std::string& name) const {
-  if (!kept()) return false;
-  TestoSql sql;
-  sql.riga(" SELECT TOP 1 1 ")
-      .riga(" FROM   BK01_IMPORTI WITH (NOLOCK) ")
-      .riga(" WHERE  ", condition("BK01_DITTA_CG18", "BK01_NOME", name));
-  return connection_.Execute(sql)->RecordCount() > 0;
+values::Variant Batches::require(const std::string& name) const {
+  auto identifier = identifierOf(name);
+  if (identifier.isEmpty()) throw Refused("There is no import with the name " + name);
+  return identifier;
 }
 
 std::vector<Batch> Batches::all() const {
   std::vector<Batch> batches;
   if (!kept()) return batches;
   TestoSql sql;
-  sql.riga(" SELECT BK01_NOME, BK01_TIPO, BK01_RIGHE, BK01_DATA, COUNT(BK02_NUMREG_CG41) AS REGISTRAZIONI ")
+  sql.riga(" SELECT BK01_ID, BK01_NOME, BK01_TIPO, BK01_RIGHE, BK01_DATA, COUNT(BK02_NUMREG_CG41) AS REGISTRAZIONI ")
       .riga(" FROM   BK01_IMPORTI WITH (NOLOCK) ")
       .riga("        LEFT OUTER JOIN BK02_REGIMPORTI WITH (NOLOCK) ")
-      .riga("        ON BK02_DITTA_CG18 = BK01_DITTA_CG18 AND BK02_NOME_BK01 = BK01_NOME ")
+      .riga("        ON BK02_ID_BK01 = BK01_ID ")
       .riga(" WHERE  BK01_DITTA_CG18 = ", numero(company_))
-      .riga(" GROUP  BY BK01_NOME, BK01_TIPO, BK01_RIGHE, BK01_DATA ")
-      .riga(" ORDER  BY BK01_DATA, BK01_NOME ");
+      .riga(" GROUP  BY BK01_ID, BK01_NOME, BK01_TIPO, BK01_RIGHE, BK01_DATA ")
+      .riga(" ORDER  BY BK01_ID ");
   const auto rs = connection_.Execute(sql);
   const auto value = [&](const char* field) { return (*rs)[field].Value(); };
   for (; !rs->Eof(); rs->MoveNext())
@@ -69,28 +73,27 @@ std::vector<Batch> Batches::all() const {
 }
 
 std::int64_t Batches::registrationsOf(const std::string& name) const {
-  if (!has(name)) throw Refused("There is no import with the name " + name);
   TestoSql sql;
   sql.riga(" SELECT COUNT(*) AS N ")
       .riga(" FROM   BK02_REGIMPORTI WITH (NOLOCK) ")
-      .riga(" WHERE  ", condition("BK02_DITTA_CG18", "BK02_NOME_BK01", name));
+      .riga(" WHERE  BK02_ID_BK01 = ", numero(require(name)));
   return values::toInt64(connection_.Execute(sql)->Fields().Item(std::size_t{0}).Value());
 }
 
 void Batches::add(const std::string& name, const std::string& kind, std::size_t rows,
                   const std::vector<std::int64_t>& registrations) {
-  RowInsert("BK01_IMPORTI")
-      .set("BK01_DITTA_CG18", company_)
-      .set("BK01_NOME", name)
-      .set("BK01_TIPO", kind)
-      .set("BK01_RIGHE", static_cast<std::int64_t>(rows))
-      .set("BK01_DATA", values::Date::Now())
-      .run(connection_);
+  const auto identifier = RowInsert("BK01_IMPORTI")
+                              .set("BK01_DITTA_CG18", company_)
+                              .set("BK01_NOME", name)
+                              .set("BK01_TIPO", kind)
+                              .set("BK01_RIGHE", static_cast<std::int64_t>(rows))
+                              .set("BK01_DATA", values::Date::Now())
+                              .runForIdentity(connection_);
   for (const auto registration : registrations)
     RowInsert("BK02_REGIMPORTI")
         .set("BK02_DITTA_CG18", company_)
         .set("BK02_NUMREG_CG41", registration)
-        .set("BK02_NOME_BK01", name)
+        .set("BK02_ID_BK01", identifier)
         .run(connection_);
 }
 
@@ -104,27 +107,20 @@ void Batches::release(std::int64_t registration) {
 }
 
 void Batches::remove(const std::string& name) {
-  if (!has(name)) throw Refused("There is no import with the name " + name);
-  const auto ofBatch = condition("BK02_DITTA_CG18", "BK02_NOME_BK01", name);
-  struct Rows {
-    const char *table, *company, *registration;
-  };
+  const auto identifier = numero(require(name));
+  const auto registrations =
+      "( SELECT BK02_NUMREG_CG41 FROM BK02_REGIMPORTI WHERE BK02_ID_BK01 = " + identifier + " ) ";
+  TestoSql lines, heads, notes, batch;
+  lines.riga(" DELETE FROM CG42_MOVCONT ")
+      .riga(" WHERE  CG42_DITTA_CG18 = ", numero(company_))
+      .riga(" AND    CG42_NUMREG_CG41 IN ", registrations);
+  heads.riga(" DELETE FROM CG41_PRIMANOTA ")
+      .riga(" WHERE  CG41_DITTA_CG18 = ", numero(company_))
+      .riga(" AND    CG41_NUMREG IN ", registrations);
+  notes.riga(" DELETE FROM BK02_REGIMPORTI ").riga(" WHERE  BK02_ID_BK01 = ", identifier);
+  batch.riga(" DELETE FROM BK01_IMPORTI ").riga(" WHERE  BK01_ID = ", identifier);
   Transazione transaction(connection_);
-  for (const auto& rows : {Rows{"CG42_MOVCONT", "CG42_DITTA_CG18", "CG42_NUMREG_CG41"},
-                           Rows{"CG41_PRIMANOTA", "CG41_DITTA_CG18", "CG41_NUMREG"}}) {
-    TestoSql sql;
-    sql.riga(" DELETE FROM ", rows.table)
-        .riga(" WHERE  ", rows.company, " = ", numero(company_))
-        .riga(" AND    ", rows.registration, " IN ")
-        .riga("        ( SELECT BK02_NUMREG_CG41 FROM BK02_REGIMPORTI WHERE ", ofBatch, " ) ");
-    connection_.Execute(sql);
-  }
-  for (const auto& [table, own] :
-       {std::pair{"BK02_REGIMPORTI", ofBatch}, {"BK01_IMPORTI", condition("BK01_DITTA_CG18", "BK01_NOME", name)}}) {
-    TestoSql sql;
-    sql.riga(" DELETE FROM ", table).riga(" WHERE  ", own);
-    connection_.Execute(sql);
-  }
+  for (const auto* sql : {&lines, &heads, &notes, &batch}) connection_.Execute(*sql);
   transaction.conferma();
 }
 

@@ -27,8 +27,8 @@ class Batches {
 
   /// Makes the tables where they are missing.
   void prepare();
-  bool has(const std::string& name) const;
-  /// By the time of the import.
+  bool has(const std::string& name) const { return !identifierOf(name).isEmpty(); }
+  /// In the order in which they were imported.
   std::vector<Batch> all() const;
 
   /// How many registrations still are as an import brought them. Refused when there is no such import.
@@ -45,7 +45,10 @@ class Batches {
 
  private:
   bool kept() const;  ///< whether the tables are there
-  std::string condition(const char* companyColumn, const char* nameColumn, const std::string& name) const;
+  /// BK01_ID, Empty when there is no such import.
+  values::Variant identifierOf(const std::string& name) const;
+  /// Refused when there is no such import.
+  values::Variant require(const std::string& name) const;
 
   ado::Connection& connection_;
   values::Variant company_;

@@ -18,7 +18,10 @@ void skipByteOrderMark(std::istream& in) {
 
 CsvReader::CsvReader(std::istream& in) : in_(in) {
   skipByteOrderMark(in_);
-  if (!read(header_)) return;
+  if (!read(header_)) {
+    header_.clear();
+    return;
+  }
   const auto& first = header_.front();
   if (header_.size() == 1 && first.find(';') != std::string::npos) {
     separator_ = ';';

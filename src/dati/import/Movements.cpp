@@ -141,8 +141,9 @@ class Movements : public FileImporter {
   static std::string problemOfYear(const Values& v) {
     const auto date = values::toText(v[kDate]);
     if (v[kYear].isEmpty()) return "no accounting year holds " + date;
-    return "the accounting year " + values::toText(v[kYear]) + " does not hold " + date +
-           (isAdjusting(v) ? " or end before it" : "");
+    const auto year = "the accounting year " + values::toText(v[kYear]);
+    if (isAdjusting(v)) return year + " neither holds " + date + " nor ends before it";
+    return year + " does not hold " + date;
   }
 
   /// The lines of one registration are of one kind.

@@ -1,13 +1,13 @@
 #include "dati/import/Batches.h"
 
+#include <cstddef>
 #include <iostream>
 #include <memory>
 #include <string>
 
+#include "dati/import/Import.h"
 #include "host/commands/Command.h"
-#include "host/environment/Errors.h"
 #include "host/environment/Terminal.h"
-#include "values/Conversion.h"
 
 namespace bukorval::host {
 namespace {
@@ -31,12 +31,11 @@ void showBatches(const Environment& environment, const dati::Batches& batches) {
 }
 
 void removeBatch(dati::Batches& batches, const BatchesOptions& options) {
-  const auto registrations = batches.registrationsOf(options.remove);
-  confirm("Remove the import " + options.remove + " with its " + std::to_string(registrations) + " registrations?",
-          options.yes);
+  const auto registrations =
+      dati::counted(static_cast<std::size_t>(batches.registrationsOf(options.remove)), "registration");
+  confirm("Remove the import " + options.remove + " with its " + registrations + "?", options.yes);
   batches.remove(options.remove);
-  std::cout << "Removed " << options.remove << " with " << registrations
-            << (registrations == 1 ? " registration\n" : " registrations\n");
+  std::cout << "Removed " << options.remove << " with " << registrations << '\n';
 }
 
 void run(Environment& environment, const BatchesOptions& options) {

@@ -83,7 +83,7 @@ void importFinance(Environment& environment, const FilesToImport& options) {
   refuseProblems(problems, remedies(problems));
   const auto& connection = environment.connection();
   try {
-    tell(dati::importFinance(environment.budget(), *connection, environment.session(), finance));
+    tell(dati::importFinance(environment.budget(), *connection, environment.session(), finance, options.how.progress));
   } catch (const dati::CompanyNotEmpty& e) {
     throw dati::Refused(std::string(e.what()) + " with `bukorval create`");
   }
