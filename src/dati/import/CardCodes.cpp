@@ -40,24 +40,28 @@ CardCodes::CardCodes(ado::Connection& connection, const values::Variant& company
     std::string fields(table.codice), conditions;
     for (const auto& [field, value] : table.altre) {
       if (field.empty()) continue;
+      const bool isColumn = value.starts_with("BU65_");
       const auto parent = std::ranges::find(columns, value);
       if (parent != columns.end()) {
         column.parent = static_cast<std::size_t>(parent - columns.begin());
         fields.append(", ").append(field);
-      } else if (value == "BU65_DITTA_CG18" || !value.starts_with("BU65_")) {
+      } else if (value == "BU65_DITTA_CG18" || !isColumn) {
         conditions.append(conditions.empty() ? " WHERE  " : " AND    ").append(field).append(" = ");
-        conditions.append(value.starts_with("BU65_") ? numero(company) : std::string(value));
+        conditions.append(isColumn ? numero(company) : std::string(value));
       }
     }
     TestoSql sql;
     sql.riga(" SELECT DISTINCT ", fields).riga(" FROM   ", table.tabella, " WITH (NOLOCK) ").testo(conditions);
-    const auto rs = connection.Execute(sql);
-    for (; !rs->Eof(); rs->MoveNext()) {
-      const auto& code = rs->Fields().Item(std::size_t{0}).Value();
-      column.codes.insert(code);
-      if (column.parent) column.codesOfParents.insert(withParent(rs->Fields().Item(std::size_t{1}).Value(), code));
-    }
+    column.read(*connection.Execute(sql));
     if (!column.codes.empty()) columns_.push_back(std::move(column));
+  }
+}
+
+void CardCodes::Column::read(ado::Recordset& rs) {
+  for (; !rs.Eof(); rs.MoveNext()) {
+    const auto& code = rs.Fields().Item(std::size_t{0}).Value();
+    codes.insert(code);
+    if (parent) codesOfParents.insert(withParent(rs.Fields().Item(std::size_t{1}).Value(), code));
   }
 }
 

@@ -29,6 +29,8 @@ class CardCodes {
     std::optional<std::size_t> parent;  ///< the column whose code this one's belongs to
     CodeSet codes;                      ///< of any parent
     CodeSet codesOfParents;             ///< with their parents
+
+    void read(ado::Recordset& rs);  ///< the code, then its parent where it has one
   };
   std::vector<Column> columns_;
 };
