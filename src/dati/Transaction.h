@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "ado/connection/Connection.h"
-#include "dati/History.h"
+#include "dati/Recording.h"
 #include "object/CLSKORVAL.h"
 
 namespace bukorval::dati {
@@ -40,12 +40,9 @@ class Transaction {
 
  private:
   class Shared;
-  void startHistory();
-  std::int64_t writeHistory(const std::optional<HistoryEntry>& undone);
-
   CLSKORVAL& budget_;
   ado::ConnectionPtr own_;
-  std::optional<Author> author_;  ///< nothing when no history is kept
+  Recording recording_;
   std::shared_ptr<Shared> shared_;
 };
 

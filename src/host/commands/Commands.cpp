@@ -6,6 +6,7 @@
   command(create)                  \
   command(import)                  \
   command(years)                   \
+  command(batches)                 \
   command(budgets)                 \
   command(grid)                    \
   command(periods)                 \

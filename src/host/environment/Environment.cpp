@@ -80,10 +80,12 @@ void Environment::completeSelection() {
   requireSuccess();
 }
 
-dati::Transaction Environment::transaction() {
-  auto author = options.noHistory ? std::nullopt : std::optional(dati::Author{userName(), options.commandText});
-  return {budget(), connection(), std::move(author)};
+std::optional<dati::Author> Environment::author() const {
+  if (options.noHistory) return std::nullopt;
+  return dati::Author{userName(), options.commandText};
 }
+
+dati::Transaction Environment::transaction() { return {budget(), connection(), author()}; }
 
 void Environment::requireSuccess() { dati::requireSuccess(budget()); }
 

@@ -42,6 +42,8 @@ class Environment {
   /// progressive default to the session's company and the year's own progressive. Without a database the
   /// object stands alone: what needs one is refused by the object itself.
   CLSKORVAL& budget();
+  /// For the history, nothing when none is to be kept.
+  std::optional<dati::Author> author() const;
   /// One transaction for what a command does with the object, with its entry in the history.
   dati::Transaction transaction();
   /// Ends the command with the object's outcome when its last operation did not succeed.
