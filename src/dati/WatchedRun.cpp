@@ -9,12 +9,12 @@
 namespace bukorval::dati {
 namespace {
 
-/// Hands everything on to a real connection, and looks before a commit; in a trial it then rolls back.
+/// Hands everything on to a real connection, and asks before a commit whether it is a trial: then it rolls back.
 class WatchedConnection : public ado::Connection {
  public:
   /// @param transactions  that follow each other and are one for the database.
-  WatchedConnection(ado::ConnectionPtr real, RunMode mode, std::size_t transactions, std::function<void()> beforeCommit)
-      : real_(std::move(real)), mode_(mode), left_(transactions), beforeCommit_(std::move(beforeCommit)) {}
+  WatchedConnection(ado::ConnectionPtr real, std::size_t transactions, std::function<RunMode()> beforeCommit)
+      : real_(std::move(real)), left_(transactions), beforeCommit_(std::move(beforeCommit)) {}
 
   /// Takes back what the transactions before the failed one wrote.
   void abandon() {
@@ -34,8 +34,7 @@ class WatchedConnection : public ado::Connection {
       --left_;
       return;
     }
-    beforeCommit_();
-    if (mode_ == RunMode::Trial)
+    if (beforeCommit_() == RunMode::Trial)
       real_->RollbackTrans();
     else
       real_->CommitTrans();
@@ -48,10 +47,9 @@ class WatchedConnection : public ado::Connection {
 
  private:
   ado::ConnectionPtr real_;
-  RunMode mode_;
   std::size_t left_;
   bool open_ = false;
-  std::function<void()> beforeCommit_;
+  std::function<RunMode()> beforeCommit_;
 };
 
 /// Another connection for the object as long as this lives.
@@ -84,8 +82,10 @@ void WatchedRun::operator()(void (CLSKORVAL::*operation)()) {
 }
 
 void WatchedRun::operator()(const std::vector<std::function<void()>>& operations) {
-  const auto watched = std::make_shared<WatchedConnection>(connection_, mode_, operations.size(),
-                                                           [this] { after_.emplace(*connection_, scope_); });
+  const auto watched = std::make_shared<WatchedConnection>(connection_, operations.size(), [this] {
+    after_.emplace(*connection_, scope_);
+    return verdict_ && !verdict_() ? RunMode::Trial : mode_;
+  });
   const LentConnection lent(budget_, connection_, watched);
   for (const auto& operation : operations) {
     operation();

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "ado/connection/Connection.h"
@@ -27,6 +28,9 @@ class WatchedRun {
   /// @param connection  the object's own; it has it back after the run, whatever happens.
   WatchedRun(CLSKORVAL& budget, ado::ConnectionPtr connection, DetailScope scope, RunMode mode);
 
+  /// Asked when all is done and the snapshot afterwards is taken, before the commit: false takes the run back.
+  void keepIf(std::function<bool()> verdict) { verdict_ = std::move(verdict); }
+
   /// Throws Failure when the operation does not succeed.
   void operator()(void (CLSKORVAL::*operation)());
   /// Several operations of the object, each with a transaction, as one: all of them stay or none.
@@ -44,6 +48,7 @@ class WatchedRun {
   RunMode mode_;
   DetailSnapshot before_;
   std::optional<DetailSnapshot> after_;
+  std::function<bool()> verdict_;
 };
 
 }  // namespace bukorval::dati

@@ -1,16 +1,18 @@
 #include <algorithm>
 #include <functional>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dati/Cards.h"
 #include "dati/Failure.h"
 #include "dati/Movements.h"
+#include "dati/Reconciliation.h"
 #include "dati/WatchedRun.h"
 #include "host/commands/Command.h"
+#include "host/commands/ReconciliationReport.h"
 #include "host/commands/RunReport.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
@@ -93,7 +95,7 @@ void completeInput(Environment& environment) {
 }
 
 struct CardsOptions {
-  bool dryRun = false, yes = false;
+  bool dryRun = false, yes = false, strict = false;
 };
 
 /// Dates that are missing: from the budget's first day to the end of the month that has the latest movement. Further
@@ -124,64 +126,80 @@ void completeDates(Environment& environment, const CardsOptions& options) {
             options.yes);
 }
 
-/// The run, or two of them where the dates cross the turn of the year in a budget by calendar months: the object takes
-/// the months of such dates as the two ends of a range and would elaborate those between them.
-std::vector<std::function<void()>> runsOf(CLSKORVAL& budget) {
-  const auto runBetween = [&budget](const values::Variant& from, const values::Variant& to) {
-    return [&budget, from, to] {
-      budget.DaData = from;
-      budget.AData = to;
-      budget.BdgElaSchede_Elaborazione();
-    };
-  };
+/// The dates of the run, or of two of them where they cross the turn of the year in a budget by calendar months: the
+/// object takes the months of such dates as the two ends of a range and would elaborate those between them.
+std::vector<std::pair<values::Variant, values::Variant>> rangesOf(CLSKORVAL& budget) {
   const auto first = budget.DaData, last = budget.AData;
   const bool calendar = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget) == bdgAnnoSolare;
-  if (!calendar || values::isBlank(first) || values::isBlank(last)) return {runBetween(first, last)};
+  if (!calendar || values::isBlank(first) || values::isBlank(last)) return {{first, last}};
   const auto from = values::toDate(first), to = values::toDate(last);
-  if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {runBetween(first, last)};
-  return {runBetween(first, values::Date::FromYmd(from.year(), 12, 31)),
-          runBetween(values::Date::FromYmd(to.year(), 1, 1), last)};
+  if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {{first, last}};
+  return {{first, values::Date::FromYmd(from.year(), 12, 31)}, {values::Date::FromYmd(to.year(), 1, 1), last}};
 }
 
-/// One run of the object for a card kind, watched and summed up.
-/// @return what it changed.
-std::vector<dati::AmountChange> elaborateKind(Environment& environment, int cardKind, dati::RunMode mode,
-                                              SiteSummary& summary) {
-  auto& budget = environment.budget();
-  budget.BdgTipoScheda = cardKind;
-  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget), budget.TipoDettaglioDestinazione},
-                       mode);
-  const Progress progress(budget);
+/// Which part of the movements a run is about, by the command line.
+dati::CardReconciler::Narrowing narrowingOf(const Environment& environment) {
+  const auto& given = environment.options.properties;
+  const auto either = [&](const char* a, const char* b) { return given.contains(a) || given.contains(b); };
+  return {either("CodiceSede", "ElencoSedi"), either("DaScheda", "AScheda")};
+}
+
+/// The runs of the object for the card kinds, watched and followed.
+/// @param onCard  for each card, when it has been done.
+void elaborateKinds(CLSKORVAL& budget, dati::WatchedRun& run, dati::CardReconciler& reconciler,
+                    const std::function<void(const ado::Recordset&)>& onCard) {
+  std::vector<int> cardKinds = {0, 1};
+  const auto chosen = budget.BdgTipoScheda;
+  if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
   // The cards of each site pass by as they are elaborated.
   const auto step = budget.eventi.StepProcess;
   budget.eventi.StepProcess = [&](values::Variant& done) {
-    summary.addCard((*budget.RstBdgSchedeDaElaborare)["BU65_CODICE_CG31"].Value());
+    reconciler.addCard(*budget.RstBdgSchedeDaElaborare);
+    onCard(*budget.RstBdgSchedeDaElaborare);
     if (step) step(done);
   };
-  const auto from = budget.DaData, to = budget.AData;
-  run(runsOf(budget));
-  budget.DaData = from;
-  budget.AData = to;
-  auto changes = run.changes();
-  summary.addChanges(changes);
-  return changes;
+  std::vector<std::function<void()>> runs;
+  for (const int cardKind : cardKinds)
+    for (const auto& [from, to] : rangesOf(budget))
+      runs.emplace_back([&budget, &reconciler, cardKind, from, to] {
+        budget.BdgTipoScheda = cardKind;
+        budget.DaData = from;
+        budget.AData = to;
+        reconciler.beginRun();
+        budget.BdgElaSchede_Elaborazione();
+      });
+  run(runs);
+  budget.eventi.StepProcess = step;
 }
 
 void elaborateCards(Environment& environment, const CardsOptions& options) {
   requireBudget(environment);
   completeInput(environment);
   completeDates(environment, options);
-  std::vector<int> cardKinds = {0, 1};
-  const auto& chosen = environment.budget().BdgTipoScheda;
-  if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
+  auto& budget = environment.budget();
   const auto mode = options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write;
+  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget), budget.TipoDettaglioDestinazione},
+                       mode);
+  dati::CardReconciler reconciler(budget, environment.connection(), narrowingOf(environment));
+  dati::CardReconciliation reconciliation;
+  run.keepIf([&] {
+    reconciliation = reconciler.reconcile(run.before(), run.after());
+    return !options.strict || !reconciliation.hasRest();
+  });
   SiteSummary summary;
-  std::vector<dati::AmountChange> changes;
-  for (const int cardKind : cardKinds) {
-    auto found = elaborateKind(environment, cardKind, mode, summary);
-    std::ranges::move(found, std::back_inserter(changes));
+  {
+    const Progress progress(budget);
+    elaborateKinds(budget, run, reconciler,
+                   [&](const auto& cards) { summary.addCard(cards["BU65_CODICE_CG31"].Value()); });
   }
-  environment.show(options.dryRun ? tableOf(changes) : summary.table());
+  const bool refused = options.strict && reconciliation.hasRest();
+  const auto changes = run.changes();
+  summary.addChanges(changes);
+  environment.show({{},
+                    {{"Cards", options.dryRun || refused ? tableOf(changes) : summary.table()},
+                     {"Landed nowhere", unlandedTable(reconciliation)},
+                     {"Reconciliation", totalsTable(reconciliation)}}});
+  if (refused) throw dati::Refused("Not all movements landed on cards: with --strict nothing was written");
 }
 
 }  // namespace
@@ -194,11 +212,13 @@ Command elaborateCardsCommand() {
           "Takes every site and both card kinds, the budget's own year, consolidated movements and those to be\n"
           "consolidated, unless options say otherwise:\n"
           "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoDataMovimenti 1 (competence),\n"
-          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.\n"
+          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction.\n"
           "--MovimentiConsolidati, --MovimentiDaConsolidare and --MovimentiPrevisionali (forecast movements) name the\n"
           "kinds that count instead of those two; --TipoMovimenti is a condition in SQL instead of the three.\n"
           "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
           {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
+           {"--strict", "write nothing and leave with exit code 1 when a movement of the range lands nowhere",
+            &options->strict},
            {"--yes", "do not ask before months without movements become 0", &options->yes}},
           [options](Environment& environment) { elaborateCards(environment, *options); }};
 }
