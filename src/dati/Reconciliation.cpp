@@ -26,6 +26,9 @@ using values::Variant;
 constexpr int kCost = 0;
 constexpr int kRevenue = 1;
 constexpr int kForecastMovement = 2;
+// Natures of an account.
+constexpr int kBalanceSheetAccount = 0;
+constexpr int kRevenueAccount = 1;
 
 /// Shares and deviations of the cards, and what they make of an amount.
 class Percentages {
@@ -74,6 +77,9 @@ class Reckoning {
   }
 
   void add(const std::vector<MovementGroup>& groups, const CardAccounts& accounts, const WrittenPeriods& periods) {
+    plansBalanceSheet_ = plansBalanceSheet_ || std::ranges::any_of(groups, [&](const auto& group) {
+                           return isBalanceSheet(group) && !accounts.cardsOf(group.account).empty();
+                         });
     for (const auto& group : groups) {
       const auto& cards = accounts.cardsOf(group.account);
       if (isOutside(group, cards)) continue;
@@ -159,18 +165,18 @@ class Reckoning {
     return std::nullopt;
   }
 
-  /// The card kinds that a line counts for: those of its cards, else that of its account. A balance sheet account
-  /// without a card is no budget's.
-  static std::set<int> kindsOf(const MovementGroup& group, const Cards& cards) {
+  static bool isBalanceSheet(const MovementGroup& group) {
+    return !values::isBlank(group.nature) && values::toInt32(group.nature) == kBalanceSheetAccount;
+  }
+
+  /// The card kinds that a line counts for: those of its cards, else that of its account.
+  std::set<int> kindsOf(const MovementGroup& group, const Cards& cards) const {
     std::set<int> kinds;
     for (const auto* card : cards) kinds.insert(card->kind);
     if (!kinds.empty()) return kinds;
-    if (values::isBlank(group.nature)) return {kCost};
-    switch (values::toInt32(group.nature)) {
-      case 1: return {kRevenue};
-      case 2: return {kCost};
-      default: return {};
-    }
+    // The counterparts of costs and revenues belong to no budget that plans none of them.
+    if (isBalanceSheet(group) && !plansBalanceSheet_) return {};
+    return {!values::isBlank(group.nature) && values::toInt32(group.nature) == kRevenueAccount ? kRevenue : kCost};
   }
 
   static Decimal withSign(const Decimal& amount, const MovementGroup& group, int kind) {
@@ -212,6 +218,7 @@ class Reckoning {
   const CLSKORVAL& budget_;
   CardReconciler::Narrowing narrowing_;
   bool perSite_;
+  bool plansBalanceSheet_ = false;  ///< there are cards on balance sheet accounts
   std::map<int, CardKindTotals> totals_;
   std::map<DetailSnapshot::Key, Cell> cells_;  ///< those that the runs wrote
   std::map<std::tuple<int, std::string, int, Reason>, Unlanded> unlanded_;

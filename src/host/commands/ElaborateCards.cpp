@@ -109,7 +109,8 @@ void completeDates(Environment& environment, const CardsOptions& options) {
   if (values::isBlank(budget.DaData)) budget.DaData = begin;
   const bool open = values::isBlank(budget.AData);
   if (open) budget.AData = end;
-  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData)) return;
+  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData))
+    throw dati::Refused("There is no accounting year " + values::toPlainText(budget.AnnoEsercizio));
   const auto from = values::toDate(budget.DaData), to = values::toDate(budget.AData);
   const auto last = dati::lastMovementDate(*environment.connection(),
                                            {budget.CodiceDitta, budget.AnnoEsercizioMovimenti,

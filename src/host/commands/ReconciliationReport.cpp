@@ -41,8 +41,8 @@ Table totalsTable(const dati::CardReconciliation& reconciliation) {
     add("movements of the range", totals.lines, totals.movements);
     add("landed on cards", totals.lines - totals.nowhereLines, totals.landed);
     add("landed nowhere", totals.nowhereLines, totals.nowhere);
-    addIfAny("less: on further cards again", totals.againLines, -totals.again);
-    addIfAny("less: percentages of the cards", Variant::Null(), -totals.percentages);
+    addIfAny("correction: landed on several cards", totals.againLines, -totals.again);
+    addIfAny("correction: percentages of the cards", Variant::Null(), -totals.percentages);
     addIfAny("DIFFERENCE, not explained", Variant::Null(), totals.unexplained());
   }
   return table;
