@@ -54,9 +54,11 @@ bool selectBudgetOfCard(CLSKORVAL& budget, ado::Connection& connection, const va
   return true;
 }
 
-values::Variant lastCard(ado::Connection& connection) {
+values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budget) {
   TestoSql sql;
-  sql.riga(" SELECT MAX(BU65_ID) AS ULTIMO ").riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ");
+  sql.riga(" SELECT MAX(BU65_SCHEDA_BU07) AS ULTIMA ")
+      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+      .testo(condizioniSchede(budget));
   return single(connection, sql);
 }
 

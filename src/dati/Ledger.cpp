@@ -63,13 +63,7 @@ void Ledger::setAccountStructure(int levels) {
 }
 
 void Ledger::addYear(int year) {
-  RowInsert("CG19_ANADITTAESER")
-      .set("CG19_DITTA_CG18", company_)
-      .set("CG19_ANNO", year)
-      .set("CG19_PROGESER", 1)
-      .set("CG19_DATAINIZIO", values::Date::FromYmd(year, 1, 1))
-      .set("CG19_DATAFINE", values::Date::FromYmd(year, 12, 31))
-      .run(connection_);
+  addAccountingYear(connection_, company_, year, values::Date::FromYmd(year, 1, 1), 12);
 }
 
 void Ledger::putSite(const values::Variant& site, const values::Variant& description) {

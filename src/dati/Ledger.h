@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "ado/connection/Connection.h"
+#include "dati/Years.h"
 #include "values/Variant.h"
 
 namespace bukorval::dati {
@@ -24,10 +25,6 @@ struct MovementLine {
   values::Variant account, site, competenceFrom, competenceTo;
   bool credit = false;
   values::Variant amount;
-};
-
-struct AccountingYear {
-  values::Variant year, progressive, begin, end;
 };
 
 /// A company's accounting data, which no method of the object writes: years, sites, chart of accounts, movements,

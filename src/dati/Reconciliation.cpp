@@ -238,8 +238,7 @@ bool CardReconciliation::hasRest() const {
          std::ranges::any_of(totals, [](const auto& kind) { return !kind.unexplained().isZero(); });
 }
 
-CardReconciler::CardReconciler(CLSKORVAL& budget, ado::ConnectionPtr connection, Narrowing narrowing)
-    : budget_(budget), connection_(std::move(connection)), narrowing_(narrowing) {
+CardReconciler::CardReconciler(CLSKORVAL& budget, Narrowing narrowing) : budget_(budget), narrowing_(narrowing) {
   budget_.GetGestioneSede(budget_.TipoBudget, budget_.SottoTipoBudget, perSite_);
   requireSuccess(budget_);
 }
@@ -259,7 +258,8 @@ void CardReconciler::addCard(const ado::Recordset& cards) {
                                    cards["BU67_CLIFOR_CG44"].Value()});
 }
 
-CardReconciliation CardReconciler::reconcile(const DetailSnapshot& before, const DetailSnapshot& after) {
+CardReconciliation CardReconciler::reconcile(ado::Connection& connection, const DetailSnapshot& before,
+                                             const DetailSnapshot& after) {
   Reckoning reckoning(budget_, narrowing_, perSite_, kinds_);
   for (const auto& range : ranges_) {
     const MovementScope scope{budget_.CodiceDitta,
@@ -268,10 +268,10 @@ CardReconciliation CardReconciler::reconcile(const DetailSnapshot& before, const
                               budget_.TipoMovimenti,
                               range.from,
                               range.to};
-    reckoning.add(movementGroups(*connection_, scope, budget_.TipoDataMovimenti == 1),
+    reckoning.add(movementGroups(connection, scope, budget_.TipoDataMovimenti == 1),
                   CardAccounts(range.cards, *budget_.ActiveInterface), range.periods);
   }
-  return reckoning.finish(before, after, Percentages(budget_, *connection_));
+  return reckoning.finish(before, after, Percentages(budget_, connection));
 }
 
 }  // namespace bukorval::dati

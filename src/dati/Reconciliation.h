@@ -55,16 +55,15 @@ class CardReconciler {
   struct Narrowing {
     bool toSites = false, toCards = false;
   };
-  CardReconciler(CLSKORVAL& budget, ado::ConnectionPtr connection, Narrowing narrowing);
+  CardReconciler(CLSKORVAL& budget, Narrowing narrowing);
 
   /// A run of the object begins, for its card kind and dates.
   void beginRun();
   /// The card that the run has just done.
   void addCard(const ado::Recordset& cards);
-  /// Reads the movements, once for each range of dates, and the cards' percentages; asks nothing of the object, which
-  /// may be about to commit.
+  /// Reads the movements, once for each range of dates, and the cards' percentages.
   /// @param before, after  the cards' amounts of the detail kind written.
-  CardReconciliation reconcile(const DetailSnapshot& before, const DetailSnapshot& after);
+  CardReconciliation reconcile(ado::Connection& connection, const DetailSnapshot& before, const DetailSnapshot& after);
 
  private:
   struct Range {
@@ -73,7 +72,6 @@ class CardReconciler {
     std::vector<ElaboratedCard> cards;
   };
   CLSKORVAL& budget_;
-  ado::ConnectionPtr connection_;
   Narrowing narrowing_;
   bool perSite_ = false;
   std::vector<int> kinds_;

@@ -67,6 +67,8 @@ void declare(CLI::App& app, const Command& command, Environment& environment) {
   own->footer("Example:\n" + std::string(command.example) +
               "\n\nThe shared options (database, selection, format) are listed by bukorval --help.");
   for (const auto& option : command.options) declare(*own, option);
+  if (command.writesCards)
+    declare(*own, {"--force", "write into a closed accounting year too", &environment.options.force});
   own->callback([&command, &environment] { command.run(environment); });
 }
 

@@ -118,6 +118,9 @@ class CLSKORVAL : public Proprieta {
   /// session's. Reads BU01_ANABUDGET; writes BU65_TESBUDGET, BU66_DETBUDGET, BU67_BDGCASHFLOW. No transaction of its
   /// own: what was written before a failure stays.
   void InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& Dict);
+  /// BU65_ID of the card that the last `InserimentoNuovaSchedaBudget` created, as the database told it right after the
+  /// insert; Null when it created none. For C++ clients only.
+  const Variant& SchedaInserita() const { return schedaInserita_; }
   /// Nature (sign indicator) of an account, Empty when the chart does not have it.
   /// @param MyTipoPdc    chart kind: 3 reads PC03_ANAGPDC, any other CG24_TABPDC.
   /// @param MyCodicePdc  chart code.
@@ -405,6 +408,7 @@ class CLSKORVAL : public Proprieta {
  private:
   std::unique_ptr<Identita> identita_;
   std::unique_ptr<Contesto> ctx_;
+  Variant schedaInserita_ = Variant::Null();
 };
 
 }  // namespace bukorval

@@ -41,6 +41,7 @@ struct Command {
   std::string_view example;     ///< shown below the command's --help
   std::vector<Option> options;  ///< its own; the shared ones may stand before or after the command's name
   std::function<void(Environment&)> run;
+  bool writesCards = false;  ///< it then has --force too
 };
 
 }  // namespace bukorval::host

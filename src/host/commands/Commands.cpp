@@ -5,6 +5,7 @@
 #define BUKORVAL_COMMANDS(command) \
   command(create)                  \
   command(import)                  \
+  command(years)                   \
   command(budgets)                 \
   command(grid)                    \
   command(periods)                 \

@@ -6,6 +6,7 @@
 
 #include "dati/Failure.h"
 #include "dati/WatchedRun.h"
+#include "dati/Years.h"
 #include "dati/import/Deviations.h"
 #include "host/commands/Command.h"
 #include "host/commands/ImportProblems.h"
@@ -42,7 +43,8 @@ void completeInput(Environment& environment) {
                                           budget.ProgressivoEsercizioMovimenti, begin, end);
   environment.requireSuccess();
   if (values::isBlank(begin))
-    throw dati::Refused("There is no accounting year " + values::toPlainText(budget.AnnoEsercizioMovimenti));
+    dati::requireYear(*environment.connection(), budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
+                      budget.ProgressivoEsercizioMovimenti);
   if (values::isBlank(budget.DaData)) budget.DaData = begin;
   if (values::isBlank(budget.AData)) budget.AData = end;
 }
@@ -150,14 +152,16 @@ Table writtenTable(ado::Recordset& rows, const dati::WatchedRun& run) {
 /// Writes the proposed rows, or only shows what that changes.
 void write(Environment& environment, const dati::DetailScope& scope, bool dryRun) {
   auto& budget = environment.budget();
-  dati::WatchedRun run(budget, environment.connection(), scope, dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  dati::WatchedRun run(budget, environment.connection(), scope);
   run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
+  run.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   environment.show(dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
   tellMissing(budget.RstContiNonPresentiInStruttura);
 }
 
 void elaborateBalances(Environment& environment, const BalancesOptions& options) {
   requireBudget(environment);
+  if (options.write) requireWritable(environment, budgetScelto(environment.budget()));
   completeInput(environment);
   setDeviations(environment, options);
   auto& budget = environment.budget();
@@ -192,7 +196,8 @@ Command elaborateBalancesCommand() {
             .excludes = "--percent"},
            {"--write", "write the proposed rows into the budget, in one transaction", &options->write},
            {"--dry-run", "show the amounts that --write would change, and write nothing", &options->dryRun}},
-          [options](Environment& environment) { elaborateBalances(environment, *options); }};
+          [options](Environment& environment) { elaborateBalances(environment, *options); },
+          true};
 }
 
 }  // namespace bukorval::host

@@ -11,7 +11,9 @@
 #include "dati/Movements.h"
 #include "dati/Reconciliation.h"
 #include "dati/WatchedRun.h"
+#include "dati/Years.h"
 #include "host/commands/Command.h"
+#include "host/commands/DetailKind.h"
 #include "host/commands/ReconciliationReport.h"
 #include "host/commands/RunReport.h"
 #include "host/environment/Errors.h"
@@ -73,11 +75,7 @@ void checkInput(CLSKORVAL& budget) {
   if (budget.TipoDataMovimenti != 0 && budget.TipoDataMovimenti != 1)
     throw UsageError("--TipoDataMovimenti is 0 (registration date) or 1 (competence), not " +
                      std::to_string(budget.TipoDataMovimenti));
-  const int last = bdgDettaglioOrdini + budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget);
-  const int kind = budget.TipoDettaglioDestinazione;
-  if (kind < bdgDettaglioBudget || kind > last)
-    throw dati::Refused("The budget has no detail kind " + std::to_string(kind) +
-                        ": --TipoDettaglioDestinazione is 0 to " + std::to_string(last));
+  requireDetailKind(budget, budget.TipoDettaglioDestinazione);
 }
 
 /// What a month-end run means when the command line does not say otherwise: the real movements of the budget's own
@@ -91,6 +89,7 @@ void completeInput(Environment& environment) {
   completeKinds(environment);
   if (!given.contains("TipoDettaglioDestinazione")) budget.TipoDettaglioDestinazione = bdgDettaglioConsuntivo;
   checkInput(budget);
+  completeCardRange(environment);
   completeSites(environment);
 }
 
@@ -109,8 +108,8 @@ void completeDates(Environment& environment, const CardsOptions& options) {
   if (values::isBlank(budget.DaData)) budget.DaData = begin;
   const bool open = values::isBlank(budget.AData);
   if (open) budget.AData = end;
-  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData))
-    throw dati::Refused("There is no accounting year " + values::toPlainText(budget.AnnoEsercizio));
+  if (values::isBlank(begin))
+    dati::requireYear(*environment.connection(), budget.CodiceDitta, budget.AnnoEsercizio, budget.ProgressivoEsercizio);
   const auto from = values::toDate(budget.DaData), to = values::toDate(budget.AData);
   const auto last = dati::lastMovementDate(*environment.connection(),
                                            {budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
@@ -127,9 +126,11 @@ void completeDates(Environment& environment, const CardsOptions& options) {
             options.yes);
 }
 
-/// The dates of the run, or of two of them where they cross the turn of the year in a budget by calendar months: the
-/// object takes the months of such dates as the two ends of a range and would elaborate those between them.
-std::vector<std::pair<values::Variant, values::Variant>> rangesOf(CLSKORVAL& budget) {
+using Range = std::pair<values::Variant, values::Variant>;
+
+/// The dates, or two ranges where they cross the turn of the year in a budget by calendar months: the object takes
+/// the months of such dates as the two ends of a range and would elaborate those between them.
+std::vector<Range> rangesOf(CLSKORVAL& budget) {
   const auto first = budget.DaData, last = budget.AData;
   const bool calendar = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget) == bdgAnnoSolare;
   if (!calendar || values::isBlank(first) || values::isBlank(last)) return {{first, last}};
@@ -145,59 +146,56 @@ dati::CardReconciler::Narrowing narrowingOf(const Environment& environment) {
   return {either("CodiceSede", "ElencoSedi"), either("DaScheda", "AScheda")};
 }
 
-/// The runs of the object for the card kinds, watched and followed.
+/// The runs of the object, over both card kinds or the one that is selected.
 /// @param onCard  for each card, when it has been done.
-void elaborateKinds(CLSKORVAL& budget, dati::WatchedRun& run, dati::CardReconciler& reconciler,
-                    const std::function<void(const ado::Recordset&)>& onCard) {
+void elaborate(CLSKORVAL& budget, dati::WatchedRun& run, dati::CardReconciler& reconciler,
+               const std::function<void(const ado::Recordset&)>& onCard) {
   std::vector<int> cardKinds = {0, 1};
   const auto chosen = budget.BdgTipoScheda;
   if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
+  const Progress progress(budget);
   // The cards of each site pass by as they are elaborated.
   const auto step = budget.eventi.StepProcess;
   budget.eventi.StepProcess = [&](values::Variant& done) {
-    reconciler.addCard(*budget.RstBdgSchedeDaElaborare);
     onCard(*budget.RstBdgSchedeDaElaborare);
     if (step) step(done);
   };
-  std::vector<std::function<void()>> runs;
-  for (const int cardKind : cardKinds)
-    for (const auto& [from, to] : rangesOf(budget))
-      runs.emplace_back([&budget, &reconciler, cardKind, from, to] {
-        budget.BdgTipoScheda = cardKind;
-        budget.DaData = from;
-        budget.AData = to;
+  const auto ranges = rangesOf(budget);
+  run([&](CLSKORVAL& object) {
+    for (const int cardKind : cardKinds) {
+      for (const auto& [from, to] : ranges) {
+        object.BdgTipoScheda = cardKind;
+        object.DaData = from;
+        object.AData = to;
         reconciler.beginRun();
-        budget.BdgElaSchede_Elaborazione();
-      });
-  run(runs);
-  budget.eventi.StepProcess = step;
+        object.BdgElaSchede_Elaborazione();
+        dati::requireSuccess(object);
+      }
+    }
+  });
 }
 
 void elaborateCards(Environment& environment, const CardsOptions& options) {
   requireBudget(environment);
+  if (!options.dryRun) requireWritable(environment, budgetScelto(environment.budget()));
   completeInput(environment);
   completeDates(environment, options);
   auto& budget = environment.budget();
-  const auto mode = options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write;
-  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget), budget.TipoDettaglioDestinazione},
-                       mode);
-  dati::CardReconciler reconciler(budget, environment.connection(), narrowingOf(environment));
-  dati::CardReconciliation reconciliation;
-  run.keepIf([&] {
-    reconciliation = reconciler.reconcile(run.before(), run.after());
-    return !options.strict || !reconciliation.hasRest();
-  });
+  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget), budget.TipoDettaglioDestinazione});
+  dati::CardReconciler reconciler(budget, narrowingOf(environment));
   SiteSummary summary;
-  {
-    const Progress progress(budget);
-    elaborateKinds(budget, run, reconciler,
-                   [&](const auto& cards) { summary.addCard(cards["BU65_CODICE_CG31"].Value()); });
-  }
+  elaborate(budget, run, reconciler, [&](const ado::Recordset& cards) {
+    reconciler.addCard(cards);
+    summary.addCard(cards["BU65_CODICE_CG31"].Value());
+  });
+  const auto reconciliation = reconciler.reconcile(run.connection(), run.before(), run.after());
   const bool refused = options.strict && reconciliation.hasRest();
+  const auto mode = options.dryRun || refused ? dati::RunMode::Trial : dati::RunMode::Write;
+  run.end(mode);
   const auto changes = run.changes();
   summary.addChanges(changes);
   environment.show({{},
-                    {{"Cards", options.dryRun || refused ? tableOf(changes) : summary.table()},
+                    {{"Cards", mode == dati::RunMode::Trial ? tableOf(changes) : summary.table()},
                      {"Landed nowhere", unlandedTable(reconciliation)},
                      {"Reconciliation", totalsTable(reconciliation)}}});
   if (refused) throw dati::Refused("Not all movements landed on cards: with --strict nothing was written");
@@ -213,7 +211,7 @@ Command elaborateCardsCommand() {
           "Takes every site and both card kinds, the budget's own year, consolidated movements and those to be\n"
           "consolidated, unless options say otherwise:\n"
           "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoDataMovimenti 1 (competence),\n"
-          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction.\n"
+          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction in all.\n"
           "--MovimentiConsolidati, --MovimentiDaConsolidare and --MovimentiPrevisionali (forecast movements) name the\n"
           "kinds that count instead of those two; --TipoMovimenti is a condition in SQL instead of the three.\n"
           "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
@@ -221,7 +219,8 @@ Command elaborateCardsCommand() {
            {"--strict", "write nothing and leave with exit code 1 when a movement of the range lands nowhere",
             &options->strict},
            {"--yes", "do not ask before months without movements become 0", &options->yes}},
-          [options](Environment& environment) { elaborateCards(environment, *options); }};
+          [options](Environment& environment) { elaborateCards(environment, *options); },
+          true};
 }
 
 }  // namespace bukorval::host

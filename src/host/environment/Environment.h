@@ -16,6 +16,7 @@ struct SharedOptions {
   std::string connectionString;  ///< a whole connection string, instead of a file
   std::string format{formats().front().name};
   bool all = false;                               ///< show empty columns too
+  bool force = false;                             ///< write into a closed year too
   std::map<std::string, std::string> properties;  ///< the object's properties as given, by name
 };
 
