@@ -106,6 +106,9 @@ struct Proprieta {
   /// Whether duplication replaces what a destination card already holds. The economic elaboration has SOVRASCRIVI row
   /// by row instead.
   bool IsSovrascriviEsistenti = false;
+  /// Whether the economic elaboration proposes rows for a budget kept by months too, one a month. For C++ clients only:
+  /// without it such a budget gets no rows.
+  bool ProponiBudgetMensili = false;
   /// Source of the deviation percentage of the economic elaboration: 0 `PercentualeScostamento`, 2 `RstScostPerConto`,
   /// 3 `RstScostPerPeriodo`, 99 or any other none.
   BdgTipoScostamento TipoScostamento = 0;

@@ -121,12 +121,6 @@ void overwriteAll(ado::Recordset& rows) {
   if (rows.RecordCount() > 0) rows.MoveFirst();
 }
 
-void explainNoRows(CLSKORVAL& budget) {
-  const bool monthly = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget) == 0;
-  std::cerr << (monthly ? "The budget is kept by months: balances give it no rows\n"
-                        : "There are no balances in the range\n");
-}
-
 void tellMissing(const ado::RecordsetPtr& missing) {
   if (!missing || missing->RecordCount() == 0) return;
   std::cerr << missing->RecordCount()
@@ -165,11 +159,12 @@ void elaborateBalances(Environment& environment, const BalancesOptions& options)
   completeInput(environment);
   setDeviations(environment, options);
   auto& budget = environment.budget();
+  budget.ProponiBudgetMensili = true;
   const Progress progress(budget);
   budget.BdgElaEco_PopolaRstSaldiElaEco();
   environment.requireSuccess();
   auto& rows = *budget.RstSaldiElaEco;
-  if (rows.RecordCount() == 0) explainNoRows(budget);
+  if (rows.RecordCount() == 0) std::cerr << "There are no balances in the range\n";
   if (budget.IsSovrascriviEsistenti) overwriteAll(rows);
   const dati::DetailScope scope{budgetScelto(budget), budget.TipoDettaglioDestinazione,
                                 budget.GetTipoPdC(budget.TipoBudget, budget.SottoTipoBudget)};
@@ -188,7 +183,7 @@ Command elaborateBalancesCommand() {
           "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent-file deviations.csv --write\n"
           "Shows the proposed rows beside what the cards hold now. Takes the year before the budget's unless options\n"
           "say otherwise. Rows whose card already holds an amount have SOVRASCRIVI 0 and are not written, unless\n"
-          "--IsSovrascriviEsistenti. A budget by months yields no rows.",
+          "--IsSovrascriviEsistenti. A budget by months gets one row a month.",
           {{"--percent", "one deviation for all balances", &options->percentage},
            {.flags = "--percent-file",
             .help = "CSV with " + dati::deviationColumns(),
