@@ -88,7 +88,9 @@ class Reckoning {
                            [&](const auto* card) { return isOfSite(*card, group) && isOfParty(*card, group); });
       const auto inside = insideOf(group, periods);
       const auto reason = reasonOf(group, cards, takers, inside);
-      for (const int kind : kindsOf(group, reason || takers.empty() ? cards : takers))
+      const auto kinds = kindsOf(group, reason || takers.empty() ? cards : takers);
+      if (kinds.empty()) addBeside(group, inside);
+      for (const int kind : kinds)
         if (totals_.contains(kind)) add(group, kind, reason, inside);
       if (!reason) land(group, takers, periods);
     }
@@ -105,7 +107,7 @@ class Reckoning {
       totals.again = totals.again + cell.expected;
       totals.percentages = totals.percentages + percentages.apply(key.card, cell.expected) - cell.expected;
     }
-    CardReconciliation result;
+    CardReconciliation result = std::move(beside_);
     for (auto& [kind, totals] : totals_) {
       totals.again = totals.again - (totals.movements - totals.nowhere);
       result.totals.push_back(totals);
@@ -201,6 +203,11 @@ class Reckoning {
     unlanded.amount = unlanded.amount + amount;
   }
 
+  void addBeside(const MovementGroup& group, const Inside& inside) {
+    beside_.besideLines += group.lines;
+    beside_.beside = beside_.beside + withSign(inside.amount, group, kCost);
+  }
+
   /// A card that takes a line has all its periods written.
   void land(const MovementGroup& group, const Cards& takers, const WrittenPeriods& periods) {
     std::map<int, int> takersOfKind;
@@ -219,6 +226,7 @@ class Reckoning {
   CardReconciler::Narrowing narrowing_;
   bool perSite_;
   bool plansBalanceSheet_ = false;  ///< there are cards on balance sheet accounts
+  CardReconciliation beside_;       ///< only that part of it
   std::map<int, CardKindTotals> totals_;
   std::map<DetailSnapshot::Key, Cell> cells_;  ///< those that the runs wrote
   std::map<std::tuple<int, std::string, int, Reason>, Unlanded> unlanded_;

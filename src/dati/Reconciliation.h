@@ -43,6 +43,9 @@ struct CardKindTotals {
 struct CardReconciliation {
   std::vector<Unlanded> unlanded;  ///< by card kind, account, site and reason
   std::vector<CardKindTotals> totals;
+  /// Lines beside all of this, on balance sheet accounts of a budget that plans none: debits less credits.
+  std::int64_t besideLines = 0;
+  values::Decimal beside;
   /// Something landed nowhere, or does not add up.
   bool hasRest() const;
 };

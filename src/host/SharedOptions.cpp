@@ -55,7 +55,7 @@ constexpr std::array kHelp{
     PropertyHelp{"ElaboraSoloContiBudgettizzati", kElaborations, "", "only accounts that have a card already"},
     PropertyHelp{"IsSovrascriviEsistenti", kElaborations, "", "overwrite existing values"},
     PropertyHelp{"TipoScostamento", kElaborations, "", "deviation: 0 one percentage, 2 per account, 3 per period, 99 none"},
-    PropertyHelp{"PercentualeScostamento", kElaborations, "", "the one percentage: 10 is ten per cent"},
+    PropertyHelp{"PercentualeScostamento", kElaborations, "", "one deviation for all: 10 is ten per cent (TipoScostamento 0, which need not be given)"},
     PropertyHelp{"IsSoloMovCliFor", kElaborations, "", "only movements of the card's customer or supplier"},
     PropertyHelp{"IsApplicaPercentuali", kElaborations, "", "apply the cards' distribution and deviation percentages"},
     PropertyHelp{"BdgDestinazioneSottoTipo", kElaborations, "", "subtype that a duplication writes"},

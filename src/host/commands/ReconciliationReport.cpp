@@ -45,6 +45,8 @@ Table totalsTable(const dati::CardReconciliation& reconciliation) {
     addIfAny("correction: percentages of the cards", Variant::Null(), -totals.percentages);
     addIfAny("DIFFERENCE, not explained", Variant::Null(), totals.unexplained());
   }
+  if (reconciliation.besideLines > 0)
+    table.rows.push_back({"none", "balance sheet, beside these", reconciliation.besideLines, reconciliation.beside});
   return table;
 }
 

@@ -33,8 +33,7 @@ Table unlinkedTable(const CLSKORVAL& budget) {
     sum = values::add(sum, amount);
   }
   for (const auto& [key, sum] : sums)
-    table.rows.push_back(
-        {key.first, descriptions[key.first], budget.CodiceSede, key.second, sum.first, sum.second});
+    table.rows.push_back({key.first, descriptions[key.first], budget.CodiceSede, key.second, sum.first, sum.second});
   if (!table.rows.empty()) table.addTotals();
   return table;
 }
