@@ -198,7 +198,7 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
                     {{"Cards", mode == dati::RunMode::Trial ? tableOf(changes) : summary.table()},
                      {"Landed nowhere", unlandedTable(reconciliation)},
                      {"Reconciliation", totalsTable(reconciliation)}}});
-  if (refused) throw dati::Refused("Not all movements landed on cards: with --strict nothing was written");
+  if (refused) throw dati::Refused("Not every movement landed on a card, to the cent: with --strict nothing was written");
 }
 
 }  // namespace
