@@ -213,7 +213,8 @@ Command elaborateBalancesCommand() {
           "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent-file deviations.csv --write\n"
           "Shows the proposed rows beside what the cards hold now. Takes the year before the budget's unless options\n"
           "say otherwise. Rows whose card already holds an amount have SOVRASCRIVI 0 and are not written, unless\n"
-          "--IsSovrascriviEsistenti. A budget by months gets one row a month.",
+          "--IsSovrascriviEsistenti. A budget by months gets one row a month.\n"
+          "Where balances go through reclassification links, those without one are listed with their total.",
           {{"--percent", "one deviation for all balances, like --PercentualeScostamento", &options->percentage},
            {.flags = "--percent-file",
             .help = "CSV with " + dati::deviationColumns(),

@@ -198,7 +198,8 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
                     {{"Cards", mode == dati::RunMode::Trial ? tableOf(changes) : summary.table()},
                      {"Landed nowhere", unlandedTable(reconciliation)},
                      {"Reconciliation", totalsTable(reconciliation)}}});
-  if (refused) throw dati::Refused("Not every movement landed on a card, to the cent: with --strict nothing was written");
+  if (refused)
+    throw dati::Refused("Not every movement landed on a card, to the cent: with --strict nothing was written");
 }
 
 }  // namespace
@@ -214,7 +215,8 @@ Command elaborateCardsCommand() {
           "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction in all.\n"
           "--MovimentiConsolidati, --MovimentiDaConsolidare and --MovimentiPrevisionali (forecast movements) name the\n"
           "kinds that count instead of those two; --TipoMovimenti is a condition in SQL instead of the three.\n"
-          "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
+          "Without --AData the run ends with the month of the latest movement; later months keep what they hold.\n"
+          "Then shows the movements that landed on no card, with the reason, and totals that add up to the cent.",
           {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
            {"--strict", "write nothing and leave with exit code 1 when a movement of the range lands nowhere",
             &options->strict},
