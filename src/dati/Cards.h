@@ -24,6 +24,9 @@ values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budg
 /// How many details (BU66_DETBUDGET) a card has.
 std::int32_t countDetails(ado::Connection& connection, const values::Variant& card);
 
+/// The budgets that cards (BU65_ID) belong to, each once; cards that are not there belong to none.
+std::vector<BudgetAnno> budgetsOfCards(ado::Connection& connection, const std::vector<std::int64_t>& cards);
+
 struct RowsOfTable {
   std::string_view table;
   std::int32_t rows;

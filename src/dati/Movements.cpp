@@ -19,11 +19,16 @@ struct GroupKey {
 std::vector<GroupKey> groupKeys(const MovementScope& scope, bool byCompetence) {
   const auto column = [](const char* name) { return GroupKey{name, name}; };
   const auto holds = [](const std::string& condition) { return "CASE WHEN " + condition + " THEN 1 ELSE 0 END"; };
-  std::vector<GroupKey> keys{
-      column("CG42_CONTOPAR_CG24"), column("CG24_DESCR"),       column("CG24_INDCONTORICAV"),
-      column("CG41_CODICE_CG31"),   column("CG41_TIPOCF_CG44"), column("CG41_CLIFOR_CG44"),
-      column("CG41_INDTIPOMOV"),    column("CG42_INDDAAV"),     {"AMMESSO", holds("(" + scope.condition + ")")},
-      {"UTILE", holds(kUsableCode)}};
+  std::vector<GroupKey> keys{column("CG42_CONTOPAR_CG24"),
+                             column("CG24_DESCR"),
+                             column("CG24_INDCONTORICAV"),
+                             column("CG41_CODICE_CG31"),
+                             column("CG41_TIPOCF_CG44"),
+                             column("CG41_CLIFOR_CG44"),
+                             column("CG41_INDTIPOMOV"),
+                             column("CG42_INDDAAV"),
+                             {"AMMESSO", holds("(" + condizioneMovimenti(scope.condition) + ")")},
+                             {"UTILE", holds(kUsableCode)}};
   if (!byCompetence) {
     keys.push_back({"MESE", "MONTH(CG41_DATAREG)"});
     return keys;
@@ -82,7 +87,7 @@ values::Variant lastMovementDate(ado::Connection& connection, const MovementScop
   TestoSql sql;
   sql.riga(" SELECT TOP 1 CG41_DATAREG ");
   addRegistrations(sql, scope)
-      .riga(" AND    (", scope.condition, ")")
+      .riga(" AND    (", condizioneMovimenti(scope.condition), ")")
       .riga(" AND    CG41_DATAREG >= '", scope.from.toSql(), "'")
       .riga(" AND    CG41_DATAREG <= '", scope.to.toSql(), "'")
       .riga(" AND    ", kUsableCode)

@@ -40,7 +40,7 @@ class Percentages {
         .riga(" FROM   BU90_TABPERCBUD WITH (NOLOCK) ")
         .riga(" WHERE  BU90_DITTA_CG18 = ", numero(budget.CodiceDitta))
         .riga(" AND    BU90_INDTIPO_BU01 = ", numero(budget.TipoBudget))
-        .riga(" AND    BU90_SOTTOTIPO_BU01 = ", apici(budget.SottoTipoBudget));
+        .riga(" AND    BU90_SOTTOTIPO_BU01 = ", testoDati(budget.SottoTipoBudget));
     const auto rs = connection.Execute(sql);
     for (; !rs->Eof(); rs->MoveNext())
       ofCard_.try_emplace(values::toInt64((*rs)["BU90_IDBUDGET"].Value()), (*rs)["BU90_PERCRIP"].Value(),

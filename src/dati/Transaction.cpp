@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "dati/CardRows.h"
 #include "dati/Failure.h"
 
 namespace bukorval::dati {
@@ -31,6 +32,7 @@ class Transaction::Shared : public ado::Connection {
   void Open(std::string_view = {}, std::string_view = {}, std::int32_t = -1) override {}
   void Close() override {}
   ado::ObjectStateEnum State() const override { return real_->State(); }
+  ado::ChangeTracker* changes() override { return real_->changes(); }
   ado::RecordsetPtr Execute(std::string_view text) override {
     // Statements after a rollback would each be kept for themselves.
     if (!open_) throw Refused("The transaction has ended: nothing more can be written in it");
@@ -48,21 +50,45 @@ class Transaction::Shared : public ado::Connection {
   bool open_ = false;
 };
 
-Transaction::Transaction(CLSKORVAL& budget, ado::ConnectionPtr connection)
-    : budget_(budget), own_(std::move(connection)), shared_(std::make_shared<Shared>(own_)) {
+Transaction::Transaction(CLSKORVAL& budget, ado::ConnectionPtr connection, std::optional<Author> author)
+    : budget_(budget), own_(std::move(connection)), author_(std::move(author)) {
+  startHistory();
+  shared_ = std::make_shared<Shared>(own_);
   budget_.Connessione(shared_);
 }
 
 Transaction::~Transaction() {
   shared_->abandon();
+  if (author_) own_->changes()->cancel();
   budget_.Connessione(own_);
+}
+
+void Transaction::startHistory() {
+  auto* tracker = own_->changes();
+  if (!author_ || !tracker) return author_.reset();
+  History(*own_, budget_.CodiceDitta).prepare();
+  std::vector<std::string_view> tables;
+  for (const auto& table : kCardTables) tables.push_back(table.table);
+  tracker->start(tables);
+}
+
+std::int64_t Transaction::writeHistory(const std::optional<HistoryEntry>& undone) {
+  if (!author_) return 0;
+  const auto changes = own_->changes()->finish();
+  if (changes.rows == 0) return 0;
+  History history(*own_, budget_.CodiceDitta);
+  const auto entry = history.add(*author_, changes);
+  if (undone) history.markUndone(*undone, entry);
+  return entry;
 }
 
 ado::Connection& Transaction::connection() const { return *shared_; }
 
-void Transaction::end(RunMode mode) {
+std::int64_t Transaction::end(RunMode mode, const std::optional<HistoryEntry>& undone) {
+  const auto entry = mode == RunMode::Write ? writeHistory(undone) : 0;
   shared_->end(mode);
   budget_.Connessione(own_);
+  return entry;
 }
 
 }  // namespace bukorval::dati

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "ado/connection/Connection.h"
+#include "dati/History.h"
 #include "object/CLSKORVAL.h"
 
 namespace bukorval::dati {
@@ -22,7 +25,8 @@ enum class RunMode {
 class Transaction {
  public:
   /// @param connection  the object's own; it has it back afterwards, whatever happens.
-  Transaction(CLSKORVAL& budget, ado::ConnectionPtr connection);
+  /// @param author      for the history of what is changed in cards; without one none is kept.
+  Transaction(CLSKORVAL& budget, ado::ConnectionPtr connection, std::optional<Author> author = std::nullopt);
   ~Transaction();
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -30,12 +34,18 @@ class Transaction {
   /// For statements beside the object's, in the same transaction.
   ado::Connection& connection() const;
   /// Keeps the work, or takes it back after a trial. Throws when the database refuses.
-  void end(RunMode mode);
+  /// @return number of the history's entry, 0 when there is none.
+  /// @param undone  the entry that this work takes back.
+  std::int64_t end(RunMode mode, const std::optional<HistoryEntry>& undone = std::nullopt);
 
  private:
   class Shared;
+  void startHistory();
+  std::int64_t writeHistory(const std::optional<HistoryEntry>& undone);
+
   CLSKORVAL& budget_;
   ado::ConnectionPtr own_;
+  std::optional<Author> author_;  ///< nothing when no history is kept
   std::shared_ptr<Shared> shared_;
 };
 

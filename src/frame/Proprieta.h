@@ -90,8 +90,9 @@ struct Proprieta {
   bool MovimentiDaConsolidare = false;
   /// Kept for the client; no operation reads it. `TipoMovimenti` says whether forecast movements count.
   bool MovimentiPrevisionali = false;
-  /// SQL condition that selects movement kinds ("CG41_INDTIPOMOV = 0"), put into the statement as it is. The economic
-  /// elaboration and that of cards need it.
+  /// SQL condition that selects movement kinds ("CG41_INDTIPOMOV = 0"), put into the statement as it is, between
+  /// parentheses. The economic elaboration and that of cards need it, and refuse (1) what is not one condition over
+  /// the columns of CG41_PRIMANOTA and CG42_MOVCONT: see suite/CondizioneMovimenti.h.
   std::string TipoMovimenti;
   /// Whether the economic elaboration includes simulated depreciation.
   bool GestioneAmmortamenti = false;

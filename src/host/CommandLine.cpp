@@ -77,13 +77,14 @@ void refuseUnused(const CLI::App& app, std::string_view command) {
 }
 
 /// Each command has the shared options that it uses, and its own.
-
 void declare(CLI::App& app, const Command& command, Environment& environment) {
   auto* own = app.add_subcommand(std::string(command.name), std::string(command.summary));
   own->footer("Example:\n" + std::string(command.example));
   for (const auto& option : command.options) declare(*own, option);
-  if (command.writesCards)
+  if (command.writes != Writes::Nothing)
     declare(*own, {"--force", "write into a closed accounting year too", &environment.options.force});
+  if (command.writes == Writes::Cards)
+    declare(*own, {"--no-history", "keep nothing to undo, for bulk loads", &environment.options.noHistory});
   for (const auto& option : outputOptions(environment.options)) declare(*own, option)->group("Shared");
   for (const auto& option : propertyOptions(command.name, environment.options)) declare(*own, option);
   own->preparse_callback([&app, &command](std::size_t) { refuseUnused(app, command.name); });
@@ -130,6 +131,22 @@ std::vector<std::string> arguments(int argc, const char* const* argv) {
   return texts;
 }
 
+/// The command as the history keeps it: without what only says where the database is, which may hold a password.
+std::string commandText(int argc, const char* const* argv) {
+  std::string text;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view word = argv[i];
+    const bool where = word == "-d" || word == "--database" || word == "--connection" || word == "--StringaConnessione";
+    if (where) ++i;
+    if (where || word.starts_with("--database=") || word.starts_with("--connection=") ||
+        word.starts_with("--StringaConnessione="))
+      continue;
+    const bool plain = word.find_first_of(" '\"") == std::string_view::npos;
+    text.append(text.empty() ? "" : " ").append(plain ? "" : "\"").append(word).append(plain ? "" : "\"");
+  }
+  return text;
+}
+
 int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
   if (app.exit(error) == 0) return exitOk;
   const auto rest = app.remaining();
@@ -143,6 +160,7 @@ int runCommandLine(int argc, const char* const* argv, Environment& environment) 
   const auto all = commands();
   CLI::App app(kDescription, "bukorval");
   declare(app, all, environment);
+  environment.options.commandText = commandText(argc, argv);
   try {
     app.parse(arguments(argc, argv));
   } catch (const CLI::ParseError& e) {

@@ -54,6 +54,10 @@ constexpr std::array kCommandUses{
     CommandUses{"elaborate-balances", Company | Year | Budget | Site | Structure | Chart | Accounts | Written |
                                           Overwrite | Movements | Balances},
     CommandUses{"duplicate", Company | Year | Budget | Site | CardKind | Cards | Written | Overwrite | Copy},
+    CommandUses{"lock", Company},
+    CommandUses{"unlock", Company},
+    CommandUses{"history", Company},
+    CommandUses{"undo", Company},
     CommandUses{"call", Everything},
 };
 

@@ -27,7 +27,9 @@ class Identita;
 /// - 0, success.
 /// - 1, a refusal with a fixed message. Every method that reads the database gives it when there is neither a
 ///   connection nor a connection string ("Non è stata definita la stringa di connessione"). An input that is not set is
-///   its label and " : Dato non definito nel BO ". Members name their further refusals.
+///   its label and " : Dato non definito nel BO ". What a statement needs as a number and is none ("1 OR 1=1") is
+///   'Il valore "1 OR 1=1" non è un numero '; codes are quoted, whatever stands in them. Members name their further
+///   refusals.
 /// - 99, a trapped run-time error: its description, " in " and the procedure that failed, the innermost one. A
 ///   connection that cannot be opened is one.
 ///

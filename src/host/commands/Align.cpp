@@ -10,10 +10,11 @@ void align(Environment& environment) {
   requireBudget(environment);
   auto& budget = environment.budget();
   requireWritable(environment, budgetScelto(budget));
-  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget)});
+  auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, {budgetScelto(budget)});
   const Progress progress(budget);
   run(&CLSKORVAL::AllineaBU65_A_StrutturaBU60);
-  run.end(dati::RunMode::Write);
+  transaction.end(dati::RunMode::Write);
   environment.show({{{"PRIMA", "Cards before", true}, {"AGGIUNTE", "Added", true}, {"DOPO", "Cards now", true}},
                     {{run.before().cards().size(), run.newCards(), run.after().cards().size()}},
                     {}});
@@ -28,7 +29,7 @@ Command alignCommand() {
           "Adds, never removes; running it again adds nothing.",
           {},
           align,
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

@@ -25,7 +25,7 @@ void clear(Environment& environment, const ClearOptions& options) {
   if (!all) requireDetailKind(environment.budget(), kind);
   confirm("Clear the " + (all ? "values of every kind" : options.kind + " values") + " of card " + options.card + "?",
           options.yes);
-  dati::Transaction transaction(environment.budget(), environment.connection());
+  auto transaction = environment.transaction();
   environment.budget().UpdateNullValoriBU66(card, kind);
   environment.requireSuccess();
   transaction.end(dati::RunMode::Write);
@@ -47,7 +47,7 @@ Command clearCommand() {
             .showDefault = true},
            {"--yes", "do not ask", &options->yes}},
           [options](Environment& environment) { clear(environment, *options); },
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -33,6 +34,13 @@ struct Option {
   std::function<std::string(const std::string&)> check = {};
 };
 
+/// What a command does to cards, for the options that come with it.
+enum class Writes : std::uint8_t {
+  Nothing,
+  Cards,       ///< --force and --no-history
+  UndoneCards  ///< --force
+};
+
 /// A command of the program: see Commands.cpp for how to add one.
 struct Command {
   std::string_view name;
@@ -40,7 +48,7 @@ struct Command {
   std::string_view example;     ///< shown below the command's --help
   std::vector<Option> options;  ///< its own; the shared ones may stand before or after the command's name
   std::function<void(Environment&)> run;
-  bool writesCards = false;  ///< it then has --force too
+  Writes writes = Writes::Nothing;
 };
 
 }  // namespace bukorval::host

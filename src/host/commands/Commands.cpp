@@ -17,6 +17,10 @@
   command(elaborateCards)          \
   command(elaborateBalances)       \
   command(duplicate)               \
+  command(lock)                    \
+  command(unlock)                  \
+  command(history)                 \
+  command(undo)                    \
   command(call)
 // clang-format on
 

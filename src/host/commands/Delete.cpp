@@ -25,7 +25,7 @@ void deleteCard(Environment& environment, const DeleteOptions& options) {
   confirm(
       "Delete card " + options.card + " with its " + std::to_string(dati::countDetails(connection, card)) + " details?",
       options.yes);
-  dati::Transaction transaction(environment.budget(), environment.connection());
+  auto transaction = environment.transaction();
   environment.budget().CancellaRigaBU65(card);
   environment.requireSuccess();
   transaction.end(dati::RunMode::Write);
@@ -46,7 +46,7 @@ Command deleteCommand() {
           "Asks on a terminal; elsewhere --yes is needed.",
           {{"CARD", "identifier of the card", &options->card, true}, {"--yes", "do not ask", &options->yes}},
           [options](Environment& environment) { deleteCard(environment, *options); },
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

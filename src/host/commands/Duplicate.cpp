@@ -50,14 +50,14 @@ void duplicate(Environment& environment, const DuplicateOptions& options) {
   completeDestination(budget);
   if (!options.dryRun) requireWritable(environment, budgetDestinazione(budget));
   completeCardRange(environment);
-  dati::WatchedRun run(budget, environment.connection(),
-                       {budgetDestinazione(budget), budget.TipoDettaglioDestinazione});
+  auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, {budgetDestinazione(budget), budget.TipoDettaglioDestinazione});
   const Progress progress(budget);
   dati::CopyDeviation deviation(budget, run);
   dati::CopyDeviation::Counts deviating;
   run([&](CLSKORVAL& object) { object.BdgDupSchede_Duplicazione(); });
   if (percentage) run([&](CLSKORVAL&) { deviating = deviation.apply(*percentage); });
-  run.end(options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  transaction.end(options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   const auto changes = run.changes();
   if (options.dryRun) return environment.show(tableOf(changes));
   environment.show({{{"NUOVE", "New cards", true},
@@ -81,7 +81,7 @@ Command duplicateCommand() {
           {{"--dry-run", "show the amounts it would write, and write nothing", &options->dryRun},
            {"--percent", "deviation of the copied amounts and due dates, 5 or -2,5", &options->percentage}},
           [options](Environment& environment) { duplicate(environment, *options); },
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

@@ -171,9 +171,10 @@ void showWithUnlinked(Environment& environment, const char* name, const Table& t
 /// Writes the proposed rows, or only shows what that changes.
 void write(Environment& environment, const dati::DetailScope& scope, bool dryRun) {
   auto& budget = environment.budget();
-  dati::WatchedRun run(budget, environment.connection(), scope);
+  auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, scope);
   run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
-  run.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  transaction.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   showWithUnlinked(environment, "Amounts", dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
   tellMissing(budget.RstContiNonPresentiInStruttura);
 }
@@ -225,7 +226,7 @@ Command elaborateBalancesCommand() {
             &options->strict},
            {"--dry-run", "show the amounts that --write would change, and write nothing", &options->dryRun}},
           [options](Environment& environment) { elaborateBalances(environment, *options); },
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

@@ -181,7 +181,8 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
   completeInput(environment);
   completeDates(environment, options);
   auto& budget = environment.budget();
-  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget), budget.TipoDettaglioDestinazione});
+  auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, {budgetScelto(budget), budget.TipoDettaglioDestinazione});
   dati::CardReconciler reconciler(budget, narrowingOf(environment));
   SiteSummary summary;
   elaborate(budget, run, reconciler, [&](const ado::Recordset& cards) {
@@ -191,7 +192,7 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
   const auto reconciliation = reconciler.reconcile(run.connection(), run.before(), run.after());
   const bool refused = options.strict && reconciliation.hasRest();
   const auto mode = options.dryRun || refused ? dati::RunMode::Trial : dati::RunMode::Write;
-  run.end(mode);
+  transaction.end(mode);
   const auto changes = run.changes();
   summary.addChanges(changes);
   environment.show({{},
@@ -222,7 +223,7 @@ Command elaborateCardsCommand() {
             &options->strict},
            {"--yes", "do not ask before months without movements become 0", &options->yes}},
           [options](Environment& environment) { elaborateCards(environment, *options); },
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

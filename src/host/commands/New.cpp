@@ -30,7 +30,7 @@ void createCard(Environment& environment, const std::vector<std::string>& texts)
   requireBudget(environment);
   requireWritable(environment, budgetScelto(environment.budget()));
   const auto columns = parseColumns(texts);
-  dati::Transaction transaction(environment.budget(), environment.connection());
+  auto transaction = environment.transaction();
   const auto card =
       dati::createCard(environment.budget(), transaction.connection(), columns, environment.session().CodicePdcCoGe());
   const auto details = dati::countDetails(transaction.connection(), card);
@@ -49,7 +49,7 @@ Command newCommand() {
           "NAME is a column of BU65_TESBUDGET; 'text' keeps a code that looks like a number a text.",
           {{"NAME=VALUE", "columns of the card", columns.get(), true}},
           [columns](Environment& environment) { createCard(environment, *columns); },
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

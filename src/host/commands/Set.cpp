@@ -63,7 +63,7 @@ void setValue(Environment& environment, const SetOptions& options) {
   const Variant value = options.value == "NULL" || options.value == "EMPTY"
                             ? Variant::Null()
                             : Variant(typedDecimal(options.value, environment.session().SeparatoreDecimale()));
-  dati::Transaction transaction(environment.budget(), environment.connection());
+  auto transaction = environment.transaction();
   dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind, value);
   transaction.end(dati::RunMode::Write);
   environment.show({{{"BU65_ID", "Card", true},
@@ -94,7 +94,7 @@ Command setCommand() {
             .showDefault = true},
            {.flags = "--measure", .help = "amount, qty1 or qty2", .target = &options->measure, .showDefault = true}},
           [options](Environment& environment) { setValue(environment, *options); },
-          true};
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

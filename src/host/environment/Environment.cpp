@@ -8,6 +8,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Terminal.h"
+#include "host/environment/UserName.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
 #include "sqlite/Provider.h"
@@ -77,6 +78,11 @@ void Environment::completeSelection() {
   if (!hasDatabase() || budget_->AnnoEsercizio.isNothing() || !budget_->ProgressivoEsercizio.isNothing()) return;
   budget_->ProgressivoEsercizio = budget_->GetProgressivoEsercizio(budget_->CodiceDitta, budget_->AnnoEsercizio);
   requireSuccess();
+}
+
+dati::Transaction Environment::transaction() {
+  auto author = options.noHistory ? std::nullopt : std::optional(dati::Author{userName(), options.commandText});
+  return {budget(), connection(), std::move(author)};
 }
 
 void Environment::requireSuccess() { dati::requireSuccess(budget()); }

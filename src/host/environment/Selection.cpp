@@ -3,6 +3,7 @@
 #include "dati/Budgets.h"
 #include "dati/Cards.h"
 #include "dati/Failure.h"
+#include "dati/Locks.h"
 #include "dati/Years.h"
 #include "host/environment/Errors.h"
 #include "values/Conversion.h"
@@ -35,6 +36,7 @@ void requireWritable(Environment& environment, const BudgetAnno& budget) {
     dati::requireYear(connection, budget.ditta, budget.anno, budget.progressivo);
   else
     dati::requireOpenYear(connection, budget.ditta, budget.anno, budget.progressivo);
+  dati::requireUnlocked(connection, budget);
 }
 
 void requireGrid(Environment& environment) {

@@ -15,7 +15,7 @@ void requireGiven(const Environment& environment, std::initializer_list<std::str
 /// defined or the company has no such year.
 void requireBudget(Environment& environment);
 /// Throws dati::Refused when the cards of that budget are not to be written: its accounting year is not in the
-/// calendar, or closed and --force was not given.
+/// calendar, or closed and --force was not given; or it is locked.
 void requireWritable(Environment& environment, const BudgetAnno& budget);
 /// The selection of one budget grid: type, subtype and year, and where the budget asks for them site and card
 /// kind.
