@@ -111,6 +111,11 @@ class Book {
     require(worksheet_set_column(page_, static_cast<lxw_col_t>(total_), static_cast<lxw_col_t>(total_), 16, nullptr));
     require(worksheet_set_row_opt(page_, kNames, LXW_DEF_ROW_HEIGHT, nullptr, &hidden));
     worksheet_freeze_panes(page_, kFirstCard, static_cast<lxw_col_t>(firstPeriod_));
+    constexpr std::uint8_t kA4 = 9;
+    worksheet_set_paper(page_, kA4);
+    worksheet_set_landscape(page_);
+    worksheet_fit_to_pages(page_, 1, 0);
+    require(worksheet_repeat_rows(page_, kTitles, kTitles));
   }
 
   void writeCard(lxw_row_t at, const SheetRow& row) {
