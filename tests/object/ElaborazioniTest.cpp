@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 
 #include "object/FaultSweep.h"
@@ -53,6 +54,47 @@ TEST_F(Elaborazioni, WritingBalancesSurvivesAFaultInAnyStatement) {
       },
       [](CLSKORVAL& bo) { bo.BdgElaEco_ScriviBudget_DaRstSaldiElaEco(); });
   EXPECT_GT(statements, 50);
+}
+
+TEST_F(Elaborazioni, AHandlerMayReplaceEverySetWhileItIsInUse) {
+  const struct {
+    const char* name;
+    std::function<std::unique_ptr<CLSKORVAL>()> make;
+    void (*run)(CLSKORVAL&);
+  } rows[] = {{"cards",
+               [this] {
+                 return elaboration({1, 2});
+               },
+               [](CLSKORVAL& bo) { bo.BdgElaSchede_Elaborazione(); }},
+              {"balances", [this] { return object(5, "01", 2026); },
+               [](CLSKORVAL& bo) {
+                 bo.BdgElaEco_PopolaRstSaldiElaEco();
+                 bo.BdgElaEco_ScriviBudget_DaRstSaldiElaEco();
+               }},
+              {"duplication", [this] { return elaboration({1}); },
+               [](CLSKORVAL& bo) {
+                 bo.CodiceSede = bo.BdgDestinazioneCodiceSede = 1;
+                 bo.BdgDestinazioneSottoTipo = "02";
+                 bo.BdgDestinazioneAnnoEsercizio = 2025;
+                 bo.BdgDestinazioneProgressivoEsercizio = 1;
+                 bo.BdgDupSchede_Duplicazione();
+               }}};
+  for (const auto& row : rows) {
+    auto bo = row.make();
+    int steps = 0;
+    const auto replace = [&, object = bo.get()](values::Variant&) {
+      ++steps;
+      object->RstBdgSchedeDaElaborare = object->RstScostPerConto = object->RstScostPerPeriodo = nullptr;
+      object->RstContiNonPresentiInStruttura = std::make_shared<ado::Recordset>();
+      if (object->RstSaldiElaEco) object->RstSaldiElaEco = object->RstSaldiElaEco->Clone();
+      object->ElencoSedi = nullptr;
+    };
+    bo->eventi.BeginProcess = [&](values::Variant&, values::Variant& n) { replace(n); };
+    bo->eventi.StepProcess = replace;
+    row.run(*bo);
+    EXPECT_EQ(outcome(*bo), "0 ") << row.name;
+    EXPECT_GT(steps, 2) << row.name;
+  }
 }
 
 TEST_F(Elaborazioni, CardTotalsEqualPlainSums) {
