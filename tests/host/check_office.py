@@ -29,7 +29,7 @@ def convert(folder, file, to):
 
 
 def spread(parent, tag, attribute):
-    """The elements of that name, after giving every repeated one elements of its own, but for the endless ones."""
+    """The children of that name, after giving every repeated one elements of its own, but for the endless ones."""
     elements = []
     for element in [child for child in parent.childNodes if child.nodeName == tag]:
         count = int(element.getAttribute(attribute) or 1)
@@ -44,7 +44,7 @@ def change(file):
     document = xml.dom.minidom.parse(str(file))
     table = document.getElementsByTagName("table:table")[0]
     rows = [spread(row, "table:table-cell", "table:number-columns-repeated")
-            for row in spread(table, "table:table-row", "table:number-rows-repeated")]
+            for row in table.getElementsByTagName("table:table-row")]
     names = ["".join(text.firstChild.data for text in cell.getElementsByTagName("text:p")) for cell in rows[0]]
     for (card, period), (value, formula) in CHANGES.items():
         cell = rows[2 + card][names.index(f"p{period}")]
