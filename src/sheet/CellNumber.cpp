@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "dati/import/CsvModel.h"
-#include "values/Decimal.h"
 #include "values/Errore.h"
 
 namespace bukorval::sheet {
@@ -48,6 +47,14 @@ values::Variant cellNumber(const RawCell& cell, const RawTable& table, const dat
     case RawKind::Unknown: break;
   }
   throw values::Errore("a formula without its value: save the file with a spreadsheet program");
+}
+
+std::optional<Decimal> plainDecimal(std::string_view text) {
+  try {
+    return Decimal::TryParse(text);
+  } catch (const values::Errore&) {
+    return {};
+  }
 }
 
 }  // namespace bukorval::sheet

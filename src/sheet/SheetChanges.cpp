@@ -28,7 +28,7 @@ bool sameCode(std::string_view text, const Variant& code) {
   const auto known = values::toPlainText(code);
   if (text == known) return true;
   if (!code.isNumber()) return false;
-  const auto number = values::Decimal::TryParse(values::trim(text));
+  const auto number = plainDecimal(text);
   return number && same(Variant(*number), code);
 }
 

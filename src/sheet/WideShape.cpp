@@ -1,7 +1,7 @@
 #include "sheet/WideShape.h"
 
+#include "sheet/CellNumber.h"
 #include "values/Conversion.h"
-#include "values/Decimal.h"
 
 namespace bukorval::sheet {
 
@@ -48,7 +48,7 @@ bool parseExported(std::string_view text, std::size_t count, std::vector<Variant
   if (!text.starts_with('|')) return false;
   text.remove_prefix(1);
   for (auto bar = text.find('|'); bar != std::string_view::npos; bar = text.find('|')) {
-    const auto number = values::Decimal::TryParse(text.substr(0, bar));
+    const auto number = plainDecimal(text.substr(0, bar));
     if (bar > 0 && !number) return false;
     values.push_back(bar == 0 ? Variant::Null() : Variant(*number));
     text.remove_prefix(bar + 1);
