@@ -1,16 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "Sets.h"
 #include "ado/recordset/Field.h"
 
 namespace {
 
-using sets::Column;
-using sets::errorOf;
-using sets::make;
-using values::Date;
-using values::Decimal;
-using values::Variant;
+using sets::Column, sets::make;
 
 /// What a field makes of a value: the stored value's kind and text, or the error.
 std::string stored(const Column& column, const Variant& value) {

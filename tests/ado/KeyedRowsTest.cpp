@@ -1,18 +1,10 @@
-#include <gtest/gtest.h>
-
 #include "Sets.h"
 #include "ado/recordset/KeyedRows.h"
 #include "values/Arithmetic.h"
 
 namespace {
 
-using sets::add;
-using sets::column;
-using sets::errorOf;
-using sets::make;
-using values::Date;
-using values::Decimal;
-using values::Variant;
+using sets::add, sets::column, sets::make;
 
 /// The N of the rows found, "1,3", or the error.
 std::string found(ado::Recordset& set, std::string_view field, const Variant& value) {

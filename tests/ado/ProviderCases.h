@@ -1,9 +1,5 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "ado/PortableCases.h"
 
 /// The cases every provider must pass that answers as SQL Server does, whichever database stands behind it.

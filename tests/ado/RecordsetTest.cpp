@@ -1,15 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "Sets.h"
 #include "ado/recordset/Recordset.h"
 
 namespace {
 
-using sets::add;
-using sets::column;
-using sets::errorOf;
-using sets::make;
-using values::Variant;
+using sets::add, sets::column, sets::make;
 
 constexpr const char* kNoRow =
     "Either BOF or EOF is True, or the current record has been deleted. "

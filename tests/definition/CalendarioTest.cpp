@@ -1,20 +1,12 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include "definition/Calendario.h"
 #include "support/FakeYears.h"
 #include "support/InOut.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
 
 using testing_support::FakeYears;
-using values::Date;
-using values::Variant;
 
 Variant date(std::string_view text) { return text.empty() ? Variant() : Variant(*Date::TryParse(text)); }
 
@@ -57,10 +49,10 @@ TEST_F(CalendarioTest, GivesEveryMonthItsPeriod) {
 TEST_F(CalendarioTest, KeepsABudgetWithinTwelveMonths) {
   // 18 months; a short year; a leap day; 13 months, cut on the leap day and before it; 13 months touched; 11.
   for (const auto& [year, budget] :
-       testing_support::inOut({"20240101 20241231 > 20240101 20241231", "20230701 20241231 > 20230701 20240630",
-                               "20240701 20241231 > 20240701 20241231", "20230301 20240229 > 20230301 20240229",
-                               "20230301 20240331 > 20230301 20240229", "20220301 20230331 > 20220301 20230228",
-                               "20230115 20240114 > 20230101 20231231", "20230115 20231214 > 20230115 20231214"})) {
+       testing_support::inOut({"20240101 20241231 => 20240101 20241231", "20230701 20241231 => 20230701 20240630",
+                               "20240701 20241231 => 20240701 20241231", "20230301 20240229 => 20230301 20240229",
+                               "20230301 20240331 => 20230301 20240229", "20220301 20230331 => 20220301 20230228",
+                               "20230115 20240114 => 20230101 20231231", "20230115 20231214 => 20230115 20231214"})) {
     SCOPED_TRACE(year);
     FakeYears::year(year.substr(0, 8), year.substr(9));
     Variant first = "before", last = "before";
@@ -131,9 +123,9 @@ TEST_F(CalendarioTest, LabelsPeriods) {
   FakeYears::year("20230701", "20240630");
   // Periodicity, calendar year, period.
   for (const auto& [question, label] : testing_support::inOut(
-           {"0 1 1 > Gennaio", "0 0 1 > Luglio", "0 0 6 > Dicembre", "0 0 7 > Gennaio", "0 0 12 > Giugno", "0 1 2 > ",
-            "0 1 0 > ", "0 1 13 > ", "1 0 3 > 3° Bimestre", "2 0 4 > 4° Trimestre", "3 1 2 > 2° Quadrimestre",
-            "4 0 1 > 1° Semestre", "5 0 1 > Anno", "6 0 1 > ", "9 1 1 > "}))
+           {"0 1 1 => Gennaio", "0 0 1 => Luglio", "0 0 6 => Dicembre", "0 0 7 => Gennaio", "0 0 12 => Giugno",
+            "0 1 2 => ", "0 1 0 => ", "0 1 13 => ", "1 0 3 => 3° Bimestre", "2 0 4 => 4° Trimestre",
+            "3 1 2 => 2° Quadrimestre", "4 0 1 => 1° Semestre", "5 0 1 => Anno", "6 0 1 => ", "9 1 1 => "}))
     EXPECT_EQ(calendar.GetDescrizionePeriodo(1, static_cast<BdgPeriodicita>(question[0] - '0'), question[2] - '0',
                                              static_cast<std::int16_t>(std::stoi(question.substr(4))), 2024, 1),
               label)

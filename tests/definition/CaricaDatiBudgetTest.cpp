@@ -1,16 +1,11 @@
-#include <gtest/gtest.h>
-
 #include "definition/CaricaDatiBudget.h"
 #include "support/FakeYears.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
 
 using testing_support::FakeYears;
-using values::Date;
-using values::Variant;
 
 struct Setting {
   std::string column;

@@ -1,18 +1,10 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include "definition/ImpostazioniBudget.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
 
-using testing::IsEmpty;
-using testing_support::TestContext;
-using values::Variant;
+using testing::IsEmpty, testing_support::TestContext;
 
 std::string yes(bool value) { return value ? "yes" : "no"; }
 

@@ -1,14 +1,8 @@
-#include <gtest/gtest.h>
-
 #include "dupschede/DateDuplicazione.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
-
-using values::Date;
-using values::Variant;
 
 TEST(DateDuplicazione, DatesKeepTheirPlaceInTheYear) {
   const struct {

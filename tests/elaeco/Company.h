@@ -1,9 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "elaeco/FakeSituation.h"
 #include "elaeco/PopolaSaldi.h"
 #include "elaeco/ScriviBudget.h"
@@ -11,8 +7,6 @@
 #include "support/TestContext.h"
 
 namespace elaeco_tests {
-
-using values::Variant;
 
 /// The small company's budgets of type 5 in 2025: subtype 01 is quarterly on general-ledger accounts; 02 and 03 are on
 /// the charts that these are carried to.

@@ -1,13 +1,7 @@
 #pragma once
 
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include "suite/Suite.h"
-#include "values/Conversion.h"
+#include "support/Test.h"
 
 namespace elaeco_tests {
 

@@ -1,8 +1,4 @@
 // From the component's balances to the proposed rows.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <set>
 
 #include "elaeco/Company.h"
 #include "elaeco/InsiemiSaldi.h"
@@ -12,9 +8,7 @@
 namespace elaeco_tests {
 namespace {
 
-using testing::ElementsAre;
-using testing_support::rows;
-using values::Date;
+using testing::ElementsAre, testing_support::rows;
 
 TEST(PopolaSaldi, EveryAccountHasARowForEveryPeriodInTheOrderItAppeared) {
   Company company;

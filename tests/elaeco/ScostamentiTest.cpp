@@ -1,15 +1,10 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "elaeco/Scostamenti.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
 
 using testing_support::rows;
-using values::Variant;
 
 struct Deviations : testing::Test, testing_support::TestContext {
   Deviations() {

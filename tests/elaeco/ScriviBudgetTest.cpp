@@ -1,9 +1,4 @@
 // The proposed rows, edited by a client, written into cards.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <utility>
 
 #include "elaeco/Company.h"
 #include "elaeco/ScriviBudget.h"
@@ -11,8 +6,7 @@
 namespace elaeco_tests {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using testing::ElementsAre, testing::IsEmpty;
 
 /// A half-yearly budget with 10 a month proposed for goods and 1 for services.
 struct Proposal : Company {

@@ -1,13 +1,9 @@
 // What the accounting situation component is given, month by month, and what its failures become.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "elaeco/Company.h"
 
 namespace elaeco_tests {
 namespace {
-
-using values::Date;
 
 TEST(SituazioneMese, EveryPropertyReachesTheComponent) {
   Company company;

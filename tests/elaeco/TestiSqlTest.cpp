@@ -1,16 +1,12 @@
 // The whole texts of the economic elaboration's statements.
-#include <gtest/gtest.h>
 
 #include "elaeco/DettagliEsistenti.h"
 #include "elaeco/InsiemiSaldi.h"
 #include "elaeco/Riclassificazione.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace elaeco_tests {
 namespace {
-
-using values::Variant;
 
 struct Selected : testing_support::TestContext {
   Selected(bukorval::BdgTipoPdc chartKind, int chart) : TestContext(5) {

@@ -1,6 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "elaschede/ContiAnalitici.h"
 #include "support/TestContext.h"
 

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "elaschede/LivelliSchede.h"
 #include "support/TestContext.h"
 
@@ -7,7 +5,6 @@ namespace bukorval {
 namespace {
 
 using testing_support::TestContext;
-using values::Variant;
 
 TEST(LivelliSchede, ReadsTheCompanysNumberOfLevels) {
   const struct {

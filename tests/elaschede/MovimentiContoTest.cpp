@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "elaschede/MovimentiConto.h"
 #include "support/TestContext.h"
 

@@ -1,20 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cstdint>
-#include <random>
-
 #include "elaschede/TotaliMovimenti.h"
 #include "support/DayShares.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace bukorval {
 namespace {
-
-using values::Date;
-using values::Decimal;
-using values::Variant;
 
 /// What a movement adds to each calendar month, in cents.
 using Months = std::array<std::int64_t, 13>;

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "ado/connection/ConnectionString.h"
 #include "frame/Connessione.h"
 #include "support/TestContext.h"

@@ -1,12 +1,9 @@
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include "frame/TestoSql.h"
-#include "values/Errore.h"
 
 namespace bukorval {
 namespace {
-
-using values::Variant;
 
 Variant dec(std::string_view text) { return values::Decimal::TryParse(text).value(); }
 

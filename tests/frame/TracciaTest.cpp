@@ -1,10 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <set>
 #include <stdexcept>
-#include <vector>
 
 #include "frame/Traccia.h"
+#include "support/Test.h"
 
 namespace bukorval {
 namespace {

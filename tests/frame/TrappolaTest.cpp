@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "frame/Processo.h"
 #include "frame/Trappola.h"
 #include "support/TestContext.h"

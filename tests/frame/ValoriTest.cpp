@@ -1,12 +1,8 @@
-#include <gtest/gtest.h>
-
 #include "frame/Valori.h"
 #include "support/TestContext.h"
 
 namespace bukorval {
 namespace {
-
-using values::Variant;
 
 Variant dec(std::string_view text) { return values::Decimal::TryParse(text).value(); }
 

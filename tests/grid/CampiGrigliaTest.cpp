@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "grid/CampiGriglia.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-
 #include <fstream>
-#include <map>
 
 #include "grid/TestoGriglia.h"
 #include "grid/TestoPeriodi.h"

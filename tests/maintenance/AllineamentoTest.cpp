@@ -1,17 +1,11 @@
-#include <gmock/gmock.h>
-
 #include "maintenance/Allineamento.h"
 #include "maintenance/Stampless.h"
 #include "support/FakeYears.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace {
 
-using bukorval::AllineaBU65_A_StrutturaBU60;
-using testing_support::FakeYears;
-using testing_support::TestContext;
-using values::Variant;
+using bukorval::AllineaBU65_A_StrutturaBU60, testing_support::FakeYears, testing_support::TestContext;
 
 /// A structure of two cards, of which the budget of type 3 has the first.
 struct Structured : TestContext {

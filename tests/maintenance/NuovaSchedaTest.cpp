@@ -1,15 +1,10 @@
-#include <gmock/gmock.h>
-
 #include "maintenance/NuovaScheda.h"
 #include "maintenance/Stampless.h"
 #include "support/TestContext.h"
 
 namespace {
 
-using bukorval::NuovaScheda;
-using testing::IsEmpty;
-using testing_support::TestContext;
-using values::Variant;
+using bukorval::NuovaScheda, testing::IsEmpty, testing_support::TestContext;
 
 ado::DictionaryPtr columns(const std::vector<std::pair<Variant, Variant>>& pairs) {
   auto dictionary = std::make_shared<ado::Dictionary>();

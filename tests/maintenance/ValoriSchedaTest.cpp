@@ -1,18 +1,11 @@
-#include <gmock/gmock.h>
-
 #include "maintenance/Stampless.h"
 #include "maintenance/ValoriScheda.h"
 #include "support/TestContext.h"
 
 namespace {
 
-using bukorval::ValoriScheda;
-using maintenance_tests::stampless;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using bukorval::ValoriScheda, maintenance_tests::stampless, testing::ElementsAre, testing::IsEmpty;
 using testing_support::TestContext;
-using values::Decimal;
-using values::Variant;
 
 const std::string kStamp = " UPDATE BU65_TESBUDGET \r\n    SET BU65_DATAULTAGG = NOW\r\n  WHERE BU65_ID = 12";
 

@@ -1,17 +1,11 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "frame/Traccia.h"
 #include "object/CLSKORVAL.h"
 #include "support/RecordingConnection.h"
-#include "values/Errore.h"
 
 namespace bukorval {
 namespace {
 
-using testing::EndsWith;
-using testing_support::RecordingConnection;
-using values::Variant;
+using testing::EndsWith, testing_support::RecordingConnection;
 
 TEST(CLSKORVAL, TracesItsLifeUnderOneIdentifier) {
   std::vector<std::string> lines;

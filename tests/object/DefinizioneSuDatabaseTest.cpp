@@ -1,5 +1,4 @@
 // The questions about a budget, asked of a real database.
-#include <gtest/gtest.h>
 
 #include "object/Budgets.h"
 #include "object/CLSKORVAL.h"

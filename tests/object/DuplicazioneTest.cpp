@@ -1,6 +1,4 @@
 // Cards copied into another budget, year or site, on the demo company.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "object/FaultSweep.h"
 

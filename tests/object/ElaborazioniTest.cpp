@@ -1,17 +1,9 @@
 // The elaborations of cards and of balances on the demo company.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <map>
 
 #include "object/FaultSweep.h"
 
 namespace bukorval {
 namespace {
-
-using values::Date;
-using values::Decimal;
-using values::Variant;
 
 class Elaborazioni : public object_tests::FaultSweep {
  protected:

@@ -1,25 +1,17 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cctype>
 #include <limits>
-#include <map>
-#include <random>
 
 #include "object/Budgets.h"
 #include "object/Interfaccia.h"
 #include "odbc/SingleStatement.h"
 #include "support/FaultConnection.h"
 #include "support/TestContext.h"
-#include "values/Errore.h"
 #include "values/Text.h"
 
 /// Random calls of every member: whatever comes in, only an outcome comes out.
 namespace bukorval {
 namespace {
-
-using values::Variant;
 
 class Dice {
  public:

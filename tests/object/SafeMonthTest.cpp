@@ -1,13 +1,10 @@
 // What a controller must be able to count on: nothing is lost, stranded or misread without a word.
-#include <gtest/gtest.h>
 
 #include "object/DemoCompany.h"
 #include "values/Text.h"
 
 namespace bukorval {
 namespace {
-
-using values::Variant;
 
 using SafeMonth = object_tests::DemoCompany;
 

@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
 #include <sql.h>
 #include <sqlext.h>
-
-#include <string>
 
 #include "ado/OverAConnection.h"
 #include "odbc/Provider.h"
@@ -12,8 +9,7 @@
 namespace odbc_tests {
 namespace {
 
-using provider_cases::shown;
-using values::Kind;
+using provider_cases::shown, values::Kind;
 
 const std::string kDriver = "Driver={" BUKORVAL_SCRIPTED_DRIVER "}";
 

@@ -1,9 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "odbc/SingleStatement.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
 namespace odbc_tests {
 namespace {

@@ -1,20 +1,12 @@
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <random>
-#include <string>
-
 #include "ado/recordset/Recordset.h"
 #include "sqlite/SqliteConnection.h"
 #include "sqlite/storage/Scaled.h"
-#include "values/Conversion.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
 namespace sqlite_tests {
 namespace {
 
-using sqlite::Int128;
-using sqlite::unitsToPlainText;
+using sqlite::Int128, sqlite::unitsToPlainText;
 
 struct Money {
   const char* name;

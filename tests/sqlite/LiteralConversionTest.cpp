@@ -1,19 +1,14 @@
-#include <gtest/gtest.h>
-
 #include <iomanip>
 #include <sstream>
 
 #include "sqlite/LiteralConversion.h"
 #include "sqlite/functions/SqlLikePattern.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
 namespace sqlite_tests {
 namespace {
 
-using sqlite::Binding;
-using tsql::Literal;
-using tsql::Type;
-using tsql::TypeKind;
+using sqlite::Binding, tsql::Literal, tsql::Type, tsql::TypeKind;
 using Kind = Literal::Kind;
 
 std::string shownValue(const sqlite::BoundValue& value) {

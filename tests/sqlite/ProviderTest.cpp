@@ -27,15 +27,6 @@ namespace {
 
 using provider_cases::shown;
 
-std::string failureOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const values::Errore& error) {
-    return error.what();
-  }
-  return "no failure";
-}
-
 /// Runs raw engine text on the file, past the provider.
 void runRaw(const TemporaryDatabase& file, const char* sql) {
   sqlite3* raw = nullptr;
@@ -46,7 +37,7 @@ void runRaw(const TemporaryDatabase& file, const char* sql) {
 
 TEST(SqliteOpen, AMissingFileIsMadeOnlyWhenAsked) {
   const TemporaryDatabase file;
-  EXPECT_NE(failureOf([&] { file.open(""); }).find("does not exist"), std::string::npos);
+  EXPECT_NE(errorOf([&] { file.open(""); }).find("does not exist"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(file.path()));
   file.open()->Execute("CREATE TABLE A (X int NULL)");
   EXPECT_EQ(shown(file.open("")->Execute("SELECT COUNT(*) AS N FROM A")), "0");
@@ -55,8 +46,8 @@ TEST(SqliteOpen, AMissingFileIsMadeOnlyWhenAsked) {
 TEST(SqliteOpen, SaysWhatIsWrong) {
   const TemporaryDatabase file;
   std::ofstream(file.path()) << std::string(4096, 'x');
-  EXPECT_NE(failureOf([&] { file.open(""); }).find("not a database"), std::string::npos);
-  EXPECT_NE(failureOf([] { sqlite::SqliteConnection().Open(); }).find("Data Source"), std::string::npos);
+  EXPECT_NE(errorOf([&] { file.open(""); }).find("not a database"), std::string::npos);
+  EXPECT_NE(errorOf([] { sqlite::SqliteConnection().Open(); }).find("Data Source"), std::string::npos);
 }
 
 TEST(SqliteOpen, ReadModeRefusesWrites) {
@@ -64,8 +55,7 @@ TEST(SqliteOpen, ReadModeRefusesWrites) {
   file.open()->Execute("CREATE TABLE A (X int NULL)");
   const auto reader = file.open(";Mode=Read");
   EXPECT_EQ(shown(reader->Execute("SELECT X FROM A")), "");
-  EXPECT_NE(failureOf([&] { reader->Execute("INSERT INTO A (X) VALUES (1)"); }).find("reading only"),
-            std::string::npos);
+  EXPECT_NE(errorOf([&] { reader->Execute("INSERT INTO A (X) VALUES (1)"); }).find("reading only"), std::string::npos);
 }
 
 TEST(SqliteTransactions, AKilledWriterLeavesNothingOfItsTransaction) {
@@ -96,7 +86,7 @@ TEST(SqliteTransactions, ARollbackByTheEngineStopsTheRunUntilItIsEnded) {
   runRaw(file, "CREATE TRIGGER T BEFORE INSERT ON A WHEN NEW.X = 13 BEGIN SELECT RAISE(ROLLBACK, 'thirteen'); END");
   connection->BeginTrans();
   connection->Execute("INSERT INTO A (X) VALUES (1)");
-  EXPECT_EQ(failureOf([&] { connection->Execute("INSERT INTO A (X) VALUES (13)"); }), "thirteen");
+  EXPECT_EQ(errorOf([&] { connection->Execute("INSERT INTO A (X) VALUES (13)"); }), "thirteen");
   EXPECT_THROW(connection->Execute("INSERT INTO A (X) VALUES (2)"), values::Errore);
   EXPECT_THROW(connection->CommitTrans(), values::Errore);
   EXPECT_NO_THROW(connection->RollbackTrans());

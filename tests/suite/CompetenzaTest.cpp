@@ -1,17 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cstdint>
-#include <random>
-
 #include "suite/Competenza.h"
 #include "support/DayShares.h"
 
 namespace suite {
 namespace {
-
-using values::Date;
-using values::Decimal;
 
 TEST(Competenza, RandomAmountsAndIntervalsAddUpToTheCent) {
   std::mt19937_64 random(20111231);

@@ -1,11 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "suite/Suite.h"
-#include "values/Conversion.h"
+#include "support/Test.h"
 
 namespace {
-
-using values::Variant;
 
 struct Servizi : testing::Test {
   Servizi() { suite::registraServiziSuite(); }

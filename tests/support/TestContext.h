@@ -1,15 +1,8 @@
 #pragma once
 
-#include <map>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "frame/Contesto.h"
 #include "suite/Suite.h"
 #include "support/RecordingConnection.h"
-#include "values/Errore.h"
 
 namespace testing_support {
 

@@ -1,11 +1,5 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "tsql/Resolver.h"
 #include "tsql/SmallCatalog.h"
-#include "values/Errore.h"
 
 namespace tsql_tests {
 namespace {
@@ -21,12 +15,7 @@ tsql::Statement resolved(std::string_view text) {
 }
 
 std::string failure(std::string_view text) {
-  try {
-    resolved(text);
-  } catch (const values::Errore& error) {
-    return error.what();
-  }
-  return "";
+  return errorOf([&] { resolved(text); });
 }
 
 TEST(Lexer, TextsShareAKeyWhenOnlyLiteralsDiffer) {

@@ -1,5 +1,4 @@
-#include <gtest/gtest.h>
-
+#include "support/Test.h"
 #include "values/Text.h"
 
 namespace values {

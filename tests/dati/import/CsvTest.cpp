@@ -1,11 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "dati/import/CsvModel.h"
 #include "dati/import/CsvReader.h"
-#include "values/Conversion.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
 namespace bukorval::dati {
 namespace {

@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "dati/import/FinanceChart.h"
 #include "dati/import/FinanceFolder.h"
+#include "support/Test.h"
 
 namespace bukorval::dati {
 namespace {
-
-using values::Date;
-using values::Decimal;
 
 TEST(FinanceFolder, ADayNearAMonthEndStandsForItsMonth) {
   const std::pair<Date, Date> cases[] = {

@@ -1,8 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
-#include "values/Conversion.h"
+#include "support/Test.h"
 
 namespace bukorval::host {
 namespace {

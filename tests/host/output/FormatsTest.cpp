@@ -1,17 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "host/output/Formats.h"
 #include "host/output/Titles.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
 namespace bukorval::host {
 namespace {
-
-using values::Date;
-using values::Decimal;
-using values::Variant;
 
 Table sample() {
   Table table;
