@@ -1,5 +1,4 @@
 #include "Sets.h"
-#include "support/InOut.h"
 
 namespace {
 
@@ -26,7 +25,7 @@ ado::RecordsetPtr accounts() {
 /// Rows "filter => the N of the rows shown", or the start of the error after what all errors begin with.
 void check(std::initializer_list<std::string_view> cases, const std::string& error = "") {
   const auto set = accounts();
-  for (const auto& [filter, expected] : testing_support::inOut(cases)) {
+  for (const auto& [filter, expected] : inOut(cases)) {
     const auto found = errorOf([&, &text = filter] { set->Filter(text); });
     const auto start = error + expected;
     EXPECT_EQ(found.empty() ? column(*set, "N") : found.substr(0, start.size()), start) << filter;
@@ -248,27 +247,17 @@ class RandomRows {
     const int period = static_cast<int>(below(4));
     const std::string is = "CONTO = '" + account + "'", at = "PERIODO = " + std::to_string(period);
     const auto sameAccount = [wanted](const Account& row) { return key(row.account) == wanted; };
-    switch (below(7)) {
-      case 0: view = {view.set, "", [](const Account&) { return true; }}; break;
-      case 1: view = {view.set, is, sameAccount}; break;
-      case 2: view = {view.set, at + ".0", [=](const Account& row) { return row.period == period; }}; break;
-      case 3:
-        view = {view.set, at + " AND " + is,
-                [=](const Account& row) { return sameAccount(row) && row.period == period; }};
-        break;
-      case 4:
-        view = {view.set, is + " AND PERIODO = NULL",
-                [=](const Account& row) { return sameAccount(row) && !row.period; }};
-        break;
-      case 5:
-        view = {view.set, is + " OR " + at,
-                [=](const Account& row) { return sameAccount(row) || row.period == period; }};
-        break;
-      default:
-        view = {view.set, is + " AND PERIODO >= 1 AND PERIODO<=2", [=](const Account& row) {
-                  return sameAccount(row) && row.period && *row.period >= 1 && *row.period <= 2;
-                }};
-    }
+    const auto samePeriod = [period](const Account& row) { return row.period == period; };
+    const std::pair<std::string, std::function<bool(const Account&)>> filters[] = {
+        {"", [](const Account&) { return true; }},
+        {is, sameAccount},
+        {at + ".0", samePeriod},
+        {at + " AND " + is, [=](const Account& row) { return sameAccount(row) && samePeriod(row); }},
+        {is + " OR " + at, [=](const Account& row) { return sameAccount(row) || samePeriod(row); }},
+        {is + " AND PERIODO = NULL", [=](const Account& row) { return sameAccount(row) && !row.period; }},
+        {is + " AND PERIODO >= 1 AND PERIODO<=2",
+         [=](const Account& row) { return sameAccount(row) && (row.period == 1 || row.period == 2); }}};
+    std::tie(view.text, view.passes) = filters[below(std::size(filters))];
     view.set->Filter(view.text);
   }
 

@@ -179,21 +179,4 @@ TEST(Recordset, GetRowsReadsFromTheCurrentRowToTheEnd) {
   EXPECT_EQ(set->GetRows(), (std::vector<std::vector<Variant>>{{4, 5}, {"pari", "dispari"}}));
 }
 
-TEST(Recordset, RowsAppendedByAProviderAppearInEveryView) {
-  const auto set = numbers(1);
-  const auto filtered = set->Clone();
-  filtered->Filter("N >= 2");
-  EXPECT_TRUE(filtered->Eof() && filtered->Bof());
-  for (int i = 2; i <= 100; ++i) {
-    const auto cells = set->AppendRow();
-    EXPECT_TRUE(cells[1].isNull());
-    cells[0] = i;
-  }
-  EXPECT_EQ(set->RecordCount(), 100);
-  EXPECT_EQ(filtered->RecordCount(), 99);
-  filtered->MoveFirst();
-  EXPECT_EQ((*filtered)["N"].Value(), Variant(2));
-  EXPECT_EQ((*set)["N"].Value(), Variant(1));
-}
-
 }  // namespace

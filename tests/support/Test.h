@@ -3,8 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <fstream>
 #include <functional>
 #include <map>
 #include <memory>
@@ -34,6 +36,29 @@ inline std::string errorOf(const std::function<void()>& action) {
   return "";
 }
 
+using InOut = std::vector<std::pair<std::string, std::string>>;
+
+/// Rows of a table, each "input => output"; both sides without the blanks around the mark.
+template <class Rows = std::initializer_list<std::string_view>>
+InOut inOut(const Rows& rows) {
+  InOut pairs;
+  for (const std::string_view row : rows) {
+    const auto at = row.find(" =>");
+    pairs.emplace_back(row.substr(0, at), row.substr(std::min(at + 4, row.size())));
+  }
+  return pairs;
+}
+
+/// The lines of a text file under tests/; without the empty ones and the remarks, which begin with "#".
+inline std::vector<std::string> linesOf(const std::string& file) {
+  std::ifstream in(std::string(BUKORVAL_SOURCE_DIR) + "/tests/" + file);
+  EXPECT_TRUE(in.is_open()) << file;
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);)
+    if (!line.empty() && line[0] != '#') lines.push_back(line);
+  return lines;
+}
+
 }  // namespace testing_support
 
-using testing_support::errorOf;
+using testing_support::errorOf, testing_support::inOut, testing_support::linesOf;

@@ -1,11 +1,8 @@
-#include "support/InOut.h"
 #include "values/Helpers.h"
 #include "values/NumberText.h"
 
 namespace values {
 namespace {
-
-using testing_support::inOut;
 
 TEST(Conversion, ReadsNumbersByTheSeparator) {
   const auto reads = [](char separator, const std::vector<std::pair<std::string, std::string>>& rows) {

@@ -1,10 +1,7 @@
-#include "support/InOut.h"
 #include "values/Helpers.h"
 
 namespace values {
 namespace {
-
-using testing_support::inOut;
 
 /// Schoolbook arithmetic on strings of digits: slow, and shares nothing with the code under test.
 std::string multiplyDigits(const std::string& a, const std::string& b) {
