@@ -13,8 +13,6 @@ namespace elaeco_tests {
 struct Company : testing_support::TestContext {
   FakeSituation situation;
   ado::ConnectionPtr database = testing_support::smallCompany();
-  std::vector<std::string> events;  ///< the progress events
-
   Company() : TestContext(5) {
     database->Execute(
         "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_INDPERIODO, BU01_INDTIPOPDC,"
@@ -29,11 +27,7 @@ struct Company : testing_support::TestContext {
     months(values::Date::FromYmd(2025, 1, 1), values::Date::FromYmd(2025, 12, 31));
     prop.TipoMovimenti = "1 = 1";
     prop.TipoScostamento = bukorval::bdgScostamentoNessuno;
-    eventi.BeginProcess = [this](Variant& text, Variant& steps) {
-      events.push_back(values::toPlainText(text) + " " + values::toPlainText(steps));
-    };
-    eventi.StepProcess = [this](Variant& step) { events.push_back(values::toPlainText(step)); };
-    eventi.EndProcess = [this] { events.push_back("end"); };
+    keepEvents();
   }
 
   void periodicity(int code) {

@@ -60,7 +60,7 @@ TEST_P(ExactMoney, SumsEqualIntegerArithmetic) {
   EXPECT_TRUE(sums->Eof());
 }
 
-TEST_P(ExactMoney, ALimitSurvivesStoringComparingAndCopying) {
+TEST_P(ExactMoney, ALimitSurvivesStoringAndComparing) {
   const Money& money = GetParam();
   std::int64_t limit = 1;
   for (int i = 0; i < money.precision; ++i) limit *= 10;
@@ -75,17 +75,8 @@ TEST_P(ExactMoney, ALimitSurvivesStoringComparingAndCopying) {
     ASSERT_EQ(set->RecordCount(), 1) << shown;
     EXPECT_EQ(values::toPlainText(set->Fields().Item("V").Value()), shown);
 
-    ado::Recordset copy;
-    auto& field = copy.Fields().Append("V", ado::adDecimal, 0, ado::adFldIsNullable);
-    field.Precision(money.precision);
-    field.NumericScale(money.scale);
-    copy.Open();
-    copy.AddNew();
-    field.Value(set->Fields().Item("V").Value());
-    copy.Update();
-    EXPECT_EQ(values::toPlainText(field.Value()), shown);
-
-    connection.Execute("UPDATE M SET V = " + values::toPlainText(field.Value()) + " WHERE N = " + number);
+    connection.Execute("UPDATE M SET V = " + values::toPlainText(set->Fields().Item("V").Value()) +
+                       " WHERE N = " + number);
     EXPECT_EQ(values::toPlainText(one("SELECT V FROM M WHERE N = " + number)), shown);
   }
   EXPECT_EQ(values::toPlainText(one("SELECT COUNT(*) AS C FROM M WHERE V > " + text(limit - 1))), "1");

@@ -79,48 +79,22 @@ TEST(LiteralConversion, GivesTheStoredFormOrSqlServersError) {
   for (const auto& c : cases) {
     const Binding binding{Binding::How::ToType, 0, c.target, c.assignment, "C"};
     const Literal literal{c.kind, c.text};
-    std::string outcome;
-    try {
-      outcome = shownValue(sqlite::convertedValue(literal, binding));
-    } catch (const values::Errore& error) {
-      outcome = error.what();
-    }
-    EXPECT_EQ(outcome, c.expected) << c.text;
+    std::string value;
+    const auto error = errorOf([&] { value = shownValue(sqlite::convertedValue(literal, binding)); });
+    EXPECT_EQ(error.empty() ? value : error, c.expected) << c.text;
   }
 }
 
 TEST(LikePattern, MatchesAsSqlServerDoes) {
-  struct Row {
-    const char* text;
-    const char* pattern;
-    bool matches;
-  };
-  const std::vector<Row> rows = {{"Budget", "bud%", true},
-                                 {"Budget", "%GET", true},
-                                 {"Budget", "b_dget", true},
-                                 {"Budget", "bud", false},
-                                 {"bud   ", "bud", true},
-                                 {"bud", "bud ", false},
-                                 {"", "%", true},
-                                 {"", "_", false},
-                                 {"a", "%a%", true},
-                                 {"aaab", "%a_b", true},
-                                 {"mississippi", "m%iss%ip%i", true},
-                                 {"mississippi", "m%iss%ip%s", false},
-                                 {"50%", "50[%]", true},
-                                 {"50x", "50[%]", false},
-                                 {"c7", "[a-d][0-9]", true},
-                                 {"e7", "[a-d][0-9]", false},
-                                 {"e7", "[^a-d]_", true},
-                                 {"CITTÀ", "citt_", true},
-                                 {"CITTÀ", "%à", true},
-                                 {"[x", "[x", true},
-                                 {"a]", "a]", true},
-                                 {"60010 00000  ", "60010%", true}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(sqlite::SqlLikePattern(row.pattern).matches(row.text), row.matches)
-        << row.text << " LIKE " << row.pattern;
-  }
+  const auto matches = [](const auto& row) { return sqlite::SqlLikePattern(row.second).matches(row.first); };
+  for (const auto& row :
+       inOut({"Budget => bud%", "Budget => %GET", "Budget => b_dget", "bud    => bud", " => %", "a => %a%",
+              "aaab => %a_b", "mississippi => m%iss%ip%i", "50% => 50[%]", "c7 => [a-d][0-9]", "e7 => [^a-d]_",
+              "CITTÀ => citt_", "CITTÀ => %à", "[x => [x", "a] => a]", "60010 00000   => 60010%"}))
+    EXPECT_TRUE(matches(row)) << row.first << " LIKE " << row.second;
+  for (const auto& row : inOut(
+           {"Budget => bud", "bud => bud ", " => _", "mississippi => m%iss%ip%s", "50x => 50[%]", "e7 => [a-d][0-9]"}))
+    EXPECT_FALSE(matches(row)) << row.first << " LIKE " << row.second;
 }
 
 }  // namespace

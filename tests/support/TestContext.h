@@ -66,6 +66,15 @@ struct TestContext {
   void failAlways() {
     db->onExecute = [](std::string_view) { throw values::Errore("boom"); };
   }
+  /// Keeps the progress events: "text steps", each step, "end".
+  std::vector<std::string> events;
+  void keepEvents() {
+    eventi.BeginProcess = [this](Variant& text, Variant& steps) {
+      events.push_back(values::toPlainText(text) + " " + values::toPlainText(steps));
+    };
+    eventi.StepProcess = [this](Variant& step) { events.push_back(values::toPlainText(step)); };
+    eventi.EndProcess = [this] { events.push_back("end"); };
+  }
   std::string outcome() const { return std::to_string(ctx.stato()) + " " + ctx.errore(); }
 };
 

@@ -64,12 +64,8 @@ TEST(Formats, JsonNeverLosesADigit) {
 }
 
 TEST(Formats, AnUnknownOneIsRefusedWithTheKnownOnes) {
-  try {
-    findFormat("xml");
-    FAIL();
-  } catch (const values::Errore& e) {
-    EXPECT_STREQ(e.what(), "There is no format xml, only table (for people), csv or json (for programs)");
-  }
+  EXPECT_EQ(errorOf([] { findFormat("xml"); }),
+            "There is no format xml, only table (for people), csv or json (for programs)");
 }
 
 TEST(Titles, ShortenFieldNames) {
