@@ -3,9 +3,9 @@
 #include "support/FakeYears.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing_support::expected, testing_support::FakeYears;
 
 Variant date(std::string_view text) { return text.empty() ? Variant() : Variant(*Date::TryParse(text)); }
@@ -176,4 +176,3 @@ TEST_F(CalendarioTest, ReadsTheProgressiveOfAYear) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,9 +2,9 @@
 #include "support/FakeYears.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing_support::FakeYears;
 
 struct Setting {
@@ -107,4 +107,3 @@ TEST_F(CaricaDatiTest, StopsAtTheFirstFailureAndKeepsItsName) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,9 +2,9 @@
 #include "support/Expected.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing::IsEmpty, testing_support::TestContext;
 
 std::string yes(bool value) { return value ? "yes" : "no"; }
@@ -219,4 +219,3 @@ TEST(ImpostazioniBudget, FindsElementsOnSlotBoundariesOnly) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,8 +1,9 @@
 #include "dupschede/DateDuplicazione.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 TEST(DateDuplicazione, DatesKeepTheirPlaceInTheYear) {
   const struct {
@@ -29,4 +30,3 @@ TEST(DateDuplicazione, DatesKeepTheirPlaceInTheYear) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -5,9 +5,9 @@
 #include "elaeco/PopolaSaldi.h"
 #include "support/FaultConnection.h"
 
-namespace elaeco_tests {
 namespace {
 
+using namespace elaeco_tests;
 using testing::ElementsAre, testing_support::rows;
 
 TEST(PopolaSaldi, EveryAccountHasARowForEveryPeriodInTheOrderItAppeared) {
@@ -199,4 +199,3 @@ TEST(PopolaSaldi, DistinctValuesAreThoseTheFilterShows) {
 }
 
 }  // namespace
-}  // namespace elaeco_tests

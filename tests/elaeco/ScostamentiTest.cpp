@@ -1,9 +1,9 @@
 #include "elaeco/Scostamenti.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing_support::rows;
 
 struct Deviations : testing::Test, testing_support::TestContext {
@@ -102,4 +102,3 @@ TEST_F(Deviations, TheParentOfAnAccountIsOneLevelUp) {
 }
 
 }  // namespace
-}  // namespace bukorval

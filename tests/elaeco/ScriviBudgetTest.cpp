@@ -3,9 +3,9 @@
 #include "elaeco/Company.h"
 #include "elaeco/ScriviBudget.h"
 
-namespace elaeco_tests {
 namespace {
 
+using namespace elaeco_tests;
 using testing::ElementsAre, testing::IsEmpty;
 
 /// A half-yearly budget with 10 a month proposed for goods and 1 for services.
@@ -192,4 +192,3 @@ TEST(ScriviBudget, WhatCannotBeWrittenLeavesNothing) {
 }
 
 }  // namespace
-}  // namespace elaeco_tests

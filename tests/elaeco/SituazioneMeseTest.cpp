@@ -2,8 +2,9 @@
 
 #include "elaeco/Company.h"
 
-namespace elaeco_tests {
 namespace {
+
+using namespace elaeco_tests;
 
 TEST(SituazioneMese, EveryPropertyReachesTheComponent) {
   Company company;
@@ -107,4 +108,3 @@ TEST(SituazioneMese, AFailureOfTheComponentIsToldInItsWordsAndLeavesNoRows) {
 }
 
 }  // namespace
-}  // namespace elaeco_tests

@@ -6,7 +6,6 @@
 #include "support/Expected.h"
 #include "support/TestContext.h"
 
-namespace elaeco_tests {
 namespace {
 
 using testing_support::expected;
@@ -78,4 +77,3 @@ TEST(TestiElaEco, LinksThatLeadNowhereDropTheBalance) {
 }
 
 }  // namespace
-}  // namespace elaeco_tests

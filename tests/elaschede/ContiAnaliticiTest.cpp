@@ -1,8 +1,9 @@
 #include "elaschede/ContiAnalitici.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 TEST(ContiAnalitici, TheTailOfTheCodeStructureDecides) {
   const struct {
@@ -40,4 +41,3 @@ TEST(ContiAnalitici, TheLastParentEndsWithTheLastLevelThatSaysSomething) {
 }
 
 }  // namespace
-}  // namespace bukorval

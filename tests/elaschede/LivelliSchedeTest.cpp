@@ -1,9 +1,9 @@
 #include "elaschede/LivelliSchede.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing_support::TestContext;
 
 TEST(LivelliSchede, ReadsTheCompanysNumberOfLevels) {
@@ -42,4 +42,3 @@ TEST(LivelliSchede, ComparesTheConfiguredLevels) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,9 +2,9 @@
 #include "support/Expected.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing_support::expected;
 
 struct MovimentiConto : testing::Test, testing_support::TestContext {
@@ -48,4 +48,3 @@ TEST_F(MovimentiConto, WithoutAnAccountNothingIsAskedAndAFailureIsNamed) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,8 +2,9 @@
 #include "support/DayShares.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 /// What a movement adds to each calendar month, in cents.
 using Months = std::array<std::int64_t, 13>;
@@ -130,4 +131,3 @@ TEST(TotaliMovimenti, ARangeAcrossTheTurnOfTheYearIsEnteredDownwards) {
 }
 
 }  // namespace
-}  // namespace bukorval

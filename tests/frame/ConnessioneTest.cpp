@@ -2,8 +2,9 @@
 #include "frame/Connessione.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 /// What a provider was given when it was opened.
 struct Opening {
@@ -65,4 +66,3 @@ TEST_F(Connessione, OpensOnceWithItsSettingsAndKeepsNoneThatFailed) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,8 +2,9 @@
 
 #include "frame/TestoSql.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 Variant dec(std::string_view text) { return values::Decimal::TryParse(text).value(); }
 
@@ -50,4 +51,3 @@ TEST(TestoSql, AmountsAreExactOrRefused) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -3,8 +3,9 @@
 #include "frame/Traccia.h"
 #include "support/Test.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 TEST(Identita, IdentifiersAreRandomAndMarkedSo) {
   std::set<std::string> seen;
@@ -36,4 +37,3 @@ TEST(Traccia, TheLinesOfAnInstanceCarryItsOneIdentifier) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,8 +2,9 @@
 #include "frame/Trappola.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 class Trappola : public testing::Test, protected testing_support::TestContext {
  protected:
@@ -103,4 +104,3 @@ TEST_F(Trappola, MissingObjectsAreNamed) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,8 +1,9 @@
 #include "frame/Validazione.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 /// What an operation asks for, by the label that messages give it; a text of movements stands for itself.
 const std::map<std::string, Variant Proprieta::*> kProperties = {
@@ -58,4 +59,3 @@ TEST(Validazione, AsksForEachPropertyInOrder) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,8 +1,9 @@
 #include "frame/Valori.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 Variant dec(std::string_view text) { return values::Decimal::TryParse(text).value(); }
 
@@ -144,4 +145,3 @@ TEST_F(Valori, NewIdentifiersNeverFail) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,9 +2,9 @@
 #include "object/CLSKORVAL.h"
 #include "support/Test.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing::EndsWith;
 
 TEST(CLSKORVAL, TracesItsLifeUnderOneIdentifier) {
@@ -38,4 +38,3 @@ TEST(CLSKORVAL, ResetsTheOutcomeInEveryMethodButNvlAndBFill) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -4,8 +4,9 @@
 #include "object/CLSKORVAL.h"
 #include "suite/Suite.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 struct DefinizioneSuDatabase : testing::Test {
   ado::ConnectionPtr db = object_tests::companyWithBudgets();
@@ -68,4 +69,3 @@ TEST_F(DefinizioneSuDatabase, ShowsTheGrid) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,9 +2,9 @@
 
 #include "object/FaultSweep.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing::ElementsAre;
 
 class Duplicazione : public object_tests::FaultSweep {
@@ -205,4 +205,3 @@ TEST_F(Duplicazione, RefusesWhatItCannotCopy) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,8 +2,9 @@
 
 #include "object/FaultSweep.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 class Elaborazioni : public object_tests::FaultSweep {
  protected:
@@ -125,4 +126,3 @@ TEST_F(Elaborazioni, AnAccountOfZerosTakesNoMovements) {
 }
 
 }  // namespace
-}  // namespace bukorval

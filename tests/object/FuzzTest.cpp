@@ -10,8 +10,9 @@
 #include "values/Text.h"
 
 /// Random calls of every member: whatever comes in, only an outcome comes out.
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 class Dice {
  public:
@@ -214,4 +215,3 @@ TEST(Fuzz, WithASmallDatabase) {
 }
 
 }  // namespace
-}  // namespace bukorval

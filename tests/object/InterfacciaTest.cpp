@@ -4,9 +4,9 @@
 #include "object/Interfaccia.h"
 #include "support/Test.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing::HasSubstr, testing::ThrowsMessage;
 
 TEST(Interfaccia, HasEveryPublicMemberAndNoOther) {
@@ -113,4 +113,3 @@ TEST_F(InterfacciaTest, RefusesABadCallBeforeItRuns) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -3,9 +3,9 @@
 #include "object/DemoCompany.h"
 #include "values/Text.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using SafeMonth = object_tests::DemoCompany;
 
 TEST_F(SafeMonth, AYearThatTheCalendarLacksIsRefused) {
@@ -100,4 +100,3 @@ TEST_F(SafeMonth, NumbersGoBySessionAndNullWins) {
 }
 
 }  // namespace
-}  // namespace bukorval

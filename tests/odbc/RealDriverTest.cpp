@@ -77,7 +77,6 @@ GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ProviderCases);
 
 }  // namespace provider_cases
 
-namespace odbc_tests {
 namespace {
 
 using provider_cases::outcomeOf, provider_cases::shown;
@@ -137,4 +136,3 @@ TEST(OdbcOpen, AFailureSaysWhatTheDriverManagerOrTheDatabaseFound) {
 }
 
 }  // namespace
-}  // namespace odbc_tests

@@ -7,7 +7,6 @@
 #include "support/Fields.h"
 
 /// What SQL Server's driver may answer, told by a driver that follows a script (driver/ScriptedDriver.cpp).
-namespace odbc_tests {
 namespace {
 
 using provider_cases::shown, testing_support::described, values::Kind;
@@ -123,4 +122,3 @@ TEST_F(Scripted, TransactionsAreOfTheLevelAskedFor) {
 }
 
 }  // namespace
-}  // namespace odbc_tests

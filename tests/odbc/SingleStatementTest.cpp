@@ -1,7 +1,6 @@
 #include "odbc/SingleStatement.h"
 #include "support/Test.h"
 
-namespace odbc_tests {
 namespace {
 
 TEST(SingleStatement, LetsOneThrough) {
@@ -22,4 +21,3 @@ TEST(SingleStatement, RefusesTwoAndSaysWhereTheSecondBegins) {
 }
 
 }  // namespace
-}  // namespace odbc_tests

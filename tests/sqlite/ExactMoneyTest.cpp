@@ -3,7 +3,6 @@
 #include "sqlite/storage/Scaled.h"
 #include "support/Test.h"
 
-namespace sqlite_tests {
 namespace {
 
 using sqlite::Int128, sqlite::unitsToPlainText;
@@ -96,4 +95,3 @@ INSTANTIATE_TEST_SUITE_P(Limits, ExactMoney,
                          [](const auto& info) { return info.param.name; });
 
 }  // namespace
-}  // namespace sqlite_tests

@@ -5,7 +5,6 @@
 #include "sqlite/functions/SqlLikePattern.h"
 #include "support/Test.h"
 
-namespace sqlite_tests {
 namespace {
 
 using sqlite::Binding, tsql::Literal, tsql::Type, tsql::TypeKind;
@@ -98,4 +97,3 @@ TEST(LikePattern, MatchesAsSqlServerDoes) {
 }
 
 }  // namespace
-}  // namespace sqlite_tests

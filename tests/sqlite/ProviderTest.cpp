@@ -22,9 +22,9 @@ INSTANTIATE_TEST_SUITE_P(Sqlite, PortableCases, testing::Values(kSqlite));
 
 }  // namespace provider_cases
 
-namespace sqlite_tests {
 namespace {
 
+using namespace sqlite_tests;
 using provider_cases::shown;
 
 /// Runs raw engine text on the file, past the provider.
@@ -143,4 +143,3 @@ TEST_F(SqlitePlans, FollowChangesOfTheTables) {
 }
 
 }  // namespace
-}  // namespace sqlite_tests

@@ -3,10 +3,9 @@
 #include "sqlite/emitter/Translate.h"
 #include "tsql/SmallCatalog.h"
 
-namespace sqlite {
-
 namespace {
 
+using namespace sqlite;
 using testing::HasSubstr, testing::Not;
 
 Translation translated(std::string_view text) {
@@ -96,4 +95,3 @@ TEST(Translate, RandomTextsNeverDoMoreThanFail) {
 }
 
 }  // namespace
-}  // namespace sqlite

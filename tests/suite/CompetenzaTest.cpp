@@ -1,8 +1,9 @@
 #include "suite/Competenza.h"
 #include "support/DayShares.h"
 
-namespace suite {
 namespace {
+
+using namespace suite;
 
 TEST(Competenza, RandomAmountsAndIntervalsAddUpToTheCent) {
   std::mt19937_64 random(20111231);
@@ -62,4 +63,3 @@ TEST(Competenza, AnIntervalThatEndsBeforeItStartsGoesToTheMonthOfItsEnd) {
 }
 
 }  // namespace
-}  // namespace suite

@@ -1,9 +1,9 @@
 #include "tsql/Resolver.h"
 #include "tsql/SmallCatalog.h"
 
-namespace tsql_tests {
 namespace {
 
+using namespace tsql_tests;
 using testing::HasSubstr;
 
 tsql::Statement resolved(std::string_view text) {
@@ -52,4 +52,3 @@ TEST(Parser, DeepNestingIsRefused) {
 }
 
 }  // namespace
-}  // namespace tsql_tests

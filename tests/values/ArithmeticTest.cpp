@@ -1,8 +1,9 @@
 #include "values/Arithmetic.h"
 #include "values/Helpers.h"
 
-namespace values {
 namespace {
+
+using namespace values;
 
 TEST(Arithmetic, KindsFollowTheirOperands) {
   const auto shortOf = [](int v) { return Variant(static_cast<std::int16_t>(v)); };
@@ -51,4 +52,3 @@ TEST(Arithmetic, ComparesAcrossKinds) {
 }
 
 }  // namespace
-}  // namespace values

@@ -1,8 +1,9 @@
 #include "values/Helpers.h"
 #include "values/NumberText.h"
 
-namespace values {
 namespace {
+
+using namespace values;
 
 TEST(Conversion, ReadsNumbersByTheSeparator) {
   const auto reads = [](char separator, const std::vector<std::pair<std::string, std::string>>& rows) {
@@ -128,4 +129,3 @@ TEST(Conversion, BlankValuesGiveWay) {
 }
 
 }  // namespace
-}  // namespace values

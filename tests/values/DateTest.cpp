@@ -1,7 +1,8 @@
 #include "support/Test.h"
 
-namespace values {
 namespace {
+
+using namespace values;
 
 bool isLeap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
@@ -83,4 +84,3 @@ TEST(Date, NowIsAPossibleDate) {
 }
 
 }  // namespace
-}  // namespace values

@@ -1,7 +1,8 @@
 #include "values/Helpers.h"
 
-namespace values {
 namespace {
+
+using namespace values;
 
 /// Schoolbook arithmetic on strings of digits: slow, and shares nothing with the code under test.
 std::string multiplyDigits(const std::string& a, const std::string& b) {
@@ -212,4 +213,3 @@ TEST(Decimal, ScaledUnitsRefuseToLoseDigits) {
 }
 
 }  // namespace
-}  // namespace values

@@ -1,8 +1,9 @@
 #include "support/Test.h"
 #include "values/Text.h"
 
-namespace values {
 namespace {
+
+using namespace values;
 
 TEST(Text, CountsCharactersNotBytes) {
   EXPECT_EQ(length("perché"), 6U);
@@ -60,4 +61,3 @@ TEST(Text, OrderAndKeyAgreeOnEveryCharacter) {
 }
 
 }  // namespace
-}  // namespace values

@@ -4,9 +4,9 @@
 #include "dati/import/CsvReader.h"
 #include "support/Test.h"
 
-namespace bukorval::dati {
 namespace {
 
+using namespace bukorval::dati;
 using Record = std::vector<std::string>;
 
 struct ReadFile {
@@ -94,4 +94,3 @@ TEST(CsvModel, ReadsOneValue) {
 }
 
 }  // namespace
-}  // namespace bukorval::dati

@@ -2,8 +2,9 @@
 #include "dati/import/FinanceFolder.h"
 #include "support/Test.h"
 
-namespace bukorval::dati {
 namespace {
+
+using namespace bukorval::dati;
 
 TEST(FinanceFolder, ADayNearAMonthEndStandsForItsMonth) {
   const std::pair<Date, Date> cases[] = {
@@ -44,4 +45,3 @@ TEST(FinanceChart, TheChartHasGroupsAccountsAndDepartments) {
 }
 
 }  // namespace
-}  // namespace bukorval::dati

@@ -2,9 +2,9 @@
 #include "host/environment/Errors.h"
 #include "support/Test.h"
 
-namespace bukorval::host {
 namespace {
 
+using namespace bukorval::host;
 using values::Kind;
 
 TEST(Arguments, ReadsWhatPeopleType) {
@@ -51,4 +51,3 @@ TEST(Arguments, ReadsDictionaries) {
 }
 
 }  // namespace
-}  // namespace bukorval::host

@@ -4,8 +4,9 @@
 #include "host/output/Titles.h"
 #include "support/Test.h"
 
-namespace bukorval::host {
 namespace {
+
+using namespace bukorval::host;
 
 Table sample() {
   Table table;
@@ -83,4 +84,3 @@ TEST(Titles, ShortenFieldNames) {
 }
 
 }  // namespace
-}  // namespace bukorval::host
