@@ -123,7 +123,7 @@ TEST(ScriviBudget, AccountsWithoutACardThatTheStructureDoesNotAllowAreListed) {
     bool hasCard, onlyWithCard;
     std::vector<std::string> missing;
     std::size_t written;
-  } cases[] = {{"BU01_CODICE_BU60 = 'S1'", "", false, false, {services}, 2},
+  } cases[] = {{"BU01_CODICE_BU60 = 'S1'", "  ", false, false, {services}, 2},
                {"", "S1  ", false, false, {services}, 2},
                {"", "S2", false, false, {goods, services}, 0},
                {"BU01_INDTIPO = 3, BU01_STRUTTURA = 'MAR'", "", false, false, {goods, services}, 0},
@@ -147,6 +147,11 @@ TEST(ScriviBudget, AccountsWithoutACardThatTheStructureDoesNotAllowAreListed) {
     EXPECT_EQ(budget.missing(), c.missing);
     EXPECT_EQ(budget.written().size(), c.written);
   }
+  Proposal quoted;
+  quoted.everyMonth({debit("O'1", "1")});
+  quoted.prop.CodiceStrutturaBU60 = "S2";
+  quoted.proposeAndWrite();
+  EXPECT_EQ(quoted.outcome(), "0 ");
 }
 
 TEST(ScriviBudget, WhatCannotBeWrittenLeavesNothing) {

@@ -50,7 +50,7 @@ TEST(LiteralConversion, GivesTheStoredFormOrSqlServersError) {
       {Kind::Integer, "99999999999999999999", decimal(15, 2), kCompare, "1e+30"},
       {Kind::Text, "1,5", decimal(15, 2), kCompare, "Error converting data type varchar to numeric"},
       {Kind::Integer, "40000", integer(16), kCompare, "40000"},
-      {Kind::Integer, "40000", integer(16), kWrite,
+      {Kind::Integer, "32768", integer(16), kWrite,
        "Arithmetic overflow error converting int to data type smallint in column 'C'"},
       {Kind::Decimal, "1.9", integer(32), kWrite, "1"},
       {Kind::Decimal, "1.9", integer(32), kCompare, "1.5"},
