@@ -7,6 +7,12 @@ namespace {
 using namespace bukorval;
 using testing_support::expected;
 
+/// The statement of movements with its conditions on dates and account.
+std::string movements(const std::string& conditions) {
+  return expected("elaschede/expected/movimenti.sql",
+                  {{"{CONDIZIONI}\r\n", expected("elaschede/expected/" + conditions + ".sql")}});
+}
+
 struct MovimentiConto : testing::Test, testing_support::TestContext {
   MovimentiConto() {
     prop.CodiceDitta = 1;
@@ -21,7 +27,7 @@ struct MovimentiConto : testing::Test, testing_support::TestContext {
 
 TEST_F(MovimentiConto, ByRegistrationDateForAnAnalyticAccount) {
   BdgElaSchede_GetRstMovimentiConto(ctx, {"50010001", {}});
-  EXPECT_EQ(db->texts.at(0), expected("elaschede/expected/per_registrazione.sql"));
+  EXPECT_EQ(db->texts.at(0), movements("per_registrazione"));
   // A revenue card has a customer.
   prop.IsSoloMovCliFor = true;
   prop.BdgTipoScheda = 1;
@@ -35,7 +41,7 @@ TEST_F(MovimentiConto, ByCompetenceForALedgerAccountSiteAndSupplier) {
   prop.CodiceSede = 7;
   ctx.dati.gestioneSede = true;
   BdgElaSchede_GetRstMovimentiConto(ctx, {"50010000", 42});
-  EXPECT_EQ(db->texts.at(0), expected("elaschede/expected/per_competenza.sql"));
+  EXPECT_EQ(db->texts.at(0), movements("per_competenza"));
 }
 
 TEST_F(MovimentiConto, WithoutAnAccountNothingIsAskedAndAFailureIsNamed) {
