@@ -60,6 +60,9 @@ struct Proprieta {
   /// Accounts with a balance that have no card and get none: CONTO, DESCRIZIONE. The economic elaboration makes the
   /// set, and its writing fills it.
   ado::RecordsetPtr RstContiNonPresentiInStruttura;
+  /// Balances of the last proposal that no reclassification link takes, deviations included: CONTO, DESCRIZIONE, ANNO,
+  /// MESE, IMPORTO. For a host of ours alone: no member of the interface. Nothing for a general-ledger budget.
+  ado::RecordsetPtr RstSaldiSenzaCollegamento;
 
   /// Detail kind that the elaborations write: 0 budget, 1 actuals, 2 orders, 2 + n forecast n. The writing of balances
   /// fails (99) for a kind that the budget does not have.
@@ -87,8 +90,9 @@ struct Proprieta {
   bool MovimentiDaConsolidare = false;
   /// Kept for the client; no operation reads it. `TipoMovimenti` says whether forecast movements count.
   bool MovimentiPrevisionali = false;
-  /// SQL condition that selects movement kinds ("CG41_INDTIPOMOV = 0"), put into the statement as it is. The economic
-  /// elaboration and that of cards need it.
+  /// SQL condition that selects movement kinds ("CG41_INDTIPOMOV = 0"), put into the statement as it is, between
+  /// parentheses. The economic elaboration and that of cards need it, and refuse (1) what is not one condition over
+  /// the columns of CG41_PRIMANOTA and CG42_MOVCONT: see suite/CondizioneMovimenti.h.
   std::string TipoMovimenti;
   /// Whether the economic elaboration includes simulated depreciation.
   bool GestioneAmmortamenti = false;
@@ -103,6 +107,9 @@ struct Proprieta {
   /// Whether duplication replaces what a destination card already holds. The economic elaboration has SOVRASCRIVI row
   /// by row instead.
   bool IsSovrascriviEsistenti = false;
+  /// Whether the economic elaboration proposes rows for a budget kept by months too, one a month. For C++ clients only:
+  /// without it such a budget gets no rows.
+  bool ProponiBudgetMensili = false;
   /// Source of the deviation percentage of the economic elaboration: 0 `PercentualeScostamento`, 2 `RstScostPerConto`,
   /// 3 `RstScostPerPeriodo`, 99 or any other none.
   BdgTipoScostamento TipoScostamento = 0;

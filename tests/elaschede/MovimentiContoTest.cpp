@@ -44,6 +44,15 @@ TEST_F(MovimentiConto, ByCompetenceForALedgerAccountSiteAndSupplier) {
   EXPECT_EQ(db->texts.at(0), movements("per_competenza"));
 }
 
+TEST_F(MovimentiConto, ACodeOfTheDatabaseIsOnlyACode) {
+  BdgElaSchede_GetRstMovimentiConto(ctx, {"5'%10000", {}});
+  EXPECT_NE(db->texts.at(0).find(" AND CG42_CONTOPAR_CG24 LIKE '5''[%]1%'\r\n"), std::string::npos);
+  prop.TipoMovimenti = "1=1) OR (1=1";
+  EXPECT_EQ(BdgElaSchede_GetRstMovimentiConto(ctx, {"50010001", {}}), nullptr);
+  EXPECT_EQ(db->texts.size(), 1u);
+  EXPECT_THAT(outcome(), testing::StartsWith("1 TipoMovimenti : condizione non ammessa, "));
+}
+
 TEST_F(MovimentiConto, WithoutAnAccountNothingIsAskedAndAFailureIsNamed) {
   EXPECT_EQ(BdgElaSchede_GetRstMovimentiConto(ctx, {values::Variant::Null(), {}}), nullptr);
   EXPECT_TRUE(db->texts.empty());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -26,12 +27,18 @@ struct Option {
   bool showDefault = false;                       ///< what the target holds, in the help
   std::string valueName = {};                     ///< instead of TEXT in the help
   std::string group = {};                         ///< of the help
-  std::string variable = {};                      ///< of the environment, that stands for it
   std::string excludes = {};                      ///< flags of an option declared before
   std::vector<std::string> oneOf = {};            ///< the values that are right
   std::optional<std::pair<int, int>> range = {};  ///< the least and the greatest value that is right
   /// What is wrong with a value, "" for nothing.
   std::function<std::string(const std::string&)> check = {};
+};
+
+/// What a command does to cards, for the options that come with it.
+enum class Writes : std::uint8_t {
+  Nothing,
+  Cards,       ///< --force and --no-history
+  UndoneCards  ///< --force
 };
 
 /// A command of the program: see Commands.cpp for how to add one.
@@ -41,6 +48,7 @@ struct Command {
   std::string_view example;     ///< shown below the command's --help
   std::vector<Option> options;  ///< its own; the shared ones may stand before or after the command's name
   std::function<void(Environment&)> run;
+  Writes writes = Writes::Nothing;
 };
 
 }  // namespace bukorval::host

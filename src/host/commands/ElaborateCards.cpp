@@ -1,16 +1,20 @@
 #include <algorithm>
 #include <functional>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dati/Cards.h"
 #include "dati/Failure.h"
 #include "dati/Movements.h"
+#include "dati/Reconciliation.h"
 #include "dati/WatchedRun.h"
+#include "dati/Years.h"
 #include "host/commands/Command.h"
+#include "host/commands/DetailKind.h"
+#include "host/commands/ReconciliationReport.h"
 #include "host/commands/RunReport.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
@@ -71,11 +75,7 @@ void checkInput(CLSKORVAL& budget) {
   if (budget.TipoDataMovimenti != 0 && budget.TipoDataMovimenti != 1)
     throw UsageError("--TipoDataMovimenti is 0 (registration date) or 1 (competence), not " +
                      std::to_string(budget.TipoDataMovimenti));
-  const int last = bdgDettaglioOrdini + budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget);
-  const int kind = budget.TipoDettaglioDestinazione;
-  if (kind < bdgDettaglioBudget || kind > last)
-    throw dati::Refused("The budget has no detail kind " + std::to_string(kind) +
-                        ": --TipoDettaglioDestinazione is 0 to " + std::to_string(last));
+  requireDetailKind(budget, budget.TipoDettaglioDestinazione);
 }
 
 /// What a month-end run means when the command line does not say otherwise: the real movements of the budget's own
@@ -89,11 +89,12 @@ void completeInput(Environment& environment) {
   completeKinds(environment);
   if (!given.contains("TipoDettaglioDestinazione")) budget.TipoDettaglioDestinazione = bdgDettaglioConsuntivo;
   checkInput(budget);
+  completeCardRange(environment);
   completeSites(environment);
 }
 
 struct CardsOptions {
-  bool dryRun = false, yes = false;
+  bool dryRun = false, yes = false, strict = false;
 };
 
 /// Dates that are missing: from the budget's first day to the end of the month that has the latest movement. Further
@@ -107,7 +108,8 @@ void completeDates(Environment& environment, const CardsOptions& options) {
   if (values::isBlank(budget.DaData)) budget.DaData = begin;
   const bool open = values::isBlank(budget.AData);
   if (open) budget.AData = end;
-  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData)) return;
+  if (values::isBlank(begin))
+    dati::requireYear(*environment.connection(), budget.CodiceDitta, budget.AnnoEsercizio, budget.ProgressivoEsercizio);
   const auto from = values::toDate(budget.DaData), to = values::toDate(budget.AData);
   const auto last = dati::lastMovementDate(*environment.connection(),
                                            {budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
@@ -124,64 +126,81 @@ void completeDates(Environment& environment, const CardsOptions& options) {
             options.yes);
 }
 
-/// The run, or two of them where the dates cross the turn of the year in a budget by calendar months: the object takes
+using Range = std::pair<values::Variant, values::Variant>;
+
+/// The dates, or two ranges where they cross the turn of the year in a budget by calendar months: the object takes
 /// the months of such dates as the two ends of a range and would elaborate those between them.
-std::vector<std::function<void()>> runsOf(CLSKORVAL& budget) {
-  const auto runBetween = [&budget](const values::Variant& from, const values::Variant& to) {
-    return [&budget, from, to] {
-      budget.DaData = from;
-      budget.AData = to;
-      budget.BdgElaSchede_Elaborazione();
-    };
-  };
+std::vector<Range> rangesOf(CLSKORVAL& budget) {
   const auto first = budget.DaData, last = budget.AData;
   const bool calendar = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget) == bdgAnnoSolare;
-  if (!calendar || values::isBlank(first) || values::isBlank(last)) return {runBetween(first, last)};
+  if (!calendar || values::isBlank(first) || values::isBlank(last)) return {{first, last}};
   const auto from = values::toDate(first), to = values::toDate(last);
-  if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {runBetween(first, last)};
-  return {runBetween(first, values::Date::FromYmd(from.year(), 12, 31)),
-          runBetween(values::Date::FromYmd(to.year(), 1, 1), last)};
+  if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {{first, last}};
+  return {{first, values::Date::FromYmd(from.year(), 12, 31)}, {values::Date::FromYmd(to.year(), 1, 1), last}};
 }
 
-/// One run of the object for a card kind, watched and summed up.
-/// @return what it changed.
-std::vector<dati::AmountChange> elaborateKind(Environment& environment, int cardKind, dati::RunMode mode,
-                                              SiteSummary& summary) {
-  auto& budget = environment.budget();
-  budget.BdgTipoScheda = cardKind;
-  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget), budget.TipoDettaglioDestinazione},
-                       mode);
+/// Which part of the movements a run is about, by the command line.
+dati::CardReconciler::Narrowing narrowingOf(const Environment& environment) {
+  const auto& given = environment.options.properties;
+  const auto either = [&](const char* a, const char* b) { return given.contains(a) || given.contains(b); };
+  return {either("CodiceSede", "ElencoSedi"), either("DaScheda", "AScheda")};
+}
+
+/// The runs of the object, over both card kinds or the one that is selected.
+/// @param onCard  for each card, when it has been done.
+void elaborate(CLSKORVAL& budget, dati::WatchedRun& run, dati::CardReconciler& reconciler,
+               const std::function<void(const ado::Recordset&)>& onCard) {
+  std::vector<int> cardKinds = {0, 1};
+  const auto chosen = budget.BdgTipoScheda;
+  if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
   const Progress progress(budget);
   // The cards of each site pass by as they are elaborated.
   const auto step = budget.eventi.StepProcess;
   budget.eventi.StepProcess = [&](values::Variant& done) {
-    summary.addCard((*budget.RstBdgSchedeDaElaborare)["BU65_CODICE_CG31"].Value());
+    onCard(*budget.RstBdgSchedeDaElaborare);
     if (step) step(done);
   };
-  const auto from = budget.DaData, to = budget.AData;
-  run(runsOf(budget));
-  budget.DaData = from;
-  budget.AData = to;
-  auto changes = run.changes();
-  summary.addChanges(changes);
-  return changes;
+  const auto ranges = rangesOf(budget);
+  run([&](CLSKORVAL& object) {
+    for (const int cardKind : cardKinds) {
+      for (const auto& [from, to] : ranges) {
+        object.BdgTipoScheda = cardKind;
+        object.DaData = from;
+        object.AData = to;
+        reconciler.beginRun();
+        object.BdgElaSchede_Elaborazione();
+        dati::requireSuccess(object);
+      }
+    }
+  });
 }
 
 void elaborateCards(Environment& environment, const CardsOptions& options) {
   requireBudget(environment);
+  if (!options.dryRun) requireWritable(environment, budgetScelto(environment.budget()));
   completeInput(environment);
   completeDates(environment, options);
-  std::vector<int> cardKinds = {0, 1};
-  const auto& chosen = environment.budget().BdgTipoScheda;
-  if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
-  const auto mode = options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write;
+  auto& budget = environment.budget();
+  auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, {budgetScelto(budget), budget.TipoDettaglioDestinazione});
+  dati::CardReconciler reconciler(budget, narrowingOf(environment));
   SiteSummary summary;
-  std::vector<dati::AmountChange> changes;
-  for (const int cardKind : cardKinds) {
-    auto found = elaborateKind(environment, cardKind, mode, summary);
-    std::ranges::move(found, std::back_inserter(changes));
-  }
-  environment.show(options.dryRun ? tableOf(changes) : summary.table());
+  elaborate(budget, run, reconciler, [&](const ado::Recordset& cards) {
+    reconciler.addCard(cards);
+    summary.addCard(cards["BU65_CODICE_CG31"].Value());
+  });
+  const auto reconciliation = reconciler.reconcile(run.connection(), run.before(), run.after());
+  const bool refused = options.strict && reconciliation.hasRest();
+  const auto mode = options.dryRun || refused ? dati::RunMode::Trial : dati::RunMode::Write;
+  transaction.end(mode);
+  const auto changes = run.changes();
+  summary.addChanges(changes);
+  environment.show({{},
+                    {{"Cards", mode == dati::RunMode::Trial ? tableOf(changes) : summary.table()},
+                     {"Landed nowhere", unlandedTable(reconciliation)},
+                     {"Reconciliation", totalsTable(reconciliation)}}});
+  if (refused)
+    throw dati::Refused("Not every movement landed on a card, to the cent: with --strict nothing was written");
 }
 
 }  // namespace
@@ -194,13 +213,17 @@ Command elaborateCardsCommand() {
           "Takes every site and both card kinds, the budget's own year, consolidated movements and those to be\n"
           "consolidated, unless options say otherwise:\n"
           "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoDataMovimenti 1 (competence),\n"
-          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.\n"
+          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction in all.\n"
           "--MovimentiConsolidati, --MovimentiDaConsolidare and --MovimentiPrevisionali (forecast movements) name the\n"
           "kinds that count instead of those two; --TipoMovimenti is a condition in SQL instead of the three.\n"
-          "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
+          "Without --AData the run ends with the month of the latest movement; later months keep what they hold.\n"
+          "Then shows the movements that landed on no card, with the reason, and totals that add up to the cent.",
           {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
+           {"--strict", "write nothing and leave with exit code 1 when a movement of the range lands nowhere",
+            &options->strict},
            {"--yes", "do not ask before months without movements become 0", &options->yes}},
-          [options](Environment& environment) { elaborateCards(environment, *options); }};
+          [options](Environment& environment) { elaborateCards(environment, *options); },
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host
