@@ -1,17 +1,12 @@
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "host/output/Formats.h"
 #include "host/output/Titles.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
-namespace bukorval::host {
 namespace {
 
-using values::Date;
-using values::Decimal;
-using values::Variant;
+using namespace bukorval::host;
 
 Table sample() {
   Table table;
@@ -70,12 +65,8 @@ TEST(Formats, JsonNeverLosesADigit) {
 }
 
 TEST(Formats, AnUnknownOneIsRefusedWithTheKnownOnes) {
-  try {
-    findFormat("xml");
-    FAIL();
-  } catch (const values::Errore& e) {
-    EXPECT_STREQ(e.what(), "There is no format xml, only table (for people), csv or json (for programs)");
-  }
+  EXPECT_EQ(errorOf([] { findFormat("xml"); }),
+            "There is no format xml, only table (for people), csv or json (for programs)");
 }
 
 TEST(Titles, ShortenFieldNames) {
@@ -93,4 +84,3 @@ TEST(Titles, ShortenFieldNames) {
 }
 
 }  // namespace
-}  // namespace bukorval::host
