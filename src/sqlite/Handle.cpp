@@ -20,6 +20,17 @@ std::string describeNull(std::string_view where) {
 
 }  // namespace
 
+Database open(const std::string& file, int flags) {
+  sqlite3* raw = nullptr;
+  const int outcome = sqlite3_open_v2(file.c_str(), &raw, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  Database database(raw);
+  if (outcome != SQLITE_OK) {
+    throw values::Errore("Cannot open the database file '" + file +
+                         "': " + (raw ? sqlite3_errmsg(raw) : "out of memory"));
+  }
+  return database;
+}
+
 std::string describeFailure(sqlite3* database) {
   const std::string_view message = sqlite3_errmsg(database);
   const std::string where(subject(message));

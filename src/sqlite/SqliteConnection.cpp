@@ -31,25 +31,14 @@ bool isTrue(const std::string& entry) {
 int openFlags(const Connection& connection, const std::string& file) {
   const auto& text = connection.ConnectionString;
   const bool readOnly = connection.Mode == kModeRead || values::compareText(connectionEntry(text, "Mode"), "read") == 0;
-  const int common = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
-  if (file == ":memory:") return common | SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY;
+  if (file == ":memory:") return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY;
   const bool create = isTrue(connectionEntry(text, "Create"));
   std::error_code ignored;
   if (!create && !std::filesystem::exists(file, ignored)) {
     throw Errore("Cannot open the database file '" + file + "': it does not exist (Create=True makes a new one)");
   }
-  if (readOnly) return common | SQLITE_OPEN_READONLY;
-  return common | SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
-}
-
-Database openFile(const std::string& file, int flags) {
-  sqlite3* raw = nullptr;
-  const int outcome = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);
-  Database database(raw);
-  if (outcome != SQLITE_OK) {
-    throw Errore("Cannot open the database file '" + file + "': " + (raw ? sqlite3_errmsg(raw) : "out of memory"));
-  }
-  return database;
+  if (readOnly) return SQLITE_OPEN_READONLY;
+  return SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
 }
 
 void configure(sqlite3* database) {
@@ -77,7 +66,7 @@ void SqliteConnection::Open(std::string_view, std::string_view, std::int32_t) {
   if (database_) throw Errore(kObjectOpen);
   const std::string file = connectionEntry(ConnectionString, "Data Source");
   if (file.empty()) throw Errore("The connection string names no Data Source");
-  auto database = openFile(file, openFlags(*this, file));
+  auto database = open(file, openFlags(*this, file));
   try {
     configure(database.get());
     registerFunctions(database.get());
