@@ -7,6 +7,7 @@
 #include "host/CommandLine.h"
 #include "host/environment/Environment.h"
 #include "host/environment/Errors.h"
+#include "host/environment/StandardStreams.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval::host {
@@ -22,8 +23,11 @@ int failed(int code, const char* message) {
 
 int runProgram(int argc, const char* const* argv) noexcept {
   try {
+    prepareStandardStreams();
     Environment environment;
-    return runCommandLine(argc, argv, environment);
+    const int code = runCommandLine(argc, argv, environment);
+    flushOutput();
+    return code;
   } catch (const UsageError& e) {
     return failed(exitUsage, e.what());
   } catch (const dati::Failure& e) {

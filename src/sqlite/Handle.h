@@ -17,7 +17,7 @@ struct FinalizeStatement {
 using Database = std::unique_ptr<sqlite3, CloseDatabase>;
 using Prepared = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
-/// Opens a file as it is. Throws values::Errore with the name of the file and the reason.
+/// Opens a file as it is. Throws values::Errore with the reason.
 /// @param flags  the engine's, SQLITE_OPEN_…
 Database open(const std::string& file, int flags);
 

@@ -1,10 +1,10 @@
 #include "sqlite/SqliteConnection.h"
 
-#include <filesystem>
 #include <utility>
 
 #include "ado/Messages.h"
 #include "ado/connection/ConnectionString.h"
+#include "sqlite/DatabaseFile.h"
 #include "sqlite/emitter/Translate.h"
 #include "sqlite/functions/Functions.h"
 #include "values/Conversion.h"
@@ -28,17 +28,10 @@ bool isTrue(const std::string& entry) {
   return values::compareText(entry, "true") == 0 || values::compareText(entry, "yes") == 0 || entry == "1";
 }
 
-int openFlags(const Connection& connection, const std::string& file) {
+FileWish wishOf(const Connection& connection) {
   const auto& text = connection.ConnectionString;
-  const bool readOnly = connection.Mode == kModeRead || values::compareText(connectionEntry(text, "Mode"), "read") == 0;
-  if (file == ":memory:") return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY;
-  const bool create = isTrue(connectionEntry(text, "Create"));
-  std::error_code ignored;
-  if (!create && !std::filesystem::exists(file, ignored)) {
-    throw Errore("Cannot open the database file '" + file + "': it does not exist (Create=True makes a new one)");
-  }
-  if (readOnly) return SQLITE_OPEN_READONLY;
-  return SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
+  return {connectionEntry(text, "Data Source"), isTrue(connectionEntry(text, "Create")),
+          connection.Mode == kModeRead || values::compareText(connectionEntry(text, "Mode"), "read") == 0};
 }
 
 void configure(sqlite3* database) {
@@ -49,10 +42,7 @@ void configure(sqlite3* database) {
   run(database, "PRAGMA foreign_keys = ON");
   run(database, "PRAGMA temp_store = MEMORY");
   run(database, "PRAGMA cache_size = -65536");
-  if (sqlite3_db_readonly(database, "main") == 0) {
-    run(database, "PRAGMA journal_mode = WAL");
-    run(database, "PRAGMA synchronous = NORMAL");
-  }
+  run(database, "PRAGMA synchronous = NORMAL");
 }
 
 }  // namespace
@@ -64,17 +54,19 @@ SqliteConnection::~SqliteConnection() {
 
 void SqliteConnection::Open(std::string_view, std::string_view, std::int32_t) {
   if (database_) throw Errore(kObjectOpen);
-  const std::string file = connectionEntry(ConnectionString, "Data Source");
-  if (file.empty()) throw Errore("The connection string names no Data Source");
-  auto database = open(file, openFlags(*this, file));
+  const auto wish = wishOf(*this);
+  if (wish.file.empty()) throw Errore("The connection string names no Data Source");
+  Database database;
   try {
+    database = openFile(wish);
     configure(database.get());
     registerFunctions(database.get());
     catalog_.emplace(database.get());
   } catch (const Errore& error) {
     catalog_.reset();
-    throw Errore("Cannot open the database file '" + file + "': " + error.what());
+    throw Errore("Cannot open the database file '" + wish.file + "': " + error.what());
   }
+  writable_ = !wish.readOnly && sqlite3_db_readonly(database.get(), "main") == 0;
   cache_.emplace(kCachedPlans);
   database_ = std::move(database);
   lastIdentity_.reset();
@@ -163,8 +155,7 @@ void SqliteConnection::BeginTrans() {
   if (inTransaction_) throw Errore("Cannot start more transactions on this session");
   // Every transaction here is serialisable, whatever IsolationLevel asks. The write lock is taken at once, so that
   // a second writer waits at its beginning and never fails halfway.
-  const bool writes = sqlite3_db_readonly(database_.get(), "main") == 0;
-  run(database_.get(), writes ? "BEGIN IMMEDIATE" : "BEGIN");
+  run(database_.get(), writable_ ? "BEGIN IMMEDIATE" : "BEGIN");
   inTransaction_ = true;
   schemaChangedInTransaction_ = false;
 }

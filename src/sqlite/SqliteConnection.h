@@ -19,7 +19,7 @@ namespace sqlite {
 ///
 /// Entries of the connection string:
 ///   Data Source=FILE   the database; ":memory:" for one that lives with the connection
-///   Create=True        make the file when it does not exist (otherwise a missing file is an error)
+///   Create=True        make the file when it does not exist or is empty (otherwise either is an error)
 ///   Mode=Read          open for reading only
 ///
 /// The file keeps a write-ahead log: a process killed in the middle of a transaction leaves nothing of it, and what
@@ -56,6 +56,7 @@ class SqliteConnection : public ado::Connection {
   Statistics statistics_;
   std::optional<std::int64_t> lastIdentity_;
   long stagePrefixes_ = 0;
+  bool writable_ = false;
   bool inTransaction_ = false;
   bool schemaChangedInTransaction_ = false;
 };

@@ -1,12 +1,15 @@
 #include "host/environment/Environment.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
 
+#include "ado/connection/ConnectionString.h"
 #include "dati/Failure.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
+#include "host/environment/StandardStreams.h"
 #include "host/environment/Terminal.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
@@ -16,7 +19,10 @@
 
 namespace bukorval::host {
 
-std::string sqliteConnectionString(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
+std::string sqliteConnectionString(const std::string& file) {
+  // A name that begins with a colon would be no name of a file to the provider.
+  return "Provider=SQLite;Data Source=" + ado::connectionValue((file.starts_with(':') ? "./" : "") + file);
+}
 
 Environment::Environment() {
   sqlite::registerSqlite();
@@ -88,8 +94,16 @@ Style Environment::style() const {
   return {separator, wantsColour(stdout), options.all};
 }
 
-void Environment::show(const Table& table) const { format().write(std::cout, table, style()); }
+void Environment::show(const Table& table) const {
+  errno = 0;
+  format().write(std::cout, table, style());
+  flushOutput();
+}
 
-void Environment::show(const CallResults& results) const { format().writeResults(std::cout, results, style()); }
+void Environment::show(const CallResults& results) const {
+  errno = 0;
+  format().writeResults(std::cout, results, style());
+  flushOutput();
+}
 
 }  // namespace bukorval::host

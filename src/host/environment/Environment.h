@@ -43,7 +43,7 @@ class Environment {
 
   /// The format that was chosen.
   const Format& format() const;
-  /// Writes to standard output in that format.
+  /// Writes to standard output in that format. Throws dati::Failure when it does not get there.
   void show(const Table& table) const;
   void show(const CallResults& results) const;
 
@@ -56,7 +56,7 @@ class Environment {
   std::unique_ptr<CLSKORVAL> budget_;
 };
 
-/// "Provider=SQLite;Data Source=FILE".
+/// "Provider=SQLite;Data Source=FILE", whatever the name of the file holds.
 std::string sqliteConnectionString(const std::string& file);
 
 }  // namespace bukorval::host

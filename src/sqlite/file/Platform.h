@@ -12,5 +12,7 @@ bool createFile(const std::string& file);
 bool moveToFreeName(const std::string& from, const std::string& to);
 /// Returns when the contents, and the name in its folder, would outlive a power failure.
 void syncFile(const std::string& file);
+/// This user may write a file, or make files in a folder.
+bool mayWrite(const std::string& path);
 
 }  // namespace sqlite

@@ -56,4 +56,6 @@ void syncFile(const std::string& file) {
   sync(folder.empty() ? "." : folder.string(), O_RDONLY);
 }
 
+bool mayWrite(const std::string& path) { return ::access(path.c_str(), W_OK) == 0; }
+
 }  // namespace sqlite
