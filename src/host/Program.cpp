@@ -8,6 +8,7 @@
 #include "host/environment/Environment.h"
 #include "host/environment/Errors.h"
 #include "host/environment/StandardStreams.h"
+#include "host/output/SafeText.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval::host {
@@ -15,7 +16,7 @@ namespace {
 
 int failed(int code, const char* message) {
   std::cout << std::flush;
-  std::cerr << "bukorval: " << message << '\n';
+  std::cerr << "bukorval: " << safeText(message, Lines::Keep) << '\n';
   return code;
 }
 

@@ -11,6 +11,7 @@
 #include "host/environment/Errors.h"
 #include "host/environment/StandardStreams.h"
 #include "host/environment/Terminal.h"
+#include "host/output/SafeText.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
 #include "sqlite/Provider.h"
@@ -55,7 +56,7 @@ suite::Sessione& Environment::session() {
     session_ = std::make_shared<suite::Sessione>(
         connection(), company == options.properties.end() ? values::Variant() : parseArgument(company->second));
     session_->messaggiero = [](std::string_view text, int, std::string_view title) {
-      std::cerr << title << ": " << text << '\n';
+      std::cerr << safeText(title) << ": " << safeText(text, Lines::Keep) << '\n';
     };
   }
   return *session_;
