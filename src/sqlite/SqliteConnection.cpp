@@ -1,5 +1,8 @@
 #include "sqlite/SqliteConnection.h"
 
+#include <array>
+#include <charconv>
+#include <system_error>
 #include <utility>
 
 #include "ado/Messages.h"
@@ -19,7 +22,8 @@ namespace {
 
 using values::Errore;
 
-constexpr int kBusyTimeoutMilliseconds = 5000;
+constexpr int kBusyTimeout = 5;           ///< seconds
+constexpr int kLongestBusyTimeout = 600;  ///< seconds
 /// More than the distinct statements of the whole system.
 constexpr std::size_t kCachedPlans = 256;
 constexpr std::int32_t kModeRead = 1;
@@ -34,15 +38,44 @@ FileWish wishOf(const Connection& connection) {
           connection.Mode == kModeRead || values::compareText(connectionEntry(text, "Mode"), "read") == 0};
 }
 
-void configure(sqlite3* database) {
-  sqlite3_busy_timeout(database, kBusyTimeoutMilliseconds);
+/// Seconds, in whole numbers.
+int busyTimeout(std::string_view connectionString) {
+  const auto text = connectionEntry(connectionString, "Busy Timeout");
+  if (text.empty()) return kBusyTimeout;
+  int seconds = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+  if (error != std::errc() || end != text.data() + text.size() || seconds < 0 || seconds > kLongestBusyTimeout)
+    throw Errore("Busy Timeout is a number of seconds from 0 to " + std::to_string(kLongestBusyTimeout) + ", not '" +
+                 text + "'");
+  return seconds;
+}
+
+struct Synchronous {
+  std::string_view word;
+  const char* statement;
+};
+/// The usual one first.
+constexpr std::array kSynchronous{Synchronous{"Full", "PRAGMA synchronous = FULL"},
+                                  Synchronous{"Normal", "PRAGMA synchronous = NORMAL"},
+                                  Synchronous{"Off", "PRAGMA synchronous = OFF"}};
+
+const Synchronous& synchronous(std::string_view connectionString) {
+  const auto text = connectionEntry(connectionString, "Synchronous");
+  if (text.empty()) return kSynchronous.front();
+  for (const auto& each : kSynchronous)
+    if (values::compareText(each.word, text) == 0) return each;
+  throw Errore("Synchronous is Full, Normal or Off, not '" + text + "'");
+}
+
+void configure(sqlite3* database, const std::string& connectionString) {
+  sqlite3_busy_timeout(database, busyTimeout(connectionString) * 1000);
   // A misspelt name between double quotes must be an error, not a text.
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   run(database, "PRAGMA foreign_keys = ON");
   run(database, "PRAGMA temp_store = MEMORY");
   run(database, "PRAGMA cache_size = -65536");
-  run(database, "PRAGMA synchronous = NORMAL");
+  run(database, synchronous(connectionString).statement);
 }
 
 }  // namespace
@@ -59,7 +92,7 @@ void SqliteConnection::Open(std::string_view, std::string_view, std::int32_t) {
   Database database;
   try {
     database = openFile(wish);
-    configure(database.get());
+    configure(database.get(), ConnectionString);
     registerFunctions(database.get());
     catalog_.emplace(database.get());
   } catch (const Errore& error) {

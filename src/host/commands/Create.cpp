@@ -41,7 +41,8 @@ void create(const SharedOptions& shared, const CreateOptions& options) {
   const auto& file = options.file;
   makeDatabase(file, [&](const std::string& workName) {
     const auto connection = ado::createConnection();
-    connection->ConnectionString = sqliteConnectionString(workName) + ";Create=True";
+    // It is brought to the disk when it gets its name.
+    connection->ConnectionString = sqliteConnectionString(workName) + ";Create=True;Synchronous=Off";
     connection->Open();
     fill(*connection, shared, options);
   });

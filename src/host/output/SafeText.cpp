@@ -57,7 +57,7 @@ std::string safeText(std::string_view text, Lines lines) {
   safe.reserve(text.size());
   while (!text.empty()) {
     const auto character = firstOf(text);
-    const bool kept = character.code == '\n' && lines == Lines::Keep;
+    const bool kept = lines == Lines::Keep && (character.code == '\n' || text.starts_with("\r\n"));
     if (kept || (character.valid && !isObeyed(character.code)))
       safe += text.substr(0, character.size);
     else

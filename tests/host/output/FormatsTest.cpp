@@ -89,7 +89,7 @@ TEST(Formats, ATerminalObeysNoData) {
             std::string::npos)
       << in("table");
   EXPECT_EQ(in("csv"), "A\n\"" + data + "\"\n");
-  EXPECT_EQ(safeText("one\ntwo\r\x1b", Lines::Keep), "one\ntwo\\r\\x1B");
+  EXPECT_EQ(safeText("one\r\ntwo\r\x1b", Lines::Keep), "one\r\ntwo\\r\\x1B");
 }
 
 TEST(Formats, AnUnknownOneIsRefusedWithTheKnownOnes) {
