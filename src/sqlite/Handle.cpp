@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include "sqlite/file/LockHolder.h"
 #include "values/Errore.h"
 
 namespace sqlite {
@@ -18,6 +19,17 @@ std::string describeNull(std::string_view where) {
   if (point == std::string_view::npos) return "Cannot insert the value NULL";
   return "Cannot insert the value NULL into column '" + std::string(where.substr(point + 1)) + "', table '" +
          std::string(where.substr(0, point)) + "'; column does not allow nulls";
+}
+
+/// Who holds the file, and how long this connection has waited for it.
+std::string describeBusy(sqlite3* database) {
+  const char* file = sqlite3_db_filename(database, "main");
+  const auto holder = file == nullptr ? std::string() : lockHolder(file);
+  std::string text = "The database is in use by " + (holder.empty() ? "another program" : holder);
+  const auto setting = prepare(database, "PRAGMA busy_timeout");
+  const auto seconds = sqlite3_step(setting.get()) == SQLITE_ROW ? sqlite3_column_int(setting.get(), 0) / 1000 : 0;
+  if (seconds > 0) text += "; waited " + std::to_string(seconds) + (seconds == 1 ? " second" : " seconds");
+  return text;
 }
 
 /// What remains of an extended code.
@@ -69,8 +81,8 @@ std::string describeFailure(sqlite3* database) {
     default: break;
   }
   switch (sqlite3_errcode(database) & kPrimaryCode) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED: return "The database is in use by another program (" + std::string(message) + ")";
+    case SQLITE_BUSY: return describeBusy(database);
+    case SQLITE_LOCKED: return "The table is in use by another statement (" + std::string(message) + ")";
     case SQLITE_AUTH:
     case SQLITE_READONLY: return "The database is open for reading only";
     case SQLITE_CANTOPEN: return withSystemReason(database, "The database cannot be opened");

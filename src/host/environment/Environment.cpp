@@ -35,15 +35,19 @@ Environment::~Environment() = default;
 
 bool Environment::hasDatabase() const { return !options.database.empty() || !options.connectionString.empty(); }
 
+std::string Environment::connectionString() const {
+  if (!hasDatabase()) throw UsageError("Which database? Give -d FILE or set BUKORVAL_DATABASE");
+  if (!options.connectionString.empty()) return options.connectionString;
+  const auto& file = options.database;
+  if (!std::filesystem::exists(file))
+    throw dati::Refused("There is no database " + file + "; `bukorval create " + file + "` makes one");
+  return sqliteConnectionString(file) + ";Busy Timeout=" + std::to_string(options.wait);
+}
+
 const ado::ConnectionPtr& Environment::connection() {
   if (connection_) return connection_;
-  if (!hasDatabase()) throw UsageError("Which database? Give -d FILE or set BUKORVAL_DATABASE");
-  const auto& file = options.database;
-  if (options.connectionString.empty() && !std::filesystem::exists(file))
-    throw dati::Refused("There is no database " + file + "; `bukorval create " + file + "` makes one");
   auto connection = ado::createConnection();
-  connection->ConnectionString =
-      options.connectionString.empty() ? sqliteConnectionString(file) : options.connectionString;
+  connection->ConnectionString = connectionString();
   connection->CursorLocation = ado::adUseClient;
   connection->Open();
   connection_ = std::move(connection);

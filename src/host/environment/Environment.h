@@ -14,6 +14,7 @@ namespace bukorval::host {
 struct SharedOptions {
   std::string database;          ///< file of the embedded database
   std::string connectionString;  ///< a whole connection string, instead of a file
+  int wait = 5;                  ///< seconds, for another run that writes the file
   std::string format{formats().front().name};
   bool all = false;                               ///< show empty columns too
   std::map<std::string, std::string> properties;  ///< the object's properties as given, by name
@@ -31,7 +32,9 @@ class Environment {
   SharedOptions options;
 
   bool hasDatabase() const;
-  /// Throws dati::Refused when there is no such database: only `create` makes one.
+  /// What the connection is opened with. Throws UsageError when no database was given, dati::Refused when there is no
+  /// such file: only `create` makes one.
+  std::string connectionString() const;
   const ado::ConnectionPtr& connection();
   suite::Sessione& session();
   /// The object on that connection and session, with the properties given on the command line; company and
