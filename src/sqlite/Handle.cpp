@@ -24,7 +24,7 @@ std::string describeNull(std::string_view where) {
 /// Who holds the file, and how long this connection has waited for it.
 std::string describeBusy(sqlite3* database) {
   const char* file = sqlite3_db_filename(database, "main");
-  const auto holder = file == nullptr ? std::string() : lockHolder(file);
+  const auto holder = file == nullptr ? std::string() : lockHolder(file, Holding::ForWriting);
   std::string text = "The database is in use by " + (holder.empty() ? "another program" : holder);
   const auto setting = prepare(database, "PRAGMA busy_timeout");
   const auto seconds = sqlite3_step(setting.get()) == SQLITE_ROW ? sqlite3_column_int(setting.get(), 0) / 1000 : 0;

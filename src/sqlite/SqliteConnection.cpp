@@ -1,18 +1,13 @@
 #include "sqlite/SqliteConnection.h"
 
-#include <array>
-#include <charconv>
-#include <system_error>
 #include <utility>
 
 #include "ado/Messages.h"
-#include "ado/connection/ConnectionString.h"
-#include "sqlite/DatabaseFile.h"
+#include "sqlite/ConnectionWords.h"
 #include "sqlite/emitter/Translate.h"
 #include "sqlite/functions/Functions.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
-#include "values/Text.h"
 
 namespace sqlite {
 
@@ -22,60 +17,19 @@ namespace {
 
 using values::Errore;
 
-constexpr int kBusyTimeout = 5;           ///< seconds
-constexpr int kLongestBusyTimeout = 600;  ///< seconds
 /// More than the distinct statements of the whole system.
 constexpr std::size_t kCachedPlans = 256;
 constexpr std::int32_t kModeRead = 1;
 
-bool isTrue(const std::string& entry) {
-  return values::compareText(entry, "true") == 0 || values::compareText(entry, "yes") == 0 || entry == "1";
-}
-
-FileWish wishOf(const Connection& connection) {
-  const auto& text = connection.ConnectionString;
-  return {connectionEntry(text, "Data Source"), isTrue(connectionEntry(text, "Create")),
-          connection.Mode == kModeRead || values::compareText(connectionEntry(text, "Mode"), "read") == 0};
-}
-
-/// Seconds, in whole numbers.
-int busyTimeout(std::string_view connectionString) {
-  const auto text = connectionEntry(connectionString, "Busy Timeout");
-  if (text.empty()) return kBusyTimeout;
-  int seconds = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-  if (error != std::errc() || end != text.data() + text.size() || seconds < 0 || seconds > kLongestBusyTimeout)
-    throw Errore("Busy Timeout is a number of seconds from 0 to " + std::to_string(kLongestBusyTimeout) + ", not '" +
-                 text + "'");
-  return seconds;
-}
-
-struct Synchronous {
-  std::string_view word;
-  const char* statement;
-};
-/// The usual one first.
-constexpr std::array kSynchronous{Synchronous{"Full", "PRAGMA synchronous = FULL"},
-                                  Synchronous{"Normal", "PRAGMA synchronous = NORMAL"},
-                                  Synchronous{"Off", "PRAGMA synchronous = OFF"}};
-
-const Synchronous& synchronous(std::string_view connectionString) {
-  const auto text = connectionEntry(connectionString, "Synchronous");
-  if (text.empty()) return kSynchronous.front();
-  for (const auto& each : kSynchronous)
-    if (values::compareText(each.word, text) == 0) return each;
-  throw Errore("Synchronous is Full, Normal or Off, not '" + text + "'");
-}
-
-void configure(sqlite3* database, const std::string& connectionString) {
-  sqlite3_busy_timeout(database, busyTimeout(connectionString) * 1000);
+void configure(sqlite3* database, const ConnectionWords& words) {
+  sqlite3_busy_timeout(database, words.busyTimeout * 1000);
   // A misspelt name between double quotes must be an error, not a text.
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   run(database, "PRAGMA foreign_keys = ON");
   run(database, "PRAGMA temp_store = MEMORY");
   run(database, "PRAGMA cache_size = -65536");
-  run(database, synchronous(connectionString).statement);
+  run(database, words.synchronous);
 }
 
 }  // namespace
@@ -87,19 +41,19 @@ SqliteConnection::~SqliteConnection() {
 
 void SqliteConnection::Open(std::string_view, std::string_view, std::int32_t) {
   if (database_) throw Errore(kObjectOpen);
-  const auto wish = wishOf(*this);
-  if (wish.file.empty()) throw Errore("The connection string names no Data Source");
+  auto words = wordsOf(ConnectionString);
+  words.file.readOnly = words.file.readOnly || Mode == kModeRead;
   Database database;
   try {
-    database = openFile(wish);
-    configure(database.get(), ConnectionString);
+    database = openFile(words.file);
+    configure(database.get(), words);
     registerFunctions(database.get());
     catalog_.emplace(database.get());
   } catch (const Errore& error) {
     catalog_.reset();
-    throw Errore("Cannot open the database file '" + wish.file + "': " + error.what());
+    throw Errore("Cannot open the database file '" + words.file.file + "': " + error.what());
   }
-  writable_ = !wish.readOnly && sqlite3_db_readonly(database.get(), "main") == 0;
+  writable_ = !words.file.readOnly && sqlite3_db_readonly(database.get(), "main") == 0;
   cache_.emplace(kCachedPlans);
   database_ = std::move(database);
   lastIdentity_.reset();
@@ -186,6 +140,8 @@ RecordsetPtr SqliteConnection::identityRow(const std::vector<tsql::ResultColumn>
 void SqliteConnection::BeginTrans() {
   requireOpen();
   if (inTransaction_) throw Errore("Cannot start more transactions on this session");
+  // A restore that was killed leaves the log away. Where others read the file, it stays away for now.
+  if (writable_) sqlite3_exec(database_.get(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
   // Every transaction here is serialisable, whatever IsolationLevel asks. The write lock is taken at once, so that
   // a second writer waits at its beginning and never fails halfway.
   run(database_.get(), writable_ ? "BEGIN IMMEDIATE" : "BEGIN");

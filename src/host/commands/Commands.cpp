@@ -16,6 +16,8 @@
   command(elaborateCards)          \
   command(elaborateBalances)       \
   command(duplicate)               \
+  command(backup)                  \
+  command(restore)                 \
   command(call)
 // clang-format on
 

@@ -6,7 +6,7 @@
 #include "demo/DemoAzienda.h"
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
-#include "host/environment/NewDatabase.h"
+#include "host/environment/DatabaseFiles.h"
 #include "schema/Schema.h"
 #include "values/Conversion.h"
 

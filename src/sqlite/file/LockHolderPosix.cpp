@@ -16,7 +16,7 @@
 namespace sqlite {
 namespace {
 
-/// Bytes that a writer locks, as the engine's file format says.
+/// Bytes that are locked, as the engine's file format says: by a writer, or for reading by whoever has the file open.
 struct LockBytes {
   const char* suffix;
   std::uint64_t first, last;
@@ -39,9 +39,9 @@ std::string identityOf(const std::string& file) {
   return text.str();
 }
 
-/// The process that holds a lock for writing on one of the bytes, 0 for none. A line of the list:
-/// "7: POSIX  ADVISORY  WRITE 4711 fe:00:81 120 120"; one that waits has an arrow after its number.
-long processOf(const std::string& identity, const LockBytes& bytes) {
+/// The process that holds a lock on one of the bytes, 0 for none; who only has the file open is not this process. A
+/// line of the list: "7: POSIX  ADVISORY  WRITE 4711 fe:00:81 120 120"; one that waits has an arrow after its number.
+long processOf(const std::string& identity, const LockBytes& bytes, Holding holding) {
   std::ifstream locks("/proc/locks");
   for (std::string line; std::getline(locks, line);) {
     std::istringstream words(line);
@@ -49,7 +49,8 @@ long processOf(const std::string& identity, const LockBytes& bytes) {
     long process = 0;
     std::uint64_t first = 0;
     if (!(words >> number >> kind >> mode >> access >> process >> file >> first >> last)) continue;
-    if (access != "WRITE" || file != identity || process <= 0 || first > bytes.last) continue;
+    if (holding == Holding::ForWriting ? access != "WRITE" : process == ::getpid()) continue;
+    if (file != identity || process <= 0 || first > bytes.last) continue;
     if (last == "EOF" || std::strtoull(last.c_str(), nullptr, 10) >= bytes.first) return process;
   }
   return 0;
@@ -69,9 +70,9 @@ std::string programOf(long process) {
 
 }  // namespace
 
-std::string lockHolder(const std::string& file) {
+std::string lockHolder(const std::string& file, Holding holding) {
   for (const auto& bytes : kWriterLocks) {
-    const auto process = processOf(identityOf(file + bytes.suffix), bytes);
+    const auto process = processOf(identityOf(file + bytes.suffix), bytes, holding);
     if (process == 0) continue;
     if (process == ::getpid()) return "another connection of this program";
     const auto program = programOf(process);

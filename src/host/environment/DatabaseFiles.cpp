@@ -1,7 +1,8 @@
-#include "host/environment/NewDatabase.h"
+#include "host/environment/DatabaseFiles.h"
 
 #include "dati/Failure.h"
 #include "sqlite/NewFile.h"
+#include "sqlite/Upkeep.h"
 
 namespace bukorval::host {
 
@@ -11,6 +12,11 @@ void makeDatabase(const std::string& file, const std::function<void(const std::s
   sqlite::NewFile made(file);
   fill(made.workName());
   if (!made.place()) throw taken;
+}
+
+void requireEmbedded(const std::string& connectionString, std::string_view command) {
+  if (!sqlite::isEmbedded(connectionString))
+    throw dati::Refused(std::string(command) + " is not offered by this engine, only by the embedded database");
 }
 
 }  // namespace bukorval::host
