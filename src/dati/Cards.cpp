@@ -9,8 +9,7 @@
 namespace bukorval::dati {
 namespace {
 
-/// The tables that hang on a card, with the column that names it.
-constexpr std::pair<const char*, const char*> kTablesOfCard[] = {
+constexpr TableOnCards kTablesOfCard[] = {
     {"BU65_TESBUDGET", "BU65_ID"},       {"BU66_DETBUDGET", "BU66_ID_BU65"},   {"BU67_BDGCASHFLOW", "BU67_ID_BU65"},
     {"BU14_SCADCFLOW", "BU14_IDBUDGET"}, {"BU90_TABPERCBUD", "BU90_IDBUDGET"}, {"BU63_DETMASTRI", "BU63_ID_BU65"},
 };
@@ -70,6 +69,8 @@ std::vector<RowsOfTable> countRowsOfCard(ado::Connection& connection, const valu
     counts.push_back({table, countRows(connection, table, column, card)});
   return counts;
 }
+
+std::span<const TableOnCards> tablesOnCards() { return std::span(kTablesOfCard).subspan(1); }
 
 ado::DictionaryPtr sitesWithCards(ado::Connection& connection, const BudgetAnno& budget) {
   TestoSql sql;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -30,6 +31,13 @@ struct RowsOfTable {
 };
 /// The tables in which a card has rows of its own, always the same ones in the same order.
 std::vector<RowsOfTable> countRowsOfCard(ado::Connection& connection, const values::Variant& card);
+
+/// A table that hangs on a card, and its column that names the card.
+struct TableOnCards {
+  std::string_view table, column;
+};
+/// Those of countRowsOfCard beside BU65_TESBUDGET itself.
+std::span<const TableOnCards> tablesOnCards();
 
 /// The sites that have cards in a budget, in order, as keys and items.
 ado::DictionaryPtr sitesWithCards(ado::Connection& connection, const BudgetAnno& budget);

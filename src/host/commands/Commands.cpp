@@ -16,6 +16,7 @@
   command(elaborateCards)          \
   command(elaborateBalances)       \
   command(duplicate)               \
+  command(check)                   \
   command(backup)                  \
   command(restore)                 \
   command(call)
