@@ -1,7 +1,10 @@
 #include "dati/Cards.h"
 
+#include <algorithm>
 #include <memory>
+#include <set>
 
+#include "dati/CardRows.h"
 #include "dati/Failure.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
@@ -9,10 +12,7 @@
 namespace bukorval::dati {
 namespace {
 
-constexpr TableOnCards kTablesOfCard[] = {
-    {"BU65_TESBUDGET", "BU65_ID"},       {"BU66_DETBUDGET", "BU66_ID_BU65"},   {"BU67_BDGCASHFLOW", "BU67_ID_BU65"},
-    {"BU14_SCADCFLOW", "BU14_IDBUDGET"}, {"BU90_TABPERCBUD", "BU90_IDBUDGET"}, {"BU63_DETMASTRI", "BU63_ID_BU65"},
-};
+constexpr std::size_t kKeysAtOnce = 500;  ///< named in one statement
 
 values::Variant single(ado::Connection& connection, const TestoSql& sql) {
   return connection.Execute(sql)->Fields().Item(std::size_t{0}).Value();
@@ -53,10 +53,34 @@ bool selectBudgetOfCard(CLSKORVAL& budget, ado::Connection& connection, const va
   return true;
 }
 
-values::Variant lastCard(ado::Connection& connection) {
+values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budget) {
   TestoSql sql;
-  sql.riga(" SELECT MAX(BU65_ID) AS ULTIMO ").riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ");
+  sql.riga(" SELECT MAX(BU65_SCHEDA_BU07) AS ULTIMA ")
+      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+      .testo(condizioniSchede(budget));
   return single(connection, sql);
+}
+
+std::vector<BudgetAnno> budgetsOfCards(ado::Connection& connection, const std::vector<std::int64_t>& cards) {
+  std::vector<BudgetAnno> budgets;
+  std::set<std::string> seen;
+  for (std::size_t from = 0; from < cards.size(); from += kKeysAtOnce) {
+    std::string list;
+    for (std::size_t i = from; i < std::min(cards.size(), from + kKeysAtOnce); ++i)
+      list += (list.empty() ? "" : ", ") + numero(cards[i]);
+    TestoSql sql;
+    sql.riga(" SELECT DISTINCT BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO, BU65_PROGESER ")
+        .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+        .riga(" WHERE  BU65_ID IN (", list, ")");
+    const auto rs = connection.Execute(sql);
+    const auto value = [&](const char* field) { return (*rs)[field].Value(); };
+    for (; !rs->Eof(); rs->MoveNext()) {
+      const BudgetAnno budget{value("BU65_DITTA_CG18"), values::toInt32(value("BU65_INDTIPO_BU01")),
+                              value("BU65_SOTTOTIPO_BU01"), value("BU65_ANNO"), value("BU65_PROGESER")};
+      if (seen.insert(condizioniSchede(budget)).second) budgets.push_back(budget);
+    }
+  }
+  return budgets;
 }
 
 std::int32_t countDetails(ado::Connection& connection, const values::Variant& card) {
@@ -65,12 +89,10 @@ std::int32_t countDetails(ado::Connection& connection, const values::Variant& ca
 
 std::vector<RowsOfTable> countRowsOfCard(ado::Connection& connection, const values::Variant& card) {
   std::vector<RowsOfTable> counts;
-  for (const auto& [table, column] : kTablesOfCard)
-    counts.push_back({table, countRows(connection, table, column, card)});
+  for (const auto& table : kCardTables)
+    counts.push_back({table.table, countRows(connection, table.table, table.card, card)});
   return counts;
 }
-
-std::span<const TableOnCards> tablesOnCards() { return std::span(kTablesOfCard).subspan(1); }
 
 ado::DictionaryPtr sitesWithCards(ado::Connection& connection, const BudgetAnno& budget) {
   TestoSql sql;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,10 +19,13 @@ namespace bukorval::dati {
 /// @param card  BU65_ID, a number. @return false when there is no such card; nothing is then set.
 bool selectBudgetOfCard(CLSKORVAL& budget, ado::Connection& connection, const values::Variant& card);
 
-/// The highest BU65_ID of all companies, Null when there are no cards.
-values::Variant lastCard(ado::Connection& connection);
+/// The last of a budget's card codes (BU65_SCHEDA_BU07), in the order of the database; Null when it has none.
+values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budget);
 /// How many details (BU66_DETBUDGET) a card has.
 std::int32_t countDetails(ado::Connection& connection, const values::Variant& card);
+
+/// The budgets that cards (BU65_ID) belong to, each once; cards that are not there belong to none.
+std::vector<BudgetAnno> budgetsOfCards(ado::Connection& connection, const std::vector<std::int64_t>& cards);
 
 struct RowsOfTable {
   std::string_view table;
@@ -31,13 +33,6 @@ struct RowsOfTable {
 };
 /// The tables in which a card has rows of its own, always the same ones in the same order.
 std::vector<RowsOfTable> countRowsOfCard(ado::Connection& connection, const values::Variant& card);
-
-/// A table that hangs on a card, and its column that names the card.
-struct TableOnCards {
-  std::string_view table, column;
-};
-/// Those of countRowsOfCard beside BU65_TESBUDGET itself.
-std::span<const TableOnCards> tablesOnCards();
 
 /// The sites that have cards in a budget, in order, as keys and items.
 ado::DictionaryPtr sitesWithCards(ado::Connection& connection, const BudgetAnno& budget);

@@ -7,6 +7,16 @@
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
+namespace {
+
+std::vector<values::Variant> firstColumn(ado::Connection& connection, const TestoSql& sql) {
+  const auto rs = connection.Execute(sql);
+  std::vector<values::Variant> found;
+  for (; !rs->Eof(); rs->MoveNext()) found.push_back(rs->Fields().Item(std::size_t{0}).Value());
+  return found;
+}
+
+}  // namespace
 
 Ledger::Ledger(ado::Connection& connection, values::Variant company, values::Variant chart)
     : connection_(connection), company_(std::move(company)), chart_(std::move(chart)) {}
@@ -33,17 +43,34 @@ bool Ledger::hasYear(int year) const {
   return exists("CG19_ANADITTAESER", "CG19_DITTA_CG18 = " + numero(company_) + " AND CG19_ANNO = " + numero(year));
 }
 
-std::optional<AccountingYear> Ledger::yearOf(const values::Date& date) const {
+std::vector<values::Variant> Ledger::accounts() const {
+  TestoSql sql;
+  sql.riga(" SELECT CG24_CONTO ")
+      .riga(" FROM   CG24_TABPDC WITH (NOLOCK) ")
+      .riga(" WHERE  CG24_GRUPPO_CG10 = ", numero(chart_));
+  return firstColumn(connection_, sql);
+}
+
+std::vector<values::Variant> Ledger::sites() const {
+  TestoSql sql;
+  sql.riga(" SELECT CG31_CODICE ")
+      .riga(" FROM   CG31_SEDI WITH (NOLOCK) ")
+      .riga(" WHERE  CG31_DITTA_CG18 = ", numero(company_));
+  return firstColumn(connection_, sql);
+}
+
+std::vector<AccountingYear> Ledger::years() const {
   TestoSql sql;
   sql.riga(" SELECT CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE ")
       .riga(" FROM   CG19_ANADITTAESER WITH (NOLOCK) ")
       .riga(" WHERE  CG19_DITTA_CG18 = ", numero(company_))
-      .riga(" AND    CG19_DATAINIZIO <= '", date.toSql(), "'")
-      .riga(" AND    CG19_DATAFINE >= '", date.toSql(), "'");
+      .riga(" ORDER BY CG19_DATAINIZIO ");
   const auto rs = connection_.Execute(sql);
-  if (rs->RecordCount() == 0) return std::nullopt;
-  const auto value = [&](const char* field) { return rs->Fields().Item(field).Value(); };
-  return AccountingYear{value("CG19_ANNO"), value("CG19_PROGESER"), value("CG19_DATAINIZIO"), value("CG19_DATAFINE")};
+  std::vector<AccountingYear> years;
+  for (; !rs->Eof(); rs->MoveNext())
+    years.push_back({(*rs)["CG19_ANNO"].Value(), (*rs)["CG19_PROGESER"].Value(), (*rs)["CG19_DATAINIZIO"].Value(),
+                     (*rs)["CG19_DATAFINE"].Value()});
+  return years;
 }
 
 std::int64_t Ledger::lastRegistration() const {
@@ -52,6 +79,30 @@ std::int64_t Ledger::lastRegistration() const {
       .riga(" FROM   CG41_PRIMANOTA WITH (NOLOCK) ")
       .riga(" WHERE  CG41_DITTA_CG18 = ", numero(company_));
   return values::toInt64(values::nvl(connection_.Execute(sql)->Fields().Item("NUMREG").Value(), 0));
+}
+
+std::vector<std::int64_t> Ledger::registrations(std::int64_t from, std::int64_t to) const {
+  TestoSql sql;
+  sql.riga(" SELECT CG41_NUMREG ")
+      .riga(" FROM   CG41_PRIMANOTA WITH (NOLOCK) ")
+      .riga(" WHERE  CG41_DITTA_CG18 = ", numero(company_))
+      .riga(" AND    CG41_NUMREG BETWEEN ", numero(from), " AND ", numero(to));
+  std::vector<std::int64_t> numbers;
+  for (const auto& number : firstColumn(connection_, sql)) numbers.push_back(values::toInt64(number));
+  return numbers;
+}
+
+void Ledger::removeRegistration(std::int64_t number) {
+  TestoSql lines;
+  lines.riga(" DELETE FROM CG42_MOVCONT ")
+      .riga(" WHERE  CG42_DITTA_CG18 = ", numero(company_))
+      .riga(" AND    CG42_NUMREG_CG41 = ", numero(number));
+  connection_.Execute(lines);
+  TestoSql head;
+  head.riga(" DELETE FROM CG41_PRIMANOTA ")
+      .riga(" WHERE  CG41_DITTA_CG18 = ", numero(company_))
+      .riga(" AND    CG41_NUMREG = ", numero(number));
+  connection_.Execute(head);
 }
 
 void Ledger::setAccountStructure(int levels) {
@@ -63,13 +114,7 @@ void Ledger::setAccountStructure(int levels) {
 }
 
 void Ledger::addYear(int year) {
-  RowInsert("CG19_ANADITTAESER")
-      .set("CG19_DITTA_CG18", company_)
-      .set("CG19_ANNO", year)
-      .set("CG19_PROGESER", 1)
-      .set("CG19_DATAINIZIO", values::Date::FromYmd(year, 1, 1))
-      .set("CG19_DATAFINE", values::Date::FromYmd(year, 12, 31))
-      .run(connection_);
+  addAccountingYear(connection_, company_, year, values::Date::FromYmd(year, 1, 1), 12);
 }
 
 void Ledger::putSite(const values::Variant& site, const values::Variant& description) {
@@ -111,8 +156,8 @@ void Ledger::putAccount(const std::string& account, const values::Variant& descr
 }
 
 void Ledger::add(const Registration& r) {
-  RowInsert("CG41_PRIMANOTA")
-      .set("CG41_DITTA_CG18", company_)
+  RowInsert row("CG41_PRIMANOTA");
+  row.set("CG41_DITTA_CG18", company_)
       .set("CG41_NUMREG", r.number)
       .set("CG41_DATAREG", r.date)
       .set("CG41_ANNO_CG19", r.year)
@@ -121,8 +166,9 @@ void Ledger::add(const Registration& r) {
       .set("CG41_CODICE_CG31", r.site)
       .set("CG41_INDTIPOMOV", r.kind)
       .set("CG41_DATADOC", r.documentDate)
-      .set("CG41_DESCR", r.description)
-      .run(connection_);
+      .set("CG41_DESCR", r.description);
+  if (r.adjusting) row.set("CG41_FLGRETTIF", 1);  // an older database may lack the column
+  row.run(connection_);
 }
 
 void Ledger::add(const MovementLine& m) {

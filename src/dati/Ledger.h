@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "ado/connection/Connection.h"
+#include "dati/Years.h"
 #include "values/Variant.h"
 
 namespace bukorval::dati {
@@ -15,6 +16,7 @@ struct Registration {
   values::Variant number, date, year, progressive, site;
   values::Variant kind;  ///< 0 consolidated, 1 to be consolidated, 2 forecast
   values::Variant documentDate, description;
+  bool adjusting = false;  ///< an adjusting entry of the accounting year it belongs to
 };
 
 /// A line of a registration (CG42_MOVCONT).
@@ -26,10 +28,6 @@ struct MovementLine {
   values::Variant amount;
 };
 
-struct AccountingYear {
-  values::Variant year, progressive, begin, end;
-};
-
 /// A company's accounting data, which no method of the object writes: years, sites, chart of accounts, movements,
 /// card codes. Opens no transaction.
 class Ledger {
@@ -37,15 +35,18 @@ class Ledger {
   /// @param chart  the company's general-ledger chart.
   Ledger(ado::Connection& connection, values::Variant company, values::Variant chart);
 
-  bool hasAccount(const std::string& account) const;
-  bool hasSite(const values::Variant& site) const;
+  /// The codes of the chart's accounts and of the company's sites.
+  std::vector<values::Variant> accounts() const;
+  std::vector<values::Variant> sites() const;
+  /// By the day they begin.
+  std::vector<AccountingYear> years() const;
   bool hasYear(int year) const;
   bool hasAccounts() const;
   bool hasMovements() const;
-  /// The accounting year that a date falls in.
-  std::optional<AccountingYear> yearOf(const values::Date& date) const;
   /// The highest registration number, 0 when there is none.
   std::int64_t lastRegistration() const;
+  /// The registration numbers that are taken between two, both included.
+  std::vector<std::int64_t> registrations(std::int64_t from, std::int64_t to) const;
 
   /// @param levels  of an account code, 2 to 5.
   void setAccountStructure(int levels);
@@ -58,10 +59,14 @@ class Ledger {
   void putAccount(const std::string& account, const values::Variant& description, int nature, int kind);
   void add(const Registration& registration);
   void add(const MovementLine& line);
+  /// Deletes a registration with its lines.
+  void removeRegistration(std::int64_t number);
   /// The code of a card of budget type 4; one that is there already keeps its description.
   void addCardCode(int cardKind, const std::string& card, const values::Variant& description);
 
  private:
+  bool hasAccount(const std::string& account) const;
+  bool hasSite(const values::Variant& site) const;
   bool exists(std::string_view table, const std::string& condition) const;
 
   ado::Connection& connection_;

@@ -14,7 +14,7 @@ values::Variant lastMovementDate(ado::Connection& connection, const MovementScop
       .riga(" AND    CG41_ANNO_CG19 = ", numero(scope.year))
       .riga(" AND    CG41_PROGESER_CG19 = ", numero(scope.progressive))
       .riga(" AND    CG41_INDPROVREG = 0 ")
-      .riga(" AND    (", scope.condition, ")")
+      .riga(" AND    (", condizioneMovimenti(scope.condition), ")")
       .riga(" AND    CG41_DATAREG >= '", scope.from.toSql(), "'")
       .riga(" AND    CG41_DATAREG <= '", scope.to.toSql(), "'")
       .riga(" AND    CG42_CODICE_CG33 NOT IN ('150 ', '151 ')")

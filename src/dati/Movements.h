@@ -10,7 +10,7 @@ namespace bukorval::dati {
 
 struct MovementScope {
   values::Variant company, year, progressive;
-  std::string condition;  ///< on registrations and lines, spliced as it stands
+  std::string condition;  ///< on registrations and lines; refused as TipoMovimenti is
   values::Date from, to;  ///< registration dates, both included
 };
 

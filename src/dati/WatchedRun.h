@@ -5,33 +5,26 @@
 #include <optional>
 #include <vector>
 
-#include "ado/connection/Connection.h"
 #include "dati/DetailSnapshot.h"
-#include "object/CLSKORVAL.h"
+#include "dati/Transaction.h"
 
 namespace bukorval::dati {
 
-enum class RunMode {
-  Write,
-  Trial  ///< taken back where the object commits, so that nothing of it stays
-};
-
-/// Watches one run of the object over a budget: what its cards hold before it, and what they hold when the object
-/// commits, read in its transaction. A run that commits nothing leaves them as they were.
+/// Watches runs of the object over a budget, in a transaction: what its cards hold before, and what they hold after
+/// the last run.
 ///
-///   WatchedRun run(budget, connection, scope, RunMode::Trial);
+///   WatchedRun run(budget, transaction, scope);
 ///   run(&CLSKORVAL::BdgDupSchede_Duplicazione);
+///   transaction.end(RunMode::Trial);
 ///   show(run.changes());
 class WatchedRun {
  public:
-  /// @param connection  the object's own; it has it back after the run, whatever happens.
-  WatchedRun(CLSKORVAL& budget, ado::ConnectionPtr connection, DetailScope scope, RunMode mode);
+  WatchedRun(CLSKORVAL& budget, Transaction& transaction, DetailScope scope);
 
-  /// Throws Failure when the operation does not succeed.
-  void operator()(void (CLSKORVAL::*operation)());
-  /// Several operations of the object, each with a transaction, as one: all of them stay or none.
-  void operator()(const std::vector<std::function<void()>>& operations);
+  /// Throws Failure when the operation does not succeed; the transaction is then taken back with its scope.
+  void operator()(const std::function<void(CLSKORVAL&)>& operation);
 
+  ado::Connection& connection() const { return transaction_.connection(); }
   const DetailSnapshot& before() const { return before_; }
   const DetailSnapshot& after() const { return after_ ? *after_ : before_; }
   std::vector<AmountChange> changes() const { return amountChanges(before(), after()); }
@@ -39,9 +32,8 @@ class WatchedRun {
 
  private:
   CLSKORVAL& budget_;
-  ado::ConnectionPtr connection_;
+  Transaction& transaction_;
   DetailScope scope_;
-  RunMode mode_;
   DetailSnapshot before_;
   std::optional<DetailSnapshot> after_;
 };

@@ -60,8 +60,7 @@ bool GetDatiBudget(Contesto& ctx) {
 }
 
 void verificaEsercizio(const Contesto& ctx) {
-  if (values::isBlank(ctx.dati.dataInizio))
-    rifiutaEsercizio(numero(ctx.prop.AnnoEsercizio), numero(ctx.prop.ProgressivoEsercizio));
+  if (values::isBlank(ctx.dati.dataInizio)) rifiutaEsercizio(ctx.prop.AnnoEsercizio, ctx.prop.ProgressivoEsercizio);
 }
 
 }  // namespace bukorval

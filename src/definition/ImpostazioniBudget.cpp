@@ -82,7 +82,7 @@ constexpr Lettura kCodicePdc{"GetCodicePdC",
 std::string testo(const Lettura& lettura, BdgTipo tipo, const Variant& sottoTipo) {
   const auto& fine = lettura.fineRiga;
   const std::string codice =
-      lettura.sottoTipoRiempito ? apiciRiempiti(sottoTipo, kLarghezzaSottoTipo) : apici(sottoTipo);
+      lettura.sottoTipoRiempito ? apiciRiempiti(sottoTipo, kLarghezzaSottoTipo) : testoDati(sottoTipo);
   TestoSql sql;
   sql.testo(lettura.select, fine)
       .testo(lettura.from, fine)

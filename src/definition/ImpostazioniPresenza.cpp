@@ -22,7 +22,7 @@ struct Chiave {
 };
 
 Chiave chiave(BdgTipo tipo, const Variant& sottoTipo, const Variant& ditta = {}) {
-  return {numero(tipo), apici(sottoTipo), numero(ditta)};
+  return {numero(tipo), testoDati(sottoTipo), numero(ditta)};
 }
 
 std::string testoTestata(const Chiave& k) {

@@ -98,11 +98,11 @@ class Duplicazione {
     const ImpostazioniBudget impostazioni(ctx_);
     const auto periodi = impostazioni.GetPeriodicitaBudget(prop.TipoBudget, prop.BdgDestinazioneSottoTipo);
     if (periodi == kPeriodicitaSenzaBudget)
-      rifiuta("Il budget di destinazione " + numero(prop.TipoBudget) + "/" + numero(prop.BdgDestinazioneSottoTipo) +
-              " non è definito " + inProcedura());
+      rifiuta("Il budget di destinazione " + numero(prop.TipoBudget) + "/" +
+              values::toPlainText(prop.BdgDestinazioneSottoTipo) + " non è definito " + inProcedura());
     if (values::isBlank(piano_.inizioDestinazione))
-      rifiuta("L'esercizio di destinazione " + numero(prop.BdgDestinazioneAnnoEsercizio) + "/" +
-              numero(prop.BdgDestinazioneProgressivoEsercizio) + " non esiste " + inProcedura());
+      rifiuta("L'esercizio di destinazione " + values::toPlainText(prop.BdgDestinazioneAnnoEsercizio) + "/" +
+              values::toPlainText(prop.BdgDestinazioneProgressivoEsercizio) + " non esiste " + inProcedura());
     if (periodi != ctx_.dati.periodicita)
       rifiuta("I budget di origine e di destinazione hanno periodicità diverse " + inProcedura());
     const auto mesi = impostazioni.GetAnnoBudgetFiscaleSolare(prop.TipoBudget, prop.BdgDestinazioneSottoTipo);
@@ -171,7 +171,7 @@ class Duplicazione {
     if (ctx_.prop.IsForzoDuplicazioneContoCliFor) {
       const auto& gruppo = schede["BU65_GRUPPO_CG10"].Value();
       const auto& conto = schede["BU65_CONTO_CG24"].Value();
-      sql.riga("         ,BU65_GRUPPO_CG10 = ", values::isBlank(gruppo) ? "NULL " : apici(gruppo) + " ");
+      sql.riga("         ,BU65_GRUPPO_CG10 = ", values::isBlank(gruppo) ? "NULL " : testoDati(gruppo) + " ");
       sql.riga("         ,BU65_CONTO_CG24 = ", values::isBlank(conto) ? "NULL " : contoNelTesto(conto));
     }
     sql.riga(" WHERE   BU65_ID = ", numero(id));
@@ -182,7 +182,7 @@ class Duplicazione {
   /// letters) goes between quotes.
   static std::string contoNelTesto(const values::Variant& conto) {
     const auto testo = RTrimN(conto);
-    const auto codice = numero(testo);
+    const auto codice = values::toPlainText(testo);
     const bool cifre = codice.find_first_not_of("0123456789") == std::string::npos;
     return cifre && codice.size() <= 9 && codice.front() != '0' ? codice : testoDati(testo);
   }

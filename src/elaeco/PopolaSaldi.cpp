@@ -25,8 +25,12 @@ using values::Variant;
 
 constexpr int kMesi = 12;
 
+constexpr BdgPeriodicita kMensile = 0;
+
 /// How many months form a period, by periodicity (1 to 5); 0 for one without periods here.
-int mesiPerPeriodo(BdgPeriodicita periodicita) {
+int mesiPerPeriodo(const Contesto& ctx) {
+  const auto periodicita = ctx.dati.periodicita;
+  if (periodicita == kMensile && ctx.prop.ProponiBudgetMensili) return 1;
   constexpr std::array kMesiPerPeriodo = {0, 2, 3, 4, 6, kMesi};
   if (periodicita < 0 || static_cast<std::size_t>(periodicita) >= kMesiPerPeriodo.size()) return 0;
   return kMesiPerPeriodo[static_cast<std::size_t>(periodicita)];
@@ -37,6 +41,8 @@ void riportaMesiAllEsercizio(Contesto& ctx, ado::Recordset& saldi) {
   Variant inizio;
   Variant fine;
   const auto& prop = ctx.prop;
+  // The months of a calendar-month budget are its periods already.
+  if (ctx.dati.periodicita == kMensile && ctx.dati.fiscaleSolare == bdgAnnoSolare) return;
   Calendario(ctx).DeterminaDateInizioFineEsercizio(prop.CodiceDitta, prop.AnnoEsercizio, prop.ProgressivoEsercizio,
                                                    inizio, fine);
   const int primo = values::isBlank(inizio) ? 1 : values::toDate(inizio).month();
@@ -122,7 +128,7 @@ class SaldiPerPeriodo {
 void proponiRighe(Contesto& ctx, ado::Recordset& saldi) {
   const auto conti = BdgElaEco_ValoriDistinti(ctx, saldi, "CONTO");
   RigheProposte righe(ctx);
-  SaldiPerPeriodo perPeriodo(saldi, mesiPerPeriodo(ctx.dati.periodicita));
+  SaldiPerPeriodo perPeriodo(saldi, mesiPerPeriodo(ctx));
   Processo processo(ctx, "Preparazione dei saldi per periodo", conti->Count());
   for (const auto& conto : conti->Keys()) {
     processo.passo();

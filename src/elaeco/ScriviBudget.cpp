@@ -31,7 +31,8 @@ bool daScrivere(const Variant& sovrascrivi) {
 void verificaDitta(const Contesto& ctx) {
   const auto sessione = ctx.sessione().CodiceDitta();
   if (values::compare(values::toDecimal(ctx.prop.CodiceDitta), values::toDecimal(sessione)) != 0)
-    rifiuta("La ditta " + numero(ctx.prop.CodiceDitta) + " non è quella della sessione, " + numero(sessione) + " ");
+    rifiuta("La ditta " + values::toPlainText(ctx.prop.CodiceDitta) + " non è quella della sessione, " +
+            values::toPlainText(sessione) + " ");
 }
 
 /// A kind that no grid shows must not become details.

@@ -19,9 +19,10 @@ std::string filtroConto(const Proprieta& prop) {
   const bool da = !values::isBlank(prop.DaConto);
   const bool a = !values::isBlank(prop.AConto);
   if (da && a)
-    return " AND (CG42_MOVCONT.CG42_CONTOPAR_CG24 BETWEEN " + apici(prop.DaConto) + " AND " + apici(prop.AConto) + ") ";
-  if (da) return " AND (CG42_MOVCONT.CG42_CONTOPAR_CG24 >= " + apici(prop.DaConto) + ") ";
-  if (a) return " AND (CG42_MOVCONT.CG42_CONTOPAR_CG24 <= " + apici(prop.AConto) + ") ";
+    return " AND (CG42_MOVCONT.CG42_CONTOPAR_CG24 BETWEEN " + testoDati(prop.DaConto) + " AND " +
+           testoDati(prop.AConto) + ") ";
+  if (da) return " AND (CG42_MOVCONT.CG42_CONTOPAR_CG24 >= " + testoDati(prop.DaConto) + ") ";
+  if (a) return " AND (CG42_MOVCONT.CG42_CONTOPAR_CG24 <= " + testoDati(prop.AConto) + ") ";
   return {};
 }
 
@@ -43,6 +44,10 @@ SituazioneMese::SituazioneMese(Contesto& ctx)
 void SituazioneMese::impostaSelezione() {
   const auto& prop = ctx_.prop;
   auto& s = *situazione_;
+  // The component, the suite's or the host's own, writes them into its statement.
+  for (const auto* valore : {&prop.CodiceDitta, &prop.CodiceSede, &prop.CodicePdcCoGeDitta,
+                             &prop.AnnoEsercizioMovimenti, &prop.ProgressivoEsercizioMovimenti})
+    numero(*valore);
   s.Connection = ctx_.connessionePtr();
   s.ConnectionString = ctx_.stringaConnessione;
   s.Ditta = prop.CodiceDitta;
@@ -51,7 +56,7 @@ void SituazioneMese::impostaSelezione() {
   s.AnnoEsercizio = prop.AnnoEsercizioMovimenti;
   s.ProgrEsercizio = prop.ProgressivoEsercizioMovimenti;
   s.TipoData = prop.TipoDataMovimenti == 0 ? 0 : 2;
-  s.TipiMov_WhereCondition = prop.TipoMovimenti;
+  s.TipiMov_WhereCondition = condizioneMovimenti(prop.TipoMovimenti);
   s.MastroClienti = ctx_.sessione().MastroClienti();
   s.MastroFornitori = ctx_.sessione().MastroFornitori();
   if (ctx_.dati.tipoPdc != bdgPdcCoGe) return;

@@ -89,14 +89,14 @@ class Elaborazione {
 
   std::string descrizione() const {
     std::string testo = "Elaborazione schede spese generali";
-    if (ctx_.dati.gestioneSede) testo += " - sede " + numero(ctx_.prop.CodiceSede);
+    if (ctx_.dati.gestioneSede) testo += " - sede " + values::toPlainText(ctx_.prop.CodiceSede);
     return testo;
   }
 
   void avvisaNessunaScheda() {
     std::string testo = "In base ai parametri impostati \r\n";
     testo += ctx_.dati.gestioneSede
-                 ? "non sono presenti schede da elaborare per la sede " + numero(ctx_.prop.CodiceSede)
+                 ? "non sono presenti schede da elaborare per la sede " + values::toPlainText(ctx_.prop.CodiceSede)
                  : std::string("non sono presenti schede da elaborare!");
     ctx_.sessione().MostraMessaggio(testo, kStileAvviso, "Elaborazione schede spese generali");
   }

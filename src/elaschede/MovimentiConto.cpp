@@ -61,7 +61,7 @@ void aggiungiConto(TestoSql& sql, Contesto& ctx, const values::Variant& conto) {
   if (IsContoAnalitico(ctx, conto, false))
     sql.riga(" AND CG42_CONTOPAR_CG24 = ", testoDati(conto));
   else
-    sql.riga(" AND CG42_CONTOPAR_CG24 LIKE '", BdgElaSchede_GetUltimoPadrePdc(ctx, conto), "%'");
+    sql.riga(" AND CG42_CONTOPAR_CG24 LIKE ", modelloPrefisso(BdgElaSchede_GetUltimoPadrePdc(ctx, conto)));
 }
 
 std::string testoMovimenti(Contesto& ctx, const ContoScheda& scheda) {
@@ -72,7 +72,7 @@ std::string testoMovimenti(Contesto& ctx, const ContoScheda& scheda) {
       .riga(" AND    CG41_ANNO_CG19 = ", numero(prop.AnnoEsercizioMovimenti))
       .riga(" AND    CG41_PROGESER_CG19 = ", numero(prop.ProgressivoEsercizioMovimenti))
       .riga(" AND    CG41_INDPROVREG = 0 ")
-      .riga(" AND (", prop.TipoMovimenti, ")");
+      .riga(" AND (", condizioneMovimenti(prop.TipoMovimenti), ")");
   aggiungiDate(sql, ctx);
   aggiungiConto(sql, ctx, scheda.conto);
   if (prop.IsSoloMovCliFor && !values::isBlank(scheda.clifor))

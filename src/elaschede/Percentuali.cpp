@@ -27,7 +27,7 @@ ado::RecordsetPtr BdgElaSchede_GetRstPercentuali(Contesto& ctx, const Variant& i
         .riga(" FROM   BU90_TABPERCBUD WITH(NOLOCK) ")
         .riga(" WHERE  BU90_DITTA_CG18 = ", numero(prop.CodiceDitta))
         .riga(" AND    BU90_INDTIPO_BU01 = ", numero(prop.TipoBudget))
-        .riga(" AND    BU90_SOTTOTIPO_BU01 = ", apici(prop.SottoTipoBudget))
+        .riga(" AND    BU90_SOTTOTIPO_BU01 = ", testoDati(prop.SottoTipoBudget))
         .riga(" AND    BU90_IDBUDGET = ", numero(id));
     auto percentuali = ctx.connessione().Execute(sql);
     if (percentuali->RecordCount() < 1) return nullptr;

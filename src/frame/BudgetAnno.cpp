@@ -20,7 +20,7 @@ std::string condizioniSchede(const BudgetAnno& budget, Rientro rientro, SottoTip
   sql.riga(rientro.where, "BU65_DITTA_CG18 = ", numero(budget.ditta))
       .riga(rientro.e, "BU65_INDTIPO_BU01 = ", numero(budget.tipo))
       .riga(rientro.e, "BU65_SOTTOTIPO_BU01 = ",
-            riempito ? apiciRiempiti(budget.sottoTipo, kLarghezzaSottoTipo) : apici(budget.sottoTipo))
+            riempito ? apiciRiempiti(budget.sottoTipo, kLarghezzaSottoTipo) : testoDati(budget.sottoTipo))
       .riga(rientro.e, "BU65_ANNO = ", numero(budget.anno))
       .riga(rientro.e, "BU65_PROGESER = ", numero(budget.progressivo));
   return sql.str();

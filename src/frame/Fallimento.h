@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "frame/Enumerazioni.h"
+#include "values/Conversion.h"
 
 namespace bukorval {
 
@@ -34,8 +35,8 @@ class Fallimento : public std::exception {
 }
 
 /// The refusal for an accounting year that the calendar does not have.
-[[noreturn]] inline void rifiutaEsercizio(const std::string& anno, const std::string& progressivo) {
-  rifiuta("L'esercizio " + anno + "/" + progressivo + " non esiste ");
+[[noreturn]] inline void rifiutaEsercizio(const values::Variant& anno, const values::Variant& progressivo) {
+  rifiuta("L'esercizio " + values::toPlainText(anno) + "/" + values::toPlainText(progressivo) + " non esiste ");
 }
 
 }  // namespace bukorval

@@ -87,8 +87,9 @@ struct Proprieta {
   bool MovimentiDaConsolidare = false;
   /// Kept for the client; no operation reads it. `TipoMovimenti` says whether forecast movements count.
   bool MovimentiPrevisionali = false;
-  /// SQL condition that selects movement kinds ("CG41_INDTIPOMOV = 0"), put into the statement as it is. The economic
-  /// elaboration and that of cards need it.
+  /// SQL condition that selects movement kinds ("CG41_INDTIPOMOV = 0"), put into the statement as it is, between
+  /// parentheses. The economic elaboration and that of cards need it, and refuse (1) what is not one condition over
+  /// the columns of CG41_PRIMANOTA and CG42_MOVCONT: see suite/CondizioneMovimenti.h.
   std::string TipoMovimenti;
   /// Whether the economic elaboration includes simulated depreciation.
   bool GestioneAmmortamenti = false;
@@ -103,6 +104,9 @@ struct Proprieta {
   /// Whether duplication replaces what a destination card already holds. The economic elaboration has SOVRASCRIVI row
   /// by row instead.
   bool IsSovrascriviEsistenti = false;
+  /// Whether the economic elaboration proposes rows for a budget kept by months too, one a month. For C++ clients only:
+  /// without it such a budget gets no rows.
+  bool ProponiBudgetMensili = false;
   /// Source of the deviation percentage of the economic elaboration: 0 `PercentualeScostamento`, 2 `RstScostPerConto`,
   /// 3 `RstScostPerPeriodo`, 99 or any other none.
   BdgTipoScostamento TipoScostamento = 0;

@@ -1,8 +1,13 @@
 #include "frame/TestoSql.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
+#include "frame/Fallimento.h"
 #include "frame/Valori.h"
+#include "suite/CondizioneMovimenti.h"
+#include "suite/NumeroSql.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/Text.h"
@@ -10,12 +15,6 @@
 namespace bukorval {
 
 namespace {
-
-std::string traApici(std::string_view testo) {
-  std::string risultato;
-  risultato.reserve(testo.size() + 2);
-  return risultato.append("'").append(testo).append("'");
-}
 
 /// Every comma is a point, as the database writes numbers; nothing groups.
 std::string conPunto(std::string_view testo) {
@@ -27,7 +26,10 @@ std::string conPunto(std::string_view testo) {
 
 }  // namespace
 
-std::string numero(const values::Variant& valore) { return values::toPlainText(valore); }
+std::string numero(const values::Variant& valore) {
+  if (auto testo = suite::numeroSql(valore)) return *std::move(testo);
+  rifiuta("Il valore \"" + values::toPlainText(valore) + "\" non è un numero ");
+}
 
 std::string identificativo(const values::Variant& valore) {
   const auto intero = values::toDecimal(valore).normalized();
@@ -36,15 +38,20 @@ std::string identificativo(const values::Variant& valore) {
   return intero.toString();
 }
 
-std::string apici(const values::Variant& valore) { return traApici(values::toPlainText(valore)); }
-
 std::string testoDati(const values::Variant& valore) {
   std::string risultato = "'";
   for (const char c : values::toPlainText(valore)) risultato.append(c == '\'' ? 2 : 1, c);
   return risultato += '\'';
 }
 
-std::string apiciRiempiti(const values::Variant& valore, int larghezza) { return apici(BFill(valore, larghezza)); }
+std::string modelloPrefisso(std::string_view prefisso) {
+  std::string modello;
+  for (const char c : prefisso)
+    modello += std::string_view("%_[").find(c) == std::string_view::npos ? std::string(1, c) : std::string{'[', c, ']'};
+  return testoDati(modello + '%');
+}
+
+std::string apiciRiempiti(const values::Variant& valore, int larghezza) { return testoDati(BFill(valore, larghezza)); }
 
 std::string valoreDecimale(const values::Variant& valore) {
   if (values::isBlank(valore)) return "NULL";
@@ -52,6 +59,12 @@ std::string valoreDecimale(const values::Variant& valore) {
   // Dates and Booleans have numbers of their own, but none of them is an amount.
   if (!valore.isNumber()) throw values::Errore("Type mismatch: " + values::toPlainText(valore) + " is no number");
   return values::toDecimal(valore).toString();
+}
+
+std::string condizioneMovimenti(std::string_view condizione) {
+  if (const auto motivo = values::isBlank(condizione) ? std::nullopt : suite::rifiutoCondizioneMovimenti(condizione))
+    rifiuta("TipoMovimenti : condizione non ammessa, " + *motivo + " ");
+  return std::string(condizione);
 }
 
 }  // namespace bukorval

@@ -32,7 +32,10 @@ class TestoSql {
   std::string testo_;
 };
 
-/// A value spliced without quotes: numbers with a point, text as it stands, Null and Empty as "".
+/// The words by which values enter a statement. None lets a value bring SQL of its own: what is no number where one is
+/// due refuses the operation (Stato 1), a text ends where its quotes end.
+
+/// A number without quotes, its text as it stands; Null, Empty and blank texts as they are. Refuses any other value.
 std::string numero(const values::Variant& valore);
 template <std::integral T>
 std::string numero(T valore) {
@@ -41,14 +44,17 @@ std::string numero(T valore) {
 /// An identifier as a statement carries it: a whole number in digits. Throws for Null and for anything that is no
 /// whole number, so that no other text gets between a key and its value.
 std::string identificativo(const values::Variant& valore);
-/// A value between single quotes, not doubled inside: the codes of a selection as the client gave them.
-std::string apici(const values::Variant& valore);
-/// A value between single quotes with inner quotes doubled: data to be stored as given.
+/// A text between single quotes, inner quotes doubled; Null and Empty as ''.
 std::string testoDati(const values::Variant& valore);
+/// The pattern of LIKE, between its quotes, for the texts that begin with this one.
+std::string modelloPrefisso(std::string_view prefisso);
 /// A code between single quotes, padded with blanks to its width (BFill).
 std::string apiciRiempiti(const values::Variant& valore, int larghezza);
 /// A value of a detail: "NULL" for a blank, else its text with a decimal point; of a text every comma is a point, and
 /// one that then is no number throws.
 std::string valoreDecimale(const values::Variant& valore);
+/// A condition on the movements (`TipoMovimenti`), as it stands, to be put between parentheses. Refuses what is no
+/// condition over their columns alone; a blank one is left to the database.
+std::string condizioneMovimenti(std::string_view condizione);
 
 }  // namespace bukorval

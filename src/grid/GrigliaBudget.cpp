@@ -55,8 +55,8 @@ std::string GrigliaBudget::GetStringaDaContoAConto() {
     const auto colonne = contoDelPiano(ctx_.dati.tipoPdc);
     TestoSql sql;
     sql.riga(" AND    ", colonne.piano, " = ", numero(ctx_.dati.codicePdc));
-    if (!values::isBlank(prop.DaConto)) sql.riga(" AND    ", colonne.conto, " >= ", apici(prop.DaConto));
-    if (!values::isBlank(prop.AConto)) sql.riga(" AND    ", colonne.conto, " <= ", apici(prop.AConto));
+    if (!values::isBlank(prop.DaConto)) sql.riga(" AND    ", colonne.conto, " >= ", testoDati(prop.DaConto));
+    if (!values::isBlank(prop.AConto)) sql.riga(" AND    ", colonne.conto, " <= ", testoDati(prop.AConto));
     return sql.str();
   });
 }

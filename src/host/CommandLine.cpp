@@ -69,6 +69,10 @@ void declare(CLI::App& app, const Command& command, Environment& environment) {
   own->footer("Example:\n" + std::string(command.example) +
               "\n\nThe shared options (database, selection, format) are listed by bukorval --help.");
   for (const auto& option : command.options) declare(*own, option);
+  if (command.writes != Writes::Nothing)
+    declare(*own, {"--force", "write into a closed accounting year too", &environment.options.force});
+  if (command.writes == Writes::Cards)
+    declare(*own, {"--no-history", "keep nothing to undo, for bulk loads", &environment.options.noHistory});
   own->callback([&command, &environment] { command.run(environment); });
 }
 
@@ -94,6 +98,22 @@ std::vector<std::string> arguments(int argc, const char* const* argv) {
   return texts;
 }
 
+/// The command as the history keeps it: without what only says where the database is, which may hold a password.
+std::string commandText(int argc, const char* const* argv) {
+  std::string text;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view word = argv[i];
+    const bool where = word == "-d" || word == "--database" || word == "--connection" || word == "--StringaConnessione";
+    if (where) ++i;
+    if (where || word.starts_with("--database=") || word.starts_with("--connection=") ||
+        word.starts_with("--StringaConnessione="))
+      continue;
+    const bool plain = word.find_first_of(" '\"") == std::string_view::npos;
+    text.append(text.empty() ? "" : " ").append(plain ? "" : "\"").append(word).append(plain ? "" : "\"");
+  }
+  return text;
+}
+
 int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
   std::ostringstream told;
   const int outcome = app.exit(error, std::cout, told);
@@ -111,6 +131,7 @@ int runCommandLine(int argc, const char* const* argv, Environment& environment) 
   const auto all = commands();
   CLI::App app(kDescription, "bukorval");
   declare(app, all, environment);
+  environment.options.commandText = commandText(argc, argv);
   try {
     app.parse(arguments(argc, argv));
   } catch (const CLI::ParseError& e) {

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "dati/Failure.h"
+#include "frame/Fallimento.h"
 #include "host/CommandLine.h"
 #include "host/environment/Environment.h"
 #include "host/environment/Errors.h"
@@ -33,6 +34,8 @@ int runProgram(int argc, const char* const* argv) noexcept {
     return failed(exitUsage, e.what());
   } catch (const dati::Failure& e) {
     return failed(e.state(), e.what());
+  } catch (const Fallimento& e) {
+    return failed(e.stato(), e.what());
   } catch (const ErroreArgomento& e) {
     return failed(exitUsage, e.what());
   } catch (const std::exception& e) {

@@ -79,7 +79,7 @@ class SchedeDellaStruttura {
     for (const auto& [etichetta, valore] : necessari)
       if (values::isBlank(valore)) rifiutaNonDefinito(etichetta);
     if (!Calendario(ctx_).EsisteEsercizio(ctx_.sessione().CodiceDitta(), prop.AnnoEsercizio, prop.ProgressivoEsercizio))
-      rifiutaEsercizio(numero(prop.AnnoEsercizio), numero(prop.ProgressivoEsercizio));
+      rifiutaEsercizio(prop.AnnoEsercizio, prop.ProgressivoEsercizio);
   }
 
   void trovaStruttura() {

@@ -27,7 +27,9 @@ class Identita;
 /// - 0, success.
 /// - 1, a refusal with a fixed message. Every method that reads the database gives it when there is neither a
 ///   connection nor a connection string ("Non è stata definita la stringa di connessione"). An input that is not set is
-///   its label and " : Dato non definito nel BO ". Members name their further refusals.
+///   its label and " : Dato non definito nel BO ". What a statement needs as a number and is none ("1 OR 1=1") is
+///   'Il valore "1 OR 1=1" non è un numero '; codes are quoted, whatever stands in them. Members name their further
+///   refusals.
 /// - 99, a trapped run-time error: its description, " in " and the procedure that failed, the innermost one. A
 ///   connection that cannot be opened is one.
 ///
@@ -118,6 +120,9 @@ class CLSKORVAL : public Proprieta {
   /// session's. Reads BU01_ANABUDGET; writes BU65_TESBUDGET, BU66_DETBUDGET, BU67_BDGCASHFLOW. No transaction of its
   /// own: what was written before a failure stays.
   void InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& Dict);
+  /// BU65_ID of the card that the last `InserimentoNuovaSchedaBudget` created, as the database told it right after the
+  /// insert; Null when it created none. For C++ clients only.
+  const Variant& SchedaInserita() const { return schedaInserita_; }
   /// Nature (sign indicator) of an account, Empty when the chart does not have it.
   /// @param MyTipoPdc    chart kind: 3 reads PC03_ANAGPDC, any other CG24_TABPDC.
   /// @param MyCodicePdc  chart code.
@@ -405,6 +410,7 @@ class CLSKORVAL : public Proprieta {
  private:
   std::unique_ptr<Identita> identita_;
   std::unique_ptr<Contesto> ctx_;
+  Variant schedaInserita_ = Variant::Null();
 };
 
 }  // namespace bukorval

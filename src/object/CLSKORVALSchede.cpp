@@ -41,7 +41,7 @@ bool CLSKORVAL::GetBdgDettaglioEsiste(const Variant& MyBU65_ID, BdgTipoDettaglio
 }
 
 void CLSKORVAL::InserimentoNuovaSchedaBudget(const ado::DictionaryPtr& Dict) {
-  NuovaScheda(*ctx_).InserimentoNuovaSchedaBudget(Dict);
+  schedaInserita_ = NuovaScheda(*ctx_).InserimentoNuovaSchedaBudget(Dict);
 }
 
 values::Variant CLSKORVAL::GetNaturaConto(BdgTipoPdc& MyTipoPdc, Variant& MyCodicePdc, Variant& MyConto) {

@@ -4,6 +4,7 @@
 
 #include "ado/Messages.h"
 #include "sqlite/ConnectionWords.h"
+#include "sqlite/SessionTracker.h"
 #include "sqlite/emitter/Translate.h"
 #include "sqlite/functions/Functions.h"
 #include "values/Conversion.h"
@@ -36,6 +37,7 @@ void configure(sqlite3* database, const ConnectionWords& words) {
 
 SqliteConnection::~SqliteConnection() {
   // Plans drop their stages, so they go before the database; an open transaction is rolled back by closing.
+  tracker_.reset();
   cache_.reset();
 }
 
@@ -62,10 +64,16 @@ void SqliteConnection::Open(std::string_view, std::string_view, std::int32_t) {
 
 void SqliteConnection::Close() {
   requireOpen();
+  tracker_.reset();
   cache_.reset();
   catalog_.reset();
   database_.reset();
   inTransaction_ = false;
+}
+
+ChangeTracker* SqliteConnection::changes() {
+  if (database_ && !tracker_) tracker_ = makeSessionTracker(database_.get(), *catalog_);
+  return tracker_.get();
 }
 
 ObjectStateEnum SqliteConnection::State() const { return database_ ? adStateOpen : adStateClosed; }

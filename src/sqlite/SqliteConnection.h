@@ -40,6 +40,7 @@ class SqliteConnection : public ado::Connection {
   void CommitTrans() override;
   /// Also ends a transaction that the engine has already rolled back by itself.
   void RollbackTrans() override;
+  ado::ChangeTracker* changes() override;
 
   Statistics statistics() const { return statistics_; }
   std::size_t cachedPlans() const { return cache_ ? cache_->size() : 0; }
@@ -56,6 +57,7 @@ class SqliteConnection : public ado::Connection {
   Database database_;
   std::optional<SchemaCatalog> catalog_;
   std::optional<StatementCache> cache_;
+  std::unique_ptr<ado::ChangeTracker> tracker_;
   Statistics statistics_;
   std::optional<std::int64_t> lastIdentity_;
   long stagePrefixes_ = 0;

@@ -7,8 +7,10 @@
 #include <string>
 
 #include "suite/Competenza.h"
+#include "suite/CondizioneMovimenti.h"
 #include "suite/Denaro.h"
 #include "suite/Esercizi.h"
+#include "suite/NumeroSql.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/Text.h"
@@ -40,6 +42,16 @@ std::string giornoDopo(const SituazioneContabile& s) {
   return "'" + values::toDate(s.DataFineElab).dateOnly().addDays(1).toSql() + "'";
 }
 std::string testo(const Variant& valore) { return values::toPlainText(valore); }
+std::string numero(const Variant& valore) {
+  if (auto numero = numeroSql(valore)) return *std::move(numero);
+  throw values::Errore("Type mismatch: \"" + testo(valore) + "\" is no number");
+}
+std::string condizione(const Variant& valore) {
+  auto condizione = testo(valore);
+  if (const auto motivo = rifiutoCondizioneMovimenti(condizione))
+    throw values::Errore("The condition on movements is refused: " + *motivo);
+  return condizione;
+}
 bool acceso(const Variant& valore) { return !values::isBlank(valore) && values::toInt32(valore) != 0; }
 
 /// The last day of the movements' accounting year; nothing when the calendar does not have it.
@@ -76,15 +88,15 @@ class OltreEsercizio {
 
 /// Which movements count, whatever their dates.
 std::string condizioni(const SituazioneContabile& s) {
-  std::string sql = " WHERE CG41_DITTA_CG18 = " + testo(s.Ditta);
-  sql += " AND CG41_ANNO_CG19 = " + testo(s.AnnoEsercizio);
-  sql += " AND CG41_PROGESER_CG19 = " + testo(s.ProgrEsercizio);
-  sql += acceso(s.SimulaAmmCivilistico) ? " AND CG41_INDPROVREG IN (0, " + testo(s.TipoAmmortamento) + ")"
+  std::string sql = " WHERE CG41_DITTA_CG18 = " + numero(s.Ditta);
+  sql += " AND CG41_ANNO_CG19 = " + numero(s.AnnoEsercizio);
+  sql += " AND CG41_PROGESER_CG19 = " + numero(s.ProgrEsercizio);
+  sql += acceso(s.SimulaAmmCivilistico) ? " AND CG41_INDPROVREG IN (0, " + numero(s.TipoAmmortamento) + ")"
                                         : std::string(" AND CG41_INDPROVREG = 0");
-  if (!values::isBlank(s.GruppoPdC)) sql += " AND CG42_GRUPPO_CG10 = " + testo(s.GruppoPdC);
+  if (!values::isBlank(s.GruppoPdC)) sql += " AND CG42_GRUPPO_CG10 = " + numero(s.GruppoPdC);
   if (!values::isBlank(s.SedeDaElaborare))
-    sql += " AND ISNULL(CG42_CODICE_CG31, CG41_CODICE_CG31) = " + testo(s.SedeDaElaborare);
-  if (!values::isBlank(s.TipiMov_WhereCondition)) sql += " AND (" + testo(s.TipiMov_WhereCondition) + ")";
+    sql += " AND ISNULL(CG42_CODICE_CG31, CG41_CODICE_CG31) = " + numero(s.SedeDaElaborare);
+  if (!values::isBlank(s.TipiMov_WhereCondition)) sql += " AND (" + condizione(s.TipiMov_WhereCondition) + ")";
   return sql + testo(values::nvl(s.FiltroConto, ""));
 }
 

@@ -15,6 +15,8 @@ class Parser {
  public:
   explicit Parser(const Scan& scan) : scan_(scan) {}
   Statement statement();
+  /// The whole text as one expression: a condition that somebody else's statement will hold.
+  ExpressionPtr condition();
 
  private:
   // Tokens (Parser.cpp)

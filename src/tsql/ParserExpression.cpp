@@ -68,6 +68,12 @@ std::size_t Parser::takeOperator() {
   return take().offset;
 }
 
+ExpressionPtr Parser::condition() {
+  auto whole = expression();
+  if (peek().kind != Token::Kind::End) unexpected("the end of the text");
+  return whole;
+}
+
 ExpressionPtr Parser::expression() {
   const Depth depth(*this);
   if (depth_ == 1) operators_ = 0;

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "elaschede/MovimentiConto.h"
@@ -85,6 +86,15 @@ TEST_F(MovimentiConto, ByCompetenceForALedgerAccountSiteAndSupplier) {
                  " AND CG42_CONTOPAR_CG24 LIKE '5001%'", " AND CG41_TIPOCF_CG44 = 1", " AND CG41_CLIFOR_CG44 = 42",
                  " AND CG42_CODICE_CG33 NOT IN ('150 ', '151 ')", " AND CG41_CODICE_CG31 = 7"}) +
           kOrder);
+}
+
+TEST_F(MovimentiConto, ACodeOfTheDatabaseIsOnlyACode) {
+  BdgElaSchede_GetRstMovimentiConto(ctx, {"5'%10000", {}});
+  EXPECT_NE(db->texts.at(0).find(" AND CG42_CONTOPAR_CG24 LIKE '5''[%]1%'\r\n"), std::string::npos);
+  prop.TipoMovimenti = "1=1) OR (1=1";
+  EXPECT_EQ(BdgElaSchede_GetRstMovimentiConto(ctx, {"50010001", {}}), nullptr);
+  EXPECT_EQ(db->texts.size(), 1u);
+  EXPECT_THAT(outcome(), testing::StartsWith("1 TipoMovimenti : condizione non ammessa, "));
 }
 
 TEST_F(MovimentiConto, WithoutAnAccountNothingIsAskedAndAFailureIsNamed) {

@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+
+#include "frame/Fallimento.h"
 #include "frame/TestoSql.h"
+#include "values/Conversion.h"
 #include "values/Errore.h"
 
 namespace bukorval {
@@ -19,16 +23,41 @@ TEST(TestoSql, LinesEndWithCarriageReturnAndLineFeed) {
 TEST(TestoSql, SplicesValues) {
   const struct {
     Variant value;
-    const char *bare, *quoted, *data, *filled;
-  } rows[] = {{7, "7", "'7'", "'7'", "'7   '"},         {dec("12.50"), "12.50", "'12.50'", "'12.50'", "'12,5'"},
-              {0.1, "0.1", "'0.1'", "'0.1'", "'0,1 '"}, {Variant::Null(), "", "''", "''", "''"},
-              {Variant(), "", "''", "''", "''"},        {" l'anno ", " l'anno ", "' l'anno '", "' l''anno '", "'l'an'"},
-              {"è", "è", "'è'", "'è'", "'è   '"}};
+    const char *bare, *quoted, *filled;
+  } rows[] = {{7, "7", "'7'", "'7   '"},
+              {dec("12.50"), "12.50", "'12.50'", "'12,5'"},
+              {0.1, "0.1", "'0.1'", "'0,1 '"},
+              {1e300, "1E+300", "'1E+300'", "'1E+3'"},
+              {Variant::Null(), "", "''", "''"},
+              {Variant(), "", "''", "''"},
+              {"  ", "  ", "'  '", "'    '"},
+              {" 01 ", " 01 ", "' 01 '", "'01  '"},
+              {"-1.5e-3", "-1.5e-3", "'-1.5e-3'", "'-1.5'"},
+              {"+.5", "+.5", "'+.5'", "'+.5 '"}};
   for (const auto& row : rows) {
     EXPECT_EQ(numero(row.value), row.bare);
-    EXPECT_EQ(apici(row.value), row.quoted);
-    EXPECT_EQ(testoDati(row.value), row.data);
+    EXPECT_EQ(testoDati(row.value), row.quoted);
     EXPECT_EQ(apiciRiempiti(row.value, 4), row.filled);
+  }
+  EXPECT_EQ(testoDati(" l'anno "), "' l''anno '");
+  EXPECT_EQ(apiciRiempiti("l'anno", 4), "'l''an'");
+  EXPECT_EQ(apiciRiempiti("è", 4), "'è   '");
+  EXPECT_EQ(modelloPrefisso("5001"), "'5001%'");
+  EXPECT_EQ(modelloPrefisso("5%_['"), "'5[%][_][[]''%'");
+}
+
+TEST(TestoSql, WhatIsNoNumberIsRefusedWhereOneIsDue) {
+  for (const Variant& refused :
+       {Variant("1 OR 1=1"), Variant("1--"), Variant("--1"), Variant("1,5"), Variant("1.2.3"), Variant("."),
+        Variant("1e"), Variant("0x1F"), Variant("$1"), Variant("(1)"), Variant("1;"), Variant("NULL"), Variant("è"),
+        Variant("'1'"), Variant(std::string("1\0", 2)), Variant(true), Variant(values::Date::FromYmd(2011, 1, 1)),
+        Variant(std::numeric_limits<double>::infinity())}) {
+    try {
+      ADD_FAILURE() << numero(refused);
+    } catch (const Fallimento& fallimento) {
+      EXPECT_EQ(fallimento.stato(), bdgStatoRifiutato);
+      EXPECT_EQ(fallimento.testo(), "Il valore \"" + values::toPlainText(refused) + "\" non è un numero ");
+    }
   }
 }
 

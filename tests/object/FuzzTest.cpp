@@ -12,6 +12,7 @@
 #include "odbc/SingleStatement.h"
 #include "support/FaultConnection.h"
 #include "support/TestContext.h"
+#include "tsql/Lexer.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
@@ -21,6 +22,41 @@ namespace {
 
 using values::Variant;
 
+/// Stands in every hostile text below, and nowhere else.
+constexpr std::string_view kMark = "zqx";
+constexpr const char* kHostile[] = {"1 OR zqx = 1",
+                                    "0) OR (zqx = 1",
+                                    "1 -- zqx",
+                                    "1/*zqx*/",
+                                    "1;DELETE FROM zqx",
+                                    "1,zqx",
+                                    "' OR zqx = '",
+                                    "zqx''",
+                                    "' UNION SELECT zqx --",
+                                    "[zqx]",
+                                    "zqx]",
+                                    "\"zqx\"",
+                                    "BU65_ID, zqx",
+                                    "BU65_ID) SELECT zqx --",
+                                    "zqx' --"};
+
+/// Whether no value has brought words of its own: the mark stands between single quotes, wherever it stands.
+bool keepsToItsQuotes(std::string_view text) {
+  const auto marks = [](std::string_view where) {
+    std::size_t count = 0;
+    for (auto at = where.find(kMark); at != where.npos; at = where.find(kMark, at + 1)) ++count;
+    return count;
+  };
+  std::size_t left = marks(text);
+  if (left == 0) return true;
+  try {
+    for (const auto& token : tsql::scan(text).tokens)
+      if (token.kind == tsql::Token::Kind::Text) left -= marks(token.text);
+  } catch (const values::Errore&) {
+  }
+  return left == 0;
+}
+
 class Dice {
  public:
   explicit Dice(unsigned seed) : random_(seed) {}
@@ -28,6 +64,7 @@ class Dice {
   std::size_t below(std::size_t limit) { return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_); }
 
   Variant value() {
+    if (below(4) == 0) return kHostile[below(std::size(kHostile))];
     // clang-format off
     static const std::vector<Variant> kKnown = {
         Variant(), Variant::Null(), 0, 1, 2, 4, 5, 7, -1, 99, 2024, std::int16_t{12}, std::int16_t{-32768},
@@ -68,7 +105,13 @@ class Dice {
   Variant dictionary() {
     if (below(3) == 0) return Variant();
     auto made = std::make_shared<ado::Dictionary>();
-    const char* keys[] = {"BU65_CODICE_CG31", "BU65_CONTO_CG24", "BU65_DATAULTAGG", "BU65_ID", "X'", ""};
+    const char* keys[] = {"BU65_CODICE_CG31",
+                          "BU65_CONTO_CG24",
+                          "BU65_DATAULTAGG",
+                          "BU65_ID",
+                          "X'",
+                          "",
+                          kHostile[below(std::size(kHostile))]};
     for (const auto* key : keys)
       if (below(2) == 0) made->Item(key, value());
     return Variant(std::shared_ptr<values::Object>(made));
@@ -92,7 +135,8 @@ class Dice {
 /// Answers every statement with rows of some columns and random values, or fails.
 std::shared_ptr<testing_support::RecordingConnection> randomConnection(Dice& dice) {
   auto db = std::make_shared<testing_support::RecordingConnection>();
-  db->onExecute = [&dice, db = db.get()](std::string_view) {
+  db->onExecute = [&dice, db = db.get()](std::string_view text) {
+    EXPECT_TRUE(keepsToItsQuotes(text)) << text;
     db->texts.clear();
     db->answers.clear();
     if (dice.below(6) == 0) throw values::Errore("database gone");
@@ -204,6 +248,7 @@ class Watched : public testing_support::FaultConnection {
  public:
   using FaultConnection::FaultConnection;
   ado::RecordsetPtr Execute(std::string_view text) override {
+    EXPECT_TRUE(keepsToItsQuotes(text)) << text;
     auto rows = FaultConnection::Execute(text);
     EXPECT_NO_THROW(odbc::requireSingleStatement(text)) << text;
     return rows;

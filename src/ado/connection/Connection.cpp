@@ -76,6 +76,7 @@ class AnyConnection : public Connection {
   void BeginTrans() override { opened().BeginTrans(); }
   void CommitTrans() override { opened().CommitTrans(); }
   void RollbackTrans() override { opened().RollbackTrans(); }
+  ChangeTracker* changes() override { return real_ ? real_->changes() : nullptr; }
 
  private:
   /// The real connection with this one's settings, which a client may have changed since.

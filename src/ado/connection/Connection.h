@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ado/Types.h"
+#include "ado/connection/ChangeTracker.h"
 #include "ado/recordset/Recordset.h"
 
 namespace ado {
@@ -33,6 +34,9 @@ class Connection : public values::Object {
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;
   virtual void RollbackTrans() = 0;
+
+  /// Null for an engine that keeps no track, and before Open.
+  virtual ChangeTracker* changes() { return nullptr; }
 };
 
 using ConnectionPtr = std::shared_ptr<Connection>;

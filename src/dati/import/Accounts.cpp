@@ -1,8 +1,10 @@
 #include <array>
+#include <numeric>
 
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
 #include "values/Conversion.h"
+#include "values/Text.h"
 
 namespace bukorval::dati {
 namespace {
@@ -26,24 +28,46 @@ std::size_t nature(const CsvRow& row) {
   return i;
 }
 
+std::size_t accountLength(const std::vector<int>& levels) {
+  return static_cast<std::size_t>(std::accumulate(levels.begin(), levels.end(), 0));
+}
+
+/// "8 (2+2+4)".
+std::string inWords(const std::vector<int>& levels) {
+  std::string text;
+  for (const int level : levels) text += (text.empty() ? "" : "+") + std::to_string(level);
+  return std::to_string(accountLength(levels)) + " (" + text + ")";
+}
+
 class Accounts : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
-    batch_ = readCsv(file, kModel, import.problems);
+    batch_ = import.read(file, kModel);
+    import.accountsUnderstood = batch_.understood;
+    const auto length = accountLength(import.accountLevels);
+    const auto lengths = inWords(import.accountLevels);
     for (const auto& row : batch_.rows) {
       const auto code = values::toText(row.values[kCode]);
       if (code.empty()) continue;
-      if (!import.accounts.insert(code).second)
+      if (!import.accounts.insert(row.values[kCode]))
         import.problems.add(file, row.line, "account " + code + " stands twice");
+      if (values::length(code) != length)
+        import.problems.add(file, row.line,
+                            "account " + code + " has " + counted(values::length(code), "character") +
+                                ", the company's accounts have " + lengths);
       if (nature(row) == kNatures.size())
         import.problems.add(
             file, row.line,
-            "column nature: '" + values::toText(row.values[kNature]) + "' is not balance, revenue or cost");
+            "column nature: " + shown(values::toText(row.values[kNature])) + " is not balance, revenue or cost");
+      checkRange(row, kModel, kTotal, 0, 1, file, import.problems);
     }
   }
 
   void write(ImportContext& import) override {
+    Steps steps(import.options.progress, "Writing accounts", static_cast<std::int64_t>(batch_.rows.size()));
+    std::int64_t written = 0;
     for (const auto& row : batch_.rows) {
+      steps.done(++written);
       const bool total = values::toInt32(row.values[kTotal]) == 1;
       import.ledger.putAccount(values::toText(row.values[kCode]), row.values[kDescription],
                                static_cast<int>(nature(row)), total ? 1 : 2);

@@ -1,15 +1,21 @@
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <deque>
 #include <utility>
 
 #include "dati/CardWriter.h"
 #include "dati/Cards.h"
+#include "dati/import/CardCodes.h"
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
 namespace {
+
+using values::Variant;
 
 enum : std::size_t { kPeriod, kKind, kAmount, kQuantity1, kQuantity2, kFirstColumn };
 /// The columns that tell one card from another follow: those of the selected budget.
@@ -28,27 +34,36 @@ constexpr std::array<std::pair<std::size_t, BdgTipoValore>, 3> kMeasures{
 struct Synonym {
   std::string_view name, column;
 };
-constexpr std::array kSynonyms{Synonym{"card", "BU65_SCHEDA_BU07"}, Synonym{"card_kind", "BU65_INDCOSRIC_BU07"},
-                               Synonym{"site", "BU65_CODICE_CG31"}, Synonym{"account", "BU65_CONTO_CG24"}};
+constexpr const char *kCard = "BU65_SCHEDA_BU07", *kCardKind = "BU65_INDCOSRIC_BU07", *kSite = "BU65_CODICE_CG31",
+                     *kAccount = "BU65_CONTO_CG24";
+constexpr std::array kSynonyms{Synonym{"card", kCard}, Synonym{"card_kind", kCardKind}, Synonym{"site", kSite},
+                               Synonym{"account", kAccount}};
 
 class CardValues : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
     auto& budget = import.budget();
     const auto model = makeModel(budget, *import.connection);
-    batch_ = readCsv(file, model, import.problems);
+    batch_ = import.read(file, model);
     const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
     const int periods = values::toInt32(values::nvl(budget.GetBdgNrPeriodi(periodicity), 0));
     const int lastKind = budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget) + bdgDettaglioOrdini;
+    const CardCodes codes(*import.connection, import.company, columns_, {kCard, kAccount, kSite});
     for (const auto& row : batch_.rows) {
-      checkRange(row, kPeriod, 1, periods, import.problems);
-      checkRange(row, kKind, 0, lastKind, import.problems);
+      checkRange(row, kFixed, kPeriod, 1, periods, file, import.problems);
+      checkRange(row, kFixed, kKind, 0, lastKind, file, import.problems);
+      const std::vector<Variant> card(row.values.begin() + kFirstColumn, row.values.end());
+      for (const auto& problem : codes.problemsOf(card)) import.problems.add(file, row.line, problem);
+      checkCard(row.line, card, import);
     }
   }
 
   void write(ImportContext& import) override {
     CardWriter cards(import.budget(), *import.connection);
+    Steps steps(import.options.progress, "Writing values", static_cast<std::int64_t>(batch_.rows.size()));
+    std::int64_t written = 0;
     for (const auto& row : batch_.rows) {
+      steps.done(++written);
       const auto card = cards.findOrCreate(keyOf(row));
       const auto kind =
           row.values[kKind].isEmpty() ? BdgTipoDettaglio{bdgDettaglioBudget} : values::toInt32(row.values[kKind]);
@@ -83,13 +98,21 @@ class CardValues : public FileImporter {
     return names_.emplace_back(column);
   }
 
-  void checkRange(const CsvRow& row, std::size_t field, int low, int high, Problems& problems) const {
-    if (row.values[field].isEmpty()) return;
-    const int value = values::toInt32(row.values[field]);
-    if (value >= low && value <= high) return;
-    problems.add(batch_.file, row.line,
-                 "column " + std::string(kFixed.fields[field].name) + ": " + std::to_string(value) +
-                     " is not between " + std::to_string(low) + " and " + std::to_string(high));
+  /// What every company has: accounts, sites and two kinds of cards.
+  void checkCard(std::size_t line, const std::vector<Variant>& card, ImportContext& import) const {
+    const auto given = [&](const std::string& column) -> Variant {
+      const auto position = std::ranges::find(columns_, column);
+      return position == columns_.end() ? Variant() : card[static_cast<std::size_t>(position - columns_.begin())];
+    };
+    const auto say = [&](const std::string& what, const Variant& code) {
+      import.problems.add(batch_.file, line, "no " + what + " " + values::toPlainText(code));
+    };
+    const auto chart = given("BU65_GRUPPO_CG10"), account = given(kAccount), site = given(kSite),
+               kind = given(kCardKind);
+    const bool ownChart = chart.isEmpty() || values::compare(chart, import.chart) == 0;
+    if (!account.isEmpty() && ownChart && !import.hasAccount(account)) say("account", account);
+    if (!site.isEmpty() && !import.hasSite(site)) say("site", site);
+    if (!kind.isEmpty() && values::toInt64(kind) > 1) say("card kind", kind);
   }
 
   /// The columns of the card that the line fills.
@@ -110,11 +133,13 @@ class CardValues : public FileImporter {
 }  // namespace
 
 FileKind valuesFile() {
-  return {kFixed.name,
-          columnList(kFixed) +
-              ", and the columns of the selected budget (-t, -s, -y) that tell its cards apart, among them card, "
-              "card_kind, site, account; a card that is missing is made",
-          []() -> std::unique_ptr<FileImporter> { return std::make_unique<CardValues>(); }, true};
+  return {
+      .name = kFixed.name,
+      .columns = columnList(kFixed) +
+                 ", and the columns of the selected budget (-t, -s, -y) that tell its cards apart, among them card, "
+                 "card_kind, site, account; a card that is missing is made",
+      .create = []() -> std::unique_ptr<FileImporter> { return std::make_unique<CardValues>(); },
+      .needsBudget = true};
 }
 
 }  // namespace bukorval::dati

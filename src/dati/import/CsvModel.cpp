@@ -1,10 +1,13 @@
 #include "dati/import/CsvModel.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <sstream>
 #include <system_error>
+#include <utility>
 
 #include "dati/Failure.h"
 #include "dati/import/CsvReader.h"
@@ -17,7 +20,7 @@ namespace bukorval::dati {
 namespace {
 
 values::Errore unacceptable(std::string_view text, const std::string& why) {
-  return values::Errore("'" + std::string(text) + "' " + why);
+  return values::Errore(shown(text) + " " + why);
 }
 
 values::Variant parseDecimal(std::string_view text, int integerDigits, int decimals, char decimalSign) {
@@ -40,22 +43,26 @@ std::vector<std::optional<std::size_t>> mapColumns(const CsvReader& reader, cons
                                                    const std::string& file, Problems& problems) {
   std::vector<std::optional<std::size_t>> positions;
   std::vector<bool> present(model.fields.size());
+  if (reader.header().empty()) {
+    problems.add(file, 1, "the file is empty: a line with the names of the columns is needed");
+    return positions;
+  }
   for (const auto& name : reader.header()) {
     auto& position = positions.emplace_back();
     for (std::size_t i = 0; i < model.fields.size(); ++i) {
       if (values::compareText(model.fields[i].name, name) == 0) position = i;
     }
     if (!position) {
-      problems.add(file, 1, "unknown column '" + name + "'");
+      problems.add(file, reader.line(), "unknown column " + shown(name));
     } else if (present[*position]) {
-      problems.add(file, 1, "column '" + name + "' stands twice");
+      problems.add(file, reader.line(), "column " + shown(name) + " stands twice");
     } else {
       present[*position] = true;
     }
   }
   for (std::size_t i = 0; i < present.size(); ++i) {
     if (present[i] || !model.fields[i].required) continue;
-    problems.add(file, 1, "column '" + std::string(model.fields[i].name) + "' is missing");
+    problems.add(file, reader.line(), "column " + shown(model.fields[i].name) + " is missing");
   }
   return positions;
 }
@@ -72,6 +79,33 @@ void readRow(CsvRow& row, const std::vector<std::string>& fields,
       problems.add(file, row.line, "column " + std::string(field.name) + ": " + e.what());
     }
   }
+}
+
+void readRows(CsvReader& reader, const CsvModel& model, CsvBatch& batch, Problems& problems, Steps& steps) {
+  const auto before = problems.count();
+  const auto positions = mapColumns(reader, model, batch.file, problems);
+  if (problems.count() > before) return;  // the lines cannot be told apart
+  batch.understood = true;
+  std::vector<std::string> fields;
+  while (reader.next(fields)) {
+    steps.done(static_cast<std::int64_t>(reader.line()));
+    if (fields.size() != positions.size()) {
+      problems.add(batch.file, reader.line(),
+                   std::to_string(fields.size()) + " fields where the header has " + std::to_string(positions.size()));
+      continue;
+    }
+    batch.rows.push_back({reader.line(), std::vector<values::Variant>(model.fields.size())});
+    readRow(batch.rows.back(), fields, positions, model, reader.decimalSign(), batch.file, problems);
+  }
+}
+
+std::string contentOf(const std::string& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::error_code ignored;
+  if (!in || std::filesystem::is_directory(file, ignored)) throw Refused("Cannot open " + file);
+  std::ostringstream content;
+  content << in.rdbuf();
+  return std::move(content).str();
 }
 
 }  // namespace
@@ -98,7 +132,7 @@ values::Variant parseField(std::string_view text, const CsvField& field, char de
     case CsvType::Amount: return parseDecimal(text, 13, 2, decimalSign);
     case CsvType::Quantity: return parseDecimal(text, 11, 3, decimalSign);
     case CsvType::Date:
-      if (const auto date = values::Date::TryParse(text)) return *date;
+      if (const auto date = values::Date::TryParse(text)) return date->dateOnly();
       throw unacceptable(text, "is not a date");
     case CsvType::Text: break;
   }
@@ -108,24 +142,35 @@ values::Variant parseField(std::string_view text, const CsvField& field, char de
   return text;
 }
 
-CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems) {
-  std::ifstream in(file, std::ios::binary);
-  std::error_code ignored;
-  if (!in || std::filesystem::is_directory(file, ignored)) throw Refused("Cannot open " + file);
+void checkRange(const CsvRow& row, const CsvModel& model, std::size_t field, int low, int high, const std::string& file,
+                Problems& problems) {
+  if (row.values[field].isEmpty()) return;
+  const auto value = values::toInt64(row.values[field]);
+  if (value >= low && value <= high) return;
+  problems.add(file, row.line,
+               "column " + std::string(model.fields[field].name) + ": " + std::to_string(value) + " is not between " +
+                   std::to_string(low) + " and " + std::to_string(high));
+}
+
+std::string shown(std::string_view text) {
+  constexpr std::size_t kLongest = 60;
+  const auto start = values::left(text, kLongest);
+  return "'" + std::string(start) + (start.size() < text.size() ? "…'" : "'");
+}
+
+CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems, const CsvReading& reading) {
   CsvBatch batch{file, {}};
-  CsvReader reader(in);
-  const auto before = problems.count();
-  const auto positions = mapColumns(reader, model, file, problems);
-  if (problems.count() > before) return batch;  // the lines cannot be told apart
-  std::vector<std::string> fields;
-  while (reader.next(fields)) {
-    if (fields.size() != positions.size()) {
-      problems.add(file, reader.line(),
-                   std::to_string(fields.size()) + " fields where the header has " + std::to_string(positions.size()));
-      continue;
-    }
-    batch.rows.push_back({reader.line(), std::vector<values::Variant>(model.fields.size())});
-    readRow(batch.rows.back(), fields, positions, model, reader.decimalSign(), file, problems);
+  try {
+    auto text = toUtf8(contentOf(file), reading.encoding);
+    Steps steps(reading.progress, "Reading " + file, std::ranges::count(text, '\n'));
+    std::istringstream in(std::move(text));
+    CsvReader reader(in);
+    readRows(reader, model, batch, problems, steps);
+  } catch (const EncodingFault& fault) {
+    problems.add(file, fault.line, fault.what(), Remedy::Encoding);
+  } catch (const UnclosedQuote& fault) {
+    batch.understood = false;
+    problems.add(file, fault.line, fault.what());
   }
   return batch;
 }

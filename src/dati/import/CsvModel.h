@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "dati/import/Encoding.h"
+#include "dati/import/ImportProgress.h"
 #include "dati/import/Problems.h"
 #include "values/Variant.h"
 
@@ -43,11 +45,25 @@ struct CsvRow {
 struct CsvBatch {
   std::string file;
   std::vector<CsvRow> rows;
+  bool understood = false;  ///< text with the columns that are needed: the rows are those of the file
 };
 
-/// Reads and checks a whole file. What is wrong (unknown or missing columns, bad dates, bad amounts, texts
-/// too long) goes to `problems` with its line number. Throws Refused when the file cannot be opened.
-CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems);
+/// How a file is read.
+struct CsvReading {
+  std::string encoding{encodings().front()};  ///< one of encodings()
+  ImportProgress* progress = nullptr;         ///< told of the lines, if anybody asks
+};
+
+/// Reads and checks a whole file. What is wrong (another encoding, unknown or missing columns, bad dates, bad amounts,
+/// texts too long) goes to `problems` with its line number. Throws Refused when the file cannot be opened.
+CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems, const CsvReading& reading = {});
+
+/// Adds a problem for a whole number that is not in a range; a field without a value is none.
+void checkRange(const CsvRow& row, const CsvModel& model, std::size_t field, int low, int high, const std::string& file,
+                Problems& problems);
+
+/// A text of a file as a message shows it: in quotes, cut where it is long.
+std::string shown(std::string_view text);
 
 /// One field; throws values::Errore with a text that follows "column NAME: ".
 values::Variant parseField(std::string_view text, const CsvField& field, char decimalSign);

@@ -1,6 +1,5 @@
 #include "dati/import/CsvReader.h"
 
-#include "values/Errore.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -19,7 +18,10 @@ void skipByteOrderMark(std::istream& in) {
 
 CsvReader::CsvReader(std::istream& in) : in_(in) {
   skipByteOrderMark(in_);
-  if (!read(header_)) return;
+  if (!read(header_)) {
+    header_.clear();
+    return;
+  }
   const auto& first = header_.front();
   if (header_.size() == 1 && first.find(';') != std::string::npos) {
     separator_ = ';';
@@ -54,9 +56,8 @@ char CsvReader::readField(std::string& field) {
   if (in_.peek() == '"') readQuoted(field);
   for (int c = in_.get(); c != kEnd; c = in_.get()) {
     if (c == separator_) return separator_;
-    if (c == '\n') {
+    if (endsLine(c)) {
       ++currentLine_;
-      if (field.ends_with('\r')) field.pop_back();
       return '\n';
     }
     field += static_cast<char>(c);
@@ -64,17 +65,22 @@ char CsvReader::readField(std::string& field) {
   return '\n';
 }
 
+bool CsvReader::endsLine(int c) {
+  if (c == '\r' && in_.peek() == '\n') in_.get();
+  return c == '\n' || c == '\r';
+}
+
 void CsvReader::readQuoted(std::string& field) {
   in_.get();
   for (int c = in_.get(); c != kEnd; c = in_.get()) {
-    if (c == '\n') ++currentLine_;
+    if (c == '\n' || (c == '\r' && in_.peek() != '\n')) ++currentLine_;
     if (c == '"') {
       if (in_.peek() != '"') return;
       in_.get();
     }
     field += static_cast<char>(c);
   }
-  throw values::Errore("line " + std::to_string(recordStart_) + ": a quoted field is never closed");
+  throw UnclosedQuote(recordStart_);
 }
 
 }  // namespace bukorval::dati

@@ -1,7 +1,14 @@
+#include <algorithm>
+#include <array>
+#include <utility>
+
 #include "dati/Budgets.h"
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
+#include "definition/Colonne.h"
+#include "definition/Slot.h"
 #include "values/Conversion.h"
+#include "values/Text.h"
 
 namespace bukorval::dati {
 namespace {
@@ -31,20 +38,45 @@ const CsvModel kModel{"definitions",
                        {"quantity1", CsvType::Integer, false, 1, "1 when it is kept"},
                        {"quantity2", CsvType::Integer, false, 1, "1 when it is kept"}}};
 
+/// The highest values of the columns that hold a number of a list.
+constexpr std::array<std::pair<std::size_t, int>, 5> kRanges{
+    {{kPerSite, 1}, {kPeriodicity, 5}, {kCalendarYear, 1}, {kQuantity1, 1}, {kQuantity2, 1}}};
+
+std::string nameOf(const values::Variant& type, const values::Variant& subtype) {
+  return values::toPlainText(type) + " " + values::toPlainText(subtype);
+}
+
+/// What is wrong with a sequence of element codes, "" for nothing.
+std::string problemOf(std::string_view structure) {
+  if (values::length(structure) % kLarghezzaSlot != 0) return "codes of three letters are needed";
+  std::string problem;
+  CodeSet seen;
+  perOgniElemento(structure, [&](std::string_view code) {
+    const bool known = std::ranges::any_of(
+        elementiStruttura(), [&](const Elemento& element) { return values::compareText(element.codice, code) == 0; });
+    if (!problem.empty()) return;
+    if (!known)
+      problem = "there is no element " + shown(code);
+    else if (!seen.insert(std::string(code)))
+      problem = "element " + std::string(code) + " stands twice";
+  });
+  return problem;
+}
+
 class Definitions : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
-    batch_ = readCsv(file, kModel, import.problems);
-    std::set<std::string> seen;
+    batch_ = import.read(file, kModel);
+    CodeSet defined;
+    for (const auto& budget : definedBudgets(*import.connection, import.company))
+      defined.insert(nameOf(budget.type, budget.subtype));
     for (const auto& row : batch_.rows) {
       const auto& v = row.values;
-      if (v[kType].isEmpty() || v[kSubtype].isEmpty()) continue;
-      const auto name = values::toText(v[kType]) + " " + values::toText(v[kSubtype]);
-      const bool twice = !seen.insert(name).second;
-      if (twice || isBudgetDefined(*import.connection, v[kType], v[kSubtype]))
-        import.problems.add(file, row.line, "budget " + name + " is defined already");
-      if (values::toText(v[kStructure]).size() % 3 != 0)
-        import.problems.add(file, row.line, "column structure: codes of three letters are needed");
+      if (!v[kType].isEmpty() && !v[kSubtype].isEmpty() && !defined.insert(nameOf(v[kType], v[kSubtype])))
+        import.problems.add(file, row.line, "budget " + nameOf(v[kType], v[kSubtype]) + " is defined already");
+      if (const auto problem = problemOf(values::toPlainText(v[kStructure])); !problem.empty())
+        import.problems.add(file, row.line, "column structure: " + problem);
+      for (const auto& [field, highest] : kRanges) checkRange(row, kModel, field, 0, highest, file, import.problems);
     }
   }
 

@@ -23,6 +23,7 @@ struct FileKind {
   std::string_view name;  ///< "accounts"
   std::string columns;    ///< in words
   std::unique_ptr<FileImporter> (*create)();
+  bool numbered = false;     ///< brings registrations, which have numbers
   bool needsBudget = false;  ///< the object must select a budget that is defined
 };
 

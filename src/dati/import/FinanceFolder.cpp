@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 
 #include "dati/Failure.h"
 #include "dati/import/CsvModel.h"
 #include "values/Conversion.h"
-#include "values/Errore.h"
 
 namespace bukorval::dati {
 namespace {
@@ -33,31 +33,42 @@ const CsvModel kAmounts{"amounts",
                          {"account", CsvType::Text, true, 4, ""},
                          {"amount", CsvType::Amount, true, 0, ""}}};
 
-std::map<int, std::string> readCodes(const std::string& file, Problems& problems) {
+std::map<int, std::string> readCodes(const std::string& file, const char* what, Problems& problems,
+                                     const CsvReading& reading) {
   std::map<int, std::string> codes;
-  for (const auto& row : readCsv(file, kCodes, problems).rows) {
+  for (const auto& row : readCsv(file, kCodes, problems, reading).rows) {
     if (row.values[0].isEmpty()) continue;
-    codes[values::toInt32(row.values[0])] = values::toText(row.values[2]);
+    const int code = values::toInt32(row.values[0]);
+    if (!codes.emplace(code, values::toText(row.values[2])).second)
+      problems.add(file, row.line, what + std::to_string(code) + " stands twice");
   }
   return codes;
 }
 
-Scenario parseScenario(const std::string& text) {
+std::optional<Scenario> scenarioOf(const std::string& text) {
   if (text == "actual") return Scenario::Actual;
   if (text == "budget") return Scenario::Budget;
   if (text == "forecast") return Scenario::Forecast;
-  throw values::Errore("column scenario: '" + text + "' is not actual, budget or forecast");
+  return std::nullopt;
 }
 
-FinanceAmount parseAmount(const CsvRow& row, const FinanceFolder& finance) {
-  FinanceAmount amount{monthOf(values::toDate(row.values[kDate])), values::toInt32(row.values[kSite]),
-                       values::toInt32(row.values[kDepartment]),   parseScenario(values::toText(row.values[kScenario])),
-                       values::toText(row.values[kAccount]),       values::toDecimal(row.values[kAmount])};
-  if (!finance.accounts.contains(amount.account)) throw values::Errore("no account " + amount.account);
-  if (!finance.sites.contains(amount.site)) throw values::Errore("no site " + std::to_string(amount.site));
-  if (!finance.departments.contains(amount.department))
-    throw values::Errore("no department " + std::to_string(amount.department));
-  return amount;
+/// Adds the amount of a line, or what is wrong with it.
+void addAmount(const CsvRow& row, const std::string& file, FinanceFolder& finance, Problems& problems) {
+  const auto text = [&](std::size_t field) { return values::toText(row.values[field]); };
+  const auto number = [&](std::size_t field) { return values::toInt32(row.values[field]); };
+  const auto scenario = scenarioOf(text(kScenario));
+  bool right = true;
+  const auto require = [&](bool holds, const char* before, std::size_t field, const char* after) {
+    if (!holds) problems.add(file, row.line, before + text(field) + after);
+    right = right && holds;
+  };
+  require(scenario.has_value(), "column scenario: '", kScenario, "' is not actual, budget or forecast");
+  require(finance.accounts.contains(text(kAccount)), "no account ", kAccount, "");
+  require(finance.sites.contains(number(kSite)), "no site ", kSite, "");
+  require(finance.departments.contains(number(kDepartment)), "no department ", kDepartment, "");
+  if (right)
+    finance.amounts.push_back({monthOf(values::toDate(row.values[kDate])), number(kSite), number(kDepartment),
+                               *scenario, text(kAccount), values::toDecimal(row.values[kAmount])});
 }
 
 bool isComplete(const CsvRow& row) {
@@ -77,28 +88,24 @@ bool FinanceFolder::hasForecasts() const {
 
 values::Date monthOf(const values::Date& day) { return (day.day() <= 15 ? day.addMonths(-1) : day).lastOfMonth(); }
 
-FinanceFolder readFinanceFolder(const std::string& folder, Problems& problems) {
+FinanceFolder readFinanceFolder(const std::string& folder, Problems& problems, const CsvReading& reading) {
   if (!std::filesystem::is_directory(folder))
     throw Refused("There is no folder " + folder +
                   ": give the one that holds amounts.csv, accounts.csv, sites.csv and departments.csv");
   const auto file = [&](const char* name) { return (std::filesystem::path(folder) / name).string(); };
   FinanceFolder finance;
-  for (const auto& row : readCsv(file("accounts.csv"), kAccounts, problems).rows) {
+  for (const auto& row : readCsv(file("accounts.csv"), kAccounts, problems, reading).rows) {
     if (row.values[0].isEmpty()) continue;
     const auto text = [&](std::size_t field) { return values::toText(row.values[field]); };
-    finance.accounts[text(0)] = {text(1), text(2), text(3)};
+    if (!finance.accounts.emplace(text(0), FinanceAccount{text(1), text(2), text(3)}).second)
+      problems.add(file("accounts.csv"), row.line, "account " + text(0) + " stands twice");
   }
-  finance.sites = readCodes(file("sites.csv"), problems);
-  finance.departments = readCodes(file("departments.csv"), problems);
-  const auto amounts = readCsv(file("amounts.csv"), kAmounts, problems);
+  finance.sites = readCodes(file("sites.csv"), "site ", problems, reading);
+  finance.departments = readCodes(file("departments.csv"), "department ", problems, reading);
+  const auto amounts = readCsv(file("amounts.csv"), kAmounts, problems, reading);
   finance.amounts.reserve(amounts.rows.size());
   for (const auto& row : amounts.rows) {
-    if (!isComplete(row)) continue;
-    try {
-      finance.amounts.push_back(parseAmount(row, finance));
-    } catch (const values::Errore& e) {
-      problems.add(amounts.file, row.line, e.what());
-    }
+    if (isComplete(row)) addAmount(row, amounts.file, finance, problems);
   }
   return finance;
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "dati/import/CsvModel.h"
 #include "dati/import/Problems.h"
 #include "values/Date.h"
 #include "values/Decimal.h"
@@ -39,7 +40,7 @@ struct FinanceFolder {
 
 /// Reads and checks the four files; codes that amounts.csv uses and the other files lack are problems too.
 /// Throws Refused when the folder or a file is missing.
-FinanceFolder readFinanceFolder(const std::string& folder, Problems& problems);
+FinanceFolder readFinanceFolder(const std::string& folder, Problems& problems, const CsvReading& reading = {});
 
 /// A day near a month end stands for its month: the first half of a month belongs to the month before.
 values::Date monthOf(const values::Date& day);

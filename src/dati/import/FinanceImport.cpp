@@ -1,5 +1,6 @@
 #include "dati/import/FinanceImport.h"
 
+#include <cstdint>
 #include <map>
 #include <set>
 #include <tuple>
@@ -30,11 +31,12 @@ int yearOf(const FinanceAmount& amount) { return amount.month.year(); }
 class FinanceImport {
  public:
   FinanceImport(CLSKORVAL& budget, ado::Connection& connection, const suite::ActiveInterface& session,
-                const FinanceFolder& finance)
+                const FinanceFolder& finance, ImportProgress* progress)
       : budget_(budget),
         connection_(connection),
         ledger_(connection, session.CodiceDitta(), session.CodicePdcCoGe()),
-        finance_(finance) {}
+        finance_(finance),
+        progress_(progress) {}
 
   std::vector<std::string> write() {
     if (ledger_.hasAccounts() || ledger_.hasMovements() || isBudgetDefined(connection_, kType, kSubtype))
@@ -72,7 +74,10 @@ class FinanceImport {
     auto next = ledger_.lastRegistration() + 1;
     std::map<std::pair<int, values::Date>, std::pair<std::int64_t, int>> registrations;
     std::size_t lines = 0;
+    Steps steps(progress_, "Writing movements", static_cast<std::int64_t>(finance_.amounts.size()));
+    std::int64_t looked = 0;
     for (const auto& amount : finance_.amounts) {
+      steps.done(++looked);
       if (amount.scenario != Scenario::Actual) continue;
       auto [position, isNew] = registrations.try_emplace({amount.site, amount.month}, next, 0);
       auto& [registration, line] = position->second;
@@ -122,7 +127,10 @@ class FinanceImport {
     budget_.AnnoEsercizio = year;
     budget_.ProgressivoEsercizio = 1;
     CardWriter writer(budget_, connection_);
+    Steps steps(progress_, "Writing cards of " + std::to_string(year), static_cast<std::int64_t>(cards.size()));
+    std::int64_t written = 0;
     for (const auto& [place, monthly] : cards) {
+      steps.done(++written);
       const auto card = writer.findOrCreate(keyOf(place));
       for (const auto& [where, value] : monthly) writer.write(card, where.first, where.second, bdgValoreImporto, value);
     }
@@ -144,14 +152,16 @@ class FinanceImport {
   ado::Connection& connection_;
   Ledger ledger_;
   const FinanceFolder& finance_;
+  ImportProgress* progress_;
   std::vector<std::string> outcomes_;
 };
 
 }  // namespace
 
 std::vector<std::string> importFinance(CLSKORVAL& budget, ado::Connection& connection,
-                                       const suite::ActiveInterface& session, const FinanceFolder& finance) {
-  return FinanceImport(budget, connection, session, finance).write();
+                                       const suite::ActiveInterface& session, const FinanceFolder& finance,
+                                       ImportProgress* progress) {
+  return FinanceImport(budget, connection, session, finance, progress).write();
 }
 
 }  // namespace bukorval::dati

@@ -3,34 +3,42 @@
 #include <utility>
 
 #include "dati/Failure.h"
+#include "dati/Recording.h"
 #include "frame/Transazione.h"
-#include "values/Conversion.h"
 
 namespace bukorval::dati {
 
 ImportContext::ImportContext(ado::ConnectionPtr connectionToUse, const suite::ActiveInterface& session,
-                             std::function<CLSKORVAL&()> budgetToUse)
+                             std::function<CLSKORVAL&()> budgetToUse, ImportOptions optionsToUse)
     : connection(std::move(connectionToUse)),
       budget(std::move(budgetToUse)),
-      ledger(*connection, session.CodiceDitta(), session.CodicePdcCoGe()) {}
+      options(std::move(optionsToUse)),
+      company(session.CodiceDitta()),
+      chart(session.CodicePdcCoGe()),
+      accountLevels(session.LunghezzeLivelli()),
+      ledger(*connection, company, chart),
+      batches(*connection, company) {}
 
-bool ImportContext::hasAccount(const std::string& account) {
-  if (accounts.contains(account) || knownAccounts_.contains(account)) return true;
-  if (!ledger.hasAccount(account)) return false;
-  knownAccounts_.insert(account);
-  return true;
+CsvBatch ImportContext::read(const std::string& file, const CsvModel& model) {
+  return readCsv(file, model, problems, {options.encoding, options.progress});
+}
+
+bool ImportContext::hasAccount(const values::Variant& account) {
+  if (!knownAccounts_) knownAccounts_.emplace(ledger.accounts());
+  return !accountsUnderstood || accounts.contains(account) || knownAccounts_->contains(account);
 }
 
 bool ImportContext::hasSite(const values::Variant& site) {
-  const int code = values::toInt32(site);
-  if (sites.contains(code) || knownSites_.contains(code)) return true;
-  if (!ledger.hasSite(site)) return false;
-  knownSites_.insert(code);
-  return true;
+  if (!knownSites_) knownSites_.emplace(ledger.sites());
+  return !sitesUnderstood || sites.contains(site) || knownSites_->contains(site);
 }
 
-Import::Import(ado::ConnectionPtr connection, const suite::ActiveInterface& session, std::function<CLSKORVAL&()> budget)
-    : context_(std::move(connection), session, std::move(budget)) {}
+Import::Import(ado::ConnectionPtr connection, const suite::ActiveInterface& session, std::function<CLSKORVAL&()> budget,
+               ImportOptions options)
+    : context_(std::move(connection), session, std::move(budget), std::move(options)) {
+  const auto& batch = context_.options.batch;
+  if (!batch.empty() && context_.batches.has(batch)) throw Refused("There is an import with the name " + batch);
+}
 
 Import::~Import() = default;
 
@@ -41,8 +49,11 @@ void Import::read(const FileKind& kind, const std::string& file) {
 
 std::vector<std::string> Import::write() {
   if (problems().count() > 0) throw Refused("The files have problems, nothing was imported");
+  if (!context_.options.batch.empty()) context_.batches.prepare();
+  Recording recording(*context_.connection, context_.company, context_.options.author);
   Transazione transaction(*context_.connection);
   for (const auto& file : files_) file->write(context_);
+  recording.finish();
   transaction.conferma();
   std::vector<std::string> outcomes;
   for (const auto& file : files_) outcomes.push_back(file->outcome());

@@ -2,12 +2,16 @@
 
 #include <functional>
 #include <memory>
-#include <set>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "ado/connection/Connection.h"
+#include "dati/History.h"
 #include "dati/Ledger.h"
+#include "dati/import/Batches.h"
+#include "dati/import/CodeSet.h"
+#include "dati/import/CsvModel.h"
 #include "dati/import/FileKinds.h"
 #include "dati/import/Problems.h"
 #include "object/CLSKORVAL.h"
@@ -15,26 +19,41 @@
 
 namespace bukorval::dati {
 
+/// How files are imported.
+struct ImportOptions {
+  std::string encoding{encodings().front()};  ///< of every file, one of encodings()
+  bool replace = false;                       ///< registrations whose numbers are taken replace those
+  std::string batch;                          ///< the name by which the movements can be removed again, "" for none
+  std::optional<Author> author = {};          ///< for the history of what is written into cards
+  ImportProgress* progress = nullptr;         ///< told of the long steps, if anybody asks
+};
+
 /// What the files of one import share while they are checked and then written.
 class ImportContext {
  public:
   ImportContext(ado::ConnectionPtr connection, const suite::ActiveInterface& session,
-                std::function<CLSKORVAL&()> budget);
+                std::function<CLSKORVAL&()> budget, ImportOptions options);
 
-  /// In the database, or brought by this import.
-  bool hasAccount(const std::string& account);
+  /// Reads one file in the way of this import.
+  CsvBatch read(const std::string& file, const CsvModel& model);
+  /// In the database, or brought by this import. After a file of accounts (sites) that could not be understood every
+  /// account (site) may be.
+  bool hasAccount(const values::Variant& account);
   bool hasSite(const values::Variant& site);
 
   ado::ConnectionPtr connection;
   std::function<CLSKORVAL&()> budget;  ///< the object, which only some files need
+  ImportOptions options;
+  values::Variant company, chart;
+  std::vector<int> accountLevels;  ///< characters of each level of an account code
   Ledger ledger;
+  Batches batches;
   Problems problems;
-  std::set<std::string> accounts;  ///< accounts that this import brings
-  std::set<int> sites;             ///< and sites
+  CodeSet accounts, sites;  ///< what this import brings
+  bool accountsUnderstood = true, sitesUnderstood = true;
 
  private:
-  std::set<std::string> knownAccounts_;  ///< found in the database already
-  std::set<int> knownSites_;
+  std::optional<CodeSet> knownAccounts_, knownSites_;  ///< in the database, once asked for
 };
 
 /// An import of files: each is read and checked first, then all are written, or none.
@@ -45,7 +64,9 @@ class ImportContext {
 class Import {
  public:
   /// @param budget  the object, asked for when a file needs it.
-  Import(ado::ConnectionPtr connection, const suite::ActiveInterface& session, std::function<CLSKORVAL&()> budget);
+  /// Refused when there is an import of the name that the options give.
+  Import(ado::ConnectionPtr connection, const suite::ActiveInterface& session, std::function<CLSKORVAL&()> budget,
+         ImportOptions options = {});
   ~Import();
 
   /// Throws Refused when the file cannot be opened; what is wrong inside goes to the problems. Writes nothing.

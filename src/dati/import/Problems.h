@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,18 +14,29 @@ struct Problem {
   std::string text;
 };
 
+/// What another way of importing may help against.
+enum class Remedy {
+  None,
+  Encoding,  ///< the file is not in the encoding it was read in
+  Replace    ///< what the file brings is there already
+};
+
 /// What is wrong with the files of an import, gathered so that everything is told at once.
 class Problems {
  public:
-  void add(std::string_view file, std::size_t line, std::string_view text) {
+  void add(std::string_view file, std::size_t line, std::string_view text, Remedy remedy = Remedy::None) {
     problems_.push_back({std::string(file), line, std::string(text)});
+    remedies_.insert(remedy);
   }
+  /// Whether it may help against a problem.
+  bool has(Remedy remedy) const { return remedies_.contains(remedy); }
   std::size_t count() const { return problems_.size(); }
   /// By file and line; those of one line in the order in which they were found.
   std::vector<Problem> sorted() const;
 
  private:
   std::vector<Problem> problems_;
+  std::set<Remedy> remedies_;
 };
 
 }  // namespace bukorval::dati

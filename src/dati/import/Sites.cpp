@@ -12,11 +12,13 @@ const CsvModel kModel{"sites",
 class Sites : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
-    batch_ = readCsv(file, kModel, import.problems);
+    batch_ = import.read(file, kModel);
+    import.sitesUnderstood = batch_.understood;
     for (const auto& row : batch_.rows) {
       const auto& code = row.values[kCode];
-      if (!code.isEmpty() && !import.sites.insert(values::toInt32(code)).second)
+      if (!code.isEmpty() && !import.sites.insert(code))
         import.problems.add(file, row.line, "site " + values::toText(code) + " stands twice");
+      checkRange(row, kModel, kCode, 1, 99, file, import.problems);
     }
   }
 

@@ -9,9 +9,12 @@ namespace {
 void align(Environment& environment) {
   requireBudget(environment);
   auto& budget = environment.budget();
-  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget)}, dati::RunMode::Write);
+  requireWritable(environment, budgetScelto(budget));
+  auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, {budgetScelto(budget)});
   const Progress progress(budget);
   run(&CLSKORVAL::AllineaBU65_A_StrutturaBU60);
+  transaction.end(dati::RunMode::Write);
   environment.show({{{"PRIMA", "Cards before", true}, {"AGGIUNTE", "Added", true}, {"DOPO", "Cards now", true}},
                     {{run.before().cards().size(), run.newCards(), run.after().cards().size()}},
                     {}});
@@ -25,7 +28,8 @@ Command alignCommand() {
           "  bukorval align -d demo.db -t 4 -s 01 -y 2025\n"
           "Adds, never removes; running it again adds nothing.",
           {},
-          align};
+          align,
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "dati/Locks.h"
 #include "host/commands/Command.h"
 #include "values/Conversion.h"
 
@@ -16,7 +17,16 @@ std::string yearsText(const std::vector<dati::CardsOfYear>& years) {
   return text;
 }
 
-std::vector<values::Variant> rowOf(CLSKORVAL& budget, const dati::DefinedBudget& defined) {
+std::string lockedYears(const dati::DefinedBudget& defined, const std::vector<dati::BudgetLock>& locks) {
+  std::string text;
+  for (const auto& [budget, when, user, reason] : locks)
+    if (budget.tipo == defined.type && values::toPlainText(budget.sottoTipo) == values::toPlainText(defined.subtype))
+      text += (text.empty() ? "" : ", ") + values::toPlainText(budget.anno);
+  return text;
+}
+
+std::vector<values::Variant> rowOf(CLSKORVAL& budget, const dati::DefinedBudget& defined,
+                                   const std::vector<dati::BudgetLock>& locks) {
   const auto type = defined.type;
   const auto& subtype = defined.subtype;
   bool perSite = false;
@@ -29,7 +39,8 @@ std::vector<values::Variant> rowOf(CLSKORVAL& budget, const dati::DefinedBudget&
           budget.GetDes_BdgPeriodicita(budget.GetPeriodicitaBudget(type, subtype)),
           perSite,
           budget.GetNumeroForecast(type, subtype),
-          yearsText(defined.years)};
+          yearsText(defined.years),
+          lockedYears(defined, locks)};
 }
 
 void showBudgets(Environment& environment) {
@@ -42,11 +53,13 @@ void showBudgets(Environment& environment) {
                {"PERIODICITA", "Periods"},
                {"PER_SEDE", "Per site"},
                {"FORECAST", "Forecasts", true},
-               {"SCHEDE", "Years (cards)"}},
+               {"SCHEDE", "Years (cards)"},
+               {"BLOCCATI", "Locked"}},
               {},
               {}};
+  const auto locks = dati::budgetLocks(*environment.connection(), budget.CodiceDitta);
   for (const auto& defined : dati::definedBudgets(*environment.connection(), budget.CodiceDitta)) {
-    table.rows.push_back(rowOf(budget, defined));
+    table.rows.push_back(rowOf(budget, defined, locks));
     environment.requireSuccess();
   }
   environment.show(table);

@@ -1,6 +1,7 @@
 #include <memory>
 #include <string>
 
+#include "dati/Transaction.h"
 #include "host/commands/Command.h"
 #include "host/commands/DetailKind.h"
 #include "host/environment/Arguments.h"
@@ -18,12 +19,16 @@ struct ClearOptions {
 void clear(Environment& environment, const ClearOptions& options) {
   const auto card = parseArgument(options.card);
   selectCard(environment, card);
+  requireWritable(environment, budgetScelto(environment.budget()));
   const bool all = options.kind == "all";
   const BdgTipoDettaglio kind = all ? bdgDettaglioTutti : parseDetailKind(options.kind).kind;
+  if (!all) requireDetailKind(environment.budget(), kind);
   confirm("Clear the " + (all ? "values of every kind" : options.kind + " values") + " of card " + options.card + "?",
           options.yes);
+  auto transaction = environment.transaction();
   environment.budget().UpdateNullValoriBU66(card, kind);
   environment.requireSuccess();
+  transaction.end(dati::RunMode::Write);
   environment.show({{{"BU65_ID", "Card", true}, {"SVUOTATI", "Cleared"}}, {{card, options.kind}}, {}});
 }
 
@@ -41,7 +46,8 @@ Command clearCommand() {
             .target = &options->kind,
             .showDefault = true},
            {"--yes", "do not ask", &options->yes}},
-          [options](Environment& environment) { clear(environment, *options); }};
+          [options](Environment& environment) { clear(environment, *options); },
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -34,6 +35,13 @@ struct Option {
   std::function<std::string(const std::string&)> check = {};
 };
 
+/// What a command does to cards, for the options that come with it.
+enum class Writes : std::uint8_t {
+  Nothing,
+  Cards,       ///< --force and --no-history
+  UndoneCards  ///< --force
+};
+
 /// A command of the program: see Commands.cpp for how to add one.
 struct Command {
   std::string_view name;
@@ -41,6 +49,7 @@ struct Command {
   std::string_view example;     ///< shown below the command's --help
   std::vector<Option> options;  ///< its own; the shared ones may stand before or after the command's name
   std::function<void(Environment&)> run;
+  Writes writes = Writes::Nothing;
 };
 
 }  // namespace bukorval::host

@@ -5,6 +5,8 @@
 #define BUKORVAL_COMMANDS(command) \
   command(create)                  \
   command(import)                  \
+  command(years)                   \
+  command(batches)                 \
   command(budgets)                 \
   command(grid)                    \
   command(periods)                 \
@@ -16,6 +18,10 @@
   command(elaborateCards)          \
   command(elaborateBalances)       \
   command(duplicate)               \
+  command(lock)                    \
+  command(unlock)                  \
+  command(history)                 \
+  command(undo)                    \
   command(check)                   \
   command(backup)                  \
   command(restore)                 \

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "dati/Cards.h"
+#include "dati/Transaction.h"
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
@@ -18,13 +19,16 @@ struct DeleteOptions {
 void deleteCard(Environment& environment, const DeleteOptions& options) {
   values::Variant card = parseArgument(options.card);
   selectCard(environment, card);
+  requireWritable(environment, budgetScelto(environment.budget()));
   auto& connection = *environment.connection();
   const auto before = dati::countRowsOfCard(connection, card);
   confirm(
       "Delete card " + options.card + " with its " + std::to_string(dati::countDetails(connection, card)) + " details?",
       options.yes);
+  auto transaction = environment.transaction();
   environment.budget().CancellaRigaBU65(card);
   environment.requireSuccess();
+  transaction.end(dati::RunMode::Write);
   const auto after = dati::countRowsOfCard(connection, card);
   Table table{{{"TABELLA", "Table"}, {"CANCELLATE", "Deleted rows", true}, {"RESTANO", "Left", true}}, {}, {}};
   for (std::size_t i = 0; i < before.size(); ++i)
@@ -41,7 +45,8 @@ Command deleteCommand() {
           "  bukorval delete 12 --yes -d demo.db\n"
           "Asks on a terminal; elsewhere --yes is needed.",
           {{"CARD", "identifier of the card", &options->card, true}, {"--yes", "do not ask", &options->yes}},
-          [options](Environment& environment) { deleteCard(environment, *options); }};
+          [options](Environment& environment) { deleteCard(environment, *options); },
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

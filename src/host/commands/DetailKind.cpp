@@ -1,5 +1,6 @@
 #include "host/commands/DetailKind.h"
 
+#include "dati/Failure.h"
 #include "host/environment/Errors.h"
 
 namespace bukorval::host {
@@ -14,6 +15,13 @@ DetailKind parseDetailKind(const std::string& text) {
     throw UsageError("--kind is budget, actual, orders, forecast1, forecast2 … or the number of the kind, not " + text);
   const int n = named ? std::stoi(digits) : std::stoi(digits) - bdgDettaglioOrdini;
   return {bdgDettaglioOrdini + n, "FORECAST" + std::to_string(n)};
+}
+
+void requireDetailKind(CLSKORVAL& budget, BdgTipoDettaglio kind) {
+  const int last = bdgDettaglioOrdini + budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget);
+  if (kind >= bdgDettaglioBudget && kind <= last) return;
+  throw dati::Refused("The budget has no detail kind " + std::to_string(kind) + ": they are 0 (budget) to " +
+                      std::to_string(last));
 }
 
 }  // namespace bukorval::host

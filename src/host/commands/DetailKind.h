@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "frame/Enumerazioni.h"
+#include "object/CLSKORVAL.h"
 
 namespace bukorval::host {
 
@@ -14,5 +14,7 @@ struct DetailKind {
 
 /// "budget", "actual", "orders", "forecastN", or the number of the kind. Throws UsageError for anything else.
 DetailKind parseDetailKind(const std::string& text);
+/// Throws dati::Refused for a kind that no grid of the selected budget shows.
+void requireDetailKind(CLSKORVAL& budget, BdgTipoDettaglio kind);
 
 }  // namespace bukorval::host

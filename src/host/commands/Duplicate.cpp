@@ -1,14 +1,15 @@
 #include <memory>
+#include <optional>
 #include <string>
 
-#include "dati/Cards.h"
+#include "dati/CopyDeviation.h"
 #include "dati/WatchedRun.h"
 #include "host/commands/Command.h"
 #include "host/commands/RunReport.h"
+#include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
-#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -27,47 +28,43 @@ void completeDestination(CLSKORVAL& budget) {
   complete(budget.BdgDestinazioneCodiceSede, budget.CodiceSede);
 }
 
-/// Raises or lowers the copied amounts through the object's own update, one by one.
-int applyPercentage(CLSKORVAL& budget, const dati::WatchedRun& run, const Variant& percentage) {
-  const Variant factor =
-      values::add(1, values::divide(values::toDecimal(percentage), values::Decimal::FromScaled(100)));
-  int changed = 0;
-  for (const auto& [key, amount] : run.after().amounts()) {
-    if (amount.isNothing()) continue;
-    const auto& old = run.before().amount(key);
-    if (!old.isNothing() && values::compare(old, amount) == 0) continue;
-    dati::writeCardValue(budget, key.card, budget.TipoDettaglioDestinazione, key.period, bdgValoreImporto,
-                         values::toDecimal(values::multiply(amount, factor)).rounded(2));
-    ++changed;
-  }
-  return changed;
-}
-
 struct DuplicateOptions {
   bool dryRun = false;
   std::string percentage;
 };
 
+/// A greater deviation is a slip of the keyboard, and less than -100 turns the signs.
+values::Decimal parsePercentage(const std::string& text, char separator) {
+  const auto percentage = typedDecimal(text, separator);
+  if (percentage < values::Decimal::FromScaled(-100) || percentage > values::Decimal::FromScaled(1000))
+    throw UsageError("--percent is -100 to 1000, not " + values::toPlainText(Variant(percentage)));
+  return percentage;
+}
+
 void duplicate(Environment& environment, const DuplicateOptions& options) {
   requireGrid(environment);
-  if (options.dryRun && !options.percentage.empty())
-    throw UsageError("--percent changes what a run has written; it does not go with --dry-run");
+  std::optional<values::Decimal> percentage;
+  if (!options.percentage.empty())
+    percentage = parsePercentage(options.percentage, environment.session().SeparatoreDecimale());
   auto& budget = environment.budget();
   completeDestination(budget);
-  const dati::DetailScope scope{{budget.CodiceDitta, budget.TipoBudget, budget.BdgDestinazioneSottoTipo,
-                                 budget.BdgDestinazioneAnnoEsercizio, budget.BdgDestinazioneProgressivoEsercizio},
-                                budget.TipoDettaglioDestinazione};
-  dati::WatchedRun run(budget, environment.connection(), scope,
-                       options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  if (!options.dryRun) requireWritable(environment, budgetDestinazione(budget));
+  completeCardRange(environment);
+  auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, {budgetDestinazione(budget), budget.TipoDettaglioDestinazione});
   const Progress progress(budget);
-  run(&CLSKORVAL::BdgDupSchede_Duplicazione);
+  dati::CopyDeviation deviation(budget, run);
+  dati::CopyDeviation::Counts deviating;
+  run([&](CLSKORVAL& object) { object.BdgDupSchede_Duplicazione(); });
+  if (percentage) run([&](CLSKORVAL&) { deviating = deviation.apply(*percentage); });
+  transaction.end(options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   const auto changes = run.changes();
   if (options.dryRun) return environment.show(tableOf(changes));
-  const int changed = options.percentage.empty() ? 0 : applyPercentage(budget, run, Variant(options.percentage));
   environment.show({{{"NUOVE", "New cards", true},
-                     {"IMPORTI", "Amounts written", true},
-                     {"SCOSTATI", "Amounts changed by --percent", true}},
-                    {{run.newCards(), changes.size(), changed}},
+                     {"IMPORTI", "Amounts changed", true},
+                     {"SCOSTATI", "Amounts by --percent", true},
+                     {"SCADENZE", "Due dates by --percent", true}},
+                    {{run.newCards(), changes.size(), deviating.amounts, deviating.dueDates}},
                     {}});
 }
 
@@ -80,10 +77,11 @@ Command duplicateCommand() {
           "  bukorval duplicate -d demo.db -t 4 -s 01 -y 2025 --BdgTipoScheda 0 --CodiceSede 1 \\\n"
           "      --BdgDestinazioneAnnoEsercizio 2026 --BdgDestinazioneProgressivoEsercizio 1 --percent 5\n"
           "What is not said of the destination is the source's. --IsSovrascriviEsistenti replaces values that\n"
-          "destination cards have; --IsDuplicaScadenzeCashFlow makes their due dates.",
+          "destination cards have; --IsDuplicaScadenzeCashFlow makes their due dates. All of it is one transaction.",
           {{"--dry-run", "show the amounts it would write, and write nothing", &options->dryRun},
-           {"--percent", "deviation applied to the copied amounts afterwards", &options->percentage}},
-          [options](Environment& environment) { duplicate(environment, *options); }};
+           {"--percent", "deviation of the copied amounts and due dates, 5 or -2,5", &options->percentage}},
+          [options](Environment& environment) { duplicate(environment, *options); },
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

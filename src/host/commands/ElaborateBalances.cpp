@@ -6,6 +6,7 @@
 
 #include "dati/Failure.h"
 #include "dati/WatchedRun.h"
+#include "dati/Years.h"
 #include "dati/import/Deviations.h"
 #include "host/commands/Command.h"
 #include "host/commands/ImportProblems.h"
@@ -43,7 +44,8 @@ void completeInput(Environment& environment) {
                                           budget.ProgressivoEsercizioMovimenti, begin, end);
   environment.requireSuccess();
   if (values::isBlank(begin))
-    throw dati::Refused("There is no accounting year " + values::toPlainText(budget.AnnoEsercizioMovimenti));
+    dati::requireYear(*environment.connection(), budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
+                      budget.ProgressivoEsercizioMovimenti);
   if (values::isBlank(budget.DaData)) budget.DaData = begin;
   if (values::isBlank(budget.AData)) budget.AData = end;
 }
@@ -120,12 +122,6 @@ void overwriteAll(ado::Recordset& rows) {
   if (rows.RecordCount() > 0) rows.MoveFirst();
 }
 
-void explainNoRows(CLSKORVAL& budget) {
-  const bool monthly = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget) == 0;
-  std::cerr << (monthly ? "The budget is kept by months: balances give it no rows\n"
-                        : "There are no balances in the range\n");
-}
-
 void tellMissing(const ado::RecordsetPtr& missing) {
   if (!missing || missing->RecordCount() == 0) return;
   std::cerr << missing->RecordCount()
@@ -151,22 +147,26 @@ Table writtenTable(ado::Recordset& rows, const dati::WatchedRun& run) {
 /// Writes the proposed rows, or only shows what that changes.
 void write(Environment& environment, const dati::DetailScope& scope, bool dryRun) {
   auto& budget = environment.budget();
-  dati::WatchedRun run(budget, environment.connection(), scope, dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, scope);
   run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
+  transaction.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   environment.show(dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
   tellMissing(budget.RstContiNonPresentiInStruttura);
 }
 
 void elaborateBalances(Environment& environment, const BalancesOptions& options) {
   requireBudget(environment);
+  if (options.write) requireWritable(environment, budgetScelto(environment.budget()));
   completeInput(environment);
   setDeviations(environment, options);
   auto& budget = environment.budget();
+  budget.ProponiBudgetMensili = true;
   const Progress progress(budget);
   budget.BdgElaEco_PopolaRstSaldiElaEco();
   environment.requireSuccess();
   auto& rows = *budget.RstSaldiElaEco;
-  if (rows.RecordCount() == 0) explainNoRows(budget);
+  if (rows.RecordCount() == 0) std::cerr << "There are no balances in the range\n";
   if (budget.IsSovrascriviEsistenti) overwriteAll(rows);
   const dati::DetailScope scope{budgetScelto(budget), budget.TipoDettaglioDestinazione,
                                 budget.GetTipoPdC(budget.TipoBudget, budget.SottoTipoBudget)};
@@ -185,7 +185,7 @@ Command elaborateBalancesCommand() {
           "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent-file deviations.csv --write\n"
           "Shows the proposed rows beside what the cards hold now. Takes the year before the budget's unless options\n"
           "say otherwise. Rows whose card already holds an amount have SOVRASCRIVI 0 and are not written, unless\n"
-          "--IsSovrascriviEsistenti. A budget by months yields no rows.",
+          "--IsSovrascriviEsistenti. A budget by months gets one row a month.",
           {{"--percent", "one deviation for all balances", &options->percentage},
            {.flags = "--percent-file",
             .help = "CSV with " + dati::deviationColumns(),
@@ -193,7 +193,8 @@ Command elaborateBalancesCommand() {
             .excludes = "--percent"},
            {"--write", "write the proposed rows into the budget, in one transaction", &options->write},
            {"--dry-run", "show the amounts that --write would change, and write nothing", &options->dryRun}},
-          [options](Environment& environment) { elaborateBalances(environment, *options); }};
+          [options](Environment& environment) { elaborateBalances(environment, *options); },
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

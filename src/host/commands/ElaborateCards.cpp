@@ -1,9 +1,10 @@
 #include <algorithm>
-#include <functional>
 #include <iostream>
 #include <iterator>
 #include <memory>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "dati/Cards.h"
@@ -11,6 +12,7 @@
 #include "dati/Movements.h"
 #include "dati/WatchedRun.h"
 #include "host/commands/Command.h"
+#include "host/commands/DetailKind.h"
 #include "host/commands/RunReport.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
@@ -71,11 +73,7 @@ void checkInput(CLSKORVAL& budget) {
   if (budget.TipoDataMovimenti != 0 && budget.TipoDataMovimenti != 1)
     throw UsageError("--TipoDataMovimenti is 0 (registration date) or 1 (competence), not " +
                      std::to_string(budget.TipoDataMovimenti));
-  const int last = bdgDettaglioOrdini + budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget);
-  const int kind = budget.TipoDettaglioDestinazione;
-  if (kind < bdgDettaglioBudget || kind > last)
-    throw dati::Refused("The budget has no detail kind " + std::to_string(kind) +
-                        ": --TipoDettaglioDestinazione is 0 to " + std::to_string(last));
+  requireDetailKind(budget, budget.TipoDettaglioDestinazione);
 }
 
 /// What a month-end run means when the command line does not say otherwise: the real movements of the budget's own
@@ -89,6 +87,7 @@ void completeInput(Environment& environment) {
   completeKinds(environment);
   if (!given.contains("TipoDettaglioDestinazione")) budget.TipoDettaglioDestinazione = bdgDettaglioConsuntivo;
   checkInput(budget);
+  completeCardRange(environment);
   completeSites(environment);
 }
 
@@ -124,33 +123,25 @@ void completeDates(Environment& environment, const CardsOptions& options) {
             options.yes);
 }
 
-/// The run, or two of them where the dates cross the turn of the year in a budget by calendar months: the object takes
+using Range = std::pair<values::Variant, values::Variant>;
+
+/// The dates, or two ranges where they cross the turn of the year in a budget by calendar months: the object takes
 /// the months of such dates as the two ends of a range and would elaborate those between them.
-std::vector<std::function<void()>> runsOf(CLSKORVAL& budget) {
-  const auto runBetween = [&budget](const values::Variant& from, const values::Variant& to) {
-    return [&budget, from, to] {
-      budget.DaData = from;
-      budget.AData = to;
-      budget.BdgElaSchede_Elaborazione();
-    };
-  };
+std::vector<Range> rangesOf(CLSKORVAL& budget) {
   const auto first = budget.DaData, last = budget.AData;
   const bool calendar = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget) == bdgAnnoSolare;
-  if (!calendar || values::isBlank(first) || values::isBlank(last)) return {runBetween(first, last)};
+  if (!calendar || values::isBlank(first) || values::isBlank(last)) return {{first, last}};
   const auto from = values::toDate(first), to = values::toDate(last);
-  if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {runBetween(first, last)};
-  return {runBetween(first, values::Date::FromYmd(from.year(), 12, 31)),
-          runBetween(values::Date::FromYmd(to.year(), 1, 1), last)};
+  if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {{first, last}};
+  return {{first, values::Date::FromYmd(from.year(), 12, 31)}, {values::Date::FromYmd(to.year(), 1, 1), last}};
 }
 
 /// One run of the object for a card kind, watched and summed up.
 /// @return what it changed.
-std::vector<dati::AmountChange> elaborateKind(Environment& environment, int cardKind, dati::RunMode mode,
+std::vector<dati::AmountChange> elaborateKind(CLSKORVAL& budget, dati::Transaction& transaction, int cardKind,
                                               SiteSummary& summary) {
-  auto& budget = environment.budget();
   budget.BdgTipoScheda = cardKind;
-  dati::WatchedRun run(budget, environment.connection(), {budgetScelto(budget), budget.TipoDettaglioDestinazione},
-                       mode);
+  dati::WatchedRun run(budget, transaction, {budgetScelto(budget), budget.TipoDettaglioDestinazione});
   const Progress progress(budget);
   // The cards of each site pass by as they are elaborated.
   const auto step = budget.eventi.StepProcess;
@@ -158,10 +149,16 @@ std::vector<dati::AmountChange> elaborateKind(Environment& environment, int card
     summary.addCard((*budget.RstBdgSchedeDaElaborare)["BU65_CODICE_CG31"].Value());
     if (step) step(done);
   };
-  const auto from = budget.DaData, to = budget.AData;
-  run(runsOf(budget));
-  budget.DaData = from;
-  budget.AData = to;
+  const Range whole{budget.DaData, budget.AData};
+  run([&](CLSKORVAL& object) {
+    for (const auto& [from, to] : rangesOf(object)) {
+      object.DaData = from;
+      object.AData = to;
+      object.BdgElaSchede_Elaborazione();
+      dati::requireSuccess(object);
+    }
+  });
+  std::tie(budget.DaData, budget.AData) = whole;
   auto changes = run.changes();
   summary.addChanges(changes);
   return changes;
@@ -169,18 +166,20 @@ std::vector<dati::AmountChange> elaborateKind(Environment& environment, int card
 
 void elaborateCards(Environment& environment, const CardsOptions& options) {
   requireBudget(environment);
+  if (!options.dryRun) requireWritable(environment, budgetScelto(environment.budget()));
   completeInput(environment);
   completeDates(environment, options);
   std::vector<int> cardKinds = {0, 1};
   const auto& chosen = environment.budget().BdgTipoScheda;
   if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
-  const auto mode = options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write;
+  auto transaction = environment.transaction();
   SiteSummary summary;
   std::vector<dati::AmountChange> changes;
   for (const int cardKind : cardKinds) {
-    auto found = elaborateKind(environment, cardKind, mode, summary);
+    auto found = elaborateKind(environment.budget(), transaction, cardKind, summary);
     std::ranges::move(found, std::back_inserter(changes));
   }
+  transaction.end(options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   environment.show(options.dryRun ? tableOf(changes) : summary.table());
 }
 
@@ -194,13 +193,14 @@ Command elaborateCardsCommand() {
           "Takes every site and both card kinds, the budget's own year, consolidated movements and those to be\n"
           "consolidated, unless options say otherwise:\n"
           "--CodiceSede, --BdgTipoScheda, --DaData, --AData, --TipoDataMovimenti 1 (competence),\n"
-          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction per card kind.\n"
+          "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction in all.\n"
           "--MovimentiConsolidati, --MovimentiDaConsolidare and --MovimentiPrevisionali (forecast movements) name the\n"
           "kinds that count instead of those two; --TipoMovimenti is a condition in SQL instead of the three.\n"
           "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
           {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
            {"--yes", "do not ask before months without movements become 0", &options->yes}},
-          [options](Environment& environment) { elaborateCards(environment, *options); }};
+          [options](Environment& environment) { elaborateCards(environment, *options); },
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

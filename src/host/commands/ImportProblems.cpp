@@ -7,7 +7,7 @@
 
 namespace bukorval::host {
 
-void refuseProblems(const dati::Problems& problems) {
+void refuseProblems(const dati::Problems& problems, const std::string& advice) {
   constexpr std::size_t kShown = 100;
   const auto number = problems.count();
   if (number == 0) return;
@@ -16,7 +16,7 @@ void refuseProblems(const dati::Problems& problems) {
   for (std::size_t i = 0; i < std::min(kShown, number); ++i)
     all += '\n' + sorted[i].file + ':' + std::to_string(sorted[i].line) + ": " + sorted[i].text;
   if (number > kShown) all += "\n... and " + std::to_string(number - kShown) + " more";
-  throw dati::Refused(all);
+  throw dati::Refused(all + advice);
 }
 
 }  // namespace bukorval::host

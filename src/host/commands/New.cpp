@@ -3,7 +3,8 @@
 #include <vector>
 
 #include "dati/Cards.h"
-#include "dati/Failure.h"
+#include "dati/NewCard.h"
+#include "dati/Transaction.h"
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
@@ -27,16 +28,14 @@ ado::DictionaryPtr parseColumns(const std::vector<std::string>& texts) {
 
 void createCard(Environment& environment, const std::vector<std::string>& texts) {
   requireBudget(environment);
+  requireWritable(environment, budgetScelto(environment.budget()));
   const auto columns = parseColumns(texts);
-  auto& connection = *environment.connection();
-  const auto before = dati::lastCard(connection);
-  environment.budget().InserimentoNuovaSchedaBudget(columns);
-  environment.requireSuccess();
-  const auto card = dati::lastCard(connection);
-  if (card == before) throw dati::Refused("No column was given, so no card was created");
-  environment.show({{{"BU65_ID", "New card", true}, {"DETTAGLI", "Empty details", true}},
-                    {{card, dati::countDetails(connection, card)}},
-                    {}});
+  auto transaction = environment.transaction();
+  const auto card =
+      dati::createCard(environment.budget(), transaction.connection(), columns, environment.session().CodicePdcCoGe());
+  const auto details = dati::countDetails(transaction.connection(), card);
+  transaction.end(dati::RunMode::Write);
+  environment.show({{{"BU65_ID", "New card", true}, {"DETTAGLI", "Empty details", true}}, {{card, details}}, {}});
 }
 
 }  // namespace
@@ -49,7 +48,8 @@ Command newCommand() {
           "      BU65_CODICE_CG31=1 \"BU65_CONTO_CG24='62050002'\"\n"
           "NAME is a column of BU65_TESBUDGET; 'text' keeps a code that looks like a number a text.",
           {{"NAME=VALUE", "columns of the card", columns.get(), true}},
-          [columns](Environment& environment) { createCard(environment, *columns); }};
+          [columns](Environment& environment) { createCard(environment, *columns); },
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

@@ -4,6 +4,7 @@
 
 #include "dati/Cards.h"
 #include "dati/Failure.h"
+#include "dati/Transaction.h"
 #include "host/commands/Command.h"
 #include "host/commands/DetailKind.h"
 #include "host/environment/Arguments.h"
@@ -53,6 +54,7 @@ struct SetOptions {
 void setValue(Environment& environment, const SetOptions& options) {
   const auto card = parseArgument(options.card);
   selectCard(environment, card);
+  requireWritable(environment, budgetScelto(environment.budget()));
   const DetailKind kind = parseDetailKind(options.kind);
   const Measure& measure = parseMeasure(options.measure);
   const std::string column = std::string(measure.column) + kind.column;
@@ -61,7 +63,9 @@ void setValue(Environment& environment, const SetOptions& options) {
   const Variant value = options.value == "NULL" || options.value == "EMPTY"
                             ? Variant::Null()
                             : Variant(typedDecimal(options.value, environment.session().SeparatoreDecimale()));
+  auto transaction = environment.transaction();
   dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind, value);
+  transaction.end(dati::RunMode::Write);
   environment.show({{{"BU65_ID", "Card", true},
                      {"PERIODO", "Period", true},
                      {"COLONNA", "Value"},
@@ -89,7 +93,8 @@ Command setCommand() {
             .target = &options->kind,
             .showDefault = true},
            {.flags = "--measure", .help = "amount, qty1 or qty2", .target = &options->measure, .showDefault = true}},
-          [options](Environment& environment) { setValue(environment, *options); }};
+          [options](Environment& environment) { setValue(environment, *options); },
+          Writes::Cards};
 }
 
 }  // namespace bukorval::host

@@ -11,6 +11,7 @@
 #include "host/environment/Errors.h"
 #include "host/environment/StandardStreams.h"
 #include "host/environment/Terminal.h"
+#include "host/environment/UserName.h"
 #include "host/output/SafeText.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
@@ -89,6 +90,13 @@ void Environment::completeSelection() {
   budget_->ProgressivoEsercizio = budget_->GetProgressivoEsercizio(budget_->CodiceDitta, budget_->AnnoEsercizio);
   requireSuccess();
 }
+
+std::optional<dati::Author> Environment::author() const {
+  if (options.noHistory) return std::nullopt;
+  return dati::Author{userName(), options.commandText};
+}
+
+dati::Transaction Environment::transaction() { return {budget(), connection(), author()}; }
 
 void Environment::requireSuccess() { dati::requireSuccess(budget()); }
 

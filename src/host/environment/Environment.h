@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "dati/Transaction.h"
 #include "host/output/Formats.h"
 #include "object/CLSKORVAL.h"
 #include "suite/Sessione.h"
@@ -17,6 +18,9 @@ struct SharedOptions {
   int wait = 5;                  ///< seconds, for another run that writes the file
   std::string format{formats().front().name};
   bool all = false;                               ///< show empty columns too
+  bool force = false;                             ///< write into a closed year too
+  bool noHistory = false;                         ///< keep none of what is written
+  std::string commandText;                        ///< the command as it was given, for the history
   std::map<std::string, std::string> properties;  ///< the object's properties as given, by name
 };
 
@@ -41,6 +45,10 @@ class Environment {
   /// progressive default to the session's company and the year's own progressive. Without a database the
   /// object stands alone: what needs one is refused by the object itself.
   CLSKORVAL& budget();
+  /// For the history, nothing when none is to be kept.
+  std::optional<dati::Author> author() const;
+  /// One transaction for what a command does with the object, with its entry in the history.
+  dati::Transaction transaction();
   /// Ends the command with the object's outcome when its last operation did not succeed.
   void requireSuccess();
 

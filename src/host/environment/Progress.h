@@ -1,10 +1,10 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "host/environment/ProgressBar.h"
 #include "object/CLSKORVAL.h"
 
 namespace bukorval::host {
@@ -19,18 +19,16 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
 
  private:
-  using Clock = std::chrono::steady_clock;
   void begin(std::string_view description, std::int64_t steps);
   void step(std::int64_t done);
   void end();
-  void drawBar(std::int64_t done);
 
   CLSKORVAL& budget_;
   bool terminal_;
+  ProgressBar bar_;
   std::string description_;
   std::int64_t steps_ = 0;
   std::int64_t tenths_ = 0;  ///< tenths already told
-  Clock::time_point begun_, drawn_;
 };
 
 }  // namespace bukorval::host

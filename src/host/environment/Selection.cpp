@@ -3,6 +3,8 @@
 #include "dati/Budgets.h"
 #include "dati/Cards.h"
 #include "dati/Failure.h"
+#include "dati/Locks.h"
+#include "dati/Years.h"
 #include "host/environment/Errors.h"
 #include "values/Conversion.h"
 
@@ -19,9 +21,22 @@ void requireBudget(Environment& environment) {
   requireGiven(environment, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
   const auto& budget = environment.budget();
   if (!environment.hasDatabase()) return;
-  if (dati::isBudgetDefined(*environment.connection(), budget.TipoBudget, budget.SottoTipoBudget)) return;
+  auto& connection = *environment.connection();
+  dati::requireYear(connection, budget.CodiceDitta, budget.AnnoEsercizio, budget.ProgressivoEsercizio);
+  dati::requireYear(connection, budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
+                    budget.ProgressivoEsercizioMovimenti);
+  if (dati::isBudgetDefined(connection, budget.TipoBudget, budget.SottoTipoBudget)) return;
   throw dati::Refused("There is no budget of type " + std::to_string(budget.TipoBudget) + ", subtype " +
                       values::toPlainText(budget.SottoTipoBudget) + "; `bukorval budgets` lists what is defined");
+}
+
+void requireWritable(Environment& environment, const BudgetAnno& budget) {
+  auto& connection = *environment.connection();
+  if (environment.options.force)
+    dati::requireYear(connection, budget.ditta, budget.anno, budget.progressivo);
+  else
+    dati::requireOpenYear(connection, budget.ditta, budget.anno, budget.progressivo);
+  dati::requireUnlocked(connection, budget);
 }
 
 void requireGrid(Environment& environment) {
@@ -32,6 +47,12 @@ void requireGrid(Environment& environment) {
   budget.GetGestioneSede(budget.TipoBudget, budget.SottoTipoBudget, perSite);
   environment.requireSuccess();
   if (perSite) requireGiven(environment, {"CodiceSede"});
+}
+
+void completeCardRange(Environment& environment) {
+  auto& budget = environment.budget();
+  if (values::isBlank(budget.AScheda))
+    budget.AScheda = dati::lastCardCode(*environment.connection(), budgetScelto(budget));
 }
 
 void selectCard(Environment& environment, const values::Variant& card) {

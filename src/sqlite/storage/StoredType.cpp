@@ -12,6 +12,9 @@ using tsql::TypeKind;
 constexpr std::string_view kIdentity = "CONSTRAINT \"identity ";
 constexpr std::string_view kDateTime = "INTDATETIME";
 constexpr std::string_view kBit = "BITINT";
+/// Texts of any length, (MAX), for which the engine has no word.
+constexpr std::string_view kText = "TEXT";
+constexpr std::string_view kWideText = "NTEXT";
 
 }  // namespace
 
@@ -28,12 +31,15 @@ std::string declaredType(const Type& type) {
                          " digits, not " + std::to_string(type.precision));
   if (type.kind == TypeKind::DateTime) return std::string(kDateTime);
   if (type.kind == TypeKind::Bit) return std::string(kBit);
+  if (type.kind == TypeKind::Text && type.length == 0) return std::string(type.wide ? kWideText : kText);
   return tsql::typeName(type);
 }
 
 Type parseDeclaredType(std::string_view text) {
   if (tsql::sameName(text, kDateTime)) return tsql::dateTimeType();
   if (tsql::sameName(text, kBit)) return tsql::bitType();
+  if (tsql::sameName(text, kText)) return tsql::textType(0, false);
+  if (tsql::sameName(text, kWideText)) return tsql::textType(0, true);
   return tsql::parseType(text);
 }
 

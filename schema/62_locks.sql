@@ -1,0 +1,14 @@
+-- Budgets that nobody writes into. Databases made before this was kept lack the table; the first lock makes it.
+
+CREATE TABLE BK05_BLOCCHI (
+  BK05_DITTA_CG18      DECIMAL(5,0)   NOT NULL,
+  BK05_INDTIPO_BU01    SMALLINT       NOT NULL,
+  BK05_SOTTOTIPO_BU01  CHAR(2)        NOT NULL,
+  BK05_ANNO            DECIMAL(4,0)   NOT NULL,
+  BK05_PROGESER        DECIMAL(2,0)   NOT NULL,
+  BK05_DATA            DATETIME       NOT NULL,
+  BK05_UTENTE          NVARCHAR(60)   NULL,
+  BK05_MOTIVO          NVARCHAR(200)  NULL,
+  CONSTRAINT PK_BK05 PRIMARY KEY (BK05_DITTA_CG18, BK05_INDTIPO_BU01, BK05_SOTTOTIPO_BU01, BK05_ANNO, BK05_PROGESER)
+)
+GO
