@@ -60,6 +60,14 @@ bool hasUnmergedChanges(const fs::path& file) {
   return hasContent(file.string() + "-wal") || hasContent(file.string() + "-journal");
 }
 
+/// A log can be read beside its index; where that is gone, only by whoever may make a new one.
+void requireIndex(const fs::path& file) {
+  if (hasContent(file.string() + "-wal") && !fs::exists(file.string() + "-shm") &&
+      !mayWrite(file.parent_path().string()))
+    throw Errore("Its log, " + file.filename().string() +
+                 "-wal, must be merged first by somebody who may write in its folder");
+}
+
 /// Holds a connection to reading. One that the engine opens for reading only leaves the log and its index behind. A
 /// table is made by an insert into the master table; an update of that alone is how the engine looks at columns.
 int denyWriting(void*, int action, const char* table, const char*, const char* database, const char*) {
@@ -74,6 +82,7 @@ Database openExisting(const FileWish& wish) {
   requireOurs(file);
   const bool writable = mayWrite(file.string()) && mayWrite(file.parent_path().string());
   if (!writable && !hasUnmergedChanges(file)) return openUntouched(file);
+  requireIndex(file);
   auto database = open(wish.file, SQLITE_OPEN_READWRITE);
   if (wish.readOnly) sqlite3_set_authorizer(database.get(), denyWriting, nullptr);
   return database;
