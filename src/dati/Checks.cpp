@@ -60,7 +60,7 @@ CheckResult cardsWithoutCashFlow(ado::Connection& connection) {
       .riga("                         AND PROGESER = BU65_PROGESER ")
       .riga(" LEFT OUTER JOIN BU67_BDGCASHFLOW WITH (NOLOCK) ON BU67_ID_BU65 = BU65_ID ")
       .riga(" WHERE  BU67_ID_BU65 IS NULL ");
-  return run(connection, "BU65_TESBUDGET: cards without terms, where others have them", "BU65_ID", sql);
+  return run(connection, "BU65_TESBUDGET: cards without terms where others have them", "BU65_ID", sql);
 }
 
 /// Orders may have several rows for a card and period.
@@ -75,7 +75,7 @@ CheckResult detailsTwice(ado::Connection& connection) {
       .riga("    HAVING COUNT(*) > 1 ")
       .riga(" ) ")
       .riga(" SELECT COUNT(*) AS N, MIN(ID) AS ESEMPIO FROM CTE_DOPPI ");
-  return run(connection, "BU66_DETBUDGET: several details of a card, kind and period", "BU66_ID", sql);
+  return run(connection, "BU66_DETBUDGET: details that stand twice", "BU66_ID", sql);
 }
 
 /// The sums of a grid and where they come from.
