@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "ado/connection/Connection.h"
+#include "suite/Competenza.h"
 #include "values/Variant.h"
 
 /// Accounting movements (CG41_PRIMANOTA, CG42_MOVCONT) as the card elaboration selects them.
@@ -16,5 +19,24 @@ struct MovementScope {
 
 /// The date of the latest registration that a card could take; Null when there is none.
 values::Variant lastMovementDate(ado::Connection& connection, const MovementScope& scope);
+
+/// Lines of one account that share all that decides which card takes them.
+struct MovementGroup {
+  values::Variant account, description;
+  values::Variant nature;  ///< of the account: 0 balance sheet, 1 revenue, 2 cost; Null when the chart lacks it
+  values::Variant site;    ///< the registration's
+  values::Variant partyKind, party;
+  int movementKind = 0;   ///< CG41_INDTIPOMOV
+  bool admitted = true;   ///< the scope's condition holds
+  bool excluded = false;  ///< by the line's code (CG42_CODICE_CG33)
+  int side = 0;           ///< CG42_INDDAAV: 1 debit, 2 credit
+  std::int64_t lines = 0;
+  suite::QuoteMensili amounts{};  ///< by calendar month
+};
+
+/// Every line of the year and dates, whether or not a card could take it. Two decimals, unsigned. Reads CG24_TABPDC
+/// too, for the accounts.
+/// @param byCompetence  the dates are those of the competence, and amounts are spread over its months.
+std::vector<MovementGroup> movementGroups(ado::Connection& connection, const MovementScope& scope, bool byCompetence);
 
 }  // namespace bukorval::dati

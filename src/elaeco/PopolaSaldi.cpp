@@ -174,6 +174,7 @@ bool BdgElaEco_PopolaRstSaldiElaEco(Contesto& ctx) {
     verificaEsercizio(ctx);
     BdgElaEco_DefinisciRstPerImport(ctx);
     BdgElaEco_DefinisciRstContiNonPresentiInStruttura(ctx);
+    prop.RstSaldiSenzaCollegamento = nullptr;
     ado::RecordsetPtr saldi;
     BdgElaEco_PopolaRstSaldiDaSituazioneEP(ctx, saldi);
     if (saldi->RecordCount() == 0) return true;

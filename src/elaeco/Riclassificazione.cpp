@@ -64,19 +64,25 @@ ado::RecordsetPtr riportaSuContiRiclassificati(Contesto& ctx, ado::Recordset& sa
   const auto& descrRicl = (*collegamenti)["DESCRRICL"];
   auto riclassificati = creaSaldiMensili();
   SommaSaldi somma(*riclassificati);
+  const auto senza = ctx.prop.RstSaldiSenzaCollegamento = creaSaldiMensili();
+  SommaSaldi sommaSenza(*senza);
   ado::KeyedRows perContoESegno(*collegamenti, {"CONTOCOGE", "SEGNO"});
   if (saldi.RecordCount() == 0) return riclassificati;
 
   const auto& conto = saldi["CONTO"];
+  const auto& descrizione = saldi["DESCRIZIONE"];
   const auto& anno = saldi["ANNO"];
   const auto& mese = saldi["MESE"];
   const auto& importo = saldi["IMPORTO"];
   for (saldi.MoveFirst(); !saldi.Eof(); saldi.MoveNext()) {
+    const auto aggiungi = [&](SommaSaldi& a, const values::Variant& codice, const values::Variant& testo) {
+      a.aggiungi(codice, testo, values::toInt32(anno.Value()), values::toInt32(mese.Value()), importo.Value());
+    };
     const int segno = values::toDecimal(importo.Value()).isNegative() ? 2 : 1;
-    if (!perContoESegno.first({values::toPlainText(conto.Value()), segno})) continue;
-    if (values::isBlank(contoRicl.Value()) || !contoNelIntervallo(ctx.prop, contoRicl.Value())) continue;
-    somma.aggiungi(contoRicl.Value(), descrRicl.Value(), values::toInt32(anno.Value()), values::toInt32(mese.Value()),
-                   importo.Value());
+    if (!perContoESegno.first({values::toPlainText(conto.Value()), segno}) || values::isBlank(contoRicl.Value()))
+      aggiungi(sommaSenza, conto.Value(), descrizione.Value());
+    else if (contoNelIntervallo(ctx.prop, contoRicl.Value()))
+      aggiungi(somma, contoRicl.Value(), descrRicl.Value());
   }
   return riclassificati;
 }

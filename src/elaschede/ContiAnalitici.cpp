@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "frame/LivelliConto.h"
 #include "frame/Trappola.h"
@@ -24,23 +25,37 @@ bool soloZeri(std::string_view testo) {
   return std::all_of(testo.begin(), testo.end(), [](char c) { return c == '0'; });
 }
 
+bool analitico(const suite::ActiveInterface& sessione, std::string_view codice, bool flag) {
+  const std::size_t coda = std::min(flag ? kCodaLunga : lunghezzaCoda(sessione), codice.size());
+  return !soloZeri(codice.substr(codice.size() - coda));
+}
+
+std::string ultimoPadre(const suite::ActiveInterface& sessione, std::string_view codice) {
+  return std::string(codice.substr(0, ultimoLivello(codice, sessione.LunghezzeLivelli()).fine));
+}
+
 }  // namespace
+
+ContiDellaScheda contiDellaScheda(const suite::ActiveInterface& sessione, const values::Variant& conto) {
+  const std::string testo = values::toPlainText(conto);
+  const std::string_view codice = values::rtrim(testo);
+  auto padre = ultimoPadre(sessione, codice);
+  if (padre.empty()) return {};
+  if (analitico(sessione, codice, false)) return {std::string(codice), true};
+  return {std::move(padre), false};
+}
 
 bool IsContoAnalitico(Contesto& ctx, const values::Variant& conto, bool flag) {
   return esegui(ctx, "IsContoAnalitico ", false, [&] {
     const std::string testo = values::toPlainText(conto);
-    const std::string_view codice = values::rtrim(testo);
-    const std::size_t coda = std::min(flag ? kCodaLunga : lunghezzaCoda(ctx.sessione()), codice.size());
-    return !soloZeri(codice.substr(codice.size() - coda));
+    return analitico(ctx.sessione(), values::rtrim(testo), flag);
   });
 }
 
 std::string BdgElaSchede_GetUltimoPadrePdc(Contesto& ctx, const values::Variant& conto) {
   return esegui(ctx, "BdgElaSchede_GetUltimoPadrePdc", std::string(), [&] {
     const std::string testo = values::toPlainText(conto);
-    const std::string_view codice = values::rtrim(testo);
-    const auto ultimo = ultimoLivello(codice, ctx.sessione().LunghezzeLivelli());
-    return std::string(codice.substr(0, ultimo.fine));
+    return ultimoPadre(ctx.sessione(), values::rtrim(testo));
   });
 }
 

@@ -4,9 +4,19 @@
 #include <string_view>
 
 #include "frame/Contesto.h"
+#include "suite/ActiveInterface.h"
 #include "values/Variant.h"
 
 namespace bukorval {
+
+/// The accounts whose movements a card takes.
+struct ContiDellaScheda {
+  std::string codice;   ///< "" for none
+  bool esatto = false;  ///< the account itself; else all that begin with the code
+};
+/// An analytic account stands for itself, any other for those below its last level; a code of zeros has no level and
+/// stands for none.
+ContiDellaScheda contiDellaScheda(const suite::ActiveInterface& sessione, const values::Variant& conto);
 
 /// Tells an analytic account from a ledger account by its code.
 /// @param flag  True looks at the last six characters, False at the tail of the session's code structure.

@@ -5,7 +5,6 @@
 
 #include "frame/Trappola.h"
 #include "frame/Valori.h"
-#include "suite/Competenza.h"
 #include "suite/Denaro.h"
 #include "values/Conversion.h"
 
@@ -17,16 +16,6 @@ using values::Decimal;
 constexpr int kDare = 1;
 constexpr int kAvere = 2;
 constexpr int kSenzaCompetenza = 4;
-
-/// The side (CG42_INDDAAV) that counts negative for the card kind; 0 for none.
-int segnoNegativo(const Contesto& ctx) {
-  if (values::isBlank(ctx.prop.BdgTipoScheda)) return 0;
-  switch (values::toInt32(ctx.prop.BdgTipoScheda)) {
-    case 0: return kAvere;
-    case 1: return kDare;
-    default: return 0;
-  }
-}
 
 bool uguale(const values::Variant& valore, int atteso) {
   return !values::isBlank(valore) && values::toInt32(valore) == atteso;
@@ -67,10 +56,31 @@ class Somme {
 
 }  // namespace
 
+suite::QuoteMensili quotePerCompetenza(const Decimal& importo, const DateMovimento& date,
+                                       const suite::Arrotondamento& arrotonda) {
+  const auto& da = values::nvl(date.inizio, date.fine);
+  const auto& a = values::nvl(date.fine, date.inizio);
+  if (!uguale(date.rateo, kSenzaCompetenza) && !values::isBlank(da))
+    return suite::ripartisciPerMese(importo, values::toDate(da), values::toDate(a), arrotonda);
+  suite::QuoteMensili quote{};
+  const auto data = values::toDate(values::nvl(date.documento, date.registrazione));
+  quote[static_cast<std::size_t>(data.month())] = importo;
+  return quote;
+}
+
+int segnoNegativo(const values::Variant& tipoScheda) {
+  if (values::isBlank(tipoScheda)) return 0;
+  switch (values::toInt32(tipoScheda)) {
+    case 0: return kAvere;
+    case 1: return kDare;
+    default: return 0;
+  }
+}
+
 void BdgElaSchede_GetTotaliMovimentiPerPeriodo(Contesto& ctx, const PeriodiElaborazione& periodi,
                                                ado::Recordset& totali, ado::Recordset& movimenti) {
   esegui(ctx, "BdgElaSchede_GetTotaliMovimentiPerPeriodo", [&] {
-    const int negativo = segnoNegativo(ctx);
+    const int negativo = segnoNegativo(ctx.prop.BdgTipoScheda);
     const auto& registrazione = movimenti["CG41_DATAREG"];
     const auto& lato = movimenti["CG42_INDDAAV"];
     const auto& totale = movimenti["CG42_IMPTOTALE"];
@@ -87,7 +97,7 @@ void BdgElaSchede_GetTotaliMovimentiPerPeriodo(Contesto& ctx, const PeriodiElabo
 void BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(Contesto& ctx, const PeriodiElaborazione& periodi,
                                                            ado::Recordset& totali, ado::Recordset& movimenti) {
   esegui(ctx, "BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza", [&] {
-    const int negativo = segnoNegativo(ctx);
+    const int negativo = segnoNegativo(ctx.prop.BdgTipoScheda);
     const auto& registrazione = movimenti["CG41_DATAREG"];
     const auto& documento = movimenti["CG41_DATADOC"];
     const auto& inizio = movimenti["CG42_DATAINICOMP"];
@@ -102,19 +112,10 @@ void BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(Contesto& ctx, const 
     for (movimenti.MoveFirst(); !movimenti.Eof(); movimenti.MoveNext()) {
       const auto importo = importoDi(totale.Value());
       const bool inverti = uguale(lato.Value(), negativo);
-      const auto con = [&](std::size_t mese, const Decimal& quota) {
-        somme.aggiungi(periodi.perMese[mese], inverti ? -quota : quota);
-      };
-      const auto& da = values::nvl(inizio.Value(), fine.Value());
-      const auto& a = values::nvl(fine.Value(), inizio.Value());
-      if (uguale(rateo.Value(), kSenzaCompetenza) || values::isBlank(da)) {
-        const auto data = values::toDate(values::nvl(documento.Value(), registrazione.Value()));
-        con(static_cast<std::size_t>(data.month()), importo);
-        continue;
-      }
-      const auto quote = suite::ripartisciPerMese(importo, values::toDate(da), values::toDate(a), arrotonda);
+      const auto quote = quotePerCompetenza(
+          importo, {registrazione.Value(), documento.Value(), inizio.Value(), fine.Value(), rateo.Value()}, arrotonda);
       for (std::size_t mese = 1; mese < quote.size(); ++mese)
-        if (!quote[mese].isZero()) con(mese, quote[mese]);
+        if (!quote[mese].isZero()) somme.aggiungi(periodi.perMese[mese], inverti ? -quote[mese] : quote[mese]);
     }
     somme.scrivi(totali);
   });

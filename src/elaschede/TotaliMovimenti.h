@@ -3,8 +3,23 @@
 #include "ado/recordset/Recordset.h"
 #include "elaschede/PeriodiElaborazione.h"
 #include "frame/Contesto.h"
+#include "suite/Competenza.h"
 
 namespace bukorval {
+
+/// The dates of a movement that say to which months it belongs by competence.
+struct DateMovimento {
+  const values::Variant &registrazione, &documento, &inizio, &fine;
+  const values::Variant& rateo;  ///< CG42_INDRATRIS
+};
+/// What of a movement's amount belongs to each calendar month: its shares over the competence interval, or all of it
+/// to the month of its document, else of its registration.
+suite::QuoteMensili quotePerCompetenza(const values::Decimal& importo, const DateMovimento& date,
+                                       const suite::Arrotondamento& arrotonda = suite::arrotondaImporto);
+
+/// The side of a movement (CG42_INDDAAV) that counts negative: credits of a cost card (0), debits of a revenue card
+/// (1); 0 for none.
+int segnoNegativo(const values::Variant& tipoScheda);
 
 /// Adds the movements into the card's totals by the month of their registration date. A cost card counts credits
 /// negative, a revenue card debits.

@@ -60,6 +60,9 @@ struct Proprieta {
   /// Accounts with a balance that have no card and get none: CONTO, DESCRIZIONE. The economic elaboration makes the
   /// set, and its writing fills it.
   ado::RecordsetPtr RstContiNonPresentiInStruttura;
+  /// Balances of the last proposal that no reclassification link takes, deviations included: CONTO, DESCRIZIONE, ANNO,
+  /// MESE, IMPORTO. For a host of ours alone: no member of the interface. Nothing for a general-ledger budget.
+  ado::RecordsetPtr RstSaldiSenzaCollegamento;
 
   /// Detail kind that the elaborations write: 0 budget, 1 actuals, 2 orders, 2 + n forecast n. The writing of balances
   /// fails (99) for a kind that the budget does not have.

@@ -31,6 +31,9 @@ constexpr const char* kFooter =
     "BUKORVAL_DATABASE stands for -d, NO_COLOR turns colour off.\n"
     "Exit codes: 0 done, 1 refused, 2 wrong command line, 99 run-time error.";
 
+/// The group of the options that the help leaves out.
+constexpr const char* kUnlisted = "";
+
 /// Declares an option by the kind of its target.
 struct Declare {
   CLI::App& app;
@@ -50,30 +53,49 @@ struct Declare {
   }
 };
 
-void declare(CLI::App& app, const Option& option) {
+CLI::Option* declare(CLI::App& app, const Option& option) {
   auto* declared = std::visit(Declare{app, option}, option.target);
   declared->required(option.required);
   if (!option.valueName.empty()) declared->type_name(option.valueName);
   if (!option.group.empty()) declared->group(option.group);
-  if (!option.variable.empty()) declared->envname(option.variable);
   if (!option.excludes.empty()) declared->excludes(app.get_option(option.excludes));
   if (!option.oneOf.empty()) declared->check(CLI::IsMember(option.oneOf));
   if (option.range) declared->check(CLI::Range(option.range->first, option.range->second));
   if (option.check) declared->check(option.check);
   if (option.showDefault) declared->capture_default_str();
+  return declared;
 }
 
+/// The properties in front of the command's name are among the program's own options, which have all of them for the
+/// file with options: those that the command does not use are as unknown there as behind it.
+void refuseUnused(const CLI::App& app, std::string_view command) {
+  std::vector<std::string> unused;
+  for (const auto* option : app.get_options()) {
+    if (option->get_group() != kUnlisted || option->count() == 0) continue;
+    const auto& property = option->get_lnames().front();
+    if (!offers(command, property)) unused.push_back("--" + property);
+  }
+  if (!unused.empty()) throw CLI::ExtrasError(std::string(command), unused);
+}
+
+/// Each command has the shared options that it uses, and its own.
 void declare(CLI::App& app, const Command& command, Environment& environment) {
   auto* own = app.add_subcommand(std::string(command.name), std::string(command.summary));
-  own->fallthrough();
-  own->footer("Example:\n" + std::string(command.example) +
-              "\n\nThe shared options (database, selection, format) are listed by bukorval --help.");
+  own->footer("Example:\n" + std::string(command.example));
   for (const auto& option : command.options) declare(*own, option);
   if (command.writes != Writes::Nothing)
     declare(*own, {"--force", "write into a closed accounting year too", &environment.options.force});
   if (command.writes == Writes::Cards)
     declare(*own, {"--no-history", "keep nothing to undo, for bulk loads", &environment.options.noHistory});
-  own->callback([&command, &environment] { command.run(environment); });
+  for (const auto& option : outputOptions(environment.options)) declare(*own, option)->group("Shared");
+  for (const auto& option : propertyOptions(command.name, environment.options)) declare(*own, option);
+  own->preparse_callback([&app, &command](std::size_t) { refuseUnused(app, command.name); });
+  own->callback([&command, &environment] {
+    // A file with options serves every command.
+    std::erase_if(environment.options.properties,
+                  [&](const auto& property) { return !offers(command.name, property.first); });
+    command.run(environment);
+  });
 }
 
 void declare(CLI::App& app, const std::vector<Command>& commands, Environment& environment) {
@@ -81,16 +103,29 @@ void declare(CLI::App& app, const std::vector<Command>& commands, Environment& e
   app.set_version_flag("--version", "bukorval 0.1.0");
   app.footer(kFooter);
   app.get_formatter()->column_width(36);
-  for (const auto& option : sharedOptions(environment.options)) declare(app, option);
+  for (const auto& option : outputOptions(environment.options)) declare(app, option);
+  // Here alone: the command's own --database comes after it, and only when it is given.
+  app.get_option("--database")->envname("BUKORVAL_DATABASE");
+  for (const auto& option : propertyOptions("", environment.options)) declare(app, option)->group(kUnlisted);
   app.set_config("--config", "", "file with options, one NAME = VALUE per line");
   app.allow_config_extras(CLI::config_extras_mode::error);
   for (const auto& command : commands) declare(app, command, environment);
+}
+
+/// The file with options is the program's: it goes in front of the command's name.
+void moveConfigToFront(std::vector<std::string>& texts) {
+  const auto found =
+      std::ranges::find_if(texts, [](const auto& text) { return text == "--config" || text.starts_with("--config="); });
+  if (found == texts.end()) return;
+  const auto after = found + (*found == "--config" && found + 1 != texts.end() ? 2 : 1);
+  std::rotate(texts.begin(), found, after);
 }
 
 /// A negative number would be taken for an option: a blank in front of it makes it a value, and numbers are
 /// read with their blanks trimmed. The parser wants its arguments last to first.
 std::vector<std::string> arguments(int argc, const char* const* argv) {
   std::vector<std::string> texts(argv + 1, argv + argc);
+  moveConfigToFront(texts);
   for (auto& text : texts) {
     if (text.starts_with('-') && parseArgument(text).isNumber()) text.insert(0, 1, ' ');
   }

@@ -10,63 +10,117 @@
 namespace bukorval::host {
 namespace {
 
+/// What properties are used together.
+enum Use : unsigned {
+  Company = 1U << 0U,
+  Year = 1U << 1U,
+  Budget = 1U << 2U,
+  Site = 1U << 3U,
+  CardKind = 1U << 4U,
+  Structure = 1U << 5U,
+  Chart = 1U << 6U,
+  Cards = 1U << 7U,
+  Accounts = 1U << 8U,
+  Sites = 1U << 9U,
+  Written = 1U << 10U,
+  Overwrite = 1U << 11U,
+  Movements = 1U << 12U,
+  CardRun = 1U << 13U,
+  Balances = 1U << 14U,
+  Copy = 1U << 15U,
+  Caller = 1U << 16U,  ///< of who calls the object's methods himself
+  Everything = ~0U
+};
+
+/// Which of them a command uses, and so offers; one that is not here offers them all.
+struct CommandUses {
+  std::string_view command;
+  unsigned uses;
+};
+constexpr std::array kCommandUses{
+    CommandUses{"create", Company | Year},
+    CommandUses{"import", Company | Year | Budget},
+    CommandUses{"years", Company},
+    CommandUses{"budgets", Company},
+    CommandUses{"grid", Company | Year | Budget | Site | CardKind | Accounts},
+    CommandUses{"periods", Company},
+    CommandUses{"set", Company},
+    CommandUses{"clear", Company},
+    CommandUses{"new", Company | Year | Budget},
+    CommandUses{"delete", Company},
+    CommandUses{"align", Company | Year | Budget | Site | CardKind | Structure | Sites},
+    CommandUses{"elaborate-cards",
+                Company | Year | Budget | Site | CardKind | Cards | Sites | Written | Movements | CardRun},
+    CommandUses{"elaborate-balances", Company | Year | Budget | Site | Structure | Chart | Accounts | Written |
+                                          Overwrite | Movements | Balances},
+    CommandUses{"duplicate", Company | Year | Budget | Site | CardKind | Cards | Written | Overwrite | Copy},
+    CommandUses{"lock", Company},
+    CommandUses{"unlock", Company},
+    CommandUses{"history", Company},
+    CommandUses{"undo", Company},
+    CommandUses{"check", Company},
+    CommandUses{"backup", 0},
+    CommandUses{"restore", 0},
+    CommandUses{"call", Everything},
+};
+
 struct PropertyHelp {
   std::string_view property;
-  std::string_view group;
+  Use use;
   std::string_view letter;  ///< short form, "" for none
   std::string_view text;
 };
 
-constexpr std::string_view kSelection = "Selection";
-constexpr std::string_view kElaborations = "Elaborations";
-
 /// A property that is not here shows its type, in a group of its own.
 // clang-format off
 constexpr std::array kHelp{
-    PropertyHelp{"CodiceDitta", kSelection, "c", "company (default: the session's)"},
-    PropertyHelp{"TipoBudget", kSelection, "t", "budget type, 0 to 9"},
-    PropertyHelp{"SottoTipoBudget", kSelection, "s", "budget subtype, two characters"},
-    PropertyHelp{"AnnoEsercizio", kSelection, "y", "fiscal year of the budget"},
-    PropertyHelp{"ProgressivoEsercizio", kSelection, "p", "progressive of the fiscal year (default: the year's own)"},
-    PropertyHelp{"CodiceSede", kSelection, "b", "site (branch), for budgets kept per site"},
-    PropertyHelp{"BdgTipoScheda", kSelection, "k", "card kind, for budget type 4: 0 cost, 1 revenue"},
-    PropertyHelp{"CodiceStrutturaBU60", kSelection, "", "budget structure that cards are aligned to"},
-    PropertyHelp{"CodicePdcCoGeDitta", kSelection, "", "the company's general-ledger chart (default: the session's)"},
-    PropertyHelp{"DaScheda", kElaborations, "", "first card of a range"},
-    PropertyHelp{"AScheda", kElaborations, "", "last card of a range"},
-    PropertyHelp{"ElencoSedi", kElaborations, "", "sites to elaborate: 1,2,3"},
-    PropertyHelp{"TipoElaborazioneBO", kElaborations, "", "10 from balances, 40 cards from movements, 42 duplication"},
-    PropertyHelp{"TipoDettaglioOrigine", kElaborations, "", "detail kind that a duplication reads"},
-    PropertyHelp{"TipoDettaglioDestinazione", kElaborations, "", "detail kind written: 0 budget, 1 actuals, 2 orders, 2 + n forecast n"},
-    PropertyHelp{"AnnoEsercizioMovimenti", kElaborations, "", "accounting year of the movements"},
-    PropertyHelp{"ProgressivoEsercizioMovimenti", kElaborations, "", "and its progressive"},
-    PropertyHelp{"DaConto", kElaborations, "", "first account of a range"},
-    PropertyHelp{"AConto", kElaborations, "", "last account of a range"},
-    PropertyHelp{"DaData", kElaborations, "", "first date of the movements"},
-    PropertyHelp{"AData", kElaborations, "", "last date of the movements"},
-    PropertyHelp{"TipoDataMovimenti", kElaborations, "", "0 registration date, 1 competence dates"},
-    PropertyHelp{"TipoMovimenti", kElaborations, "", "SQL condition for movement kinds: \"CG41_INDTIPOMOV = 0\""},
-    PropertyHelp{"MovimentiConsolidati", kElaborations, "", "include consolidated movements"},
-    PropertyHelp{"MovimentiDaConsolidare", kElaborations, "", "include movements still to be consolidated"},
-    PropertyHelp{"MovimentiPrevisionali", kElaborations, "", "include forecast movements"},
-    PropertyHelp{"GestioneAmmortamenti", kElaborations, "", "include depreciation"},
-    PropertyHelp{"GestioneRateiRisconti", kElaborations, "", "include accruals and deferrals"},
-    PropertyHelp{"GestioneRettifiche", kElaborations, "", "include adjusting entries after the year end"},
-    PropertyHelp{"ElaboraSoloContiBudgettizzati", kElaborations, "", "only accounts that have a card already"},
-    PropertyHelp{"IsSovrascriviEsistenti", kElaborations, "", "overwrite existing values"},
-    PropertyHelp{"TipoScostamento", kElaborations, "", "deviation: 0 one percentage, 2 per account, 3 per period, 99 none"},
-    PropertyHelp{"PercentualeScostamento", kElaborations, "", "the one percentage: 10 is ten per cent"},
-    PropertyHelp{"IsSoloMovCliFor", kElaborations, "", "only movements of the card's customer or supplier"},
-    PropertyHelp{"IsApplicaPercentuali", kElaborations, "", "apply the cards' distribution and deviation percentages"},
-    PropertyHelp{"BdgDestinazioneSottoTipo", kElaborations, "", "subtype that a duplication writes"},
-    PropertyHelp{"BdgDestinazioneAnnoEsercizio", kElaborations, "", "its fiscal year"},
-    PropertyHelp{"BdgDestinazioneProgressivoEsercizio", kElaborations, "", "and progressive"},
-    PropertyHelp{"BdgDestinazioneCodiceSede", kElaborations, "", "and site"},
-    PropertyHelp{"IsForzoDuplicazioneContoCliFor", kElaborations, "", "copy the account into new cards"},
-    PropertyHelp{"IsDuplicaScadenzeCashFlow", kElaborations, "", "copy cash-flow due dates"},
-    PropertyHelp{"IsDuplicaScadenzeManualiCashFlow", kElaborations, "", "and those entered by hand"},
+    PropertyHelp{"CodiceDitta", Company, "c", "company (default: the session's)"},
+    PropertyHelp{"TipoBudget", Budget, "t", "budget type, 0 to 9"},
+    PropertyHelp{"SottoTipoBudget", Budget, "s", "budget subtype, two characters"},
+    PropertyHelp{"AnnoEsercizio", Year, "y", "fiscal year of the budget"},
+    PropertyHelp{"ProgressivoEsercizio", Budget, "p", "progressive of the fiscal year (default: the year's own)"},
+    PropertyHelp{"CodiceSede", Site, "b", "site (branch), for budgets kept per site"},
+    PropertyHelp{"BdgTipoScheda", CardKind, "k", "card kind, for budget type 4: 0 cost, 1 revenue"},
+    PropertyHelp{"CodiceStrutturaBU60", Structure, "", "budget structure that cards are aligned to"},
+    PropertyHelp{"CodicePdcCoGeDitta", Chart, "", "the company's general-ledger chart (default: the session's)"},
+    PropertyHelp{"DaScheda", Cards, "", "first card of a range"},
+    PropertyHelp{"AScheda", Cards, "", "last card of a range"},
+    PropertyHelp{"ElencoSedi", Sites, "", "sites to elaborate: 1,2,3"},
+    PropertyHelp{"TipoElaborazioneBO", Caller, "", "10 from balances, 40 cards from movements, 42 duplication"},
+    PropertyHelp{"TipoDettaglioOrigine", Copy, "", "detail kind that a duplication reads"},
+    PropertyHelp{"TipoDettaglioDestinazione", Written, "", "detail kind written: 0 budget, 1 actuals, 2 orders, 2 + n forecast n"},
+    PropertyHelp{"AnnoEsercizioMovimenti", Movements, "", "accounting year of the movements"},
+    PropertyHelp{"ProgressivoEsercizioMovimenti", Movements, "", "and its progressive"},
+    PropertyHelp{"DaConto", Accounts, "", "first account of a range"},
+    PropertyHelp{"AConto", Accounts, "", "last account of a range"},
+    PropertyHelp{"DaData", Movements, "", "first date of the movements"},
+    PropertyHelp{"AData", Movements, "", "last date of the movements"},
+    PropertyHelp{"TipoDataMovimenti", Movements, "", "0 registration date, 1 competence dates"},
+    PropertyHelp{"TipoMovimenti", Movements, "", "SQL condition for movement kinds: \"CG41_INDTIPOMOV = 0\""},
+    PropertyHelp{"MovimentiConsolidati", CardRun, "", "include consolidated movements"},
+    PropertyHelp{"MovimentiDaConsolidare", CardRun, "", "include movements still to be consolidated"},
+    PropertyHelp{"MovimentiPrevisionali", CardRun, "", "include forecast movements"},
+    PropertyHelp{"GestioneAmmortamenti", Balances, "", "include depreciation"},
+    PropertyHelp{"GestioneRateiRisconti", Balances, "", "include accruals and deferrals"},
+    PropertyHelp{"GestioneRettifiche", Balances, "", "include adjusting entries after the year end"},
+    PropertyHelp{"ElaboraSoloContiBudgettizzati", Balances, "", "only accounts that have a card already"},
+    PropertyHelp{"IsSovrascriviEsistenti", Overwrite, "", "overwrite existing values"},
+    PropertyHelp{"TipoScostamento", Balances, "", "deviation: 0 one percentage, 2 per account, 3 per period, 99 none"},
+    PropertyHelp{"PercentualeScostamento", Balances, "", "one deviation for all: 10 is ten per cent (TipoScostamento 0, which need not be given)"},
+    PropertyHelp{"IsSoloMovCliFor", CardRun, "", "only movements of the card's customer or supplier"},
+    PropertyHelp{"IsApplicaPercentuali", CardRun, "", "apply the cards' distribution and deviation percentages"},
+    PropertyHelp{"BdgDestinazioneSottoTipo", Copy, "", "subtype that a duplication writes"},
+    PropertyHelp{"BdgDestinazioneAnnoEsercizio", Copy, "", "its fiscal year"},
+    PropertyHelp{"BdgDestinazioneProgressivoEsercizio", Copy, "", "and progressive"},
+    PropertyHelp{"BdgDestinazioneCodiceSede", Copy, "", "and site"},
+    PropertyHelp{"IsForzoDuplicazioneContoCliFor", Copy, "", "copy the account into new cards"},
+    PropertyHelp{"IsDuplicaScadenzeCashFlow", Copy, "", "copy cash-flow due dates"},
+    PropertyHelp{"IsDuplicaScadenzeManualiCashFlow", Copy, "", "and those entered by hand"},
 };
 // clang-format on
+
+/// Which group of the help has the properties of one use.
+constexpr unsigned kSelection = Company | Year | Budget | Site | CardKind | Structure | Chart;
 
 /// Values that go into statements as whole numbers: anything else must not get that far.
 constexpr std::array<std::string_view, 11> kWholeNumbers{"CodiceDitta",
@@ -101,7 +155,9 @@ Option propertyOption(const Membro& member, SharedOptions& options) {
   Option option;
   option.flags = (known && !help->letter.empty() ? "-" + std::string(help->letter) + "," : "") + "--" + member.nome;
   option.help = known ? help->text : nomeTipo(member.tipo, member.enumerazione);
-  option.group = known ? help->group : "Other properties of the object";
+  option.group = !known                          ? "Other properties of the object"
+                 : (help->use & kSelection) != 0 ? "Selection"
+                                                 : "Elaborations";
   auto& properties = options.properties;
   if (member.tipo == TipoDato::Boolean) {
     option.target = std::function<void(bool)>(
@@ -120,33 +176,44 @@ std::vector<std::string> formatNames() {
   return names;
 }
 
+unsigned usesOf(std::string_view command) {
+  const auto found = std::ranges::find(kCommandUses, command, &CommandUses::command);
+  return found == kCommandUses.end() ? Everything : found->uses;
+}
+
 }  // namespace
 
-std::vector<Option> sharedOptions(SharedOptions& options) {
-  std::vector<Option> all{
-      {.flags = "-d,--database",
-       .help = "file of the embedded database",
-       .target = &options.database,
-       .variable = "BUKORVAL_DATABASE"},
-      {.flags = "--StringaConnessione,--connection",
-       .help = "connection string, instead of a file: \"Provider=ODBC;Driver=...;Server=...;Database=...\"",
-       .target = &options.connectionString},
-      {.flags = "--wait",
-       .help = "seconds to wait for another run that writes the file",
-       .target = &options.wait,
-       .showDefault = true,
-       .valueName = "SECONDS",
-       .excludes = "--connection",
-       .range = {{0, 600}}},
-      {.flags = "-f,--format",
-       .help = formatHelp(),
-       .target = &options.format,
-       .showDefault = true,
-       .oneOf = formatNames()},
-      {.flags = "--all", .help = "in tables, show empty and technical columns too", .target = &options.all}};
+std::vector<Option> outputOptions(SharedOptions& options) {
+  return {{.flags = "-d,--database", .help = "file of the embedded database", .target = &options.database},
+          {.flags = "--StringaConnessione,--connection",
+           .help = "connection string, instead of a file: \"Provider=ODBC;Driver=...;Server=...;Database=...\"",
+           .target = &options.connectionString},
+          {.flags = "--wait",
+           .help = "seconds to wait for another run that writes the file",
+           .target = &options.wait,
+           .showDefault = true,
+           .valueName = "SECONDS",
+           .excludes = "--connection",
+           .range = {{0, 600}}},
+          {.flags = "-f,--format",
+           .help = formatHelp(),
+           .target = &options.format,
+           .showDefault = true,
+           .oneOf = formatNames()},
+          {.flags = "--all", .help = "in tables, show empty and technical columns too", .target = &options.all}};
+}
+
+bool offers(std::string_view command, std::string_view property) {
+  const auto uses = usesOf(command);
+  const auto help = std::ranges::find(kHelp, property, &PropertyHelp::property);
+  return help == kHelp.end() ? uses == Everything : (uses & help->use) != 0;
+}
+
+std::vector<Option> propertyOptions(std::string_view command, SharedOptions& options) {
+  std::vector<Option> offered;
   for (const auto& member : interfaccia())
-    if (isOption(member)) all.push_back(propertyOption(member, options));
-  return all;
+    if (isOption(member) && offers(command, member.nome)) offered.push_back(propertyOption(member, options));
+  return offered;
 }
 
 }  // namespace bukorval::host

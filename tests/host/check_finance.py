@@ -45,12 +45,14 @@ class Program:
     def __init__(self, program, database, year):
         self.program, self.database, self.year = program, database, year
 
-    def rows(self, command, site, kind):
-        result = subprocess.run(
-            [self.program, *command, "-d", self.database, "-t", "4", "-s", "01", "-y", str(self.year),
-             "--CodiceSede", str(site), "--BdgTipoScheda", str(kind), "--format", "csv"],
-            check=True, capture_output=True, text=True)
+    def rows(self, *command):
+        result = subprocess.run([self.program, *command, "-d", self.database, "--format", "csv"],
+                                check=True, capture_output=True, text=True)
         return list(csv.DictReader(io.StringIO(result.stdout)))
+
+    def grid(self, site, kind):
+        return self.rows("grid", "-t", "4", "-s", "01", "-y", str(self.year),
+                         "--CodiceSede", str(site), "--BdgTipoScheda", str(kind))
 
 
 def amount(text):
@@ -73,7 +75,7 @@ def check_periods(program, site, kind, rows, months, problems):
     """Every card's twelve actuals against the CSV's monthly sums."""
     for row in rows:
         card = row["BU65_SCHEDA_BU07"]
-        periods = program.rows(["periods", row["BU65_ID"]], site, kind)
+        periods = program.rows("periods", row["BU65_ID"])
         actual = {int(p["PERIODO"]): amount(p["IMP_CONSUNTIVO"]) or 0 for p in periods}
         expected = {m: months.get(card, {}).get((program.year, m), 0) for m in range(1, 13)}
         compare(f"site {site} kind {kind} {card} period", expected, actual, problems)
@@ -94,7 +96,7 @@ def main():
     sites = sorted({site for _, site, _ in sums})
     for site in sites:
         for kind in (0, 1):
-            rows = program.rows(["grid"], site, kind)
+            rows = program.grid(site, kind)
             budget = year_totals(sums["budget", site, kind], args.year)
             actuals = year_totals(sums["actual", site, kind], args.year)
             forecasts = year_totals(sums["forecast", site, kind], args.year)

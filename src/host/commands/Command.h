@@ -27,7 +27,6 @@ struct Option {
   bool showDefault = false;                       ///< what the target holds, in the help
   std::string valueName = {};                     ///< instead of TEXT in the help
   std::string group = {};                         ///< of the help
-  std::string variable = {};                      ///< of the environment, that stands for it
   std::string excludes = {};                      ///< flags of an option declared before
   std::vector<std::string> oneOf = {};            ///< the values that are right
   std::optional<std::pair<int, int>> range = {};  ///< the least and the greatest value that is right

@@ -11,7 +11,9 @@
 #include "host/commands/Command.h"
 #include "host/commands/ImportProblems.h"
 #include "host/commands/RunReport.h"
+#include "host/commands/UnlinkedBalances.h"
 #include "host/environment/Arguments.h"
+#include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
 #include "host/output/SafeText.h"
@@ -26,7 +28,7 @@ using values::Variant;
 
 struct BalancesOptions {
   std::string percentage, percentageFile;
-  bool write = false, dryRun = false;
+  bool write = false, dryRun = false, strict = false;
 };
 
 /// The movements' year, dates and kinds when the command line does not say: all of the year before the budget's.
@@ -37,7 +39,6 @@ void completeInput(Environment& environment) {
   if (values::isBlank(budget.ProgressivoEsercizioMovimenti)) budget.ProgressivoEsercizioMovimenti = 1;
   if (budget.TipoMovimenti.empty()) budget.TipoMovimenti = "1 = 1";
   if (values::isBlank(budget.CodicePdcCoGeDitta)) budget.CodicePdcCoGeDitta = environment.session().CodicePdcCoGe();
-  if (!environment.options.properties.contains("TipoScostamento")) budget.TipoScostamento = bdgScostamentoNessuno;
   if (!values::isBlank(budget.DaData) && !values::isBlank(budget.AData)) return;
   Variant begin, end;
   budget.DeterminaDateInizioFineEsercizio(budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
@@ -50,7 +51,24 @@ void completeInput(Environment& environment) {
   if (values::isBlank(budget.AData)) budget.AData = end;
 }
 
+/// One percentage that is given alone is meant for all balances.
+void completeDeviation(Environment& environment, const BalancesOptions& options) {
+  auto& budget = environment.budget();
+  const auto& given = environment.options.properties;
+  const bool percentage = given.contains("PercentualeScostamento");
+  if (!given.contains("TipoScostamento"))
+    budget.TipoScostamento = percentage ? bdgScostamentoFisso : bdgScostamentoNessuno;
+  else if (percentage && budget.TipoScostamento != bdgScostamentoFisso)
+    throw UsageError("--PercentualeScostamento is the one percentage of --TipoScostamento 0: it has no effect with " +
+                     std::to_string(budget.TipoScostamento));
+  if (percentage && !(options.percentage.empty() && options.percentageFile.empty()))
+    throw UsageError("--PercentualeScostamento, --percent and --percent-file exclude each other");
+  if (percentage && !budget.PercentualeScostamento.isNumber())
+    throw UsageError("--PercentualeScostamento: '" + given.at("PercentualeScostamento") + "' is no number");
+}
+
 void setDeviations(Environment& environment, const BalancesOptions& options) {
+  completeDeviation(environment, options);
   auto& budget = environment.budget();
   if (!options.percentageFile.empty()) {
     dati::Problems problems;
@@ -144,6 +162,13 @@ Table writtenTable(ado::Recordset& rows, const dati::WatchedRun& run) {
           {}};
 }
 
+/// A table of the run; beside it, where balances go through reclassification links, those without one.
+void showWithUnlinked(Environment& environment, const char* name, const Table& table) {
+  auto& budget = environment.budget();
+  if (!budget.RstSaldiSenzaCollegamento) return environment.show(table);
+  environment.show({{}, {{name, table}, {"Without a link", unlinkedTable(budget)}}});
+}
+
 /// Writes the proposed rows, or only shows what that changes.
 void write(Environment& environment, const dati::DetailScope& scope, bool dryRun) {
   auto& budget = environment.budget();
@@ -151,7 +176,7 @@ void write(Environment& environment, const dati::DetailScope& scope, bool dryRun
   dati::WatchedRun run(budget, transaction, scope);
   run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
   transaction.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
-  environment.show(dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
+  showWithUnlinked(environment, "Amounts", dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
   tellMissing(budget.RstContiNonPresentiInStruttura);
 }
 
@@ -170,9 +195,14 @@ void elaborateBalances(Environment& environment, const BalancesOptions& options)
   if (budget.IsSovrascriviEsistenti) overwriteAll(rows);
   const dati::DetailScope scope{budgetScelto(budget), budget.TipoDettaglioDestinazione,
                                 budget.GetTipoPdC(budget.TipoBudget, budget.SottoTipoBudget)};
-  if (options.write || options.dryRun) return write(environment, scope, options.dryRun);
-  const dati::DetailSnapshot held(*environment.connection(), scope);
-  environment.show(proposalTable(rows, AccountAmounts(held, budget.CodiceSede)));
+  const bool refused = options.strict && !unlinkedTable(budget).rows.empty();
+  if (options.write || options.dryRun) {
+    write(environment, scope, options.dryRun || refused);
+  } else {
+    const dati::DetailSnapshot held(*environment.connection(), scope);
+    showWithUnlinked(environment, "Proposal", proposalTable(rows, AccountAmounts(held, budget.CodiceSede)));
+  }
+  if (refused) throw dati::Refused("Not all balances have a reclassification link: with --strict nothing was written");
 }
 
 }  // namespace
@@ -185,13 +215,16 @@ Command elaborateBalancesCommand() {
           "  bukorval elaborate-balances -d demo.db -t 5 -s 01 -y 2026 --percent-file deviations.csv --write\n"
           "Shows the proposed rows beside what the cards hold now. Takes the year before the budget's unless options\n"
           "say otherwise. Rows whose card already holds an amount have SOVRASCRIVI 0 and are not written, unless\n"
-          "--IsSovrascriviEsistenti. A budget by months gets one row a month.",
-          {{"--percent", "one deviation for all balances", &options->percentage},
+          "--IsSovrascriviEsistenti. A budget by months gets one row a month.\n"
+          "Where balances go through reclassification links, those without one are listed with their total.",
+          {{"--percent", "one deviation for all balances, like --PercentualeScostamento", &options->percentage},
            {.flags = "--percent-file",
             .help = "CSV with " + dati::deviationColumns(),
             .target = &options->percentageFile,
             .excludes = "--percent"},
            {"--write", "write the proposed rows into the budget, in one transaction", &options->write},
+           {"--strict", "write nothing and leave with exit code 1 when a balance has no reclassification link",
+            &options->strict},
            {"--dry-run", "show the amounts that --write would change, and write nothing", &options->dryRun}},
           [options](Environment& environment) { elaborateBalances(environment, *options); },
           Writes::Cards};

@@ -1,18 +1,20 @@
 #include <algorithm>
+#include <functional>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "dati/Cards.h"
 #include "dati/Failure.h"
 #include "dati/Movements.h"
+#include "dati/Reconciliation.h"
 #include "dati/WatchedRun.h"
+#include "dati/Years.h"
 #include "host/commands/Command.h"
 #include "host/commands/DetailKind.h"
+#include "host/commands/ReconciliationReport.h"
 #include "host/commands/RunReport.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
@@ -92,7 +94,7 @@ void completeInput(Environment& environment) {
 }
 
 struct CardsOptions {
-  bool dryRun = false, yes = false;
+  bool dryRun = false, yes = false, strict = false;
 };
 
 /// Dates that are missing: from the budget's first day to the end of the month that has the latest movement. Further
@@ -106,7 +108,8 @@ void completeDates(Environment& environment, const CardsOptions& options) {
   if (values::isBlank(budget.DaData)) budget.DaData = begin;
   const bool open = values::isBlank(budget.AData);
   if (open) budget.AData = end;
-  if (values::isBlank(budget.DaData) || values::isBlank(budget.AData)) return;
+  if (values::isBlank(begin))
+    dati::requireYear(*environment.connection(), budget.CodiceDitta, budget.AnnoEsercizio, budget.ProgressivoEsercizio);
   const auto from = values::toDate(budget.DaData), to = values::toDate(budget.AData);
   const auto last = dati::lastMovementDate(*environment.connection(),
                                            {budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
@@ -136,32 +139,40 @@ std::vector<Range> rangesOf(CLSKORVAL& budget) {
   return {{first, values::Date::FromYmd(from.year(), 12, 31)}, {values::Date::FromYmd(to.year(), 1, 1), last}};
 }
 
-/// One run of the object for a card kind, watched and summed up.
-/// @return what it changed.
-std::vector<dati::AmountChange> elaborateKind(CLSKORVAL& budget, dati::Transaction& transaction, int cardKind,
-                                              SiteSummary& summary) {
-  budget.BdgTipoScheda = cardKind;
-  dati::WatchedRun run(budget, transaction, {budgetScelto(budget), budget.TipoDettaglioDestinazione});
+/// Which part of the movements a run is about, by the command line.
+dati::CardReconciler::Narrowing narrowingOf(const Environment& environment) {
+  const auto& given = environment.options.properties;
+  const auto either = [&](const char* a, const char* b) { return given.contains(a) || given.contains(b); };
+  return {either("CodiceSede", "ElencoSedi"), either("DaScheda", "AScheda")};
+}
+
+/// The runs of the object, over both card kinds or the one that is selected.
+/// @param onCard  for each card, when it has been done.
+void elaborate(CLSKORVAL& budget, dati::WatchedRun& run, dati::CardReconciler& reconciler,
+               const std::function<void(const ado::Recordset&)>& onCard) {
+  std::vector<int> cardKinds = {0, 1};
+  const auto chosen = budget.BdgTipoScheda;
+  if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
   const Progress progress(budget);
   // The cards of each site pass by as they are elaborated.
   const auto step = budget.eventi.StepProcess;
   budget.eventi.StepProcess = [&](values::Variant& done) {
-    summary.addCard((*budget.RstBdgSchedeDaElaborare)["BU65_CODICE_CG31"].Value());
+    onCard(*budget.RstBdgSchedeDaElaborare);
     if (step) step(done);
   };
-  const Range whole{budget.DaData, budget.AData};
+  const auto ranges = rangesOf(budget);
   run([&](CLSKORVAL& object) {
-    for (const auto& [from, to] : rangesOf(object)) {
-      object.DaData = from;
-      object.AData = to;
-      object.BdgElaSchede_Elaborazione();
-      dati::requireSuccess(object);
+    for (const int cardKind : cardKinds) {
+      for (const auto& [from, to] : ranges) {
+        object.BdgTipoScheda = cardKind;
+        object.DaData = from;
+        object.AData = to;
+        reconciler.beginRun();
+        object.BdgElaSchede_Elaborazione();
+        dati::requireSuccess(object);
+      }
     }
   });
-  std::tie(budget.DaData, budget.AData) = whole;
-  auto changes = run.changes();
-  summary.addChanges(changes);
-  return changes;
 }
 
 void elaborateCards(Environment& environment, const CardsOptions& options) {
@@ -169,18 +180,27 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
   if (!options.dryRun) requireWritable(environment, budgetScelto(environment.budget()));
   completeInput(environment);
   completeDates(environment, options);
-  std::vector<int> cardKinds = {0, 1};
-  const auto& chosen = environment.budget().BdgTipoScheda;
-  if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
+  auto& budget = environment.budget();
   auto transaction = environment.transaction();
+  dati::WatchedRun run(budget, transaction, {budgetScelto(budget), budget.TipoDettaglioDestinazione});
+  dati::CardReconciler reconciler(budget, narrowingOf(environment));
   SiteSummary summary;
-  std::vector<dati::AmountChange> changes;
-  for (const int cardKind : cardKinds) {
-    auto found = elaborateKind(environment.budget(), transaction, cardKind, summary);
-    std::ranges::move(found, std::back_inserter(changes));
-  }
-  transaction.end(options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
-  environment.show(options.dryRun ? tableOf(changes) : summary.table());
+  elaborate(budget, run, reconciler, [&](const ado::Recordset& cards) {
+    reconciler.addCard(cards);
+    summary.addCard(cards["BU65_CODICE_CG31"].Value());
+  });
+  const auto reconciliation = reconciler.reconcile(run.connection(), run.before(), run.after());
+  const bool refused = options.strict && reconciliation.hasRest();
+  const auto mode = options.dryRun || refused ? dati::RunMode::Trial : dati::RunMode::Write;
+  transaction.end(mode);
+  const auto changes = run.changes();
+  summary.addChanges(changes);
+  environment.show({{},
+                    {{"Cards", mode == dati::RunMode::Trial ? tableOf(changes) : summary.table()},
+                     {"Landed nowhere", unlandedTable(reconciliation)},
+                     {"Reconciliation", totalsTable(reconciliation)}}});
+  if (refused)
+    throw dati::Refused("Not every movement landed on a card, to the cent: with --strict nothing was written");
 }
 
 }  // namespace
@@ -196,8 +216,11 @@ Command elaborateCardsCommand() {
           "--DaScheda, --AScheda, --IsApplicaPercentuali, --TipoDettaglioDestinazione. One transaction in all.\n"
           "--MovimentiConsolidati, --MovimentiDaConsolidare and --MovimentiPrevisionali (forecast movements) name the\n"
           "kinds that count instead of those two; --TipoMovimenti is a condition in SQL instead of the three.\n"
-          "Without --AData the run ends with the month of the latest movement; later months keep what they hold.",
+          "Without --AData the run ends with the month of the latest movement; later months keep what they hold.\n"
+          "Then shows the movements that landed on no card, with the reason, and totals that add up to the cent.",
           {{"--dry-run", "show the differences it would write, and write nothing", &options->dryRun},
+           {"--strict", "write nothing and leave with exit code 1 when a movement of the range lands nowhere",
+            &options->strict},
            {"--yes", "do not ask before months without movements become 0", &options->yes}},
           [options](Environment& environment) { elaborateCards(environment, *options); },
           Writes::Cards};

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "ado/connection/Connection.h"
+#include "dati/CardAccounts.h"
+#include "dati/DetailSnapshot.h"
+#include "dati/WrittenPeriods.h"
+#include "object/CLSKORVAL.h"
+#include "values/Decimal.h"
+
+/// Whether the movements that a card elaboration should have brought to the cards are there, to the cent.
+namespace bukorval::dati {
+
+/// Why a movement landed on no card; the first that holds.
+enum class Reason { ExcludedCode, Forecast, OtherKind, NoCard, NoSite, OtherSite, OtherParty, NoPeriod };
+std::string_view textOf(Reason reason);
+
+/// Movements of one account and site that landed nowhere for the same reason.
+struct Unlanded {
+  int cardKind = 0;
+  values::Variant account, description, site;
+  Reason reason = Reason::NoCard;
+  std::int64_t lines = 0;
+  values::Decimal amount;
+};
+
+/// The movements of one card kind. Amounts have two decimals and the sign that the cards give them.
+struct CardKindTotals {
+  int cardKind = 0;
+  std::int64_t lines = 0, nowhereLines = 0, againLines = 0;
+  values::Decimal movements;    ///< of the range, each line once
+  values::Decimal landed;       ///< what the cards hold after the run, in the periods that it wrote
+  values::Decimal nowhere;      ///< of the lines that no card took
+  values::Decimal again;        ///< of the lines that several cards took, all but the first time
+  values::Decimal percentages;  ///< what shares and deviations of the cards add
+  /// What all of this does not explain: 0 when the run wrote what it should.
+  values::Decimal unexplained() const { return movements - (landed + nowhere - again - percentages); }
+};
+
+struct CardReconciliation {
+  std::vector<Unlanded> unlanded;  ///< by card kind, account, site and reason
+  std::vector<CardKindTotals> totals;
+  /// Lines beside all of this, on balance sheet accounts of a budget that plans none: debits less credits.
+  std::int64_t besideLines = 0;
+  values::Decimal beside;
+  /// Something landed nowhere, or does not add up.
+  bool hasRest() const;
+};
+
+/// Follows the runs of a card elaboration, and then compares the movements of their dates with what the cards hold.
+/// The cards are those that passed by in the runs, the amounts on them those that a snapshot read.
+class CardReconciler {
+ public:
+  /// What narrows the runs: movements of other sites, or of accounts without a card, are then none of theirs.
+  struct Narrowing {
+    bool toSites = false, toCards = false;
+  };
+  CardReconciler(CLSKORVAL& budget, Narrowing narrowing);
+
+  /// A run of the object begins, for its card kind and dates.
+  void beginRun();
+  /// The card that the run has just done.
+  void addCard(const ado::Recordset& cards);
+  /// Reads the movements, once for each range of dates, and the cards' percentages.
+  /// @param before, after  the cards' amounts of the detail kind written.
+  CardReconciliation reconcile(ado::Connection& connection, const DetailSnapshot& before, const DetailSnapshot& after);
+
+ private:
+  struct Range {
+    values::Date from, to;
+    WrittenPeriods periods;
+    std::vector<ElaboratedCard> cards;
+  };
+  CLSKORVAL& budget_;
+  Narrowing narrowing_;
+  bool perSite_ = false;
+  std::vector<int> kinds_;
+  std::vector<Range> ranges_;
+  std::size_t range_ = 0;  ///< the one under way
+};
+
+}  // namespace bukorval::dati

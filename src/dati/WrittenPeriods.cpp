@@ -1,0 +1,33 @@
+#include "dati/WrittenPeriods.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "dati/Failure.h"
+#include "values/Conversion.h"
+
+namespace bukorval::dati {
+
+WrittenPeriods::WrittenPeriods(CLSKORVAL& budget, const values::Date& from, const values::Date& to) {
+  values::Variant begin, end;
+  budget.GetBdgDataInizioBdgDataFine(budget.TipoBudget, budget.SottoTipoBudget, budget.CodiceDitta,
+                                     budget.AnnoEsercizio, budget.ProgressivoEsercizio, begin, end);
+  requireSuccess(budget);
+  const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
+  const auto calendar = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget);
+  for (std::int16_t month = 1; month <= 12; ++month)
+    ofMonth_[static_cast<std::size_t>(month)] = budget.GetBdgPeriodo(month, periodicity, calendar, begin);
+  requireSuccess(budget);
+
+  const auto [first, last] = ends(values::toDate(begin), values::toDate(end));
+  const auto [a, b] = values::monthsBetween(from, to) > 11 ? std::pair(first, last) : ends(from, to);
+  // A budget by calendar months of a year across January ends before it begins: it has them all.
+  for (int period = std::min(a, b); period <= std::max(a, b); ++period)
+    if (first > last || (period >= first && period <= last)) written_.insert(period);
+}
+
+std::pair<int, int> WrittenPeriods::ends(const values::Date& from, const values::Date& to) const {
+  return {ofMonth_[static_cast<std::size_t>(from.month())], ofMonth_[static_cast<std::size_t>(to.month())]};
+}
+
+}  // namespace bukorval::dati

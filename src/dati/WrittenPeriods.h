@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <set>
+#include <utility>
+
+#include "object/CLSKORVAL.h"
+#include "values/Date.h"
+
+namespace bukorval::dati {
+
+/// The periods that a card elaboration of the selected budget writes for a range of dates, which are those of the
+/// whole budget when the range is longer than a year.
+class WrittenPeriods {
+ public:
+  /// Throws Failure when the object does not tell the budget's periods.
+  WrittenPeriods(CLSKORVAL& budget, const values::Date& from, const values::Date& to);
+
+  const std::set<int>& all() const { return written_; }
+  /// The period of a calendar month; 0 for a month whose period is not written.
+  int ofMonth(std::size_t month) const { return written_.contains(ofMonth_[month]) ? ofMonth_[month] : 0; }
+
+ private:
+  std::pair<int, int> ends(const values::Date& from, const values::Date& to) const;
+  std::array<int, 13> ofMonth_{};
+  std::set<int> written_;
+};
+
+}  // namespace bukorval::dati
