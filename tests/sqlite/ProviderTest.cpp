@@ -50,6 +50,36 @@ TEST(SqliteOpen, SaysWhatIsWrong) {
   EXPECT_NE(errorOf([] { sqlite::SqliteConnection().Open(); }).find("Data Source"), std::string::npos);
 }
 
+sqlite3* lastOpened = nullptr;
+int rememberOpened(sqlite3* database, char**, const sqlite3_api_routines*) {
+  lastOpened = database;
+  return SQLITE_OK;
+}
+
+int setting(const char* pragma) {
+  const auto statement = sqlite::prepare(lastOpened, pragma);
+  return sqlite3_step(statement.get()) == SQLITE_ROW ? sqlite3_column_int(statement.get(), 0) : -1;
+}
+
+TEST(SqliteOpen, CommitsOutliveThePowerAndWaitsAreShortUnlessToldOtherwise) {
+  struct Case {
+    const char* words;
+    int synchronous, milliseconds;
+  };
+  const TemporaryDatabase file;
+  ASSERT_EQ(sqlite3_auto_extension(reinterpret_cast<void (*)()>(rememberOpened)), SQLITE_OK);
+  for (const auto& [words, synchronous, milliseconds] :
+       {Case{"", 2, 5000}, Case{";synchronous=normal", 1, 5000}, Case{";Synchronous=Off", 0, 5000},
+        Case{";Synchronous=Full;Busy Timeout=0", 2, 0}, Case{";Busy Timeout=600", 2, 600'000}}) {
+    const auto connection = file.open(std::string(words) + ";Create=True");
+    EXPECT_EQ(setting("PRAGMA synchronous"), synchronous) << words;
+    EXPECT_EQ(setting("PRAGMA busy_timeout"), milliseconds) << words;
+  }
+  sqlite3_reset_auto_extension();
+  for (const char* words : {";Synchronous=Maybe", ";Busy Timeout=601", ";Busy Timeout=-1", ";Busy Timeout=1s"})
+    EXPECT_NE(failureOf([&] { file.open(words); }).find("not '"), std::string::npos) << words;
+}
+
 TEST(SqliteOpen, ReadModeRefusesWrites) {
   const TemporaryDatabase file;
   file.open()->Execute("CREATE TABLE A (X int NULL)");
