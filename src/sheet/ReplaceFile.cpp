@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <system_error>
 
 #include "dati/Failure.h"
@@ -9,7 +10,7 @@
 namespace bukorval::sheet {
 
 void replaceFile(const std::string& file, const std::function<void(const std::string& name)>& write) {
-  const auto part = file + ".part";
+  const auto part = file + ".new-" + std::to_string(std::random_device{}());
   std::error_code error;
   if (std::filesystem::is_directory(file, error) || !std::ofstream(part, std::ios::binary))
     throw dati::Refused("Cannot write " + file);
