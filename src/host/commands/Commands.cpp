@@ -10,6 +10,7 @@
   command(budgets)                 \
   command(grid)                    \
   command(periods)                 \
+  command(report)                  \
   command(set)                     \
   command(clear)                   \
   command(new)                     \
