@@ -1,8 +1,8 @@
 #include "report/Axes.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cctype>
+#include <charconv>
 #include <numeric>
 
 #include "dati/Failure.h"
@@ -26,10 +26,8 @@ constexpr std::string_view kLedgerAccount = "BU65_CONTO_CG24";
 struct Word {
   std::string_view column, name;
 };
-constexpr Word kWords[] = {{"BU65_ID", "id"},
-                           {"BU65_CODICE_CG31", "site"},
-                           {kKind, "kind"},
-                           {"BU65_SCHEDA_BU07", "card"}};
+constexpr Word kWords[] = {
+    {"BU65_ID", "id"}, {"BU65_CODICE_CG31", "site"}, {kKind, "kind"}, {"BU65_SCHEDA_BU07", "card"}};
 
 constexpr std::string_view kKinds[] = {"Costi", "Ricavi"};
 
@@ -108,8 +106,10 @@ Axes::Axes(CLSKORVAL& budget) : budget_(budget) {
     const auto* const word = std::ranges::find(kWords, column->nome, &Word::column);
     if (word != std::end(kWords)) known_.push_back({std::string(word->name), name});
     // Of several accounts the first is the account; the others keep their names.
-    else if (isAccount(name) && !account) known_.push_back({"account", name});
-    else known_.push_back({shortName(name), name});
+    else if (isAccount(name) && !account)
+      known_.push_back({"account", name});
+    else
+      known_.push_back({shortName(name), name});
     account = account || isAccount(name);
     if (name == kLedgerAccount) levels_ = budget.ActiveInterface->LunghezzeLivelli();
   }

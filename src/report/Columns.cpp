@@ -77,17 +77,15 @@ std::vector<std::pair<Date, int>> monthsOf(CLSKORVAL& budget) {
   const auto yearKind = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget);
   std::vector<std::pair<Date, int>> months;
   for (Date month = first; month <= last; month = month.addMonths(1))
-    months.emplace_back(
-        month, budget.GetBdgPeriodo(static_cast<std::int16_t>(month.month()), periodicity, yearKind, first));
+    months.emplace_back(month,
+                        budget.GetBdgPeriodo(static_cast<std::int16_t>(month.month()), periodicity, yearKind, first));
   dati::requireSuccess(budget);
   return months;
 }
 
 }  // namespace
 
-bool isPeriods(const std::string& name) {
-  return std::ranges::find(kSplits, name, &Split::name) != std::end(kSplits);
-}
+bool isPeriods(const std::string& name) { return std::ranges::find(kSplits, name, &Split::name) != std::end(kSplits); }
 
 PeriodColumns periodColumns(CLSKORVAL& budget, const std::string& name) {
   const auto* const split = std::ranges::find(kSplits, name, &Split::name);

@@ -27,9 +27,7 @@ Node& Node::operator+=(const Node& other) {
 Cube::Cube(std::size_t columns, std::size_t facts, std::size_t forecasts)
     : columns_(columns), facts_(facts), forecasts_(forecasts), root_(empty()) {}
 
-Node Cube::empty() const {
-  return {{}, std::vector<Sum>(columns_ * facts_), std::vector<Turn>(forecasts_)};
-}
+Node Cube::empty() const { return {{}, std::vector<Sum>(columns_ * facts_), std::vector<Turn>(forecasts_)}; }
 
 Node& Cube::node(const std::vector<values::Variant>& codes) {
   auto* node = &root_;

@@ -7,9 +7,8 @@
 namespace bukorval::report {
 namespace {
 
-constexpr Measure kMeasures[] = {{"amount", "BU66_IMPORTO", "IMP", 2},
-                                 {"qty1", "BU66_QTA1", "QTA1", 3},
-                                 {"qty2", "BU66_QTA2", "QTA2", 3}};
+constexpr Measure kMeasures[] = {
+    {"amount", "BU66_IMPORTO", "IMP", 2}, {"qty1", "BU66_QTA1", "QTA1", 3}, {"qty2", "BU66_QTA2", "QTA2", 3}};
 
 /// Which facts a figure adds up.
 enum class Of { Budget, Actual, Orders, None, Forecast, ForecastActual, ForecastOwn };
@@ -74,7 +73,8 @@ std::vector<Figure> figures(const Measure& measure, int forecasts) {
   std::vector<Figure> all;
   const auto addThose = [&](bool ofForecasts, int forecast) {
     for (const auto& rule : kRules)
-      if ((rule.name.find('#') != std::string_view::npos) == ofForecasts) all.push_back(figure(rule, measure, forecast));
+      if ((rule.name.find('#') != std::string_view::npos) == ofForecasts)
+        all.push_back(figure(rule, measure, forecast));
   };
   addThose(false, 0);
   for (int n = 1; n <= forecasts; ++n) addThose(true, n);

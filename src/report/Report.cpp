@@ -89,7 +89,8 @@ class Making {
     sortBy_ = figures_.size();
     if (!query_.sort.empty()) {
       const auto found = std::ranges::find(query_.values, query_.sort);
-      if (found == query_.values.end()) throw dati::Refused("Only a value that is shown sorts, not '" + query_.sort + "'");
+      if (found == query_.values.end())
+        throw dati::Refused("Only a value that is shown sorts, not '" + query_.sort + "'");
       sortBy_ = static_cast<std::size_t>(found - query_.values.begin());
     } else if (query_.top > 0) {
       sortBy_ = 0;
@@ -98,7 +99,8 @@ class Making {
 
   static bool needsBudgetOrActual(const Figure& figure) {
     if (figure.formula == Formula::Turn) return false;
-    return figure.formula != Formula::Sum || std::ranges::any_of(figure.facts, [](auto fact) { return fact < kOrders; });
+    return figure.formula != Formula::Sum ||
+           std::ranges::any_of(figure.facts, [](auto fact) { return fact < kOrders; });
   }
 
   void askDetails() {
@@ -120,9 +122,9 @@ class Making {
         position = result_.columns.size();
         const auto text = values::toPlainText(code);
         const auto described = descriptions.find(code);
-        result_.columns.push_back({(query_.columns == "site" ? "SITE" : "KIND") + text,
-                                   described == descriptions.end() || described->second.empty() ? text
-                                                                                                : described->second});
+        result_.columns.push_back(
+            {(query_.columns == "site" ? "SITE" : "KIND") + text,
+             described == descriptions.end() || described->second.empty() ? text : described->second});
       }
     }
     if (result_.columns.size() == 1 && !columnAxis_) result_.columns.clear();

@@ -57,7 +57,8 @@ std::string periodColumn(const Reading& reading, std::string_view details) {
 
 /// Every card comes, with or without details.
 void everyCard(TestoSql& sql, const Reading& reading) {
-  sql.riga(" SELECT DISTINCT ", groupColumns(reading), ", NULL AS VOCE, 0 AS PERIODO, NULL AS VALORE, NULL AS CONSUNTIVO ")
+  sql.riga(" SELECT DISTINCT ", groupColumns(reading),
+           ", NULL AS VOCE, 0 AS PERIODO, NULL AS VALORE, NULL AS CONSUNTIVO ")
       .riga(" FROM   CTE_SCHEDE ");
 }
 
