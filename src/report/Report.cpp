@@ -1,7 +1,11 @@
 #include "report/Report.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <map>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 #include "dati/Failure.h"
@@ -110,13 +114,14 @@ class Making {
     if (query_.to) reading_.periods = periodsUpTo(budget_, *query_.to);
   }
 
-  /// The codes of a column axis are those that the details have.
+  /// The codes of a column axis are those that the cards have.
   void makeColumns(ado::Recordset& details) {
     result_.columns = periods_.columns;
     if (columnAxis_) {
-      const auto& field = details["ASSE" + std::to_string(reading_.axes.size())];
-      for (; !details.Eof(); details.MoveNext()) columnOf_.emplace(field.Value(), 0);
-      if (!columnOf_.empty()) details.MoveFirst();
+      const auto &voice = details["VOCE"], &field = details["ASSE" + std::to_string(reading_.axes.size())];
+      forEachRow(details, [&] {
+        if (voice.Value().isNothing()) columnOf_.emplace(field.Value(), 0);
+      });
       const auto descriptions = axes_.describe(connection_, *columnAxis_, reading_.conditions);
       for (auto& [code, position] : columnOf_) {
         position = result_.columns.size();
@@ -131,30 +136,63 @@ class Making {
     result_.columns.push_back({"", "Totale"});
   }
 
-  void fill(Cube& cube, ado::Recordset& details) {
+  /// Cards that share their codes and kind.
+  struct Group {
+    Node* node;
+    int kind;
+    std::size_t column;  ///< where the columns are no periods
+  };
+  using Groups = std::unordered_map<std::int64_t, Group>;
+
+  static void forEachRow(ado::Recordset& rows, const std::function<void()>& visit) {
+    if (rows.RecordCount() == 0) return;
+    for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) visit();
+  }
+
+  Groups makeGroups(Cube& cube, ado::Recordset& details) const {
     std::vector<const ado::Field*> codes;
     for (std::size_t i = 0; i < reading_.axes.size(); ++i) codes.push_back(&details["ASSE" + std::to_string(i + 1)]);
-    const auto &kind = details["GENERE"], &voice = details["VOCE"], &period = details["PERIODO"],
-               &value = details["VALORE"], &actual = details["CONSUNTIVO"];
+    const auto &group = details["GRUPPO"], &voice = details["VOCE"], &kind = details["GENERE"];
+    Groups groups;
     std::vector<Variant> keys(rowAxes_.size());
-    for (; !details.Eof(); details.MoveNext()) {
+    forEachRow(details, [&] {
+      if (!voice.Value().isNothing()) return;
       for (std::size_t i = 0; i < keys.size(); ++i) keys[i] = codes[i]->Value();
-      auto& node = cube.node(keys);
-      if (voice.Value().isNothing()) continue;
-      const int detail = values::toInt32(voice.Value()), number = values::toInt32(period.Value());
-      const auto column = columnAxis_ ? columnOf_.at(codes.back()->Value()) : columnOfPeriod(number);
-      const int cardKind = kind.Value().isNothing() ? kindOfType(budget_.TipoBudget) : values::toInt32(kind.Value());
-      const auto own = sumOf(value.Value(), cardKind);
-      if (detail <= static_cast<int>(kOrders)) {
-        cube.add(node, column, static_cast<std::size_t>(detail), own);
-        continue;
-      }
-      const int forecast = detail - 2;
-      const auto taken = sumOf(actual.Value(), cardKind);
-      cube.add(node, column, ownOf(forecast), own);
-      cube.add(node, column, actualOf(forecast), taken);
-      node.turns[static_cast<std::size_t>(forecast - 1)] += {taken.any ? number : 0, own.any ? number : 0};
+      const int cards = kind.Value().isNothing() ? kindOfType(budget_.TipoBudget) : values::toInt32(kind.Value());
+      groups[values::toInt64(group.Value())] = {&cube.node(keys), cards,
+                                                columnAxis_ ? columnOf_.at(codes.back()->Value()) : 0};
+    });
+    return groups;
+  }
+
+  void fill(Cube& cube, ado::Recordset& details) const {
+    const auto groups = makeGroups(cube, details);
+    const auto &group = details["GRUPPO"], &voice = details["VOCE"], &period = details["PERIODO"],
+               &value = details["VALORE"], &actual = details["CONSUNTIVO"];
+    forEachRow(details, [&] {
+      if (voice.Value().isNothing() || (value.Value().isNothing() && actual.Value().isNothing())) return;
+      const auto& [node, cards, column] = groups.at(values::toInt64(group.Value()));
+      const int number = values::toInt32(period.Value());
+      const Place place{*node, columnAxis_ ? column : columnOfPeriod(number), number};
+      add(cube, place, values::toInt32(voice.Value()), sumOf(value.Value(), cards), sumOf(actual.Value(), cards));
+    });
+  }
+
+  struct Place {
+    Node& node;
+    std::size_t column;
+    int period;
+  };
+  static void add(Cube& cube, const Place& place, int detail, const Sum& own, const Sum& taken) {
+    if (detail <= bdgDettaglioOrdini) {
+      cube.add(place.node, place.column, static_cast<std::size_t>(detail), own);
+      return;
     }
+    const int forecast = detail - bdgDettaglioOrdini;
+    cube.add(place.node, place.column, ownOf(forecast), own);
+    cube.add(place.node, place.column, actualOf(forecast), taken);
+    place.node.turns[static_cast<std::size_t>(forecast - 1)] +=
+        {taken.any ? place.period : 0, own.any ? place.period : 0};
   }
 
   /// A detail of a period that the budget does not have is in no column but the total's.

@@ -20,9 +20,10 @@ struct Reading {
   std::vector<int> periods;  ///< the only ones that count; all when there are none
 };
 
-/// The statement that adds up the details. Its rows: ASSE1 … the codes of the axes, GENERE the kind of the cards, VOCE
-/// the kind of the details (Null for cards without any), PERIODO or 0, VALORE the sum, CONSUNTIVO of a forecast the
-/// sum of the actuals that it takes, VALORE then that of its own values.
+/// The statement that adds up the details. A row with a Null VOCE is a group of cards: its number GRUPPO, the codes
+/// ASSE1 … of the axes, GENERE the kind of its cards. Any other is what a group has of a kind of details (VOCE) in a
+/// PERIODO, 0 for all: VALORE the sum; of a forecast that of its own values, and CONSUNTIVO that of the actuals it
+/// takes. Rows come in any order.
 std::string statement(const Reading& reading);
 
 }  // namespace bukorval::report
