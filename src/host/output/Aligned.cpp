@@ -69,17 +69,31 @@ std::string titleLine(const TextGrid& grid) {
   return std::string(values::rtrim(text));
 }
 
-/// The line of groups, each above its columns.
+/// Visits the groups of neighbouring columns: where one begins, the column after it, and the width it takes.
+template <class Visit>
+void forEachGroup(const TextGrid& grid, const Visit& visit) {
+  for (std::size_t begin = 0; begin < grid.columns.size();) {
+    std::size_t width = grid.widths[begin], end = begin + 1;
+    for (; end < grid.columns.size() && grid.columns[end]->group == grid.columns[begin]->group; ++end)
+      width += 2 + grid.widths[end];
+    visit(begin, end, width);
+    begin = end;
+  }
+}
+
+/// The name of a group fits above its columns.
+void widenGroups(TextGrid& grid) {
+  forEachGroup(grid, [&](std::size_t begin, std::size_t end, std::size_t width) {
+    const auto needed = values::length(grid.columns[begin]->group);
+    if (needed > width) grid.widths[end - 1] += needed - width;
+  });
+}
+
 std::string groupLine(const TextGrid& grid) {
   std::string text;
-  for (std::size_t i = 0; i < grid.columns.size();) {
-    const auto& group = grid.columns[i]->group;
-    std::size_t width = grid.widths[i], next = i + 1;
-    for (; next < grid.columns.size() && grid.columns[next]->group == group; ++next) width += 2 + grid.widths[next];
-    if (i > 0) text += "  ";
-    text += values::padRight(group, width);
-    i = next;
-  }
+  forEachGroup(grid, [&](std::size_t begin, std::size_t, std::size_t width) {
+    text += (begin > 0 ? "  " : "") + values::padRight(grid.columns[begin]->group, width);
+  });
   return std::string(values::rtrim(text));
 }
 
@@ -111,7 +125,8 @@ void writeAligned(std::ostream& out, const Table& table, const Style& style) {
     out << "No rows\n";
     return;
   }
-  const auto grid = layOut(table, style);
+  auto grid = layOut(table, style);
+  widenGroups(grid);
   const auto bold = [&](const std::string& text, bool wanted = true) {
     return style.colour && wanted ? std::string(kBold).append(text).append(kEnd) : text;
   };
