@@ -57,6 +57,7 @@ class Making {
  private:
   void askAxes() {
     for (const auto& name : query_.rows) {
+      if (std::ranges::count(query_.rows, name) > 1) throw dati::Refused("The axis " + name + " stands twice");
       rowAxes_.push_back(axes_.find(name));
       result_.axes.push_back(rowAxes_.back());
     }

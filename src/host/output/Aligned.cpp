@@ -15,6 +15,7 @@ namespace {
 constexpr std::size_t kLongestDescription = 30;
 constexpr std::string_view kBold = "\033[1m";
 constexpr std::string_view kRed = "\033[31m";
+constexpr std::string_view kEndOfRed = "\033[39m";
 constexpr std::string_view kEnd = "\033[0m";
 
 /// The table as texts, without the columns that hold nothing.
@@ -112,7 +113,7 @@ std::string rowLine(const TextGrid& grid, const std::vector<std::string>& cells,
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (i > 0) text += "  ";
     const auto aligned = padded(cells[i], grid.widths[i], grid.columns[i]->number);
-    text += red(i) ? std::string(kRed).append(aligned).append(kEnd) : aligned;
+    text += red(i) ? std::string(kRed).append(aligned).append(kEndOfRed) : aligned;
   }
   return std::string(values::rtrim(text));
 }
