@@ -19,6 +19,9 @@ namespace {
 
 using values::Variant;
 
+/// What cards without a code have instead of it, for people.
+const std::string kNone = "(nessuno)";
+
 /// The options as they were typed.
 struct ReportOptions {
   std::string rows, columns = "year", values = "budget,actual,delta,delta%", measure = "amount", to, sort;
@@ -73,7 +76,7 @@ report::Query queryOf(const ReportOptions& options) {
 }
 
 std::string nameOf(const report::Key& key) {
-  const auto code = values::toPlainText(key.code);
+  const auto code = values::isBlank(key.code) ? kNone : values::toPlainText(key.code);
   if (key.description.empty()) return code;
   return code + " - " + key.description;
 }
@@ -122,7 +125,7 @@ class ReportTable {
         shown.decimals = value.decimals;
         shown.number = value.decimals > 0;
         shown.percentage = value.ratio;
-        if (result_.columns.size() > 1) shown.group = column.title;
+        if (result_.columns.size() > 1) shown.group = column.title.empty() ? kNone : column.title;
         table_.columns.push_back(std::move(shown));
       }
     }
