@@ -1,13 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <random>
-
-#include "dati/Failure.h"
 #include "report/Report.h"
 #include "suite/Sessione.h"
 #include "suite/Suite.h"
 #include "support/SmallCompany.h"
+#include "support/Test.h"
 #include "values/Arithmetic.h"
 
 namespace {
@@ -17,8 +12,6 @@ using bukorval::report::Query;
 using bukorval::report::Result;
 using bukorval::report::Row;
 using testing_support::insert;
-using values::Decimal;
-using values::Variant;
 
 std::string textOf(const Variant& value) {
   return value.isNothing() ? "" : values::toDecimal(value).normalized().toString();
@@ -27,8 +20,8 @@ Variant sumOf(const Variant& a, const Variant& b) { return a.isNothing() ? b : b
 
 constexpr const char* kMeasures[][2] = {{"amount", "IMP"}, {"qty1", "QTA1"}, {"qty2", "QTA2"}};
 
-/// A budget of any type, periodicity and year, with cards that have several details of a kind and period, values that
-/// are missing, and periods that the budget does not have.
+/// A budget of any type, periodicity and year, with cards that have several orders of a period, values that are
+/// missing, and periods that the budget does not have.
 class RandomBudget {
  public:
   RandomBudget(ado::ConnectionPtr company, unsigned seed)
@@ -83,11 +76,14 @@ class RandomBudget {
                    ", BU65_CODICE_CG31=" + std::to_string(upTo(2) + 1) + ", BU65_SCHEDA_BU07='" +
                    std::string(1, "SaA"[upTo(2)]) + "', BU65_GRUPPO_CG10=1, BU65_CONTO_CG24=" +
                    std::array{"'50010001'", "'50010002'", "'70010001'", "NULL"}[upTo(3)]);
-    for (auto details = upTo(40); details > 0; --details)
+    std::set<std::pair<std::size_t, std::size_t>> filled;
+    for (auto details = upTo(40); details > 0; --details) {
+      const auto kind = upTo(4), period = upTo(6) + 1;
+      if (!filled.emplace(kind, period).second && kind != bukorval::bdgDettaglioOrdini) continue;
       insert(*db, "BU66_DETBUDGET",
-             "BU66_ID_BU65=" + id + ", BU66_TIPO=" + std::to_string(upTo(4)) +
-                 ", BU66_PERIODO=" + std::to_string(upTo(6) + 1) + ", BU66_IMPORTO=" + value(2) +
-                 ", BU66_QTA1=" + value(3) + ", BU66_QTA2=" + value(3));
+             "BU66_ID_BU65=" + id + ", BU66_TIPO=" + std::to_string(kind) + ", BU66_PERIODO=" + std::to_string(period) +
+                 ", BU66_IMPORTO=" + value(2) + ", BU66_QTA1=" + value(3) + ", BU66_QTA2=" + value(3));
+    }
   }
   std::string value(int decimals) {
     if (upTo(4) == 0) return "NULL";
