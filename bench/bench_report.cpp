@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Details.h"
 #include "FileDatabase.h"
 #include "Timing.h"
 #include "report/Report.h"
@@ -55,13 +56,7 @@ void fill(sqlite3* database, long cards) {
                  " BU65_CONTO_CG24) SELECT 1, 4, '01', 2011, 1, i % 2, printf('C%06d', i), i * 7 % 10 + 1, 1,"
                  " printf('%08d', 60000000 + i * 7919 % 1000 / 2 * 10) FROM n")
                     .c_str());
-  run(database,
-      ("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < " + count +
-       " * 60) INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO, BU66_QTA1, BU66_QTA2)"
-       " SELECT i / 60 + 1, i % 60 / 12, i % 12 + 1,"
-       " CASE WHEN i % 60 / 12 = 1 AND i % 12 > 8 THEN NULL ELSE (i * 7919) % 1000000 END,"
-       " (i * 31) % 100000, NULL FROM n")
-          .c_str());
+  bench::fillDetails(database, cards);
   run(database, "COMMIT");
 }
 
