@@ -45,6 +45,7 @@ constexpr std::array kCommandUses{
     CommandUses{"budgets", Company},
     CommandUses{"grid", Company | Year | Budget | Site | CardKind | Accounts},
     CommandUses{"periods", Company},
+    CommandUses{"report", Company | Year | Budget},
     CommandUses{"set", Company},
     CommandUses{"clear", Company},
     CommandUses{"new", Company | Year | Budget},

@@ -11,6 +11,7 @@
   command(budgets)                 \
   command(grid)                    \
   command(periods)                 \
+  command(report)                  \
   command(set)                     \
   command(clear)                   \
   command(new)                     \
