@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -50,6 +51,10 @@ std::vector<CardColumn> cardColumns(CLSKORVAL& budget, ado::Connection& connecti
 using CardKey = std::vector<std::pair<std::string, values::Variant>>;
 /// The cards of a budget (BU65_ID) that have these values; a value that is nothing stands for NULL.
 std::vector<values::Variant> findCards(ado::Connection& connection, const BudgetAnno& budget, const CardKey& key);
+
+/// The amounts that a card holds, by period; a period without a detail is not there, one with an empty detail is Null.
+std::map<int, values::Variant> amountsOfCard(ado::Connection& connection, const values::Variant& card,
+                                             BdgTipoDettaglio kind);
 
 /// Writes one value of a card with AggiornaSingoloValoreBU66; the detail row is made when it is missing. Throws
 /// Failure when the object does not succeed.

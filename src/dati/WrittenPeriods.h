@@ -18,6 +18,8 @@ class WrittenPeriods {
   WrittenPeriods(CLSKORVAL& budget, const values::Date& from, const values::Date& to);
 
   const std::set<int>& all() const { return written_; }
+  /// The budget's period of a calendar month, written or not; 0 for none.
+  int periodOf(std::size_t month) const { return ofMonth_[month]; }
   /// The period of a calendar month; 0 for a month whose period is not written.
   int ofMonth(std::size_t month) const { return written_.contains(ofMonth_[month]) ? ofMonth_[month] : 0; }
 

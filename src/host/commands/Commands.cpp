@@ -10,6 +10,7 @@
   command(budgets)                 \
   command(grid)                    \
   command(periods)                 \
+  command(movements)               \
   command(set)                     \
   command(clear)                   \
   command(new)                     \
