@@ -44,6 +44,7 @@ constexpr std::array kCommandUses{
     CommandUses{"budgets", Company},
     CommandUses{"grid", Company | Year | Budget | Site | CardKind | Accounts},
     CommandUses{"periods", Company},
+    CommandUses{"card", Company},
     CommandUses{"movements", Company | Year | Budget | Site | CardKind | Written | Movements | CardRun},
     CommandUses{"set", Company},
     CommandUses{"clear", Company},

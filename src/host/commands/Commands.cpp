@@ -10,6 +10,7 @@
   command(budgets)                 \
   command(grid)                    \
   command(periods)                 \
+  command(card)                    \
   command(movements)               \
   command(set)                     \
   command(clear)                   \
