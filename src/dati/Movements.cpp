@@ -51,28 +51,20 @@ std::string selectedKeys(const std::vector<GroupKey>& keys) {
   return selected;
 }
 
-/// The lines of registrations, from FROM.
-TestoSql& addTables(TestoSql& sql, const char* accounts = "") {
+/// The lines of registrations with their accounts, from FROM.
+TestoSql& addTables(TestoSql& sql) {
   return sql.riga(" FROM   CG42_MOVCONT WITH (NOLOCK) ")
       .riga(" INNER JOIN CG41_PRIMANOTA WITH (NOLOCK) ")
       .riga("    ON  CG42_DITTA_CG18 = CG41_DITTA_CG18 AND CG42_NUMREG_CG41 = CG41_NUMREG ")
-      .testo(accounts);
+      .riga(" LEFT OUTER JOIN CG24_TABPDC WITH (NOLOCK) ")
+      .riga("    ON  CG24_GRUPPO_CG10 = CG42_GRUPPO_CG10 AND CG24_CONTO = CG42_CONTOPAR_CG24 ");
 }
-constexpr const char* kAccounts =
-    " LEFT OUTER JOIN CG24_TABPDC WITH (NOLOCK) "
-    "    ON  CG24_GRUPPO_CG10 = CG42_GRUPPO_CG10 AND CG24_CONTO = CG42_CONTOPAR_CG24 ";
 
 std::string yearCondition(const MovementScope& scope) {
   return "CG41_ANNO_CG19 = " + numero(scope.year) + " AND CG41_PROGESER_CG19 = " + numero(scope.progressive);
 }
 
-/// The lines of a year's registrations, from FROM.
-TestoSql& addRegistrations(TestoSql& sql, const MovementScope& scope, const char* accounts = "") {
-  return addTables(sql, accounts)
-      .riga(" WHERE  CG41_DITTA_CG18 = ", numero(scope.company))
-      .riga(" AND    ", yearCondition(scope))
-      .riga(" AND    CG41_INDPROVREG = 0 ");
-}
+std::string recordedInYear(const MovementScope& scope) { return yearCondition(scope) + " AND CG41_INDPROVREG = 0"; }
 
 /// The scope's dates touch a line. Its competence begins and ends like the elaboration sees it.
 std::string datesCondition(const MovementScope& scope, bool byCompetence) {
@@ -87,7 +79,9 @@ std::string groupText(const MovementScope& scope, bool byCompetence) {
   for (const auto& [name, expression] : keys) grouped += (grouped.empty() ? "" : ", ") + expression;
   TestoSql sql;
   sql.riga(" SELECT ", selectedKeys(keys)).riga("        COUNT(*) AS RIGHE, SUM(CG42_IMPTOTALE) AS IMPORTO ");
-  addRegistrations(sql, scope, kAccounts)
+  addTables(sql)
+      .riga(" WHERE  CG41_DITTA_CG18 = ", numero(scope.company))
+      .riga(" AND    ", recordedInYear(scope))
       .riga(" AND    ", datesCondition(scope, byCompetence))
       .riga(" GROUP BY ", grouped);
   return sql.str();
@@ -101,12 +95,11 @@ std::string rowText(const MovementScope& scope, bool byCompetence, const Movemen
   TestoSql sql;
   sql.riga(" SELECT ", selectedKeys(keys))
       .riga("        CG41_INDPROVREG, CG41_NUMREG, CG42_NUMRIGACONT, CG41_NUMDOC, CG41_DESCR ");
+  addTables(sql).riga(" WHERE  CG41_DITTA_CG18 = ", numero(scope.company));
   if (selection.others)
-    addTables(sql, kAccounts)
-        .riga(" WHERE  CG41_DITTA_CG18 = ", numero(scope.company))
-        .riga(" AND    ((", datesCondition(scope, byCompetence), ") OR (", datesCondition(scope, false), ")) ");
+    sql.riga(" AND    ((", datesCondition(scope, byCompetence), ") OR (", datesCondition(scope, false), ")) ");
   else
-    addRegistrations(sql, scope, kAccounts)
+    sql.riga(" AND    ", recordedInYear(scope))
         .riga(" AND    ", datesCondition(scope, byCompetence))
         .riga(" AND    (", condizioneMovimenti(scope.condition), ")")
         .riga(" AND    ", kUsableCode);
@@ -190,13 +183,19 @@ void addCompetence(MovementRow& row, const DateMovimento& dates) {
 }  // namespace
 
 values::Variant lastMovementDate(ado::Connection& connection, const MovementScope& scope) {
+  // From the last day backwards until one has a line. A planner without statistics would rather read every registration
+  // of the company by its key: the sum leaves it the index of the days alone.
   TestoSql sql;
-  sql.riga(" SELECT TOP 1 CG41_DATAREG ");
-  addRegistrations(sql, scope)
-      .riga(" AND    (", condizioneMovimenti(scope.condition), ")")
+  sql.riga(" SELECT TOP 1 CG41_DATAREG ")
+      .riga(" FROM   CG41_PRIMANOTA WITH (NOLOCK) ")
+      .riga(" WHERE  CG41_DITTA_CG18 + 0 = ", numero(scope.company))
+      .riga(" AND    ", recordedInYear(scope))
       .riga(" AND    CG41_DATAREG >= '", scope.from.toSql(), "'")
       .riga(" AND    CG41_DATAREG <= '", scope.to.toSql(), "'")
-      .riga(" AND    ", kUsableCode)
+      .riga(" AND    EXISTS (SELECT 1 FROM CG42_MOVCONT WITH (NOLOCK) ")
+      .riga("                WHERE CG42_DITTA_CG18 = CG41_DITTA_CG18 AND CG42_NUMREG_CG41 = CG41_NUMREG ")
+      .riga("                AND (", condizioneMovimenti(scope.condition), ")")
+      .riga("                AND ", kUsableCode, ")")
       .riga(" ORDER BY CG41_DATAREG DESC ");
   const auto rs = connection.Execute(sql);
   return rs->Eof() ? values::Variant::Null() : (*rs)["CG41_DATAREG"].Value();
