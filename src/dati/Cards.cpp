@@ -43,14 +43,21 @@ bool selectBudgetOfCard(CLSKORVAL& budget, ado::Connection& connection, const va
   const auto rs = connection.Execute(sql);
   if (rs->Eof()) return false;
   const auto value = [&](const char* field) { return rs->Fields().Item(field).Value(); };
-  budget.CodiceDitta = value("BU65_DITTA_CG18");
-  budget.TipoBudget = values::toInt32(value("BU65_INDTIPO_BU01"));
-  budget.SottoTipoBudget = value("BU65_SOTTOTIPO_BU01");
-  budget.AnnoEsercizio = value("BU65_ANNO");
-  budget.ProgressivoEsercizio = value("BU65_PROGESER");
+  selectBudget(budget, {value("BU65_DITTA_CG18"), values::toInt32(value("BU65_INDTIPO_BU01")),
+                        value("BU65_SOTTOTIPO_BU01"), value("BU65_ANNO"), value("BU65_PROGESER")});
   budget.CodiceSede = value("BU65_CODICE_CG31");
   budget.BdgTipoScheda = value("BU65_INDCOSRIC_BU07");
   return true;
+}
+
+void selectBudget(CLSKORVAL& budget, const BudgetAnno& selected) {
+  budget.CodiceDitta = selected.ditta;
+  budget.TipoBudget = selected.tipo;
+  budget.SottoTipoBudget = selected.sottoTipo;
+  budget.AnnoEsercizio = selected.anno;
+  budget.ProgressivoEsercizio = selected.progressivo;
+  budget.CodiceSede = values::Variant();
+  budget.BdgTipoScheda = values::Variant();
 }
 
 values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budget) {

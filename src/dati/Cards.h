@@ -20,6 +20,9 @@ namespace bukorval::dati {
 /// @param card  BU65_ID, a number. @return false when there is no such card; nothing is then set.
 bool selectBudgetOfCard(CLSKORVAL& budget, ado::Connection& connection, const values::Variant& card);
 
+/// Sets it to a budget of a year, over all its sites and card kinds.
+void selectBudget(CLSKORVAL& budget, const BudgetAnno& selected);
+
 /// The last of a budget's card codes (BU65_SCHEDA_BU07), in the order of the database; Null when it has none.
 values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budget);
 /// How many details (BU66_DETBUDGET) a card has.

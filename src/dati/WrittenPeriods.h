@@ -3,12 +3,17 @@
 #include <array>
 #include <cstddef>
 #include <set>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "object/CLSKORVAL.h"
 #include "values/Date.h"
 
 namespace bukorval::dati {
+
+/// The names of the periods that the selected budget has, from the first. Throws Failure.
+std::vector<std::string> periodNames(CLSKORVAL& budget);
 
 /// The periods that a card elaboration of the selected budget writes for a range of dates, which are those of the
 /// whole budget when the range is longer than a year.

@@ -46,6 +46,7 @@ constexpr std::array kCommandUses{
     CommandUses{"periods", Company},
     CommandUses{"card", Company},
     CommandUses{"movements", Company | Year | Budget | Site | CardKind | Written | Movements | CardRun},
+    CommandUses{"compare", Company},
     CommandUses{"set", Company},
     CommandUses{"clear", Company},
     CommandUses{"new", Company | Year | Budget},

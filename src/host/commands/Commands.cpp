@@ -12,6 +12,7 @@
   command(periods)                 \
   command(card)                    \
   command(movements)               \
+  command(compare)                 \
   command(set)                     \
   command(clear)                   \
   command(new)                     \

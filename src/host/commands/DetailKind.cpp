@@ -12,7 +12,7 @@ DetailKind parseDetailKind(const std::string& text) {
   const bool named = text.starts_with("forecast");
   const std::string digits = named ? text.substr(8) : text;
   if (digits.empty() || digits.size() > 2 || digits.find_first_not_of("0123456789") != std::string::npos)
-    throw UsageError("--kind is budget, actual, orders, forecast1, forecast2 … or the number of the kind, not " + text);
+    throw UsageError("A kind is budget, actual, orders, forecast1, forecast2 … or its number, not " + text);
   const int n = named ? std::stoi(digits) : std::stoi(digits) - bdgDettaglioOrdini;
   return {bdgDettaglioOrdini + n, "FORECAST" + std::to_string(n)};
 }
