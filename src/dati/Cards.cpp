@@ -130,6 +130,12 @@ std::vector<CardColumn> cardColumns(CLSKORVAL& budget, ado::Connection& connecti
   return columns;
 }
 
+std::vector<CardColumn> keyColumns(CLSKORVAL& budget, ado::Connection& connection) {
+  auto columns = cardColumns(budget, connection);
+  std::erase_if(columns, [](const auto& column) { return column.name.starts_with("BU65_FLG"); });
+  return columns;
+}
+
 std::vector<values::Variant> findCards(ado::Connection& connection, const BudgetAnno& budget, const CardKey& key) {
   TestoSql sql;
   sql.riga(" SELECT BU65_ID ").riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ").testo(condizioniSchede(budget));

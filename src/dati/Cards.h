@@ -50,6 +50,9 @@ struct CardColumn {
 /// Those of the budget that the object selects. Throws Failure when the object does not say.
 std::vector<CardColumn> cardColumns(CLSKORVAL& budget, ado::Connection& connection);
 
+/// The same without the flags, which do not make another card of it: planned, with cash flow.
+std::vector<CardColumn> keyColumns(CLSKORVAL& budget, ado::Connection& connection);
+
 /// Such columns with their values.
 using CardKey = std::vector<std::pair<std::string, values::Variant>>;
 /// The cards of a budget (BU65_ID) that have these values; a value that is nothing stands for NULL.

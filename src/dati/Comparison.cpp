@@ -17,9 +17,6 @@ namespace {
 using values::Decimal;
 using values::Variant;
 
-/// Whether a card is planned or has cash flow does not make it another one.
-constexpr std::string_view kFlags = "BU65_FLG";
-
 /// What rows are put in order and found by: codes as they sort, then the period.
 using RowKey = std::pair<std::vector<std::string>, int>;
 
@@ -131,11 +128,11 @@ class Comparer {
 std::vector<CardColumn> commonColumns(CLSKORVAL& budget, ado::Connection& connection, const ComparedSide& left,
                                       const ComparedSide& right) {
   selectBudget(budget, right.budget);
-  const auto other = cardColumns(budget, connection);
+  const auto other = keyColumns(budget, connection);
   selectBudget(budget, left.budget);
-  auto columns = cardColumns(budget, connection);
+  auto columns = keyColumns(budget, connection);
   std::erase_if(columns, [&](const auto& column) {
-    return column.name.starts_with(kFlags) || std::ranges::find(other, column.name, &CardColumn::name) == other.end();
+    return std::ranges::find(other, column.name, &CardColumn::name) == other.end();
   });
   if (columns.empty()) throw Refused("The cards of these two budgets have no column in common");
   return columns;

@@ -48,6 +48,8 @@ constexpr std::array kCommandUses{
     CommandUses{"movements", Company | Year | Budget | Site | CardKind | Written | Movements | CardRun},
     CommandUses{"compare", Company},
     CommandUses{"set", Company},
+    CommandUses{"spread", Company},
+    CommandUses{"raise", Company | Year | Budget | Site | CardKind | Cards},
     CommandUses{"clear", Company},
     CommandUses{"new", Company | Year | Budget},
     CommandUses{"delete", Company},

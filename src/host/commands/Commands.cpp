@@ -14,6 +14,8 @@
   command(movements)               \
   command(compare)                 \
   command(set)                     \
+  command(spread)                  \
+  command(raise)                   \
   command(clear)                   \
   command(new)                     \
   command(delete)                  \

@@ -4,7 +4,6 @@
 
 #include "dati/Cards.h"
 #include "dati/Comparison.h"
-#include "dati/Failure.h"
 #include "host/commands/Command.h"
 #include "host/commands/DetailKind.h"
 #include "host/environment/BudgetName.h"
@@ -24,12 +23,9 @@ struct CompareOptions {
 /// "4/01@2025:actual"; the budget where no kind is named.
 dati::ComparedSide parseSide(Environment& environment, const std::string& text) {
   const auto colon = text.find(':');
-  const auto kind = colon == std::string::npos ? bdgDettaglioBudget : parseDetailKind(text.substr(colon + 1)).kind;
-  const dati::ComparedSide side{parseBudgetName(environment, text.substr(0, colon)), kind};
-  dati::selectBudget(environment.budget(), side.budget);
-  requireDetailKind(environment.budget(), kind);
-  if (kind == bdgDettaglioOrdini) throw dati::Refused("Orders are not compared: a card has the latest of them only");
-  return side;
+  const auto named = parseBudgetName(environment, text.substr(0, colon));
+  dati::selectBudget(environment.budget(), named);
+  return {named, parsePeriodKind(environment.budget(), colon == std::string::npos ? "budget" : text.substr(colon + 1))};
 }
 
 /// A side without a value counts nothing.

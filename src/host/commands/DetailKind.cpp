@@ -24,4 +24,11 @@ void requireDetailKind(CLSKORVAL& budget, BdgTipoDettaglio kind) {
                       std::to_string(last));
 }
 
+BdgTipoDettaglio parsePeriodKind(CLSKORVAL& budget, const std::string& text) {
+  const auto kind = parseDetailKind(text).kind;
+  requireDetailKind(budget, kind);
+  if (kind == bdgDettaglioOrdini) throw dati::Refused("Orders have no value by period: the latest of them counts");
+  return kind;
+}
+
 }  // namespace bukorval::host
