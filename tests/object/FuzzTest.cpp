@@ -1,11 +1,6 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cctype>
 #include <limits>
-#include <map>
-#include <random>
 
 #include "object/Budgets.h"
 #include "object/Interfaccia.h"
@@ -13,14 +8,12 @@
 #include "support/FaultConnection.h"
 #include "support/TestContext.h"
 #include "tsql/Lexer.h"
-#include "values/Errore.h"
 #include "values/Text.h"
 
 /// Random calls of every member: whatever comes in, only an outcome comes out.
-namespace bukorval {
 namespace {
 
-using values::Variant;
+using namespace bukorval;
 
 /// Stands in every hostile text below, and nowhere else.
 constexpr std::string_view kMark = "zqx";
@@ -267,4 +260,3 @@ TEST(Fuzz, WithASmallDatabase) {
 }
 
 }  // namespace
-}  // namespace bukorval
