@@ -43,14 +43,21 @@ bool selectBudgetOfCard(CLSKORVAL& budget, ado::Connection& connection, const va
   const auto rs = connection.Execute(sql);
   if (rs->Eof()) return false;
   const auto value = [&](const char* field) { return rs->Fields().Item(field).Value(); };
-  budget.CodiceDitta = value("BU65_DITTA_CG18");
-  budget.TipoBudget = values::toInt32(value("BU65_INDTIPO_BU01"));
-  budget.SottoTipoBudget = value("BU65_SOTTOTIPO_BU01");
-  budget.AnnoEsercizio = value("BU65_ANNO");
-  budget.ProgressivoEsercizio = value("BU65_PROGESER");
+  selectBudget(budget, {value("BU65_DITTA_CG18"), values::toInt32(value("BU65_INDTIPO_BU01")),
+                        value("BU65_SOTTOTIPO_BU01"), value("BU65_ANNO"), value("BU65_PROGESER")});
   budget.CodiceSede = value("BU65_CODICE_CG31");
   budget.BdgTipoScheda = value("BU65_INDCOSRIC_BU07");
   return true;
+}
+
+void selectBudget(CLSKORVAL& budget, const BudgetAnno& selected) {
+  budget.CodiceDitta = selected.ditta;
+  budget.TipoBudget = selected.tipo;
+  budget.SottoTipoBudget = selected.sottoTipo;
+  budget.AnnoEsercizio = selected.anno;
+  budget.ProgressivoEsercizio = selected.progressivo;
+  budget.CodiceSede = values::Variant();
+  budget.BdgTipoScheda = values::Variant();
 }
 
 values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budget) {
@@ -123,6 +130,12 @@ std::vector<CardColumn> cardColumns(CLSKORVAL& budget, ado::Connection& connecti
   return columns;
 }
 
+std::vector<CardColumn> keyColumns(CLSKORVAL& budget, ado::Connection& connection) {
+  auto columns = cardColumns(budget, connection);
+  std::erase_if(columns, [](const auto& column) { return column.name.starts_with("BU65_FLG"); });
+  return columns;
+}
+
 std::vector<values::Variant> findCards(ado::Connection& connection, const BudgetAnno& budget, const CardKey& key) {
   TestoSql sql;
   sql.riga(" SELECT BU65_ID ").riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ").testo(condizioniSchede(budget));
@@ -131,6 +144,21 @@ std::vector<values::Variant> findCards(ado::Connection& connection, const Budget
   std::vector<values::Variant> cards;
   for (; !rs->Eof(); rs->MoveNext()) cards.push_back((*rs)["BU65_ID"].Value());
   return cards;
+}
+
+std::map<int, values::Variant> amountsOfCard(ado::Connection& connection, const values::Variant& card,
+                                             BdgTipoDettaglio kind) {
+  TestoSql sql;
+  sql.riga(" SELECT BU66_PERIODO, BU66_IMPORTO ")
+      .riga(" FROM   BU66_DETBUDGET WITH (NOLOCK) ")
+      .riga(" WHERE  BU66_ID_BU65 = ", numero(card))
+      .riga(" AND    BU66_TIPO = ", numero(kind))
+      .riga(" ORDER BY BU66_ID ");
+  std::map<int, values::Variant> amounts;
+  const auto rs = connection.Execute(sql);
+  for (; !rs->Eof(); rs->MoveNext())
+    amounts[values::toInt32((*rs)["BU66_PERIODO"].Value())] = (*rs)["BU66_IMPORTO"].Value();
+  return amounts;
 }
 
 void writeCardValue(CLSKORVAL& budget, const values::Variant& card, BdgTipoDettaglio kind, int period,

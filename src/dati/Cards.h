@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +19,9 @@ namespace bukorval::dati {
 /// Sets the object's selection (company, budget, year, site, card kind) to the one a card belongs to.
 /// @param card  BU65_ID, a number. @return false when there is no such card; nothing is then set.
 bool selectBudgetOfCard(CLSKORVAL& budget, ado::Connection& connection, const values::Variant& card);
+
+/// Sets it to a budget of a year, over all its sites and card kinds.
+void selectBudget(CLSKORVAL& budget, const BudgetAnno& selected);
 
 /// The last of a budget's card codes (BU65_SCHEDA_BU07), in the order of the database; Null when it has none.
 values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budget);
@@ -46,10 +50,17 @@ struct CardColumn {
 /// Those of the budget that the object selects. Throws Failure when the object does not say.
 std::vector<CardColumn> cardColumns(CLSKORVAL& budget, ado::Connection& connection);
 
+/// The same without the flags, which do not make another card of it: planned, with cash flow.
+std::vector<CardColumn> keyColumns(CLSKORVAL& budget, ado::Connection& connection);
+
 /// Such columns with their values.
 using CardKey = std::vector<std::pair<std::string, values::Variant>>;
 /// The cards of a budget (BU65_ID) that have these values; a value that is nothing stands for NULL.
 std::vector<values::Variant> findCards(ado::Connection& connection, const BudgetAnno& budget, const CardKey& key);
+
+/// The amounts that a card holds, by period; a period without a detail is not there, one with an empty detail is Null.
+std::map<int, values::Variant> amountsOfCard(ado::Connection& connection, const values::Variant& card,
+                                             BdgTipoDettaglio kind);
 
 /// Writes one value of a card with AggiornaSingoloValoreBU66; the detail row is made when it is missing. Throws
 /// Failure when the object does not succeed.

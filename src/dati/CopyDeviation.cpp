@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "dati/Cards.h"
 #include "dati/Failure.h"
+#include "dati/Raise.h"
 #include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
 #include "suite/Competenza.h"
@@ -68,7 +68,7 @@ CopyDeviation::CopyDeviation(CLSKORVAL& budget, WatchedRun& run)
 }
 
 CopyDeviation::Counts CopyDeviation::apply(const Decimal& percentage) {
-  const Decimal factor = Decimal::FromScaled(1) + percentage / Decimal::FromScaled(100);
+  const Decimal factor = raisingFactor(percentage);
   return {applyToAmounts(factor), applyToDueDates(factor)};
 }
 
@@ -99,15 +99,7 @@ std::set<DetailSnapshot::Key> CopyDeviation::copiedCells() const {
 }
 
 int CopyDeviation::applyToAmounts(const Decimal& factor) {
-  int changed = 0;
-  for (const auto& key : copiedCells()) {
-    const auto& amount = run_.after().amount(key);
-    if (amount.isNothing()) continue;
-    writeCardValue(budget_, key.card, budget_.TipoDettaglioDestinazione, key.period, bdgValoreImporto,
-                   suite::arrotondaImporto(values::toDecimal(amount) * factor));
-    ++changed;
-  }
-  return changed;
+  return raiseAmounts(budget_, run_.after(), copiedCells(), budget_.TipoDettaglioDestinazione, factor);
 }
 
 ado::RecordsetPtr CopyDeviation::dueDates() const {

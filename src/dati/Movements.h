@@ -1,10 +1,12 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "ado/connection/Connection.h"
+#include "elaschede/ContiAnalitici.h"
 #include "suite/Competenza.h"
 #include "values/Variant.h"
 
@@ -38,5 +40,29 @@ struct MovementGroup {
 /// too, for the accounts.
 /// @param byCompetence  the dates are those of the competence, and amounts are spread over its months.
 std::vector<MovementGroup> movementGroups(ado::Connection& connection, const MovementScope& scope, bool byCompetence);
+
+/// A line of a registration, with what a drill-down tells of it.
+struct MovementRow {
+  MovementGroup group;  ///< of this line alone; `admitted` is about the scope's condition only
+  values::Variant registration, line, date, documentDate, document, text;
+  values::Variant competenceFrom{}, competenceTo{};
+  bool simulated = false;      ///< by a procedure (CG41_INDPROVREG)
+  bool ofYear = true;          ///< of the scope's accounting year
+  bool inDates = true;         ///< the scope's dates touch it
+  int allDays = 0;             ///< of its competence interval; 0 without one
+  std::array<int, 13> days{};  ///< of them by calendar month
+};
+
+/// Which lines are wanted.
+struct MovementSelection {
+  ContiDellaScheda accounts;  ///< not without a code
+  values::Variant site;       ///< blank for any
+  /// Those too that the elaboration leaves out: of any year, condition, code and site that the dates touch, by
+  /// competence or by registration.
+  bool others = false;
+};
+/// By date and number.
+std::vector<MovementRow> movementRows(ado::Connection& connection, const MovementScope& scope, bool byCompetence,
+                                      const MovementSelection& selection);
 
 }  // namespace bukorval::dati

@@ -9,10 +9,7 @@
 #include <tuple>
 #include <utility>
 
-#include "dati/Failure.h"
 #include "dati/Movements.h"
-#include "elaschede/TotaliMovimenti.h"
-#include "frame/TestoSql.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -25,54 +22,18 @@ using values::Variant;
 
 constexpr int kCost = 0;
 constexpr int kRevenue = 1;
-constexpr int kForecastMovement = 2;
 // Natures of an account.
 constexpr int kBalanceSheetAccount = 0;
 constexpr int kRevenueAccount = 1;
 
-/// Shares and deviations of the cards, and what they make of an amount.
-class Percentages {
- public:
-  Percentages(const CLSKORVAL& budget, ado::Connection& connection) {
-    if (!budget.IsApplicaPercentuali) return;
-    TestoSql sql;
-    sql.riga(" SELECT BU90_IDBUDGET, BU90_PERCRIP, BU90_PERCSCO ")
-        .riga(" FROM   BU90_TABPERCBUD WITH (NOLOCK) ")
-        .riga(" WHERE  BU90_DITTA_CG18 = ", numero(budget.CodiceDitta))
-        .riga(" AND    BU90_INDTIPO_BU01 = ", numero(budget.TipoBudget))
-        .riga(" AND    BU90_SOTTOTIPO_BU01 = ", testoDati(budget.SottoTipoBudget));
-    const auto rs = connection.Execute(sql);
-    for (; !rs->Eof(); rs->MoveNext())
-      ofCard_.try_emplace(values::toInt64((*rs)["BU90_IDBUDGET"].Value()), (*rs)["BU90_PERCRIP"].Value(),
-                          (*rs)["BU90_PERCSCO"].Value());
-  }
-
-  Decimal apply(std::int64_t card, const Decimal& amount) const {
-    const auto found = ofCard_.find(card);
-    if (found == ofCard_.end()) return amount;
-    const auto& [share, deviation] = found->second;
-    auto result = amount;
-    if (!values::isBlank(share)) result = suite::arrotondaImporto(part(result, share));
-    if (!values::isBlank(deviation)) result = suite::arrotondaImporto(result + part(result, deviation));
-    return result;
-  }
-
- private:
-  static Decimal part(const Decimal& amount, const Variant& percentage) {
-    return amount * values::toDecimal(percentage) / Decimal::FromScaled(100);
-  }
-  std::map<std::int64_t, std::pair<Variant, Variant>> ofCard_;
-};
-
 std::string keyOf(const Variant& value) { return values::foldText(values::toPlainText(value)); }
-
-bool same(const Variant& a, const Variant& b) { return !values::isBlank(a) && keyOf(a) == keyOf(b); }
 
 /// Puts the movements of the ranges to the account of one card kind or the other.
 class Reckoning {
  public:
-  Reckoning(const CLSKORVAL& budget, CardReconciler::Narrowing narrowing, bool perSite, const std::vector<int>& kinds)
-      : budget_(budget), narrowing_(narrowing), perSite_(perSite) {
+  Reckoning(const CLSKORVAL& budget, CardReconciler::Narrowing narrowing, const Landing& landing,
+            const std::vector<int>& kinds)
+      : budget_(budget), narrowing_(narrowing), landing_(landing) {
     for (const int kind : kinds) totals_[kind].cardKind = kind;
   }
 
@@ -85,9 +46,9 @@ class Reckoning {
       if (isOutside(group, cards)) continue;
       Cards takers;
       std::ranges::copy_if(cards, std::back_inserter(takers),
-                           [&](const auto* card) { return isOfSite(*card, group) && isOfParty(*card, group); });
-      const auto inside = insideOf(group, periods);
-      const auto reason = reasonOf(group, cards, takers, inside);
+                           [&](const auto* card) { return landing_.takes(*card, group); });
+      const auto inside = landing_.insideOf(group, periods);
+      const auto reason = landing_.reasonOf(group, cards, takers, inside);
       const auto kinds = kindsOf(group, reason || takers.empty() ? cards : takers);
       if (kinds.empty()) addBeside(group, inside);
       for (const int kind : kinds)
@@ -96,7 +57,8 @@ class Reckoning {
     }
   }
 
-  CardReconciliation finish(const DetailSnapshot& before, const DetailSnapshot& after, const Percentages& percentages) {
+  CardReconciliation finish(const DetailSnapshot& before, const DetailSnapshot& after,
+                            const CardPercentages& percentages) {
     // What the run changed on cards that should have had no movement belongs to what landed, too.
     for (const auto& change : amountChanges(before, after))
       cells_.try_emplace(change.key, Cell{totals_.begin()->first, Decimal()});
@@ -117,54 +79,17 @@ class Reckoning {
   }
 
  private:
-  using Cards = std::vector<const ElaboratedCard*>;
+  using Cards = Landing::Cards;
+  using Inside = Landing::Inside;
   struct Cell {
     int kind;
     Decimal expected;
   };
-  /// Of a group, what falls in the periods written.
-  struct Inside {
-    bool any = false;  ///< a month of it does
-    Decimal amount;    ///< unsigned
-  };
-
   bool isOutside(const MovementGroup& group, const Cards& cards) const {
     if (narrowing_.toCards && cards.empty()) return true;
-    return narrowing_.toSites && perSite_ &&
-           std::ranges::none_of(budget_.ElencoSedi->Keys(), [&](const auto& site) { return same(group.site, site); });
-  }
-  bool isOfSite(const ElaboratedCard& card, const MovementGroup& group) const {
-    return !perSite_ || same(group.site, card.site);
-  }
-  bool isOfParty(const ElaboratedCard& card, const MovementGroup& group) const {
-    if (!budget_.IsSoloMovCliFor || values::isBlank(card.party)) return true;
-    return same(group.party, card.party) && same(group.partyKind, card.kind == kRevenue ? 0 : 1);
-  }
-
-  Inside insideOf(const MovementGroup& group, const WrittenPeriods& periods) const {
-    Inside inside;
-    for (std::size_t month = 1; month < group.amounts.size(); ++month) {
-      if (group.amounts[month].isZero() || periods.ofMonth(month) == 0) continue;
-      inside.any = true;
-      inside.amount = inside.amount + group.amounts[month];
-    }
-    // By registration date, the range has all of the line.
-    if (budget_.TipoDataMovimenti != 0) return {true, inside.amount};
-    if (!inside.any)
-      for (const auto& amount : group.amounts) inside.amount = inside.amount + amount;
-    return inside;
-  }
-
-  std::optional<Reason> reasonOf(const MovementGroup& group, const Cards& cards, const Cards& takers,
-                                 const Inside& inside) const {
-    if (group.excluded) return Reason::ExcludedCode;
-    if (!group.admitted) return group.movementKind == kForecastMovement ? Reason::Forecast : Reason::OtherKind;
-    if (cards.empty()) return Reason::NoCard;
-    if (perSite_ && values::isBlank(group.site)) return Reason::NoSite;
-    if (std::ranges::none_of(cards, [&](const auto* card) { return isOfSite(*card, group); })) return Reason::OtherSite;
-    if (takers.empty()) return Reason::OtherParty;
-    if (!inside.any && !inside.amount.isZero()) return Reason::NoPeriod;
-    return std::nullopt;
+    return narrowing_.toSites && landing_.perSite() &&
+           std::ranges::none_of(budget_.ElencoSedi->Keys(),
+                                [&](const auto& site) { return Landing::same(group.site, site); });
   }
 
   static bool isBalanceSheet(const MovementGroup& group) {
@@ -181,13 +106,9 @@ class Reckoning {
     return {!values::isBlank(group.nature) && values::toInt32(group.nature) == kRevenueAccount ? kRevenue : kCost};
   }
 
-  static Decimal withSign(const Decimal& amount, const MovementGroup& group, int kind) {
-    return group.side == segnoNegativo(kind) ? -amount : amount;
-  }
-
   void add(const MovementGroup& group, int kind, std::optional<Reason> reason, const Inside& inside) {
     auto& totals = totals_[kind];
-    const auto amount = withSign(inside.amount, group, kind);
+    const auto amount = Landing::withSign(inside.amount, group, kind);
     totals.lines += group.lines;
     totals.movements = totals.movements + amount;
     if (!reason) return;
@@ -205,7 +126,7 @@ class Reckoning {
 
   void addBeside(const MovementGroup& group, const Inside& inside) {
     beside_.besideLines += group.lines;
-    beside_.beside = beside_.beside + withSign(inside.amount, group, kCost);
+    beside_.beside = beside_.beside + Landing::withSign(inside.amount, group, kCost);
   }
 
   /// A card that takes a line has all its periods written.
@@ -217,14 +138,14 @@ class Reckoning {
       for (std::size_t month = 1; month < group.amounts.size(); ++month) {
         if (group.amounts[month].isZero() || periods.ofMonth(month) == 0) continue;
         auto& expected = cells_.at({card->id, periods.ofMonth(month)}).expected;
-        expected = expected + withSign(group.amounts[month], group, card->kind);
+        expected = expected + Landing::withSign(group.amounts[month], group, card->kind);
       }
     }
   }
 
   const CLSKORVAL& budget_;
   CardReconciler::Narrowing narrowing_;
-  bool perSite_;
+  const Landing& landing_;
   bool plansBalanceSheet_ = false;  ///< there are cards on balance sheet accounts
   CardReconciliation beside_;       ///< only that part of it
   std::map<int, CardKindTotals> totals_;
@@ -234,21 +155,9 @@ class Reckoning {
 
 }  // namespace
 
-std::string_view textOf(Reason reason) {
-  constexpr std::string_view kTexts[] = {"excluded by code", "forecast", "other kind of movement",
-                                         "no card",          "no site",  "other site",
-                                         "other party",      "no period"};
-  return kTexts[static_cast<std::size_t>(reason)];
-}
-
 bool CardReconciliation::hasRest() const {
   return !unlanded.empty() ||
          std::ranges::any_of(totals, [](const auto& kind) { return !kind.unexplained().isZero(); });
-}
-
-CardReconciler::CardReconciler(CLSKORVAL& budget, Narrowing narrowing) : budget_(budget), narrowing_(narrowing) {
-  budget_.GetGestioneSede(budget_.TipoBudget, budget_.SottoTipoBudget, perSite_);
-  requireSuccess(budget_);
 }
 
 void CardReconciler::beginRun() {
@@ -268,7 +177,7 @@ void CardReconciler::addCard(const ado::Recordset& cards) {
 
 CardReconciliation CardReconciler::reconcile(ado::Connection& connection, const DetailSnapshot& before,
                                              const DetailSnapshot& after) {
-  Reckoning reckoning(budget_, narrowing_, perSite_, kinds_);
+  Reckoning reckoning(budget_, narrowing_, landing_, kinds_);
   for (const auto& range : ranges_) {
     const MovementScope scope{budget_.CodiceDitta,
                               budget_.AnnoEsercizioMovimenti,
@@ -279,7 +188,7 @@ CardReconciliation CardReconciler::reconcile(ado::Connection& connection, const 
     reckoning.add(movementGroups(connection, scope, budget_.TipoDataMovimenti == 1),
                   CardAccounts(range.cards, *budget_.ActiveInterface), range.periods);
   }
-  return reckoning.finish(before, after, Percentages(budget_, connection));
+  return reckoning.finish(before, after, CardPercentages(budget_, connection));
 }
 
 }  // namespace bukorval::dati

@@ -1,22 +1,18 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 #include "ado/connection/Connection.h"
 #include "dati/CardAccounts.h"
 #include "dati/DetailSnapshot.h"
+#include "dati/Landing.h"
 #include "dati/WrittenPeriods.h"
 #include "object/CLSKORVAL.h"
 #include "values/Decimal.h"
 
 /// Whether the movements that a card elaboration should have brought to the cards are there, to the cent.
 namespace bukorval::dati {
-
-/// Why a movement landed on no card; the first that holds.
-enum class Reason { ExcludedCode, Forecast, OtherKind, NoCard, NoSite, OtherSite, OtherParty, NoPeriod };
-std::string_view textOf(Reason reason);
 
 /// Movements of one account and site that landed nowhere for the same reason.
 struct Unlanded {
@@ -58,7 +54,7 @@ class CardReconciler {
   struct Narrowing {
     bool toSites = false, toCards = false;
   };
-  CardReconciler(CLSKORVAL& budget, Narrowing narrowing);
+  CardReconciler(CLSKORVAL& budget, Narrowing narrowing) : budget_(budget), narrowing_(narrowing), landing_(budget) {}
 
   /// A run of the object begins, for its card kind and dates.
   void beginRun();
@@ -76,7 +72,7 @@ class CardReconciler {
   };
   CLSKORVAL& budget_;
   Narrowing narrowing_;
-  bool perSite_ = false;
+  Landing landing_;
   std::vector<int> kinds_;
   std::vector<Range> ranges_;
   std::size_t range_ = 0;  ///< the one under way

@@ -8,6 +8,18 @@
 
 namespace bukorval::dati {
 
+std::vector<std::string> periodNames(CLSKORVAL& budget) {
+  const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
+  const auto calendar = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget);
+  const int count = values::toInt32(values::nvl(budget.GetBdgNrPeriodi(periodicity), 0));
+  requireSuccess(budget);
+  std::vector<std::string> names;
+  for (std::int16_t period = 1; period <= count; ++period)
+    names.push_back(budget.GetDescrizionePeriodo(budget.CodiceDitta, periodicity, calendar, period,
+                                                 budget.AnnoEsercizio, budget.ProgressivoEsercizio));
+  return names;
+}
+
 WrittenPeriods::WrittenPeriods(CLSKORVAL& budget, const values::Date& from, const values::Date& to) {
   values::Variant begin, end;
   budget.GetBdgDataInizioBdgDataFine(budget.TipoBudget, budget.SottoTipoBudget, budget.CodiceDitta,

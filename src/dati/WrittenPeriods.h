@@ -3,12 +3,17 @@
 #include <array>
 #include <cstddef>
 #include <set>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "object/CLSKORVAL.h"
 #include "values/Date.h"
 
 namespace bukorval::dati {
+
+/// The names of the periods that the selected budget has, from the first. Throws Failure.
+std::vector<std::string> periodNames(CLSKORVAL& budget);
 
 /// The periods that a card elaboration of the selected budget writes for a range of dates, which are those of the
 /// whole budget when the range is longer than a year.
@@ -18,6 +23,8 @@ class WrittenPeriods {
   WrittenPeriods(CLSKORVAL& budget, const values::Date& from, const values::Date& to);
 
   const std::set<int>& all() const { return written_; }
+  /// The budget's period of a calendar month, written or not; 0 for none.
+  int periodOf(std::size_t month) const { return ofMonth_[month]; }
   /// The period of a calendar month; 0 for a month whose period is not written.
   int ofMonth(std::size_t month) const { return written_.contains(ofMonth_[month]) ? ofMonth_[month] : 0; }
 

@@ -56,12 +56,17 @@ class Somme {
 
 }  // namespace
 
-suite::QuoteMensili quotePerCompetenza(const Decimal& importo, const DateMovimento& date,
-                                       const suite::Arrotondamento& arrotonda) {
+std::optional<std::pair<values::Date, values::Date>> intervalloCompetenza(const DateMovimento& date) {
   const auto& da = values::nvl(date.inizio, date.fine);
   const auto& a = values::nvl(date.fine, date.inizio);
-  if (!uguale(date.rateo, kSenzaCompetenza) && !values::isBlank(da))
-    return suite::ripartisciPerMese(importo, values::toDate(da), values::toDate(a), arrotonda);
+  if (uguale(date.rateo, kSenzaCompetenza) || values::isBlank(da)) return std::nullopt;
+  return std::pair(values::toDate(da), values::toDate(a));
+}
+
+suite::QuoteMensili quotePerCompetenza(const Decimal& importo, const DateMovimento& date,
+                                       const suite::Arrotondamento& arrotonda) {
+  if (const auto intervallo = intervalloCompetenza(date))
+    return suite::ripartisciPerMese(importo, intervallo->first, intervallo->second, arrotonda);
   suite::QuoteMensili quote{};
   const auto data = values::toDate(values::nvl(date.documento, date.registrazione));
   quote[static_cast<std::size_t>(data.month())] = importo;

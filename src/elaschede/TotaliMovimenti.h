@@ -1,9 +1,13 @@
 #pragma once
 
+#include <optional>
+#include <utility>
+
 #include "ado/recordset/Recordset.h"
 #include "elaschede/PeriodiElaborazione.h"
 #include "frame/Contesto.h"
 #include "suite/Competenza.h"
+#include "values/Date.h"
 
 namespace bukorval {
 
@@ -12,6 +16,9 @@ struct DateMovimento {
   const values::Variant &registrazione, &documento, &inizio, &fine;
   const values::Variant& rateo;  ///< CG42_INDRATRIS
 };
+/// First and last day of a movement's competence, as they stand: the last may be before the first. Nothing for one that
+/// has no such interval.
+std::optional<std::pair<values::Date, values::Date>> intervalloCompetenza(const DateMovimento& date);
 /// What of a movement's amount belongs to each calendar month: its shares over the competence interval, or all of it
 /// to the month of its document, else of its registration.
 suite::QuoteMensili quotePerCompetenza(const values::Decimal& importo, const DateMovimento& date,

@@ -1,6 +1,9 @@
 #include "suite/Competenza.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <numeric>
 
 #include "suite/Denaro.h"
 
@@ -61,6 +64,35 @@ Decimal quotaNelPeriodo(const Decimal& importo, const Date& inizio, const Date& 
     somma = somma + maturato(fino[mese]) - maturato(prima[mese]);
   }
   return somma;
+}
+
+std::vector<Decimal> ripartisciPerPesi(const Decimal& importo, const std::vector<Decimal>& pesi) {
+  const bool negativo = importo.isNegative();
+  const Decimal intero = negativo ? -importo : importo;
+  const Decimal centesimo = Decimal::FromScaled(1, kDecimaliImporto);
+  const Decimal somma = std::accumulate(pesi.begin(), pesi.end(), Decimal());
+  std::vector<Decimal> quote, frazioni;
+  Decimal resto = intero;
+  for (const auto& peso : pesi) {
+    // The quotient is rounded: the fraction is what the products say.
+    const Decimal esatta = intero * peso;
+    Decimal tagliata = (esatta / somma).rounded(kDecimaliImporto);
+    if (tagliata * somma > esatta) tagliata = tagliata - centesimo;
+    quote.push_back(tagliata);
+    frazioni.push_back(esatta - tagliata * somma);
+    resto = resto - tagliata;
+  }
+  std::vector<std::size_t> ordine(pesi.size());
+  std::iota(ordine.begin(), ordine.end(), std::size_t{0});
+  std::ranges::stable_sort(ordine, std::ranges::greater(), [&](std::size_t i) { return frazioni[i]; });
+  const Decimal passo = resto.isNegative() ? -centesimo : centesimo;
+  for (std::size_t n = 0; !resto.isZero(); n = (n + 1) % ordine.size()) {
+    quote[ordine[n]] = quote[ordine[n]] + passo;
+    resto = resto - passo;
+  }
+  if (negativo)
+    for (auto& quota : quote) quota = -quota;
+  return quote;
 }
 
 }  // namespace suite

@@ -2,11 +2,13 @@
 
 #include <array>
 #include <functional>
+#include <vector>
 
 #include "values/Date.h"
 #include "values/Decimal.h"
 
-/// How an amount accrues over its competence interval: the one rule of every elaboration.
+/// How an amount is shared out to the cent: over its competence interval, the one rule of every elaboration, and by
+/// weights.
 namespace suite {
 
 /// One amount per calendar month; index 0 is unused.
@@ -28,5 +30,11 @@ QuoteMensili ripartisciPerMese(const values::Decimal& importo, const values::Dat
 /// @param inizio, fine  the competence interval, not reversed.
 values::Decimal quotaNelPeriodo(const values::Decimal& importo, const values::Date& inizio, const values::Date& fine,
                                 const values::Date& da, const values::Date& a);
+
+/// Shares of an amount in proportion to weights: whole cents that add up to it. Each is cut to the cent towards zero;
+/// the cents left over go to the largest fractions, of equal ones to the first.
+/// @param importo  of two decimals. @param pesi  not negative, and not all of them 0.
+std::vector<values::Decimal> ripartisciPerPesi(const values::Decimal& importo,
+                                               const std::vector<values::Decimal>& pesi);
 
 }  // namespace suite

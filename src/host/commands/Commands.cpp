@@ -12,7 +12,12 @@
   command(grid)                    \
   command(periods)                 \
   command(report)                  \
+  command(card)                    \
+  command(movements)               \
+  command(compare)                 \
   command(set)                     \
+  command(spread)                  \
+  command(raise)                   \
   command(clear)                   \
   command(new)                     \
   command(delete)                  \

@@ -1,7 +1,10 @@
 #include "host/commands/Deltas.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
+
+#include "values/Conversion.h"
 
 namespace bukorval::host {
 namespace {
@@ -70,6 +73,18 @@ void markTotals(Table& table) {
   for (auto& column : table.columns) {
     for (const auto prefix : kMeasurePrefixes) {
       if (column.name.starts_with(prefix)) column.total = true;
+    }
+  }
+}
+
+void mergeDescriptions(Table& table) {
+  for (std::size_t i = 0; i < table.columns.size(); ++i) {
+    const auto description = table.position(table.columns[i].name + "_DESCR");
+    if (!description) continue;
+    table.columns[i].secondary = true;
+    table.columns[*description].title = table.columns[i].title;
+    for (auto& row : table.rows) {
+      if (values::isBlank(row[*description])) row[*description] = row[i];
     }
   }
 }

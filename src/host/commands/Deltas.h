@@ -17,4 +17,8 @@ void fillDeltas(CLSKORVAL& budget, Table& table);
 /// Marks the amounts and quantities of a grid for the totals row.
 void markTotals(Table& table);
 
+/// A description begins with its code, so the aligned table needs only one of the two columns; a code that nothing
+/// describes stands in for its description.
+void mergeDescriptions(Table& table);
+
 }  // namespace bukorval::host

@@ -12,7 +12,7 @@ DetailKind parseDetailKind(const std::string& text) {
   const bool named = text.starts_with("forecast");
   const std::string digits = named ? text.substr(8) : text;
   if (digits.empty() || digits.size() > 2 || digits.find_first_not_of("0123456789") != std::string::npos)
-    throw UsageError("--kind is budget, actual, orders, forecast1, forecast2 … or the number of the kind, not " + text);
+    throw UsageError("A kind is budget, actual, orders, forecast1, forecast2 … or its number, not " + text);
   const int n = named ? std::stoi(digits) : std::stoi(digits) - bdgDettaglioOrdini;
   return {bdgDettaglioOrdini + n, "FORECAST" + std::to_string(n)};
 }
@@ -27,6 +27,13 @@ void requireDetailKind(CLSKORVAL& budget, BdgTipoDettaglio kind) {
   if (kind >= bdgDettaglioBudget && kind <= last) return;
   throw dati::Refused("The budget has no detail kind " + std::to_string(kind) + ": they are 0 (budget) to " +
                       std::to_string(last));
+}
+
+BdgTipoDettaglio parsePeriodKind(CLSKORVAL& budget, const std::string& text) {
+  const auto kind = parseDetailKind(text).kind;
+  requireDetailKind(budget, kind);
+  if (kind == bdgDettaglioOrdini) throw dati::Refused("Orders have no value by period: the latest of them counts");
+  return kind;
 }
 
 }  // namespace bukorval::host

@@ -20,4 +20,8 @@ const dati::Measure& parseMeasure(const std::string& text);
 /// Throws dati::Refused for a kind that no grid of the selected budget shows.
 void requireDetailKind(CLSKORVAL& budget, BdgTipoDettaglio kind);
 
+/// A kind that is named and has a value in each period: not orders, of which a card has the latest one only. Throws as
+/// those above.
+BdgTipoDettaglio parsePeriodKind(CLSKORVAL& budget, const std::string& text);
+
 }  // namespace bukorval::host

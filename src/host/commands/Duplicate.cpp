@@ -33,14 +33,6 @@ struct DuplicateOptions {
   std::string percentage;
 };
 
-/// A greater deviation is a slip of the keyboard, and less than -100 turns the signs.
-values::Decimal parsePercentage(const std::string& text, char separator) {
-  const auto percentage = typedDecimal(text, separator);
-  if (percentage < values::Decimal::FromScaled(-100) || percentage > values::Decimal::FromScaled(1000))
-    throw UsageError("--percent is -100 to 1000, not " + values::toPlainText(Variant(percentage)));
-  return percentage;
-}
-
 void duplicate(Environment& environment, const DuplicateOptions& options) {
   requireGrid(environment);
   std::optional<values::Decimal> percentage;

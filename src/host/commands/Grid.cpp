@@ -1,27 +1,10 @@
-#include <cstddef>
-
 #include "host/commands/Command.h"
 #include "host/commands/Deltas.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
-#include "values/Conversion.h"
 
 namespace bukorval::host {
 namespace {
-
-/// A description begins with its code, so the aligned table needs only one of the two columns; a code that
-/// nothing describes stands in for its description.
-void mergeDescriptions(Table& table) {
-  for (std::size_t i = 0; i < table.columns.size(); ++i) {
-    const auto description = table.position(table.columns[i].name + "_DESCR");
-    if (!description) continue;
-    table.columns[i].secondary = true;
-    table.columns[*description].title = table.columns[i].title;
-    for (auto& row : table.rows) {
-      if (values::isBlank(row[*description])) row[*description] = row[i];
-    }
-  }
-}
 
 /// What the selection fixes is the same on every line.
 void hideSelection(const SharedOptions& options, Table& table) {

@@ -51,6 +51,13 @@ values::Decimal typedDecimal(std::string_view text, char separator) {
   }
 }
 
+values::Decimal parsePercentage(std::string_view text, char separator) {
+  const auto percentage = typedDecimal(text, separator);
+  if (percentage < values::Decimal::FromScaled(-100) || percentage > values::Decimal::FromScaled(1000))
+    throw UsageError("A percentage is -100 to 1000, not " + values::toPlainText(values::Variant(percentage)));
+  return percentage;
+}
+
 values::Variant parseArgument(std::string_view text) {
   if (text == "NULL") return values::Variant::Null();
   if (text == "EMPTY") return {};

@@ -17,6 +17,9 @@ namespace bukorval::host {
 values::Variant parseArgument(std::string_view text);
 /// A number by the given decimal sign. Throws UsageError for what is none or could be read two ways.
 values::Decimal typedDecimal(std::string_view text, char separator);
+/// A deviation by the given decimal sign, 5 or -2,5. Throws UsageError below -100, which would turn the signs, and
+/// above 1000, a slip of the keyboard.
+values::Decimal parsePercentage(std::string_view text, char separator);
 /// "1,2,3" as keys, "NAME=VALUE,NAME=VALUE" as keys with items.
 ado::DictionaryPtr parseDictionary(std::string_view text);
 /// By the type of a parameter or property; what is neither value nor dictionary throws UsageError.

@@ -1,0 +1,101 @@
+#include "host/commands/CardRun.h"
+
+#include <algorithm>
+#include <iostream>
+#include <string>
+
+#include "dati/Movements.h"
+#include "dati/Years.h"
+#include "host/commands/DetailKind.h"
+#include "host/environment/Errors.h"
+#include "values/Conversion.h"
+
+namespace bukorval::host {
+namespace {
+
+/// The movement kinds (CG41_INDTIPOMOV) and the properties that take or leave them.
+struct MovementKind {
+  const char* property;
+  const char* kind;
+  bool byDefault;  ///< when the command line names none
+  bool Proprieta::*given;
+};
+constexpr MovementKind kMovementKinds[] = {
+    {"MovimentiConsolidati", "0", true, &Proprieta::MovimentiConsolidati},
+    {"MovimentiDaConsolidare", "1", true, &Proprieta::MovimentiDaConsolidare},
+    {"MovimentiPrevisionali", "2", false, &Proprieta::MovimentiPrevisionali},
+};
+
+/// TipoMovimenti from the kinds that are named, unless it is given itself.
+void completeKinds(Environment& environment) {
+  auto& budget = environment.budget();
+  const auto& given = environment.options.properties;
+  const bool named =
+      std::ranges::any_of(kMovementKinds, [&](const auto& kind) { return given.contains(kind.property); });
+  if (given.contains("TipoMovimenti")) {
+    if (named) throw UsageError("--TipoMovimenti is a condition of its own: name no kinds of movement beside it");
+    return;
+  }
+  std::string taken;
+  for (const auto& [property, kind, byDefault, member] : kMovementKinds)
+    if (named ? budget.*member : byDefault) taken.append(taken.empty() ? "" : ", ").append(kind);
+  if (taken.empty()) throw UsageError("No kind of movement is left: name --MovimentiConsolidati or another one");
+  budget.TipoMovimenti = "CG41_INDTIPOMOV IN (" + taken + ")";
+}
+
+/// Refuses what would only wipe amounts, or write them where no grid shows them.
+void checkInput(CLSKORVAL& budget) {
+  if (budget.TipoDataMovimenti != 0 && budget.TipoDataMovimenti != 1)
+    throw UsageError("--TipoDataMovimenti is 0 (registration date) or 1 (competence), not " +
+                     std::to_string(budget.TipoDataMovimenti));
+  requireDetailKind(budget, budget.TipoDettaglioDestinazione);
+}
+
+}  // namespace
+
+void completeCardRun(Environment& environment) {
+  auto& budget = environment.budget();
+  if (values::isBlank(budget.AnnoEsercizioMovimenti)) budget.AnnoEsercizioMovimenti = budget.AnnoEsercizio;
+  if (values::isBlank(budget.ProgressivoEsercizioMovimenti))
+    budget.ProgressivoEsercizioMovimenti = budget.ProgressivoEsercizio;
+  completeKinds(environment);
+  if (!environment.options.properties.contains("TipoDettaglioDestinazione"))
+    budget.TipoDettaglioDestinazione = bdgDettaglioConsuntivo;
+  checkInput(budget);
+}
+
+CardRunDates completeDates(Environment& environment) {
+  auto& budget = environment.budget();
+  values::Variant begin, end;
+  budget.GetBdgDataInizioBdgDataFine(budget.TipoBudget, budget.SottoTipoBudget, budget.CodiceDitta,
+                                     budget.AnnoEsercizio, budget.ProgressivoEsercizio, begin, end);
+  environment.requireSuccess();
+  if (values::isBlank(budget.DaData)) budget.DaData = begin;
+  const bool open = values::isBlank(budget.AData);
+  if (open) budget.AData = end;
+  if (values::isBlank(begin))
+    dati::requireYear(*environment.connection(), budget.CodiceDitta, budget.AnnoEsercizio, budget.ProgressivoEsercizio);
+  const auto from = values::toDate(budget.DaData), to = values::toDate(budget.AData);
+  const auto last = dati::lastMovementDate(*environment.connection(),
+                                           {budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
+                                            budget.ProgressivoEsercizioMovimenti, budget.TipoMovimenti, from, to});
+  // Without any movement the first month alone keeps the run from the others.
+  const auto closed = (last.isNothing() ? from : values::toDate(last)).lastOfMonth();
+  if (open && closed < to) budget.AData = closed;
+  const auto day = [](const values::Variant& date) { return values::toPlainText(date); };
+  std::cerr << "From " << day(budget.DaData) << " to " << day(budget.AData)
+            << (last.isNothing() ? ": no movement was registered there\n"
+                                 : ": the latest movement is of " + day(last) + "\n");
+  return {closed, !open && closed < to};
+}
+
+std::vector<std::pair<values::Variant, values::Variant>> cardRunRanges(CLSKORVAL& budget) {
+  const auto first = budget.DaData, last = budget.AData;
+  const bool calendar = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget) == bdgAnnoSolare;
+  if (!calendar || values::isBlank(first) || values::isBlank(last)) return {{first, last}};
+  const auto from = values::toDate(first), to = values::toDate(last);
+  if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {{first, last}};
+  return {{first, values::Date::FromYmd(from.year(), 12, 31)}, {values::Date::FromYmd(to.year(), 1, 1), last}};
+}
+
+}  // namespace bukorval::host

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "host/environment/Environment.h"
+
+/// What a run of the card elaboration means when the command line does not say all of it.
+namespace bukorval::host {
+
+/// The movements' year, TipoMovimenti by the kinds that are named, and the detail kind written: the budget's own year,
+/// the real movements, the actuals. Throws UsageError or dati::Refused for what would only wipe amounts, or write them
+/// where no grid shows them.
+void completeCardRun(Environment& environment);
+
+struct CardRunDates {
+  values::Date closed;  ///< end of the month that has the latest movement
+  bool beyond = false;  ///< an AData was given that is later
+};
+/// DaData and AData where they are missing: from the budget's first day to `closed`. Tells on standard error.
+CardRunDates completeDates(Environment& environment);
+
+/// The dates, or two ranges where they cross the turn of the year in a budget by calendar months: the object takes
+/// the months of such dates as the two ends of a range and would elaborate those between them.
+std::vector<std::pair<values::Variant, values::Variant>> cardRunRanges(CLSKORVAL& budget);
+
+}  // namespace bukorval::host

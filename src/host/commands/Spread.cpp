@@ -1,0 +1,169 @@
+#include "dati/Spread.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "dati/Cards.h"
+#include "dati/Failure.h"
+#include "dati/WrittenPeriods.h"
+#include "dati/import/Weights.h"
+#include "host/commands/Command.h"
+#include "host/commands/DetailKind.h"
+#include "host/commands/ImportProblems.h"
+#include "host/environment/Arguments.h"
+#include "host/environment/Errors.h"
+#include "host/environment/Selection.h"
+#include "suite/Competenza.h"
+#include "values/Conversion.h"
+
+namespace bukorval::host {
+namespace {
+
+using values::Decimal;
+using values::Variant;
+
+struct SpreadOptions {
+  std::string card, total, like = "even", kind = "budget";
+  int from = 1, to = 0;
+  bool dryRun = false;
+};
+
+/// What a spread is made from.
+struct Source {
+  CLSKORVAL& budget;
+  ado::Connection& connection;
+  Variant card;
+  BdgTipoDettaglio kind;
+  std::size_t periods;
+};
+
+/// The values of --like that are words.
+struct Likeness {
+  std::string_view word;
+  dati::PeriodWeights (*weights)(const Source& source);
+};
+const std::array kLikenesses{
+    Likeness{"even", [](const Source& s) { return dati::PeriodWeights(s.periods, Decimal::FromScaled(1)); }},
+    Likeness{"days", [](const Source& s) { return dati::daysOfPeriods(s.budget, s.connection); }},
+    Likeness{"last-year",
+             [](const Source& s) {
+               return dati::amountsAsWeights(s.budget, s.connection,
+                                             dati::cardOfLastYear(s.budget, s.connection, s.card),
+                                             bdgDettaglioConsuntivo);
+             }},
+    Likeness{
+        "actual",
+        [](const Source& s) { return dati::amountsAsWeights(s.budget, s.connection, s.card, bdgDettaglioConsuntivo); }},
+};
+constexpr std::string_view kOtherCard = "card:";
+
+dati::PeriodWeights weightsLike(const Source& source, const std::string& like) {
+  const auto* known = std::ranges::find(kLikenesses, like, &Likeness::word);
+  if (known != kLikenesses.end()) return known->weights(source);
+  if (like.starts_with(kOtherCard)) {
+    const auto card = parseArgument(std::string_view(like).substr(kOtherCard.size()));
+    if (!card.isNumber()) throw UsageError("--like card:ID names a card by its identifier, a whole number");
+    return dati::amountsAsWeights(source.budget, source.connection, card, source.kind);
+  }
+  if (!like.ends_with(".csv"))
+    throw UsageError("--like is even, days, last-year, actual, card:ID or a file .csv, not " + like);
+  dati::Problems problems;
+  auto weights = dati::readWeights(like, source.periods, problems);
+  refuseProblems(problems);
+  return weights;
+}
+
+/// The weights of the periods from --from to --to, and 0 for the others, which are left alone.
+dati::PeriodWeights weightsOf(const Source& source, const SpreadOptions& options) {
+  auto weights = weightsLike(source, options.like);
+  for (std::size_t i = 0; i < weights.size(); ++i)
+    if (static_cast<int>(i) + 1 < options.from || static_cast<int>(i) + 1 > options.to) weights[i] = Decimal();
+  if (std::ranges::all_of(weights, [](const auto& weight) { return weight.isZero(); }))
+    throw dati::Refused("There is nothing to spread by: every weight is 0");
+  return weights;
+}
+
+Decimal parseTotal(const std::string& text, char separator) {
+  const auto total = typedDecimal(text, separator);
+  if (total.rounded(2) != total) throw UsageError("'" + text + "' has more than two decimals");
+  return total;
+}
+
+Table tableOf(const SpreadOptions& options, const std::vector<std::string>& names, const dati::PeriodWeights& weights,
+              std::map<int, Variant> before, std::map<int, Variant> after) {
+  Table table{{{"PERIODO", "Periodo", true},
+               {"DESCRIZIONE", "Descrizione"},
+               {"PESO", "Weight", true, 2},
+               {"PRIMA", "Prima", true, 2, false, true},
+               {"DOPO", "Dopo", true, 2, false, true}},
+              {},
+              {}};
+  for (int period = options.from; period <= options.to; ++period) {
+    const auto i = static_cast<std::size_t>(period) - 1;
+    table.rows.push_back({period, names[i], weights[i], before[period], after[period]});
+  }
+  table.addTotals();
+  return table;
+}
+
+void spread(Environment& environment, SpreadOptions options) {
+  const auto card = parseArgument(options.card);
+  selectCard(environment, card);
+  auto& budget = environment.budget();
+  const auto kind = parsePeriodKind(budget, options.kind);
+  const auto total = parseTotal(options.total, environment.session().SeparatoreDecimale());
+  if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
+  const auto names = dati::periodNames(budget);
+  const int last = static_cast<int>(names.size());
+  if (options.to == 0) options.to = last;
+  if (options.from > options.to || options.to > last)
+    throw UsageError("The periods of this budget are 1 to " + std::to_string(last));
+  auto& connection = *environment.connection();
+  const auto weights = weightsOf({budget, connection, card, kind, names.size()}, options);
+  const auto shares = suite::ripartisciPerPesi(total, weights);
+  auto transaction = environment.transaction();
+  const auto before = dati::amountsOfCard(transaction.connection(), card, kind);
+  for (int period = options.from; period <= options.to; ++period)
+    dati::writeCardValue(budget, card, kind, period, bdgValoreImporto, shares[static_cast<std::size_t>(period) - 1]);
+  const auto after = dati::amountsOfCard(transaction.connection(), card, kind);
+  transaction.end(options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
+  environment.show(tableOf(options, names, weights, before, after));
+}
+
+}  // namespace
+
+Command spreadCommand() {
+  const auto options = std::make_shared<SpreadOptions>();
+  return {
+      "spread",
+      "Spread an amount over the periods of a card, to the cent",
+      "  bukorval spread 12 120000 --like last-year --dry-run -d demo.db\n"
+      "  bukorval spread 12 120000,50 --like weights.csv --from 4 -d demo.db\n"
+      "even: the same for each period; days: by the days of each; last-year: by the actuals that the card had the\n"
+      "year before; actual: by those of this year; card:ID: by the values of another card, of the kind written; a\n"
+      "file .csv: by its weights. The cents that no share has go to the largest fractions. One transaction.",
+      {{"CARD", "identifier of the card", &options->card, true},
+       {"TOTAL", "the amount", &options->total, true},
+       {.flags = "--like",
+        .help = "even, days, last-year, actual, card:ID, or a CSV with " + dati::weightColumns(),
+        .target = &options->like,
+        .showDefault = true},
+       {.flags = "--kind",
+        .help = "budget, actual, forecastN or a number",
+        .target = &options->kind,
+        .showDefault = true},
+       {.flags = "--from", .help = "first period (default: 1)", .target = &options->from, .range = std::pair(1, 99)},
+       {.flags = "--to", .help = "last period (default: the last)", .target = &options->to, .range = std::pair(1, 99)},
+       {"--dry-run", "show what it would write, and write nothing", &options->dryRun}},
+      [options](Environment& environment) { spread(environment, *options); },
+      Writes::Cards};
+}
+
+}  // namespace bukorval::host
