@@ -10,6 +10,7 @@
 #include "frame/Valori.h"
 #include "values/Conversion.h"
 #include "values/Date.h"
+#include "values/Errore.h"
 
 namespace bukorval {
 namespace {
@@ -68,13 +69,35 @@ void ValoriScheda::AggiornaSingoloValoreBU66(const values::Variant& dettaglio, c
     const auto testoValore = valoreDecimale(valore);
     auto& connessione = ctx_.connessione();
     if (riga == "0") {
-      connessione.Execute(testoInserimento(testata, tipo, colonna(tipoValore).inserimento, periodo, testoValore));
-      nuovoDettaglio = nuovaIdentita(connessione);
+      nuovoDettaglio = inserisci(testata, tipo, tipoValore, periodo, testoValore);
     } else {
       connessione.Execute(testoAggiornamento(colonna(tipoValore).aggiornamento, testoValore, riga));
     }
     segnaUltimoAggiornamento(ctx_, testata);
   });
+}
+
+/// Somebody else may have inserted the same detail since the client looked: then that one is updated.
+values::Variant ValoriScheda::inserisci(const std::string& scheda, BdgTipoDettaglio tipo, BdgTipoValore tipoValore,
+                                        std::int16_t periodo, const std::string& valore) {
+  auto& connessione = ctx_.connessione();
+  try {
+    connessione.Execute(testoInserimento(scheda, tipo, colonna(tipoValore).inserimento, periodo, valore));
+    return nuovaIdentita(connessione);
+  } catch (const values::Errore&) {
+    if (tipo == bdgDettaglioOrdini) throw;
+    TestoSql sql;
+    sql.riga(" SELECT BU66_ID ")
+        .riga(" FROM   BU66_DETBUDGET ")
+        .riga(" WHERE  BU66_ID_BU65 = ", scheda)
+        .riga(" AND    BU66_TIPO = ", numero(tipo))
+        .riga(" AND    BU66_PERIODO = ", numero(periodo));
+    const auto presente = connessione.Execute(sql);
+    if (presente->RecordCount() == 0) throw;
+    auto riga = (*presente)["BU66_ID"].Value();
+    connessione.Execute(testoAggiornamento(colonna(tipoValore).aggiornamento, valore, identificativo(riga)));
+    return riga;
+  }
 }
 
 void ValoriScheda::UpdateNullValoriBU66(const values::Variant& scheda, BdgTipoDettaglio tipo) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "frame/Contesto.h"
 
@@ -22,6 +23,9 @@ class ValoriScheda {
                              values::Variant& dettaglio, values::Variant& importoIsNull);
 
  private:
+  values::Variant inserisci(const std::string& scheda, BdgTipoDettaglio tipo, BdgTipoValore tipoValore,
+                            std::int16_t periodo, const std::string& valore);
+
   Contesto& ctx_;
 };
 

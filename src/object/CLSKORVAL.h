@@ -87,14 +87,15 @@ class CLSKORVAL : public Proprieta {
   // ---- Values and cards
 
   /// Writes one value of a card and stamps the card's last update.
-  /// @param MyBU66_ID           the detail row; blank or 0 inserts one.
+  /// @param MyBU66_ID           the detail row; blank or 0 inserts one, or updates the one that somebody else has
+  ///                            inserted meanwhile: a card has one of a kind and period, of orders any number.
   /// @param MyBU65_ID           the card.
   /// @param MyBdgTipoDettaglio  0 budget, 1 actuals, 2 orders, 2 + n forecast n.
   /// @param MyBdgTipoValore     0 amount, 1 quantity 1, 2 quantity 2; any other is refused by the database (99).
   /// @param MyPeriodo           1 to the periods of the year.
   /// @param MyValore            amount with 2 decimals, quantity with 3, as a number or as text with comma or point;
   ///                            blank clears the value. What is no number is an error (99), and nothing is written.
-  /// @param MyNewBU66_ID        receives the identity of an inserted row; untouched by an update.
+  /// @param MyNewBU66_ID        receives the identity of the row for a blank `MyBU66_ID`; untouched otherwise.
   /// The detail kind, value kind and period serve an insert; an update takes only the value kind. Writes
   /// BU66_DETBUDGET, BU65_TESBUDGET. No transaction: a value whose stamp fails stays written.
   void AggiornaSingoloValoreBU66(const Variant& MyBU66_ID, const Variant& MyBU65_ID,

@@ -47,6 +47,7 @@ class Parser {
   SchemaChange create();
   SchemaChange createTable();
   SchemaChange createIndex(bool unique);
+  IndexFilter indexFilter();
   SchemaChange drop();
   SchemaChange alter();
   SchemaChange truncate();

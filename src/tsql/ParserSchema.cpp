@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <iterator>
+
 #include "tsql/Names.h"
 #include "tsql/Parser.h"
 
@@ -115,7 +118,23 @@ SchemaChange Parser::createIndex(bool unique) {
   } while (takeSymbol(","));
   expectSymbol(")");
   if (takeWord("INCLUDE")) change.includedColumns = nameList();
+  if (takeWord("WHERE")) {
+    do change.indexFilters.push_back(indexFilter());
+    while (takeWord("AND"));
+  }
   return change;
+}
+
+IndexFilter Parser::indexFilter() {
+  IndexFilter filter{name("a column name"), {}, {}};
+  constexpr std::string_view kComparisons[] = {"=", "<>", "<=", ">=", "<", ">"};
+  const auto* comparison = std::ranges::find_if(kComparisons, [&](auto symbol) { return takeSymbol(symbol); });
+  if (comparison == std::end(kComparisons)) unexpected("a comparison");
+  filter.comparison = *comparison;
+  const auto value = defaultValue();
+  if (value.kind != DefaultValue::Kind::Integer) unexpected("a whole number");
+  filter.number = value.text;
+  return filter;
 }
 
 SchemaChange Parser::drop() {

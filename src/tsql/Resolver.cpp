@@ -134,8 +134,14 @@ void Resolver::insert(Change& change) {
 
 void Resolver::resolve(SchemaChange& change) {
   using Kind = SchemaChange::Kind;
-  if (change.kind == Kind::CreateIndex || change.kind == Kind::AddColumn || change.kind == Kind::Truncate)
-    table(change.table);
+  if (change.kind != Kind::CreateIndex && change.kind != Kind::AddColumn && change.kind != Kind::Truncate) return;
+  const auto& changed = table(change.table);
+  for (const auto& filter : change.indexFilters) {
+    const auto* column = changed.find(filter.column);
+    if (!column) throw values::Errore("Invalid column name '" + filter.column + "'.");
+    if (!isNumeric(column->type) || scaleOf(column->type) != 0)
+      throw values::Errore("An index is filtered by columns of whole numbers, not by '" + filter.column + "'");
+  }
 }
 
 void Resolver::select(Select& select, const Scope* outer) {

@@ -119,6 +119,13 @@ struct IndexColumn {
   bool descending = false;
 };
 
+/// A condition of a filtered index: a column beside a whole number.
+struct IndexFilter {
+  std::string column;
+  std::string_view comparison;  ///< "=", "<>", "<", "<=", ">", ">="
+  std::string number;           ///< digits with a sign
+};
+
 struct SchemaChange {
   enum class Kind { CreateTable, CreateIndex, DropTable, DropIndex, AddColumn, Truncate } kind = Kind::CreateTable;
   std::string name;   ///< of the table or index that is made or dropped
@@ -129,6 +136,7 @@ struct SchemaChange {
   std::vector<TableConstraint> constraints;
   std::vector<IndexColumn> indexColumns;
   std::vector<std::string> includedColumns;
+  std::vector<IndexFilter> indexFilters;  ///< that all hold for the rows in the index
 };
 
 using Statement = std::variant<Query, Change, SchemaChange>;

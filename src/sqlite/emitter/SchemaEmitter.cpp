@@ -83,7 +83,13 @@ std::string createIndex(const SchemaChange& change) {
     columns += (columns.empty() ? "" : ", ") + quotedName(column.name) + (column.descending ? " DESC" : "");
   // Included columns make an index cover a query; here they are simply its last columns.
   for (const auto& column : change.includedColumns) columns += ", " + quotedName(column);
-  return sql + columns + ")";
+  std::string filters;
+  for (const auto& [column, comparison, number] : change.indexFilters)
+    filters.append(filters.empty() ? " WHERE " : " AND ")
+        .append(quotedName(column) + " ")
+        .append(comparison)
+        .append(" " + number);
+  return sql + columns + ")" + filters;
 }
 
 }  // namespace
