@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <new>
+
+#include "object/FaultSweep.h"
+
+namespace {
+
+/// Counts the allocations of the program and of the engine while it is armed, and refuses some.
+struct Memory {
+  bool armed = false;
+  bool forGood = false;  ///< those after the one that fails, too
+  long allocations = 0, failAt = 0;
+
+  bool refuses() {
+    if (!armed) return false;
+    ++allocations;
+    return forGood ? allocations >= failAt : allocations == failAt;
+  }
+};
+Memory memory;
+sqlite3_mem_methods engine;
+
+void* engineAllocates(int size) { return memory.refuses() ? nullptr : engine.xMalloc(size); }
+void* engineExtends(void* old, int size) { return memory.refuses() ? nullptr : engine.xRealloc(old, size); }
+
+/// Before the engine is used for the first time.
+[[maybe_unused]] const bool watchesEngine = [] {
+  sqlite3_config(SQLITE_CONFIG_GETMALLOC, &engine);
+  auto watched = engine;
+  watched.xMalloc = engineAllocates;
+  watched.xRealloc = engineExtends;
+  return sqlite3_config(SQLITE_CONFIG_MALLOC, &watched) == SQLITE_OK;
+}();
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  void* memoryGiven = memory.refuses() ? nullptr : std::malloc(size == 0 ? 1 : size);
+  if (!memoryGiven) throw std::bad_alloc();
+  return memoryGiven;
+}
+void operator delete(void* given) noexcept { std::free(given); }
+void operator delete(void* given, std::size_t) noexcept { std::free(given); }
+
+namespace object_tests {
+namespace {
+
+/// Elaborations of one card, each of which misses one allocation: every BUKORVAL_FAULT_STEP-th, one in 97 unless told
+/// otherwise.
+class OutOfMemory : public FaultSweep {
+ protected:
+  void SetUp() override {
+    db->Execute("UPDATE CG42_MOVCONT SET CG42_IMPVAL = CG42_IMPVAL + 1");
+    watch = std::make_unique<CommitWatch>(file.path());
+    committed = watch->version();
+  }
+
+  /// @return whether the run needed the allocation that was refused.
+  bool meets(long failAt, bool forGood) {
+    const auto bo = elaboration({1});
+    bo->DaScheda = bo->AScheda = "FIERE";
+    memory = {true, forGood, 0, failAt};
+    EXPECT_NO_THROW(bo->BdgElaSchede_Elaborazione()) << "allocation " << failAt;
+    memory.armed = false;
+    if (memory.allocations < failAt) {
+      EXPECT_EQ(outcome(*bo), "0 ");
+      EXPECT_NE(watch->version(), committed) << "the elaboration has something to write";
+      return false;
+    }
+    // The engine gets by without some of what it asks for.
+    if (bo->Stato() == 0) {
+      ++managed;
+      committed = watch->version();
+    } else {
+      EXPECT_EQ(bo->Stato(), 99) << bo->errore();
+      EXPECT_EQ(watch->version(), committed) << "allocation " << failAt << " left something: " << bo->errore();
+    }
+    EXPECT_NO_THROW(db->BeginTrans()) << "allocation " << failAt << " left a transaction open: " << bo->errore();
+    db->RollbackTrans();
+    return true;
+  }
+
+  std::unique_ptr<CommitWatch> watch;
+  int committed = 0, managed = 0;
+};
+
+TEST_F(OutOfMemory, LeavesAnOutcomeAndNothingElse) {
+  const char* given = std::getenv("BUKORVAL_FAULT_STEP");
+  const long step = given ? std::atol(given) : 97;
+  for (const bool forGood : {false, true}) {
+    long failed = 0;
+    for (long failAt = 1; meets(failAt, forGood) && !HasFailure(); failAt += step) ++failed;
+    EXPECT_GT(failed, 10);
+    std::cout << failed << " allocations failed" << (forGood ? " with all after them" : "") << ", " << managed
+              << " runs managed without\n";
+  }
+}
+
+}  // namespace
+}  // namespace object_tests
