@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "host/commands/Commands.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
+#include "host/output/SafeText.h"
 
 /// The one source that knows the library that parses command lines.
 namespace bukorval::host {
@@ -148,9 +150,13 @@ std::string commandText(int argc, const char* const* argv) {
 }
 
 int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
-  if (app.exit(error) == 0) return exitOk;
+  std::ostringstream told;
+  const int outcome = app.exit(error, std::cout, told);
+  std::cerr << safeText(told.str(), Lines::Keep);
+  if (outcome == 0) return exitOk;
   const auto rest = app.remaining();
-  if (error.get_name() == "RequiredError" && !rest.empty()) std::cerr << "Unknown command: " << rest.front() << '\n';
+  if (error.get_name() == "RequiredError" && !rest.empty())
+    std::cerr << "Unknown command: " << safeText(rest.front()) << '\n';
   return exitUsage;
 }
 

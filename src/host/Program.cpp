@@ -8,6 +8,8 @@
 #include "host/CommandLine.h"
 #include "host/environment/Environment.h"
 #include "host/environment/Errors.h"
+#include "host/environment/StandardStreams.h"
+#include "host/output/SafeText.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval::host {
@@ -15,7 +17,7 @@ namespace {
 
 int failed(int code, const char* message) {
   std::cout << std::flush;
-  std::cerr << "bukorval: " << message << '\n';
+  std::cerr << "bukorval: " << safeText(message, Lines::Keep) << '\n';
   return code;
 }
 
@@ -23,8 +25,11 @@ int failed(int code, const char* message) {
 
 int runProgram(int argc, const char* const* argv) noexcept {
   try {
+    prepareStandardStreams();
     Environment environment;
-    return runCommandLine(argc, argv, environment);
+    const int code = runCommandLine(argc, argv, environment);
+    flushOutput();
+    return code;
   } catch (const UsageError& e) {
     return failed(exitUsage, e.what());
   } catch (const dati::Failure& e) {

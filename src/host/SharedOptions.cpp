@@ -58,6 +58,9 @@ constexpr std::array kCommandUses{
     CommandUses{"unlock", Company},
     CommandUses{"history", Company},
     CommandUses{"undo", Company},
+    CommandUses{"check", Company},
+    CommandUses{"backup", 0},
+    CommandUses{"restore", 0},
     CommandUses{"call", Everything},
 };
 
@@ -185,6 +188,13 @@ std::vector<Option> outputOptions(SharedOptions& options) {
           {.flags = "--StringaConnessione,--connection",
            .help = "connection string, instead of a file: \"Provider=ODBC;Driver=...;Server=...;Database=...\"",
            .target = &options.connectionString},
+          {.flags = "--wait",
+           .help = "seconds to wait for another run that writes the file",
+           .target = &options.wait,
+           .showDefault = true,
+           .valueName = "SECONDS",
+           .excludes = "--connection",
+           .range = {{0, 600}}},
           {.flags = "-f,--format",
            .help = formatHelp(),
            .target = &options.format,

@@ -1,5 +1,8 @@
 #include "sqlite/Handle.h"
 
+#include <system_error>
+
+#include "sqlite/file/LockHolder.h"
 #include "values/Errore.h"
 
 namespace sqlite {
@@ -18,7 +21,51 @@ std::string describeNull(std::string_view where) {
          std::string(where.substr(0, point)) + "'; column does not allow nulls";
 }
 
+/// Who holds the file, and how long this connection has waited for it.
+std::string describeBusy(sqlite3* database) {
+  const char* file = sqlite3_db_filename(database, "main");
+  const auto holder = file == nullptr ? std::string() : lockHolder(file, Holding::ForWriting);
+  std::string text = "The database is in use by " + (holder.empty() ? "another program" : holder);
+  const auto setting = prepare(database, "PRAGMA busy_timeout");
+  const auto seconds = sqlite3_step(setting.get()) == SQLITE_ROW ? sqlite3_column_int(setting.get(), 0) / 1000 : 0;
+  if (seconds > 0) text += "; waited " + std::to_string(seconds) + (seconds == 1 ? " second" : " seconds");
+  return text;
+}
+
+/// What remains of an extended code.
+constexpr int kPrimaryCode = 0xff;
+
+/// The system's last error on the log or the journal, 0 when there is none.
+int lastErrorOfLog(sqlite3* database) {
+  sqlite3_file* log = nullptr;
+  int reason = 0;
+  if (sqlite3_file_control(database, "main", SQLITE_FCNTL_JOURNAL_POINTER, &log) == SQLITE_OK && log && log->pMethods)
+    log->pMethods->xFileControl(log, SQLITE_FCNTL_LAST_ERRNO, &reason);
+  return reason;
+}
+
+/// The engine's text says little when the system refused something; and it forgets the reason of a failed commit.
+std::string withSystemReason(sqlite3* database, const char* text) {
+  int reason = sqlite3_system_errno(database);
+  if (reason == 0) reason = lastErrorOfLog(database);
+  return reason == 0 ? std::string(text) + " (" + sqlite3_errmsg(database) + ")"
+                     : std::string(text) + ": " + std::generic_category().message(reason);
+}
+
 }  // namespace
+
+Database open(const std::string& file, int flags) {
+  // What begins with a slash or a point is the name of a file to the engine, whatever follows.
+  const bool name = (flags & (SQLITE_OPEN_URI | SQLITE_OPEN_MEMORY)) == 0 && !file.starts_with('/');
+  const std::string address = (name ? "./" : "") + file;
+  sqlite3* raw = nullptr;
+  const int outcome =
+      sqlite3_open_v2(address.c_str(), &raw, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  Database database(raw);
+  if (!raw) throw values::Errore("Out of memory");
+  if (outcome != SQLITE_OK) throwFailure(raw);
+  return database;
+}
 
 std::string describeFailure(sqlite3* database) {
   const std::string_view message = sqlite3_errmsg(database);
@@ -33,10 +80,15 @@ std::string describeFailure(sqlite3* database) {
     case SQLITE_CONSTRAINT_CHECK: return "The statement conflicted with the CHECK constraint " + where;
     default: break;
   }
-  switch (sqlite3_errcode(database)) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED: return "The database is in use by another program (" + std::string(message) + ")";
+  switch (sqlite3_errcode(database) & kPrimaryCode) {
+    case SQLITE_BUSY: return describeBusy(database);
+    case SQLITE_LOCKED: return "The table is in use by another statement (" + std::string(message) + ")";
+    case SQLITE_AUTH:
     case SQLITE_READONLY: return "The database is open for reading only";
+    case SQLITE_CANTOPEN: return withSystemReason(database, "The database cannot be opened");
+    case SQLITE_IOERR: return withSystemReason(database, "The database cannot be read or written");
+    case SQLITE_FULL: return "The disk is full";
+    case SQLITE_CORRUPT: return "The database is damaged (" + std::string(message) + ")";
     case SQLITE_NOTADB: return "The file is not a database of this provider";
     default: return std::string(message);
   }

@@ -17,6 +17,10 @@ struct FinalizeStatement {
 using Database = std::unique_ptr<sqlite3, CloseDatabase>;
 using Prepared = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
+/// Opens a file as it is. Throws values::Errore with the reason.
+/// @param flags  the engine's, SQLITE_OPEN_…
+Database open(const std::string& file, int flags);
+
 /// The engine's last failure in a user's words: the table and column of a broken constraint, who holds the file.
 std::string describeFailure(sqlite3* database);
 [[noreturn]] void throwFailure(sqlite3* database);

@@ -1,16 +1,14 @@
 #include "sqlite/SqliteConnection.h"
 
-#include <filesystem>
 #include <utility>
 
 #include "ado/Messages.h"
-#include "ado/connection/ConnectionString.h"
+#include "sqlite/ConnectionWords.h"
 #include "sqlite/SessionTracker.h"
 #include "sqlite/emitter/Translate.h"
 #include "sqlite/functions/Functions.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
-#include "values/Text.h"
 
 namespace sqlite {
 
@@ -20,51 +18,19 @@ namespace {
 
 using values::Errore;
 
-constexpr int kBusyTimeoutMilliseconds = 5000;
 /// More than the distinct statements of the whole system.
 constexpr std::size_t kCachedPlans = 256;
 constexpr std::int32_t kModeRead = 1;
 
-bool isTrue(const std::string& entry) {
-  return values::compareText(entry, "true") == 0 || values::compareText(entry, "yes") == 0 || entry == "1";
-}
-
-int openFlags(const Connection& connection, const std::string& file) {
-  const auto& text = connection.ConnectionString;
-  const bool readOnly = connection.Mode == kModeRead || values::compareText(connectionEntry(text, "Mode"), "read") == 0;
-  const int common = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
-  if (file == ":memory:") return common | SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY;
-  const bool create = isTrue(connectionEntry(text, "Create"));
-  std::error_code ignored;
-  if (!create && !std::filesystem::exists(file, ignored)) {
-    throw Errore("Cannot open the database file '" + file + "': it does not exist (Create=True makes a new one)");
-  }
-  if (readOnly) return common | SQLITE_OPEN_READONLY;
-  return common | SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
-}
-
-Database openFile(const std::string& file, int flags) {
-  sqlite3* raw = nullptr;
-  const int outcome = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);
-  Database database(raw);
-  if (outcome != SQLITE_OK) {
-    throw Errore("Cannot open the database file '" + file + "': " + (raw ? sqlite3_errmsg(raw) : "out of memory"));
-  }
-  return database;
-}
-
-void configure(sqlite3* database) {
-  sqlite3_busy_timeout(database, kBusyTimeoutMilliseconds);
+void configure(sqlite3* database, const ConnectionWords& words) {
+  sqlite3_busy_timeout(database, words.busyTimeout * 1000);
   // A misspelt name between double quotes must be an error, not a text.
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   run(database, "PRAGMA foreign_keys = ON");
   run(database, "PRAGMA temp_store = MEMORY");
   run(database, "PRAGMA cache_size = -65536");
-  if (sqlite3_db_readonly(database, "main") == 0) {
-    run(database, "PRAGMA journal_mode = WAL");
-    run(database, "PRAGMA synchronous = NORMAL");
-  }
+  run(database, words.synchronous);
 }
 
 }  // namespace
@@ -77,17 +43,19 @@ SqliteConnection::~SqliteConnection() {
 
 void SqliteConnection::Open(std::string_view, std::string_view, std::int32_t) {
   if (database_) throw Errore(kObjectOpen);
-  const std::string file = connectionEntry(ConnectionString, "Data Source");
-  if (file.empty()) throw Errore("The connection string names no Data Source");
-  auto database = openFile(file, openFlags(*this, file));
+  auto words = wordsOf(ConnectionString);
+  words.file.readOnly = words.file.readOnly || Mode == kModeRead;
+  Database database;
   try {
-    configure(database.get());
+    database = openFile(words.file);
+    configure(database.get(), words);
     registerFunctions(database.get());
     catalog_.emplace(database.get());
   } catch (const Errore& error) {
     catalog_.reset();
-    throw Errore("Cannot open the database file '" + file + "': " + error.what());
+    throw Errore("Cannot open the database file '" + words.file.file + "': " + error.what());
   }
+  writable_ = !words.file.readOnly && sqlite3_db_readonly(database.get(), "main") == 0;
   cache_.emplace(kCachedPlans);
   database_ = std::move(database);
   lastIdentity_.reset();
@@ -180,10 +148,11 @@ RecordsetPtr SqliteConnection::identityRow(const std::vector<tsql::ResultColumn>
 void SqliteConnection::BeginTrans() {
   requireOpen();
   if (inTransaction_) throw Errore("Cannot start more transactions on this session");
+  // A restore that was killed leaves the log away. Where others read the file, it stays away for now.
+  if (writable_) sqlite3_exec(database_.get(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
   // Every transaction here is serialisable, whatever IsolationLevel asks. The write lock is taken at once, so that
   // a second writer waits at its beginning and never fails halfway.
-  const bool writes = sqlite3_db_readonly(database_.get(), "main") == 0;
-  run(database_.get(), writes ? "BEGIN IMMEDIATE" : "BEGIN");
+  run(database_.get(), writable_ ? "BEGIN IMMEDIATE" : "BEGIN");
   inTransaction_ = true;
   schemaChangedInTransaction_ = false;
 }

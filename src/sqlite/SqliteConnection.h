@@ -19,11 +19,14 @@ namespace sqlite {
 ///
 /// Entries of the connection string:
 ///   Data Source=FILE   the database; ":memory:" for one that lives with the connection
-///   Create=True        make the file when it does not exist (otherwise a missing file is an error)
+///   Create=True        make the file when it does not exist or is empty (otherwise either is an error)
 ///   Mode=Read          open for reading only
+///   Busy Timeout=5     how many seconds, 0 to 600, to wait for another program that writes
+///   Synchronous=Full   what is committed outlives a power failure. Normal: the file stays whole, but may lack the last
+///                      commits. Off: a power failure may damage it
 ///
 /// The file keeps a write-ahead log: a process killed in the middle of a transaction leaves nothing of it, and what
-/// was committed stays. After a power failure the file is whole but may lack the last commits.
+/// was committed stays.
 class SqliteConnection : public ado::Connection {
  public:
   SqliteConnection() = default;
@@ -58,6 +61,7 @@ class SqliteConnection : public ado::Connection {
   Statistics statistics_;
   std::optional<std::int64_t> lastIdentity_;
   long stagePrefixes_ = 0;
+  bool writable_ = false;
   bool inTransaction_ = false;
   bool schemaChangedInTransaction_ = false;
 };

@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "Sets.h"
 #include "ado/connection/Connection.h"
 #include "ado/connection/ConnectionString.h"
 #include "support/RecordingConnection.h"
 
 namespace {
-
-using sets::errorOf;
 
 TEST(ConnectionString, FindsAnEntryWhateverItsDress) {
   constexpr std::string_view kText =

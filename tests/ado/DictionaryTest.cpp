@@ -1,12 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "Sets.h"
 #include "ado/Dictionary.h"
 
 namespace {
-
-using values::Decimal;
-using values::Variant;
 
 TEST(Dictionary, KeysAreTextByCaseAndNumbersByValue) {
   ado::Dictionary sites;
@@ -15,7 +10,7 @@ TEST(Dictionary, KeysAreTextByCaseAndNumbersByValue) {
   EXPECT_EQ(sites.Keys(), keys);
   for (const auto& same : {Variant(std::int16_t{1}), Variant(1.0), Variant(Decimal::FromScaled(100, 2))}) {
     EXPECT_EQ(sites.Item(same), Variant(2));
-    EXPECT_EQ(sets::errorOf([&] { sites.Add(same, 0); }),
+    EXPECT_EQ(errorOf([&] { sites.Add(same, 0); }),
               "This key is already associated with an element of this collection");
   }
   EXPECT_FALSE(sites.Exists(1.5));
@@ -32,7 +27,7 @@ TEST(Dictionary, KeepsTheOrderThroughChangesAndRemovals) {
   EXPECT_EQ(periods.Keys(), (std::vector<Variant>{1, 3, 4, 2}));
   EXPECT_EQ(periods.Items(), (std::vector<Variant>{10, 33, 40, 22}));
   for (std::size_t i = 0; i < periods.Count(); ++i) EXPECT_EQ(periods.Item(periods.Keys()[i]), periods.Items()[i]) << i;
-  EXPECT_EQ(sets::errorOf([&] { periods.Remove(9); }), "Element not found");
+  EXPECT_EQ(errorOf([&] { periods.Remove(9); }), "Element not found");
   periods.RemoveAll();
   EXPECT_EQ(periods.Count(), 0U);
   EXPECT_FALSE(periods.Exists(1));

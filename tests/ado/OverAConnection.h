@@ -1,15 +1,9 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <ostream>
-#include <string>
-#include <string_view>
 
 #include "ado/connection/Connection.h"
-#include "values/Conversion.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
 /// A connection of some provider, and short ways to talk to it.
 namespace provider_cases {

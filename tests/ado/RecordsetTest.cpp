@@ -1,15 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "Sets.h"
 #include "ado/recordset/Recordset.h"
 
 namespace {
 
-using sets::add;
-using sets::column;
-using sets::errorOf;
-using sets::make;
-using values::Variant;
+using sets::add, sets::column, sets::make;
 
 constexpr const char* kNoRow =
     "Either BOF or EOF is True, or the current record has been deleted. "
@@ -183,23 +177,6 @@ TEST(Recordset, GetRowsReadsFromTheCurrentRowToTheEnd) {
   EXPECT_TRUE(set->Eof());
   set->Filter("N > 3");
   EXPECT_EQ(set->GetRows(), (std::vector<std::vector<Variant>>{{4, 5}, {"pari", "dispari"}}));
-}
-
-TEST(Recordset, RowsAppendedByAProviderAppearInEveryView) {
-  const auto set = numbers(1);
-  const auto filtered = set->Clone();
-  filtered->Filter("N >= 2");
-  EXPECT_TRUE(filtered->Eof() && filtered->Bof());
-  for (int i = 2; i <= 100; ++i) {
-    const auto cells = set->AppendRow();
-    EXPECT_TRUE(cells[1].isNull());
-    cells[0] = i;
-  }
-  EXPECT_EQ(set->RecordCount(), 100);
-  EXPECT_EQ(filtered->RecordCount(), 99);
-  filtered->MoveFirst();
-  EXPECT_EQ((*filtered)["N"].Value(), Variant(2));
-  EXPECT_EQ((*set)["N"].Value(), Variant(1));
 }
 
 }  // namespace

@@ -1,16 +1,7 @@
 #pragma once
 
-#include <cstdint>
-#include <functional>
-#include <memory>
-#include <random>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "ado/recordset/Recordset.h"
-#include "values/Conversion.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
 /// Small sets and ways to look at them.
 namespace sets {
@@ -50,16 +41,6 @@ inline std::string column(ado::Recordset& set, std::string_view name) {
   const auto& field = set[name];
   for (set.MoveFirst(); !set.Eof(); set.MoveNext()) text += (text.empty() ? "" : ",") + shown(field.Value());
   return text;
-}
-
-/// The error that an action raises; "" when it raises none.
-inline std::string errorOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const values::Errore& error) {
-    return error.what();
-  }
-  return "";
 }
 
 }  // namespace sets

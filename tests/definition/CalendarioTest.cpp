@@ -1,20 +1,12 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include "definition/Calendario.h"
+#include "support/Expected.h"
 #include "support/FakeYears.h"
-#include "support/InOut.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
-namespace bukorval {
 namespace {
 
-using testing_support::FakeYears;
-using values::Date;
-using values::Variant;
+using namespace bukorval;
+using testing_support::expected, testing_support::FakeYears;
 
 Variant date(std::string_view text) { return text.empty() ? Variant() : Variant(*Date::TryParse(text)); }
 
@@ -57,10 +49,10 @@ TEST_F(CalendarioTest, GivesEveryMonthItsPeriod) {
 TEST_F(CalendarioTest, KeepsABudgetWithinTwelveMonths) {
   // 18 months; a short year; a leap day; 13 months, cut on the leap day and before it; 13 months touched; 11.
   for (const auto& [year, budget] :
-       testing_support::inOut({"20240101 20241231 > 20240101 20241231", "20230701 20241231 > 20230701 20240630",
-                               "20240701 20241231 > 20240701 20241231", "20230301 20240229 > 20230301 20240229",
-                               "20230301 20240331 > 20230301 20240229", "20220301 20230331 > 20220301 20230228",
-                               "20230115 20240114 > 20230101 20231231", "20230115 20231214 > 20230115 20231214"})) {
+       inOut({"20240101 20241231 => 20240101 20241231", "20230701 20241231 => 20230701 20240630",
+              "20240701 20241231 => 20240701 20241231", "20230301 20240229 => 20230301 20240229",
+              "20230301 20240331 => 20230301 20240229", "20220301 20230331 => 20220301 20230228",
+              "20230115 20240114 => 20230101 20231231", "20230115 20231214 => 20230115 20231214"})) {
     SCOPED_TRACE(year);
     FakeYears::year(year.substr(0, 8), year.substr(9));
     Variant first = "before", last = "before";
@@ -130,10 +122,10 @@ TEST_F(CalendarioTest, LabelsPeriods) {
                         {46968, "Quadrimestre"}, {51899, "Semestre"}, {6537, "Anno"}};
   FakeYears::year("20230701", "20240630");
   // Periodicity, calendar year, period.
-  for (const auto& [question, label] : testing_support::inOut(
-           {"0 1 1 > Gennaio", "0 0 1 > Luglio", "0 0 6 > Dicembre", "0 0 7 > Gennaio", "0 0 12 > Giugno", "0 1 2 > ",
-            "0 1 0 > ", "0 1 13 > ", "1 0 3 > 3° Bimestre", "2 0 4 > 4° Trimestre", "3 1 2 > 2° Quadrimestre",
-            "4 0 1 > 1° Semestre", "5 0 1 > Anno", "6 0 1 > ", "9 1 1 > "}))
+  for (const auto& [question, label] :
+       inOut({"0 1 1 => Gennaio", "0 0 1 => Luglio", "0 0 6 => Dicembre", "0 0 7 => Gennaio", "0 0 12 => Giugno",
+              "0 1 2 => ", "0 1 0 => ", "0 1 13 => ", "1 0 3 => 3° Bimestre", "2 0 4 => 4° Trimestre",
+              "3 1 2 => 2° Quadrimestre", "4 0 1 => 1° Semestre", "5 0 1 => Anno", "6 0 1 => ", "9 1 1 => "}))
     EXPECT_EQ(calendar.GetDescrizionePeriodo(1, static_cast<BdgPeriodicita>(question[0] - '0'), question[2] - '0',
                                              static_cast<std::int16_t>(std::stoi(question.substr(4))), 2024, 1),
               label)
@@ -157,20 +149,11 @@ TEST_F(CalendarioTest, NeverReportsAFailureForALabel) {
 }
 
 TEST_F(CalendarioTest, DescribesAccountsOfEveryChartKind) {
-  const char* texts[] = {
-      " SELECT CASE WHEN CG39_DESCR IS NULL \r\n             THEN CG24_DESCR \r\n             ELSE CG39_DESCR \r\n"
-      "        END AS DESCRIZIONECONTO \r\n FROM  CG24_TABPDC WITH (NOLOCK) \r\n"
-      "      LEFT OUTER JOIN CG39_PRSDESPDC WITH (NOLOCK) \r\n      ON CG39_DITTA_CG18 = 7\r\n"
-      "      AND CG39_GRUPPO_CG10 = CG24_GRUPPO_CG10 \r\n      AND CG39_CONTO_CG24 = CG24_CONTO \r\n"
-      " WHERE CG24_GRUPPO_CG10 = 2\r\n AND   CG24_CONTO = '6001'\r\n",
-      " SELECT CG23_DESCR AS DESCRIZIONECONTO \r\n FROM   CG23_RICLBILCEE WITH (NOLOCK) \r\n"
-      " WHERE  CG23_CODICE_CG21 = 2\r\n AND    CG23_CODICE = '6001'\r\n",
-      " SELECT PC03_DESCR AS DESCRIZIONECONTO \r\n FROM   PC03_ANAGPDC WITH (NOLOCK) \r\n"
-      " WHERE  PC03_CODICE_PC01 = 2\r\n AND    PC03_CONTO = '6001'\r\n"};
+  const char* names[] = {"conti_generali", "conti_di_bilancio", "conti_analitici"};
   for (BdgTipoPdc kind = 1; kind <= 3; ++kind) {
     answer({"DESCRIZIONECONTO"}, {{"Salari"}});
     EXPECT_EQ(calendar.GetDescrizioneConto(7, kind, 2, "6001"), Variant("Salari"));
-    EXPECT_EQ(db->texts.back(), texts[kind - 1]);
+    EXPECT_EQ(db->texts.back(), expected("definition/expected/" + std::string(names[kind - 1]) + ".sql"));
   }
   answer({"DESCRIZIONECONTO"}, {});
   EXPECT_TRUE(calendar.GetDescrizioneConto(7, 1, 2, "6001").isEmpty());
@@ -193,4 +176,3 @@ TEST_F(CalendarioTest, ReadsTheProgressiveOfAYear) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,16 +1,11 @@
-#include <gtest/gtest.h>
-
 #include "definition/CaricaDatiBudget.h"
 #include "support/FakeYears.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing_support::FakeYears;
-using values::Date;
-using values::Variant;
 
 struct Setting {
   std::string column;
@@ -112,4 +107,3 @@ TEST_F(CaricaDatiTest, StopsAtTheFirstFailureAndKeepsItsName) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,12 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <fstream>
-#include <map>
 #include <regex>
-#include <set>
 
 #include "definition/Colonne.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
 namespace {
 

@@ -1,14 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <set>
-
 #include "definition/Descrizioni.h"
 #include "support/TestContext.h"
 
 namespace {
 
 using namespace bukorval;
-using values::Variant;
 
 TEST(Descrizioni, EveryCodeHasWordsOfItsOwnInBothForms) {
   testing_support::TestContext context;

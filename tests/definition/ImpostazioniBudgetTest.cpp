@@ -1,18 +1,11 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include "definition/ImpostazioniBudget.h"
+#include "support/Expected.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
-namespace bukorval {
 namespace {
 
-using testing::IsEmpty;
-using testing_support::TestContext;
-using values::Variant;
+using namespace bukorval;
+using testing::IsEmpty, testing_support::TestContext;
 
 std::string yes(bool value) { return value ? "yes" : "no"; }
 
@@ -161,18 +154,10 @@ TEST(ImpostazioniBudget, CallsABudgetHeadersOnlyWhenItHasCardsAndNoDetail) {
 }
 
 TEST(ImpostazioniBudget, LooksForDataWhereThePropertyTipoBudgetKeepsThem) {
-  const std::string investments =
-      " SELECT TOP 1 BU04_IDBUDGINV \r\n FROM  BU04_BUDGINVEST WITH(NOLOCK) \r\n WHERE BU04_INDTIPO_BU01 = 6\r\n"
-      " AND   BU04_SOTTOTIPO_BU01 = 'A'\r\n";
-  const std::string generalExpenses =
-      " SELECT TOP 1 BU08_IDTESBUDCG \r\n FROM  BU08_TESBUDCOSGEN WITH(NOLOCK) \r\n WHERE BU08_INDTIPO_BU01 = 6\r\n"
-      " AND   BU08_SOTTOTIPO_BU01 = 'A'\r\n";
-  const std::string cards =
-      " SELECT BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 \r\n FROM BU65_TESBUDGET WITH (NOLOCK) \r\n"
-      " WHERE BU65_INDTIPO_BU01 = 6\r\n   AND BU65_SOTTOTIPO_BU01 = 'A'\r\n";
-  const std::string cardsOfTheCompany =
-      " SELECT BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01 \r\n FROM  BU65_TESBUDGET WITH (NOLOCK) \r\n"
-      " WHERE BU65_INDTIPO_BU01 = 6\r\n AND   BU65_SOTTOTIPO_BU01 = 'A'\r\n AND   BU65_DITTA_CG18 = 7\r\n";
+  const auto text = [](const std::string& name) {
+    return testing_support::expected("definition/expected/" + name + ".sql");
+  };
+  const auto investments = text("investimenti"), generalExpenses = text("spese_generali"), cards = text("schede");
   for (BdgTipo kept = 0; kept <= 9; ++kept) {
     SCOPED_TRACE(kept);
     TestContext budget(kept);
@@ -180,7 +165,8 @@ TEST(ImpostazioniBudget, LooksForDataWhereThePropertyTipoBudgetKeepsThem) {
     budget.answer({"A"}, {{1}});
     budget.answer({"A"}, {});
     EXPECT_TRUE(settings.GetIsBudgetValorizzatoDitta(7, 6, "A"));
-    EXPECT_EQ(budget.db->texts[0], kept == 2 ? investments + " AND   BU04_DITTA_CG18 = 7\r\n" : cardsOfTheCompany);
+    EXPECT_EQ(budget.db->texts[0],
+              kept == 2 ? investments + " AND   BU04_DITTA_CG18 = 7\r\n" : text("schede_di_ditta"));
     EXPECT_FALSE(settings.GetIsBudgetValorizzato(6, "A"));
     EXPECT_EQ(budget.db->texts[1], kept == 2 ? investments : kept == 4 ? generalExpenses : cards);
   }
@@ -233,4 +219,3 @@ TEST(ImpostazioniBudget, FindsElementsOnSlotBoundariesOnly) {
 }
 
 }  // namespace
-}  // namespace bukorval

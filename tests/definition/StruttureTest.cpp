@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "definition/Strutture.h"
 #include "support/TestContext.h"
 
 namespace {
 
-using bukorval::Strutture;
-using testing_support::TestContext;
-using values::Variant;
+using bukorval::Strutture, testing_support::TestContext;
 
 /// A definition as the three readings behind a field list find it.
 void define(TestContext& budget, const Variant& structure, int perSite, int chartKind = 1) {

@@ -1,14 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "dupschede/DateDuplicazione.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
-namespace bukorval {
 namespace {
 
-using values::Date;
-using values::Variant;
+using namespace bukorval;
 
 TEST(DateDuplicazione, DatesKeepTheirPlaceInTheYear) {
   const struct {
@@ -35,4 +30,3 @@ TEST(DateDuplicazione, DatesKeepTheirPlaceInTheYear) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "elaeco/FakeSituation.h"
 #include "elaeco/PopolaSaldi.h"
 #include "elaeco/ScriviBudget.h"
@@ -12,15 +8,11 @@
 
 namespace elaeco_tests {
 
-using values::Variant;
-
 /// The small company's budgets of type 5 in 2025: subtype 01 is quarterly on general-ledger accounts; 02 and 03 are on
 /// the charts that these are carried to.
 struct Company : testing_support::TestContext {
   FakeSituation situation;
   ado::ConnectionPtr database = testing_support::smallCompany();
-  std::vector<std::string> events;  ///< the progress events
-
   Company() : TestContext(5) {
     database->Execute(
         "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA, BU01_INDPERIODO, BU01_INDTIPOPDC,"
@@ -35,11 +27,7 @@ struct Company : testing_support::TestContext {
     months(values::Date::FromYmd(2025, 1, 1), values::Date::FromYmd(2025, 12, 31));
     prop.TipoMovimenti = "1 = 1";
     prop.TipoScostamento = bukorval::bdgScostamentoNessuno;
-    eventi.BeginProcess = [this](Variant& text, Variant& steps) {
-      events.push_back(values::toPlainText(text) + " " + values::toPlainText(steps));
-    };
-    eventi.StepProcess = [this](Variant& step) { events.push_back(values::toPlainText(step)); };
-    eventi.EndProcess = [this] { events.push_back("end"); };
+    keepEvents();
   }
 
   void periodicity(int code) {

@@ -1,26 +1,21 @@
 #pragma once
 
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include "suite/Suite.h"
-#include "values/Conversion.h"
+#include "support/RecordingConnection.h"
+#include "support/Test.h"
 
 namespace elaeco_tests {
 
 /// One account's balance as the situation gives it, in one of its two columns.
 struct Balance {
-  values::Variant account, assets, liabilities;
+  Variant account, assets, liabilities;
 };
 
 inline Balance debit(const char* account, const char* amount) {
-  return {account, values::toDecimal(amount, '.'), values::Variant::Null()};
+  return {account, values::toDecimal(amount, '.'), Variant::Null()};
 }
 inline Balance credit(const char* account, const char* amount) {
-  return {account, values::Variant::Null(), values::toDecimal(amount, '.')};
+  return {account, Variant::Null(), values::toDecimal(amount, '.')};
 }
 
 /// Stands for the accounting situation as long as it lives: keeps what each call was given and answers month by month.
@@ -70,23 +65,14 @@ class FakeSituation {
 
    private:
     static ado::RecordsetPtr rows(const std::vector<Balance>& balances) {
-      auto set = std::make_shared<ado::Recordset>();
-      for (const char* field : {"conto", "ATTIVITA", "PASSIVITA"})
-        set->Fields().Append(field, ado::adVariant, 0, ado::adFldIsNullable);
-      set->Open();
-      for (const auto& balance : balances) {
-        auto cells = set->AppendRow();
-        cells[0] = balance.account;
-        cells[1] = balance.assets;
-        cells[2] = balance.liabilities;
-      }
-      if (!balances.empty()) set->MoveFirst();
-      return set;
+      std::vector<std::vector<Variant>> cells;
+      for (const auto& balance : balances) cells.push_back({balance.account, balance.assets, balance.liabilities});
+      return testing_support::rows({"conto", "ATTIVITA", "PASSIVITA"}, cells);
     }
 
     std::string properties() const {
       std::string text = std::string(Connection ? "Connection;" : "") + "ConnectionString=" + ConnectionString + ";";
-      const auto add = [&](const char* name, const values::Variant& value) {
+      const auto add = [&](const char* name, const Variant& value) {
         if (!value.isEmpty()) text += std::string(name) + "=" + values::toPlainText(value) + ";";
       };
 #define BUKORVAL_ADD(NAME) add(#NAME, NAME)

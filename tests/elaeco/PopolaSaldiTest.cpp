@@ -1,20 +1,14 @@
 // From the component's balances to the proposed rows.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <set>
 
 #include "elaeco/Company.h"
 #include "elaeco/InsiemiSaldi.h"
 #include "elaeco/PopolaSaldi.h"
 #include "support/FaultConnection.h"
 
-namespace elaeco_tests {
 namespace {
 
-using testing::ElementsAre;
-using testing_support::rows;
-using values::Date;
+using namespace elaeco_tests;
+using testing::ElementsAre, testing_support::rows;
 
 TEST(PopolaSaldi, EveryAccountHasARowForEveryPeriodInTheOrderItAppeared) {
   Company company;
@@ -205,4 +199,3 @@ TEST(PopolaSaldi, DistinctValuesAreThoseTheFilterShows) {
 }
 
 }  // namespace
-}  // namespace elaeco_tests

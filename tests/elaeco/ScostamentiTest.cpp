@@ -1,15 +1,10 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "elaeco/Scostamenti.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing_support::rows;
-using values::Variant;
 
 struct Deviations : testing::Test, testing_support::TestContext {
   Deviations() {
@@ -107,4 +102,3 @@ TEST_F(Deviations, TheParentOfAnAccountIsOneLevelUp) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,13 +1,10 @@
 // What the accounting situation component is given, month by month, and what its failures become.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "elaeco/Company.h"
 
-namespace elaeco_tests {
 namespace {
 
-using values::Date;
+using namespace elaeco_tests;
 
 TEST(SituazioneMese, EveryPropertyReachesTheComponent) {
   Company company;
@@ -45,44 +42,22 @@ TEST(SituazioneMese, EveryPropertyReachesTheComponent) {
 }
 
 TEST(SituazioneMese, MonthsRunFromTheFirstDateToTheLast) {
-  const struct {
-    const char* name;
-    int year;
-    Date from, to;
-    bool adjustments;
-    std::vector<std::string> expected;
-  } cases[] = {
-      {"one month", 2025, Date::FromYmd(2024, 2, 10), Date::FromYmd(2024, 2, 29), false, {"20240201-20240229"}},
-      {"cut at the last date, over the turn of the year",
-       2025,
-       Date::FromYmd(2024, 11, 30),
-       Date::FromYmd(2025, 2, 15),
-       false,
-       {"20241101-20241130", "20241201-20241231", "20250101-20250131", "20250201-20250215"}},
-      {"adjustments follow the movements' last month",
-       2025,
-       Date::FromYmd(2025, 11, 1),
-       Date::FromYmd(2025, 12, 31),
-       true,
-       {"20251101-20251130", "20251201-20260131"}},
-      {"and no other month", 2025, Date::FromYmd(2025, 6, 1), Date::FromYmd(2025, 6, 30), true, {"20250601-20250630"}},
-      {"in the movements' year, whatever the budget's",
-       2024,
-       Date::FromYmd(2025, 6, 1),
-       Date::FromYmd(2025, 6, 30),
-       true,
-       {"20250601-20250731"}},
-      {"reversed", 2025, Date::FromYmd(2025, 6, 1), Date::FromYmd(2025, 5, 31), false, {}},
-  };
-  for (const auto& c : cases) {
+  // The movements' year, the dates and whether adjustments are wanted. These follow the last month of the movements'
+  // year and no other, whatever the budget's year.
+  for (const auto& [question, expected] :
+       inOut({"2025 20240210 20240229 0 => 20240201-20240229 ",
+              "2025 20241130 20250215 0 => 20241101-20241130 20241201-20241231 20250101-20250131 20250201-20250215 ",
+              "2025 20251101 20251231 1 => 20251101-20251130 20251201-20260131 ",
+              "2025 20250601 20250630 1 => 20250601-20250630 ", "2024 20250601 20250630 1 => 20250601-20250731 ",
+              "2025 20250601 20250531 0 => "})) {
     Company company;
-    company.prop.AnnoEsercizioMovimenti = c.year;
-    company.months(c.from, c.to);
-    company.prop.GestioneRettifiche = c.adjustments;
-    ASSERT_TRUE(company.propose()) << c.name << ": " << company.outcome();
-    std::vector<std::string> days;
-    for (const auto& call : company.situation.calls) days.push_back(call.days);
-    EXPECT_EQ(days, c.expected) << c.name;
+    company.prop.AnnoEsercizioMovimenti = question.substr(0, 4);
+    company.months(*Date::TryParse(question.substr(5, 8)), *Date::TryParse(question.substr(14, 8)));
+    company.prop.GestioneRettifiche = question.back() == '1';
+    ASSERT_TRUE(company.propose()) << question << ": " << company.outcome();
+    std::string days;
+    for (const auto& call : company.situation.calls) days += call.days + " ";
+    EXPECT_EQ(days, expected) << question;
   }
 }
 
@@ -133,4 +108,3 @@ TEST(SituazioneMese, AFailureOfTheComponentIsToldInItsWordsAndLeavesNoRows) {
 }
 
 }  // namespace
-}  // namespace elaeco_tests

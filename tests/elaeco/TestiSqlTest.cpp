@@ -1,16 +1,14 @@
 // The whole texts of the economic elaboration's statements.
-#include <gtest/gtest.h>
 
 #include "elaeco/DettagliEsistenti.h"
 #include "elaeco/InsiemiSaldi.h"
 #include "elaeco/Riclassificazione.h"
+#include "support/Expected.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
-namespace elaeco_tests {
 namespace {
 
-using values::Variant;
+using testing_support::expected;
 
 struct Selected : testing_support::TestContext {
   Selected(bukorval::BdgTipoPdc chartKind, int chart) : TestContext(5) {
@@ -26,11 +24,7 @@ struct Selected : testing_support::TestContext {
 };
 
 TEST(TestiElaEco, ExistingDetailsOfEveryChartKind) {
-  const std::string start =
-      " SELECT * \r\n FROM   BU65_TESBUDGET WITH (NOLOCK) \r\n INNER  JOIN BU66_DETBUDGET WITH (NOLOCK) \r\n"
-      "    ON  BU66_ID_BU65 = BU65_ID \r\n WHERE  BU65_DITTA_CG18 = 7\r\n AND    BU65_INDTIPO_BU01 = 5\r\n"
-      " AND    BU65_SOTTOTIPO_BU01 = 'A '\r\n AND    BU65_ANNO = 2025\r\n AND    BU65_PROGESER = 2\r\n"
-      " AND    BU66_TIPO = 3\r\n";
+  const auto start = expected("elaeco/expected/dettagli_esistenti.sql");
   const struct {
     bukorval::BdgTipoPdc chartKind;
     int chart;
@@ -62,24 +56,9 @@ std::pair<std::string, ado::RecordsetPtr> carry(Selected& budget, const std::vec
 }
 
 TEST(TestiElaEco, ReclassificationLinksOfBothKinds) {
-  Selected scheme(2, 9);
-  EXPECT_EQ(
-      carry(scheme, {}).first,
-      " SELECT CG24_CONTO AS CONTOCOGE, \r\n        CG20_INDSEGNO AS SEGNO, \r\n        CG23_CODICE AS CONTORICL, \r\n"
-      "        CG23_DESCR AS DESCRRICL \r\n FROM   CG24_TABPDC WITH (NOLOCK) \r\n"
-      " LEFT OUTER JOIN CG20_COLLPDCRICL WITH (NOLOCK) \r\n      ON CG20_GRUPPO_CG10 = CG24_GRUPPO_CG10 \r\n"
-      "      AND CG20_CONTO_CG24 = CG24_CONTO \r\n      AND CG20_CODICE_CG21 = 9\r\n"
-      " LEFT OUTER JOIN CG23_RICLBILCEE WITH (NOLOCK) \r\n      ON CG23_CODICE_CG21 = CG20_CODICE_CG21 \r\n"
-      "      AND CG23_CODICE = CG20_CODICE_CG23 \r\n WHERE CG24_GRUPPO_CG10 = 4\r\n AND   CG24_INDTIPOCONTO = 2 ");
-  Selected analytic(3, 8);
-  EXPECT_EQ(
-      carry(analytic, {}).first,
-      " SELECT CG24_CONTO AS CONTOCOGE, \r\n        CG83_INDSEGNO AS SEGNO, \r\n        PC03_CONTO AS CONTORICL, \r\n"
-      "        PC03_DESCR AS DESCRRICL \r\n FROM CG24_TABPDC WITH (NOLOCK) \r\n"
-      " LEFT OUTER JOIN CG83_COLLRICL WITH (NOLOCK) \r\n      ON CG83_CODICE_CG10 = CG24_GRUPPO_CG10 \r\n"
-      "      AND CG83_CONTO_CG24 = CG24_CONTO \r\n      AND CG83_CODICERICL_PC01 = 8\r\n"
-      " LEFT OUTER JOIN PC03_ANAGPDC WITH (NOLOCK) \r\n      ON PC03_CODICE_PC01 = CG83_CODICERICL_PC01 \r\n"
-      "      AND PC03_CONTO = CG83_CONTORICL_PC03 \r\n WHERE CG24_GRUPPO_CG10 = 4\r\n AND CG24_INDTIPOCONTO = 2 ");
+  Selected scheme(2, 9), analytic(3, 8);
+  EXPECT_EQ(carry(scheme, {}).first, expected("elaeco/expected/legami_schema.sql"));
+  EXPECT_EQ(carry(analytic, {}).first, expected("elaeco/expected/legami_analitici.sql"));
 }
 
 TEST(TestiElaEco, LinksThatLeadNowhereDropTheBalance) {
@@ -98,4 +77,3 @@ TEST(TestiElaEco, LinksThatLeadNowhereDropTheBalance) {
 }
 
 }  // namespace
-}  // namespace elaeco_tests

@@ -1,11 +1,9 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "elaschede/ContiAnalitici.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 TEST(ContiAnalitici, TheTailOfTheCodeStructureDecides) {
   const struct {
@@ -43,4 +41,3 @@ TEST(ContiAnalitici, TheLastParentEndsWithTheLastLevelThatSaysSomething) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,13 +1,10 @@
-#include <gtest/gtest.h>
-
 #include "elaschede/LivelliSchede.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing_support::TestContext;
-using values::Variant;
 
 TEST(LivelliSchede, ReadsTheCompanysNumberOfLevels) {
   const struct {
@@ -45,4 +42,3 @@ TEST(LivelliSchede, ComparesTheConfiguredLevels) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,20 +1,10 @@
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cstdint>
-#include <random>
-
 #include "elaschede/TotaliMovimenti.h"
 #include "support/DayShares.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
-namespace bukorval {
 namespace {
 
-using values::Date;
-using values::Decimal;
-using values::Variant;
+using namespace bukorval;
 
 /// What a movement adds to each calendar month, in cents.
 using Months = std::array<std::int64_t, 13>;
@@ -141,4 +131,3 @@ TEST(TotaliMovimenti, ARangeAcrossTheTurnOfTheYearIsEnteredDownwards) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
 #include "ado/connection/ConnectionString.h"
 #include "frame/Connessione.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 /// What a provider was given when it was opened.
 struct Opening {
@@ -67,4 +66,3 @@ TEST_F(Connessione, OpensOnceWithItsSettingsAndKeepsNoneThatFailed) {
 }
 
 }  // namespace
-}  // namespace bukorval

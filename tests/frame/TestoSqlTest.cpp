@@ -1,16 +1,13 @@
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
 #include <limits>
 
 #include "frame/Fallimento.h"
 #include "frame/TestoSql.h"
-#include "values/Conversion.h"
-#include "values/Errore.h"
 
-namespace bukorval {
 namespace {
 
-using values::Variant;
+using namespace bukorval;
 
 Variant dec(std::string_view text) { return values::Decimal::TryParse(text).value(); }
 
@@ -62,19 +59,15 @@ TEST(TestoSql, WhatIsNoNumberIsRefusedWhereOneIsDue) {
 }
 
 TEST(TestoSql, AmountsAreExactOrRefused) {
-  const std::pair<Variant, const char*> rows[] = {{Variant::Null(), "NULL"},
-                                                  {Variant(), "NULL"},
-                                                  {"  ", "NULL"},
-                                                  {0, "0"},
-                                                  {"1234,50", "1234.50"},
-                                                  {"1.000", "1.000"},
-                                                  {"-0,5", "-0.5"},
-                                                  {"12.5", "12.5"},
-                                                  {0.1 + 0.2, "0.3"},
-                                                  {1e-7, "0.0000001"},
-                                                  {1e15, "1000000000000000"},
-                                                  {dec("999999999999999.99"), "999999999999999.99"}};
-  for (const auto& [value, text] : rows) EXPECT_EQ(valoreDecimale(value), text);
+  for (const Variant& none : {Variant::Null(), Variant(), Variant("  ")}) EXPECT_EQ(valoreDecimale(none), "NULL");
+  for (const auto& [value, text] : inOut({"1234,50 => 1234.50", "1.000 => 1.000", "-0,5 => -0.5", "12.5 => 12.5"}))
+    EXPECT_EQ(valoreDecimale(value), text);
+  const std::pair<Variant, const char*> numbers[] = {{0, "0"},
+                                                     {0.1 + 0.2, "0.3"},
+                                                     {1e-7, "0.0000001"},
+                                                     {1e15, "1000000000000000"},
+                                                     {dec("999999999999999.99"), "999999999999999.99"}};
+  for (const auto& [value, text] : numbers) EXPECT_EQ(valoreDecimale(value), text);
   for (const Variant& refused :
        {Variant("12 euro"), Variant("7.250,50"), Variant("1;DELETE"), Variant(true), Variant(1e300),
         Variant(values::Date::FromYmd(2011, 1, 1)), Variant(std::make_shared<values::Object>())})
@@ -82,4 +75,3 @@ TEST(TestoSql, AmountsAreExactOrRefused) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,13 +1,11 @@
-#include <gtest/gtest.h>
-
-#include <set>
 #include <stdexcept>
-#include <vector>
 
 #include "frame/Traccia.h"
+#include "support/Test.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 TEST(Identita, IdentifiersAreRandomAndMarkedSo) {
   std::set<std::string> seen;
@@ -39,4 +37,3 @@ TEST(Traccia, TheLinesOfAnInstanceCarryItsOneIdentifier) {
 }
 
 }  // namespace
-}  // namespace bukorval

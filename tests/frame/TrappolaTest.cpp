@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
 #include "frame/Processo.h"
 #include "frame/Trappola.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 class Trappola : public testing::Test, protected testing_support::TestContext {
  protected:
@@ -105,4 +104,3 @@ TEST_F(Trappola, MissingObjectsAreNamed) {
 }
 
 }  // namespace
-}  // namespace bukorval

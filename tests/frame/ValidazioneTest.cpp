@@ -1,14 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <map>
-
 #include "frame/Validazione.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
 
-using values::Variant;
+using namespace bukorval;
 
 /// What an operation asks for, by the label that messages give it; a text of movements stands for itself.
 const std::map<std::string, Variant Proprieta::*> kProperties = {
@@ -64,4 +59,3 @@ TEST(Validazione, AsksForEachPropertyInOrder) {
 }
 
 }  // namespace
-}  // namespace bukorval

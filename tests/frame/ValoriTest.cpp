@@ -1,12 +1,9 @@
-#include <gtest/gtest.h>
-
 #include "frame/Valori.h"
 #include "support/TestContext.h"
 
-namespace bukorval {
 namespace {
 
-using values::Variant;
+using namespace bukorval;
 
 Variant dec(std::string_view text) { return values::Decimal::TryParse(text).value(); }
 
@@ -148,4 +145,3 @@ TEST_F(Valori, NewIdentifiersNeverFail) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -1,17 +1,10 @@
-#include <gmock/gmock.h>
-
 #include "grid/GrigliaBudget.h"
 #include "grid/GrigliaPeriodi.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace {
 
-using bukorval::GrigliaBudget;
-using bukorval::GrigliaPeriodi;
-using testing_support::TestContext;
-using values::Decimal;
-using values::Variant;
+using bukorval::GrigliaBudget, bukorval::GrigliaPeriodi, testing_support::TestContext;
 
 /// A budget without structure, and what its definition is asked before the grid's own statement.
 struct Defined : TestContext {

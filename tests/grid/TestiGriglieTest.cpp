@@ -1,23 +1,14 @@
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <map>
 
 #include "grid/TestoGriglia.h"
 #include "grid/TestoPeriodi.h"
+#include "support/Expected.h"
 #include "support/TestContext.h"
 
 namespace {
 
-/// The text of tests/grid/expected/NAME.sql with its marks filled in and the line ends that are sent.
-std::string expected(const std::string& name, const std::map<std::string, std::string>& marks) {
-  std::ifstream file(std::string(BUKORVAL_SOURCE_DIR) + "/tests/grid/expected/" + name + ".sql");
-  EXPECT_TRUE(file.is_open()) << name;
-  std::string text, line;
-  while (std::getline(file, line)) text += line + "\r\n";
-  for (const auto& [mark, value] : marks)
-    for (auto at = text.find(mark); at != std::string::npos; at = text.find(mark)) text.replace(at, mark.size(), value);
-  return text;
+/// The text of tests/grid/expected/NAME.sql.
+std::string expected(const std::string& name, const testing_support::Marks& marks) {
+  return testing_support::expected("grid/expected/" + name + ".sql", marks);
 }
 
 TEST(TestoGriglia, IsTheWholeStatementOfEachKindOfBudget) {

@@ -1,22 +1,14 @@
-#include <gmock/gmock.h>
-
 #include "maintenance/Allineamento.h"
 #include "maintenance/Stampless.h"
 #include "support/FakeYears.h"
 #include "support/TestContext.h"
-#include "values/Conversion.h"
 
 namespace {
 
-using bukorval::AllineaBU65_A_StrutturaBU60;
-using testing_support::FakeYears;
-using testing_support::TestContext;
-using values::Variant;
+using bukorval::AllineaBU65_A_StrutturaBU60, testing_support::FakeYears, testing_support::TestContext;
 
 /// A structure of two cards, of which the budget of type 3 has the first.
 struct Structured : TestContext {
-  std::vector<std::string> events;
-
   Structured() : TestContext(3) {
     FakeYears::install();
     answer({"BU01_CODICE_BU60"}, {{"ST1"}});
@@ -29,11 +21,7 @@ struct Structured : TestContext {
     answer({""}, {{31}});
     answer({"BU01_INDPERIODO"}, {{5}});
     answer({"BU01_NUMFORECAST"}, {{0}});
-    eventi.BeginProcess = [this](Variant& text, Variant& steps) {
-      events.push_back(values::toText(text) + " " + values::toText(steps));
-    };
-    eventi.StepProcess = [this](Variant& step) { events.push_back(values::toText(step)); };
-    eventi.EndProcess = [this] { events.push_back("end"); };
+    keepEvents();
   }
 };
 

@@ -1,14 +1,9 @@
-#include <gmock/gmock.h>
-
 #include "maintenance/CancellazioneScheda.h"
 #include "support/TestContext.h"
 
 namespace {
 
-using bukorval::CancellazioneScheda;
-using testing::ElementsAreArray;
-using testing_support::TestContext;
-using values::Variant;
+using bukorval::CancellazioneScheda, testing::ElementsAreArray, testing_support::TestContext;
 
 const std::string kDetails = " DELETE FROM BU66_DETBUDGET \r\n WHERE BU66_ID_BU65 = 12\r\n";
 const std::string kLeft =

@@ -1,15 +1,11 @@
-#include <gmock/gmock.h>
-
 #include "maintenance/NuovaScheda.h"
 #include "maintenance/Stampless.h"
+#include "support/Expected.h"
 #include "support/TestContext.h"
 
 namespace {
 
-using bukorval::NuovaScheda;
-using testing::IsEmpty;
-using testing_support::TestContext;
-using values::Variant;
+using bukorval::NuovaScheda, testing::IsEmpty, testing_support::expected, testing_support::TestContext;
 
 ado::DictionaryPtr columns(const std::vector<std::pair<Variant, Variant>>& pairs) {
   auto dictionary = std::make_shared<ado::Dictionary>();
@@ -24,20 +20,9 @@ std::string header(const std::string& names, const std::string& values) {
 }
 
 std::string detail(int kind, int period) {
-  const std::string k = std::to_string(kind), p = std::to_string(period);
-  return " IF NOT EXISTS \r\n         ( \r\n             SELECT  TOP 1 1 \r\n"
-         "             FROM    BU66_DETBUDGET \r\n             WHERE   BU66_ID_BU65 = 31\r\n"
-         "             AND     BU66_TIPO = " +
-         k + "\r\n             AND     BU66_PERIODO = " + p +
-         "\r\n         ) \r\n BEGIN \r\n         INSERT INTO BU66_DETBUDGET \r\n"
-         "         (   BU66_ID_BU65, \r\n             BU66_TIPO, \r\n             BU66_PERIODO \r\n"
-         "         )   \r\n         VALUES  \r\n         (   31, " +
-         k + ", " + p + "\r\n         )   \r\n END ";
+  return expected("maintenance/expected/dettaglio.sql",
+                  {{"{KIND}", std::to_string(kind)}, {"{PERIOD}", std::to_string(period)}});
 }
-
-const std::string kCashFlow =
-    " INSERT INTO BU67_BDGCASHFLOW \r\n     (   BU67_ID_BU65 \r\n        ,BU67_FLGSCADMAN \r\n     )   \r\n"
-    " VALUES  \r\n     (   31\r\n        ,0 \r\n     )   ";
 
 /// A yearly budget that gives a new card the number 31.
 struct NewCard : TestContext {
@@ -60,8 +45,9 @@ TEST(NuovaScheda, WritesHeaderThenDetailsThenCashFlow) {
   EXPECT_EQ(budget.outcome(), "0 ");
   ASSERT_EQ(texts.size(), 8u);
   EXPECT_EQ(texts[1], "SELECT @@IDENTITY");
-  EXPECT_THAT(std::vector(texts.begin() + 4, texts.end()),
-              testing::ElementsAre(detail(0, 1), detail(1, 1), detail(3, 1), kCashFlow));
+  EXPECT_THAT(
+      std::vector(texts.begin() + 4, texts.end()),
+      testing::ElementsAre(detail(0, 1), detail(1, 1), detail(3, 1), expected("maintenance/expected/cash_flow.sql")));
   const std::string procedures[] = {"InserimentoNuovaSchedaBudget",
                                     "InserimentoNuovaSchedaBudget",
                                     "GetPeriodicitaBudget",

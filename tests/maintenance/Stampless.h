@@ -1,8 +1,6 @@
 #pragma once
 
 #include <regex>
-#include <string>
-#include <vector>
 
 #include "support/RecordingConnection.h"
 

@@ -1,18 +1,11 @@
-#include <gmock/gmock.h>
-
 #include "maintenance/Stampless.h"
 #include "maintenance/ValoriScheda.h"
 #include "support/TestContext.h"
 
 namespace {
 
-using bukorval::ValoriScheda;
-using maintenance_tests::stampless;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using bukorval::ValoriScheda, maintenance_tests::stampless, testing::ElementsAre, testing::IsEmpty;
 using testing_support::TestContext;
-using values::Decimal;
-using values::Variant;
 
 const std::string kStamp = " UPDATE BU65_TESBUDGET \r\n    SET BU65_DATAULTAGG = NOW\r\n  WHERE BU65_ID = 12";
 
@@ -46,45 +39,41 @@ TEST(AggiornaSingoloValore, InsertsAMissingDetailOrUpdatesItsColumnAndStampsTheC
   }
 }
 
-TEST(AggiornaSingoloValore, TakesANumberInAnyFormAndRefusesTheRest) {
-  const struct {
-    Variant value;
-    std::string text;  ///< "" when it is refused and nothing is written
-  } rows[] = {{std::int16_t{-3}, "-3"},
-              {2147483647, "2147483647"},
-              {0.1 + 0.2, "0.3"},
-              {-1234.5, "-1234.5"},
-              {Decimal::FromScaled(999999999999999, 2), "9999999999999.99"},
-              {"1234.56", "1234.56"},
-              {"1234.56", "1234.56"},
-              {" -7 ", "-7"},
-              {Variant::Null(), "NULL"},
-              {Variant{}, "NULL"},
-              {"   ", "NULL"},
-              {"abc", ""},
-              {"1,2,3", ""},
-              {"1.234,56", ""},
-              {"12 EUR", ""},
-              {"1); DELETE FROM BU65_TESBUDGET --", ""},
-              {true, ""},
-              {values::Date::FromYmd(2024, 1, 1), ""}};
-  for (const auto& row : rows) {
-    TestContext budget;
+/// A budget after a value was written into detail 5 of a card.
+struct Written : TestContext {
+  Written(const Variant& card, const Variant& value) {
     Variant made;
-    ValoriScheda(budget.ctx).AggiornaSingoloValoreBU66(5, 12, 0, 0, 1, row.value, made);
-    if (!row.text.empty()) {
-      EXPECT_EQ(budget.db->texts.at(0),
-                "UPDATE BU66_DETBUDGET SET BU66_IMPORTO = " + row.text + "\r\n WHERE BU66_ID = 5");
-      continue;
-    }
-    EXPECT_THAT(budget.outcome(), testing::MatchesRegex("99 .* in AggiornaSingoloValoreBU66"));
-    EXPECT_THAT(budget.db->texts, IsEmpty());
+    ValoriScheda(ctx).AggiornaSingoloValoreBU66(5, card, 0, 0, 1, value, made);
   }
-  for (const Variant& card : {Variant::Null(), Variant("12 OR 1=1"), Variant(1.5)}) {
-    TestContext budget;
-    Variant made;
-    ValoriScheda(budget.ctx).AggiornaSingoloValoreBU66(5, card, 0, 0, 1, 10, made);
-    EXPECT_EQ(budget.ctx.stato(), 99);
+};
+
+TEST(AggiornaSingoloValore, TakesANumberInAnyFormAndRefusesTheRest) {
+  const std::pair<Variant, std::string> taken[] = {{std::int16_t{-3}, "-3"},
+                                                   {2147483647, "2147483647"},
+                                                   {0.1 + 0.2, "0.3"},
+                                                   {-1234.5, "-1234.5"},
+                                                   {Decimal::FromScaled(999999999999999, 2), "9999999999999.99"},
+                                                   {"1234.56", "1234.56"},
+                                                   {" -7 ", "-7"},
+                                                   {Variant::Null(), "NULL"},
+                                                   {Variant{}, "NULL"},
+                                                   {"   ", "NULL"}};
+  for (const auto& [value, text] : taken)
+    EXPECT_EQ(Written(12, value).db->texts.at(0),
+              "UPDATE BU66_DETBUDGET SET BU66_IMPORTO = " + text + "\r\n WHERE BU66_ID = 5");
+  const std::pair<Variant, Variant> refused[] = {{12, "abc"},
+                                                 {12, "1,2,3"},
+                                                 {12, "1.234,56"},
+                                                 {12, "12 EUR"},
+                                                 {12, "1); DELETE FROM BU65_TESBUDGET --"},
+                                                 {12, true},
+                                                 {12, Date::FromYmd(2024, 1, 1)},
+                                                 {Variant::Null(), 10},
+                                                 {"12 OR 1=1", 10},
+                                                 {1.5, 10}};
+  for (const auto& [card, value] : refused) {
+    const Written budget(card, value);
+    EXPECT_THAT(budget.outcome(), testing::MatchesRegex("99 .* in AggiornaSingoloValoreBU66"));
     EXPECT_THAT(budget.db->texts, IsEmpty());
   }
 }

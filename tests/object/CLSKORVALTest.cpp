@@ -1,17 +1,11 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "frame/Traccia.h"
 #include "object/CLSKORVAL.h"
-#include "support/RecordingConnection.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing::EndsWith;
-using testing_support::RecordingConnection;
-using values::Variant;
 
 TEST(CLSKORVAL, TracesItsLifeUnderOneIdentifier) {
   std::vector<std::string> lines;
@@ -43,28 +37,4 @@ TEST(CLSKORVAL, ResetsTheOutcomeInEveryMethodButNvlAndBFill) {
   EXPECT_EQ(bo.errore(), "");
 }
 
-TEST(CLSKORVAL, OpensOneConnectionAndKeepsItUntilAnotherIsGiven) {
-  const auto opened = std::make_shared<RecordingConnection>();
-  ado::registerProvider("Fake", [opened] { return opened; });
-  CLSKORVAL bo;
-  EXPECT_EQ(bo.GetNumeroForecast(0, "A1"), 1);
-  EXPECT_EQ(bo.errore(), "Non è stata definita la stringa di connessione");
-  bo.StringaConnessione("Provider=Nobody;Data Source=x");
-  bo.GetNumeroForecast(0, "A1");
-  EXPECT_EQ(bo.Stato(), bdgStatoErrore);
-  EXPECT_THAT(bo.errore(), EndsWith(" in CreaConnessioneDB"));
-  bo.StringaConnessione("Provider=Fake;Data Source=x");
-  for (int i = 0; i < 2; ++i) {
-    opened->answers.push_back(testing_support::rows({"BU01_NUMFORECAST"}, {{3}}));
-    EXPECT_EQ(bo.GetNumeroForecast(0, "A1"), 3) << bo.errore();
-  }
-  EXPECT_EQ(opened->opened, 1);
-  const auto given = std::make_shared<RecordingConnection>();
-  given->answers.push_back(testing_support::rows({"BU01_NUMFORECAST"}, {{2}}));
-  bo.Connessione(given);
-  EXPECT_EQ(bo.GetNumeroForecast(0, "A1"), 2);
-  EXPECT_EQ(given->opened, 0);
-}
-
 }  // namespace
-}  // namespace bukorval

@@ -1,12 +1,12 @@
 // The questions about a budget, asked of a real database.
-#include <gtest/gtest.h>
 
 #include "object/Budgets.h"
 #include "object/CLSKORVAL.h"
 #include "suite/Suite.h"
 
-namespace bukorval {
 namespace {
+
+using namespace bukorval;
 
 struct DefinizioneSuDatabase : testing::Test {
   ado::ConnectionPtr db = object_tests::companyWithBudgets();
@@ -69,4 +69,3 @@ TEST_F(DefinizioneSuDatabase, ShowsTheGrid) {
 }
 
 }  // namespace
-}  // namespace bukorval

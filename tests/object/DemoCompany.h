@@ -1,11 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "demo/DemoAzienda.h"
 #include "object/CLSKORVAL.h"
 #include "sqlite/TemporaryDatabase.h"

@@ -1,12 +1,10 @@
 // Cards copied into another budget, year or site, on the demo company.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "object/FaultSweep.h"
 
-namespace bukorval {
 namespace {
 
+using namespace bukorval;
 using testing::ElementsAre;
 
 class Duplicazione : public object_tests::FaultSweep {
@@ -182,30 +180,24 @@ TEST_F(Duplicazione, RefusesWhatItCannotCopy) {
   db->Execute(
       "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_FLGSEDI, BU01_INDPERIODO,"
       " BU01_INDPERFISO, BU01_NUMFORECAST) VALUES (4, 'FI', 1, 0, 0, 2), (4, 'TR', 1, 2, 1, 2)");
-  const auto refused = [&](const std::function<void(CLSKORVAL&)>& change) {
-    auto bo = duplication();
-    change(*bo);
-    const auto before = one("SELECT COUNT(*) FROM BU65_TESBUDGET");
-    bo->BdgDupSchede_Duplicazione();
-    EXPECT_EQ(one("SELECT COUNT(*) FROM BU65_TESBUDGET"), before);
-    return outcome(*bo);
-  };
-  const std::string suffix = " in BdgDupSchede_Duplicazione";
-  EXPECT_EQ(refused([](auto& bo) { bo.CodiceSede = {}; }), "1  CodiceSede : Dato non definito nel BO " + suffix);
-  EXPECT_EQ(refused([](auto& bo) { bo.BdgDestinazioneCodiceSede = {}; }),
-            "1  BdgDestinazioneCodiceSede : Dato non definito nel BO " + suffix);
-  EXPECT_EQ(refused([](auto& bo) { bo.BdgDestinazioneSottoTipo = "ZZ"; }),
-            "1 Il budget di destinazione 4/ZZ non è definito " + suffix);
-  EXPECT_EQ(refused([](auto& bo) { bo.BdgDestinazioneAnnoEsercizio = 2031; }),
-            "1 L'esercizio di destinazione 2031/1 non esiste " + suffix);
-  EXPECT_EQ(refused([](auto& bo) { bo.BdgDestinazioneSottoTipo = "TR"; }),
-            "1 I budget di origine e di destinazione hanno periodicità diverse " + suffix);
-  // July 2022 to June 2023: the fiscal budget's first period is July, the calendar one's January.
-  EXPECT_EQ(refused([](auto& bo) {
-              bo.BdgDestinazioneSottoTipo = "FI";
-              bo.BdgDestinazioneAnnoEsercizio = 2022;
-            }),
-            "1 I budget di origine e di destinazione contano i mesi da mesi diversi " + suffix);
+  const std::pair<std::function<void(CLSKORVAL&)>, std::string> rows[] = {
+      {[](auto& bo) { bo.CodiceSede = {}; }, " CodiceSede : Dato non definito nel BO"},
+      {[](auto& bo) { bo.BdgDestinazioneCodiceSede = {}; }, " BdgDestinazioneCodiceSede : Dato non definito nel BO"},
+      {[](auto& bo) { bo.BdgDestinazioneSottoTipo = "ZZ"; }, "Il budget di destinazione 4/ZZ non è definito"},
+      {[](auto& bo) { bo.BdgDestinazioneAnnoEsercizio = 2031; }, "L'esercizio di destinazione 2031/1 non esiste"},
+      {[](auto& bo) { bo.BdgDestinazioneSottoTipo = "TR"; },
+       "I budget di origine e di destinazione hanno periodicità diverse"},
+      // July 2022 to June 2023: the fiscal budget's first period is July, the calendar one's January.
+      {[](auto& bo) { bo.BdgDestinazioneSottoTipo = "FI", bo.BdgDestinazioneAnnoEsercizio = 2022; },
+       "I budget di origine e di destinazione contano i mesi da mesi diversi"}};
+  const auto before = everything();
+  for (const auto& [change, refusal] : rows) {
+    auto refused = duplication();
+    change(*refused);
+    refused->BdgDupSchede_Duplicazione();
+    EXPECT_EQ(outcome(*refused), "1 " + refusal + "  in BdgDupSchede_Duplicazione");
+    EXPECT_EQ(everything(), before);
+  }
   auto bo = duplication();
   bo->BdgDestinazioneSottoTipo = "FI";  // 2026 begins in January: both count from it
   bo->BdgDupSchede_Duplicazione();
@@ -213,4 +205,3 @@ TEST_F(Duplicazione, RefusesWhatItCannotCopy) {
 }
 
 }  // namespace
-}  // namespace bukorval

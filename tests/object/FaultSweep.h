@@ -1,11 +1,6 @@
 #pragma once
 
-#include <gmock/gmock.h>
 #include <sqlite3.h>
-
-#include <functional>
-#include <memory>
-#include <string>
 
 #include "object/DemoCompany.h"
 #include "sqlite/Handle.h"

@@ -1,14 +1,9 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cctype>
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
 #include <limits>
-#include <map>
-#include <random>
 
 #include "object/Budgets.h"
 #include "object/Interfaccia.h"
@@ -16,14 +11,12 @@
 #include "support/FaultConnection.h"
 #include "support/TestContext.h"
 #include "tsql/Lexer.h"
-#include "values/Errore.h"
 #include "values/Text.h"
 
 /// Random calls of every member: whatever comes in, only an outcome comes out.
-namespace bukorval {
 namespace {
 
-using values::Variant;
+using namespace bukorval;
 
 /// Stands in every hostile text below, and nowhere else.
 constexpr std::string_view kMark = "zqx";
@@ -306,4 +299,3 @@ TEST(Fuzz, WithASmallDatabase) {
 }
 
 }  // namespace
-}  // namespace bukorval

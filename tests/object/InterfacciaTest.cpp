@@ -1,17 +1,13 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <fstream>
 
 #include "ado/recordset/Recordset.h"
 #include "object/Interfaccia.h"
+#include "support/Test.h"
 
-namespace bukorval {
 namespace {
 
-using testing::HasSubstr;
-using testing::ThrowsMessage;
-using values::Variant;
+using namespace bukorval;
+using testing::HasSubstr, testing::ThrowsMessage;
 
 TEST(Interfaccia, HasEveryPublicMemberAndNoOther) {
   std::ifstream file(BUKORVAL_SOURCE_DIR "/tests/object/interfaccia.txt");
@@ -117,4 +113,3 @@ TEST_F(InterfacciaTest, RefusesABadCallBeforeItRuns) {
 }
 
 }  // namespace
-}  // namespace bukorval

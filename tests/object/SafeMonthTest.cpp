@@ -1,14 +1,11 @@
 // What a controller must be able to count on: nothing is lost, stranded or misread without a word.
-#include <gtest/gtest.h>
 
 #include "object/DemoCompany.h"
 #include "values/Text.h"
 
-namespace bukorval {
 namespace {
 
-using values::Variant;
-
+using namespace bukorval;
 using SafeMonth = object_tests::DemoCompany;
 
 TEST_F(SafeMonth, AYearThatTheCalendarLacksIsRefused) {
@@ -103,4 +100,3 @@ TEST_F(SafeMonth, NumbersGoBySessionAndNullWins) {
 }
 
 }  // namespace
-}  // namespace bukorval

@@ -2,15 +2,11 @@
 #include <sqlext.h>
 #include <unistd.h>
 
-#include <array>
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
-#include <string>
-#include <vector>
 
 #include "ado/ProviderCases.h"
-#include "ado/Sets.h"
 #include "odbc/Handle.h"
 #include "odbc/Provider.h"
 
@@ -81,12 +77,9 @@ GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ProviderCases);
 
 }  // namespace provider_cases
 
-namespace odbc_tests {
 namespace {
 
-using provider_cases::outcomeOf;
-using provider_cases::shown;
-using sets::errorOf;
+using provider_cases::outcomeOf, provider_cases::shown;
 
 /// Through a real driver on a file of its own.
 class EmbeddedDriver : public testing::Test {
@@ -143,4 +136,3 @@ TEST(OdbcOpen, AFailureSaysWhatTheDriverManagerOrTheDatabaseFound) {
 }
 
 }  // namespace
-}  // namespace odbc_tests

@@ -1,20 +1,11 @@
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <random>
-#include <string>
-
 #include "ado/recordset/Recordset.h"
 #include "sqlite/SqliteConnection.h"
 #include "sqlite/storage/Scaled.h"
-#include "values/Conversion.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
-namespace sqlite_tests {
 namespace {
 
-using sqlite::Int128;
-using sqlite::unitsToPlainText;
+using sqlite::Int128, sqlite::unitsToPlainText;
 
 struct Money {
   const char* name;
@@ -68,7 +59,7 @@ TEST_P(ExactMoney, SumsEqualIntegerArithmetic) {
   EXPECT_TRUE(sums->Eof());
 }
 
-TEST_P(ExactMoney, ALimitSurvivesStoringComparingAndCopying) {
+TEST_P(ExactMoney, ALimitSurvivesStoringAndComparing) {
   const Money& money = GetParam();
   std::int64_t limit = 1;
   for (int i = 0; i < money.precision; ++i) limit *= 10;
@@ -83,17 +74,8 @@ TEST_P(ExactMoney, ALimitSurvivesStoringComparingAndCopying) {
     ASSERT_EQ(set->RecordCount(), 1) << shown;
     EXPECT_EQ(values::toPlainText(set->Fields().Item("V").Value()), shown);
 
-    ado::Recordset copy;
-    auto& field = copy.Fields().Append("V", ado::adDecimal, 0, ado::adFldIsNullable);
-    field.Precision(money.precision);
-    field.NumericScale(money.scale);
-    copy.Open();
-    copy.AddNew();
-    field.Value(set->Fields().Item("V").Value());
-    copy.Update();
-    EXPECT_EQ(values::toPlainText(field.Value()), shown);
-
-    connection.Execute("UPDATE M SET V = " + values::toPlainText(field.Value()) + " WHERE N = " + number);
+    connection.Execute("UPDATE M SET V = " + values::toPlainText(set->Fields().Item("V").Value()) +
+                       " WHERE N = " + number);
     EXPECT_EQ(values::toPlainText(one("SELECT V FROM M WHERE N = " + number)), shown);
   }
   EXPECT_EQ(values::toPlainText(one("SELECT COUNT(*) AS C FROM M WHERE V > " + text(limit - 1))), "1");
@@ -113,4 +95,3 @@ INSTANTIATE_TEST_SUITE_P(Limits, ExactMoney,
                          [](const auto& info) { return info.param.name; });
 
 }  // namespace
-}  // namespace sqlite_tests

@@ -22,19 +22,10 @@ INSTANTIATE_TEST_SUITE_P(Sqlite, PortableCases, testing::Values(kSqlite));
 
 }  // namespace provider_cases
 
-namespace sqlite_tests {
 namespace {
 
+using namespace sqlite_tests;
 using provider_cases::shown;
-
-std::string failureOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const values::Errore& error) {
-    return error.what();
-  }
-  return "no failure";
-}
 
 /// Runs raw engine text on the file, past the provider.
 void runRaw(const TemporaryDatabase& file, const char* sql) {
@@ -46,7 +37,7 @@ void runRaw(const TemporaryDatabase& file, const char* sql) {
 
 TEST(SqliteOpen, AMissingFileIsMadeOnlyWhenAsked) {
   const TemporaryDatabase file;
-  EXPECT_NE(failureOf([&] { file.open(""); }).find("does not exist"), std::string::npos);
+  EXPECT_NE(errorOf([&] { file.open(""); }).find("does not exist"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(file.path()));
   file.open()->Execute("CREATE TABLE A (X int NULL)");
   EXPECT_EQ(shown(file.open("")->Execute("SELECT COUNT(*) AS N FROM A")), "0");
@@ -55,8 +46,38 @@ TEST(SqliteOpen, AMissingFileIsMadeOnlyWhenAsked) {
 TEST(SqliteOpen, SaysWhatIsWrong) {
   const TemporaryDatabase file;
   std::ofstream(file.path()) << std::string(4096, 'x');
-  EXPECT_NE(failureOf([&] { file.open(""); }).find("not a database"), std::string::npos);
-  EXPECT_NE(failureOf([] { sqlite::SqliteConnection().Open(); }).find("Data Source"), std::string::npos);
+  EXPECT_NE(errorOf([&] { file.open(""); }).find("not a database"), std::string::npos);
+  EXPECT_NE(errorOf([] { sqlite::SqliteConnection().Open(); }).find("Data Source"), std::string::npos);
+}
+
+sqlite3* lastOpened = nullptr;
+int rememberOpened(sqlite3* database, char**, const sqlite3_api_routines*) {
+  lastOpened = database;
+  return SQLITE_OK;
+}
+
+int setting(const char* pragma) {
+  const auto statement = sqlite::prepare(lastOpened, pragma);
+  return sqlite3_step(statement.get()) == SQLITE_ROW ? sqlite3_column_int(statement.get(), 0) : -1;
+}
+
+TEST(SqliteOpen, CommitsOutliveThePowerAndWaitsAreShortUnlessToldOtherwise) {
+  struct Case {
+    const char* words;
+    int synchronous, milliseconds;
+  };
+  const TemporaryDatabase file;
+  ASSERT_EQ(sqlite3_auto_extension(reinterpret_cast<void (*)()>(rememberOpened)), SQLITE_OK);
+  for (const auto& [words, synchronous, milliseconds] :
+       {Case{"", 2, 5000}, Case{";synchronous=normal", 1, 5000}, Case{";Synchronous=Off", 0, 5000},
+        Case{";Synchronous=Full;Busy Timeout=0", 2, 0}, Case{";Busy Timeout=600", 2, 600'000}}) {
+    const auto connection = file.open(std::string(words) + ";Create=True");
+    EXPECT_EQ(setting("PRAGMA synchronous"), synchronous) << words;
+    EXPECT_EQ(setting("PRAGMA busy_timeout"), milliseconds) << words;
+  }
+  sqlite3_reset_auto_extension();
+  for (const char* words : {";Synchronous=Maybe", ";Busy Timeout=601", ";Busy Timeout=-1", ";Busy Timeout=1s"})
+    EXPECT_NE(failureOf([&] { file.open(words); }).find("not '"), std::string::npos) << words;
 }
 
 TEST(SqliteOpen, ReadModeRefusesWrites) {
@@ -64,20 +85,24 @@ TEST(SqliteOpen, ReadModeRefusesWrites) {
   file.open()->Execute("CREATE TABLE A (X int NULL)");
   const auto reader = file.open(";Mode=Read");
   EXPECT_EQ(shown(reader->Execute("SELECT X FROM A")), "");
-  EXPECT_NE(failureOf([&] { reader->Execute("INSERT INTO A (X) VALUES (1)"); }).find("reading only"),
-            std::string::npos);
+  EXPECT_NE(errorOf([&] { reader->Execute("INSERT INTO A (X) VALUES (1)"); }).find("reading only"), std::string::npos);
 }
 
-TEST(SqliteTransactions, AKilledWriterLeavesNothingOfItsTransaction) {
+/// A file with an empty table A.
+struct SqliteTable : testing::Test {
   const TemporaryDatabase file;
-  {
-    const auto connection = file.open();
-    connection->Execute("CREATE TABLE A (X int NOT NULL)");
-    connection->Execute("INSERT INTO A (X) VALUES (1)");
-  }
+  std::shared_ptr<sqlite::SqliteConnection> connection = file.open();
+  SqliteTable() { connection->Execute("CREATE TABLE A (X int NOT NULL, Y varchar(10) NULL)"); }
+};
+using SqliteTransactions = SqliteTable;
+using SqlitePlans = SqliteTable;
+
+TEST_F(SqliteTransactions, AKilledWriterLeavesNothingOfItsTransaction) {
+  connection->Execute("INSERT INTO A (X) VALUES (1)");
+  connection.reset();
   const pid_t child = fork();
   if (child == 0) {
-    const auto connection = file.open();
+    connection = file.open();
     connection->Execute("INSERT INTO A (X) VALUES (2)");
     connection->BeginTrans();
     for (int i = 0; i < 50'000; ++i) connection->Execute("INSERT INTO A (X) VALUES (3)");
@@ -89,34 +114,25 @@ TEST(SqliteTransactions, AKilledWriterLeavesNothingOfItsTransaction) {
   EXPECT_EQ(shown(file.open()->Execute("SELECT X FROM A ORDER BY X")), "1; 2");
 }
 
-TEST(SqliteTransactions, ARollbackByTheEngineStopsTheRunUntilItIsEnded) {
-  const TemporaryDatabase file;
-  const auto connection = file.open();
-  connection->Execute("CREATE TABLE A (X int NOT NULL)");
+TEST_F(SqliteTransactions, ARollbackByTheEngineStopsTheRunUntilItIsEnded) {
   runRaw(file, "CREATE TRIGGER T BEFORE INSERT ON A WHEN NEW.X = 13 BEGIN SELECT RAISE(ROLLBACK, 'thirteen'); END");
   connection->BeginTrans();
   connection->Execute("INSERT INTO A (X) VALUES (1)");
-  EXPECT_EQ(failureOf([&] { connection->Execute("INSERT INTO A (X) VALUES (13)"); }), "thirteen");
+  EXPECT_EQ(errorOf([&] { connection->Execute("INSERT INTO A (X) VALUES (13)"); }), "thirteen");
   EXPECT_THROW(connection->Execute("INSERT INTO A (X) VALUES (2)"), values::Errore);
   EXPECT_THROW(connection->CommitTrans(), values::Errore);
   EXPECT_NO_THROW(connection->RollbackTrans());
   EXPECT_EQ(shown(connection->Execute("SELECT X FROM A")), "");
 }
 
-TEST(SqliteTransactions, AConnectionThatGoesAwayRollsBack) {
-  const TemporaryDatabase file;
-  auto connection = file.open();
-  connection->Execute("CREATE TABLE A (X int NOT NULL)");
+TEST_F(SqliteTransactions, AConnectionThatGoesAwayRollsBack) {
   connection->BeginTrans();
   connection->Execute("INSERT INTO A (X) VALUES (1)");
   connection.reset();
   EXPECT_EQ(shown(file.open()->Execute("SELECT X FROM A")), "");
 }
 
-TEST(SqlitePlans, TextsThatDifferInLiteralsShareOnePlan) {
-  const TemporaryDatabase file;
-  const auto connection = file.open();
-  connection->Execute("CREATE TABLE A (X int NOT NULL, Y varchar(10) NULL)");
+TEST_F(SqlitePlans, TextsThatDifferInLiteralsShareOnePlan) {
   connection->Execute("INSERT INTO A (X, Y) VALUES (0, 'zero')");
   const auto before = connection->statistics();
   for (int i = 1; i < 1000; ++i) {
@@ -128,10 +144,7 @@ TEST(SqlitePlans, TextsThatDifferInLiteralsShareOnePlan) {
   EXPECT_EQ(shown(connection->Execute("SELECT COUNT(*) AS N, MAX(X) AS M FROM A WHERE Y LIKE 'y%'")), "999|999");
 }
 
-TEST(SqlitePlans, TheCacheIsBounded) {
-  const TemporaryDatabase file;
-  const auto connection = file.open();
-  connection->Execute("CREATE TABLE A (X int NOT NULL)");
+TEST_F(SqlitePlans, TheCacheIsBounded) {
   std::string list = "1";
   for (int i = 0; i < 600; ++i) {
     connection->Execute("SELECT X FROM A WHERE X IN (" + list + ")");
@@ -140,12 +153,9 @@ TEST(SqlitePlans, TheCacheIsBounded) {
   EXPECT_LE(connection->cachedPlans(), 256U);
 }
 
-TEST(SqlitePlans, FollowChangesOfTheTables) {
-  const TemporaryDatabase file;
-  const auto connection = file.open();
-  connection->Execute("CREATE TABLE A (X int NOT NULL)");
+TEST_F(SqlitePlans, FollowChangesOfTheTables) {
   connection->Execute("INSERT INTO A (X) VALUES (1)");
-  EXPECT_EQ(shown(connection->Execute("SELECT * FROM A")), "1");
+  EXPECT_EQ(shown(connection->Execute("SELECT * FROM A")), "1|NULL");
   // A plan that kept its rows open would make the drop fail.
   connection->Execute("DROP TABLE A");
   connection->Execute("CREATE TABLE A (X varchar(5) NOT NULL, Y int NULL)");
@@ -163,4 +173,3 @@ TEST(SqlitePlans, FollowChangesOfTheTables) {
 }
 
 }  // namespace
-}  // namespace sqlite_tests

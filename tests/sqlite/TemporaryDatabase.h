@@ -4,10 +4,9 @@
 
 #include <atomic>
 #include <filesystem>
-#include <memory>
-#include <string>
 
 #include "sqlite/SqliteConnection.h"
+#include "support/Test.h"
 
 namespace sqlite_tests {
 

@@ -1,21 +1,12 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cstdlib>
-#include <random>
-#include <string>
-#include <vector>
 
 #include "sqlite/emitter/Translate.h"
 #include "tsql/SmallCatalog.h"
-#include "values/Errore.h"
-
-namespace sqlite {
 
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
+using namespace sqlite;
+using testing::HasSubstr, testing::Not;
 
 Translation translated(std::string_view text) {
   static const tsql_tests::SmallCatalog catalog;
@@ -23,12 +14,7 @@ Translation translated(std::string_view text) {
 }
 
 std::string failure(std::string_view text) {
-  try {
-    translated(text);
-  } catch (const values::Errore& error) {
-    return error.what();
-  }
-  return "";
+  return errorOf([&] { translated(text); });
 }
 
 TEST(Translate, WhatTheEngineCannotDoIsNamed) {
@@ -109,4 +95,3 @@ TEST(Translate, RandomTextsNeverDoMoreThanFail) {
 }
 
 }  // namespace
-}  // namespace sqlite

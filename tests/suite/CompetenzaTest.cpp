@@ -1,17 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cstdint>
-#include <random>
-
 #include "suite/Competenza.h"
 #include "support/DayShares.h"
 
-namespace suite {
 namespace {
 
-using values::Date;
-using values::Decimal;
+using namespace suite;
 
 TEST(Competenza, RandomAmountsAndIntervalsAddUpToTheCent) {
   std::mt19937_64 random(20111231);
@@ -71,4 +63,3 @@ TEST(Competenza, AnIntervalThatEndsBeforeItStartsGoesToTheMonthOfItsEnd) {
 }
 
 }  // namespace
-}  // namespace suite

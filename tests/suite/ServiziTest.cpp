@@ -1,11 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "suite/Suite.h"
-#include "values/Conversion.h"
+#include "support/Test.h"
 
 namespace {
-
-using values::Variant;
 
 struct Servizi : testing::Test {
   Servizi() { suite::registraServiziSuite(); }
@@ -14,12 +10,7 @@ struct Servizi : testing::Test {
 TEST_F(Servizi, AreMadeByName) {
   EXPECT_TRUE(suite::creaServizio<suite::SituazioneContabile>(suite::kSituazioneContabile));
   EXPECT_THROW(suite::creaServizio<suite::ServizioDate>(suite::kServizioEsercizi), values::Errore);
-  try {
-    suite::creaOggetto("NESSUNO.CLS");
-    FAIL();
-  } catch (const values::Errore& e) {
-    EXPECT_STREQ(e.what(), "ActiveX component can't create object: NESSUNO.CLS");
-  }
+  EXPECT_EQ(errorOf([] { suite::creaOggetto("NESSUNO.CLS"); }), "ActiveX component can't create object: NESSUNO.CLS");
   suite::registraServizio("PROPRIO", [] { return std::make_shared<values::Object>(); });
   EXPECT_NE(suite::creaOggetto("PROPRIO"), suite::creaOggetto("PROPRIO"));
 }

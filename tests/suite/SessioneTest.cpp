@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <numeric>
 
 #include "suite/Suite.h"
 #include "support/Database.h"
 
 namespace {
-
-using values::Variant;
 
 struct Suite : testing::Test {
   ado::ConnectionPtr db = testing_support::memoryDatabase();

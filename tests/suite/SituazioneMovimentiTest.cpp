@@ -1,22 +1,11 @@
 // Our own accounting situation: balances of the movement tables under each option.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <map>
-#include <random>
-#include <string>
-#include <vector>
 
 #include "suite/SituazioneMovimenti.h"
 #include "support/Database.h"
 
 namespace {
 
-using suite::SituazioneMovimenti;
-using testing::ElementsAre;
-using values::Date;
-using values::Decimal;
+using suite::SituazioneMovimenti, testing::ElementsAre;
 
 class Situazione : public testing::Test {
  protected:

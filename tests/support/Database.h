@@ -1,12 +1,8 @@
 #pragma once
 
-#include <map>
-#include <string>
-#include <vector>
-
 #include "schema/Schema.h"
 #include "sqlite/Provider.h"
-#include "values/Conversion.h"
+#include "support/Test.h"
 
 namespace testing_support {
 

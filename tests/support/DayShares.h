@@ -1,9 +1,6 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
-
-#include "values/Date.h"
+#include "support/Test.h"
 
 namespace testing_support {
 

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include "suite/Servizi.h"
-#include "values/Conversion.h"
+#include "support/Test.h"
 
 namespace testing_support {
 

@@ -1,11 +1,7 @@
 #pragma once
 
-#include <functional>
-#include <string_view>
-#include <utility>
-
 #include "ado/connection/Connection.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
 namespace testing_support {
 

@@ -1,12 +1,9 @@
 #pragma once
 
 #include <deque>
-#include <functional>
-#include <string>
-#include <string_view>
-#include <vector>
 
 #include "ado/connection/Connection.h"
+#include "support/Test.h"
 
 namespace testing_support {
 

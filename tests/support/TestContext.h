@@ -1,15 +1,8 @@
 #pragma once
 
-#include <map>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "frame/Contesto.h"
 #include "suite/Suite.h"
 #include "support/RecordingConnection.h"
-#include "values/Errore.h"
 
 namespace testing_support {
 
@@ -72,6 +65,15 @@ struct TestContext {
   /// Every statement from now on fails.
   void failAlways() {
     db->onExecute = [](std::string_view) { throw values::Errore("boom"); };
+  }
+  /// Keeps the progress events: "text steps", each step, "end".
+  std::vector<std::string> events;
+  void keepEvents() {
+    eventi.BeginProcess = [this](Variant& text, Variant& steps) {
+      events.push_back(values::toPlainText(text) + " " + values::toPlainText(steps));
+    };
+    eventi.StepProcess = [this](Variant& step) { events.push_back(values::toPlainText(step)); };
+    eventi.EndProcess = [this] { events.push_back("end"); };
   }
   std::string outcome() const { return std::to_string(ctx.stato()) + " " + ctx.errore(); }
 };

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <string_view>
-#include <vector>
-
+#include "support/Test.h"
 #include "tsql/Names.h"
 #include "tsql/Parser.h"
 

@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include "values/Arithmetic.h"
-#include "values/Errore.h"
 #include "values/Helpers.h"
 
-namespace values {
 namespace {
+
+using namespace values;
 
 TEST(Arithmetic, KindsFollowTheirOperands) {
   const auto shortOf = [](int v) { return Variant(static_cast<std::int16_t>(v)); };
@@ -22,10 +18,10 @@ TEST(Arithmetic, KindsFollowTheirOperands) {
   EXPECT_EQ(add("1,10", 2), Variant(dec("3.10")));
   EXPECT_EQ(divide(1, 4), Variant(0.25));
   EXPECT_EQ(divide(dec("1"), 8), Variant(dec("0.125")));
-  EXPECT_EQ(failure([] { divide(1, 0); }), "Division by zero");
-  EXPECT_EQ(failure([] { divide(dec("1"), 0); }), "Division by zero");
-  EXPECT_EQ(failure([] { multiply(1e300, 1e300); }), "Overflow");
-  EXPECT_EQ(failure([] { add(Date::FromYmd(2011, 1, 1), 1); }), "Type mismatch: dates and objects take no arithmetic");
+  EXPECT_EQ(errorOf([] { divide(1, 0); }), "Division by zero");
+  EXPECT_EQ(errorOf([] { divide(dec("1"), 0); }), "Division by zero");
+  EXPECT_EQ(errorOf([] { multiply(1e300, 1e300); }), "Overflow");
+  EXPECT_EQ(errorOf([] { add(Date::FromYmd(2011, 1, 1), 1); }), "Type mismatch: dates and objects take no arithmetic");
 }
 
 TEST(Arithmetic, ComparesAcrossKinds) {
@@ -51,9 +47,8 @@ TEST(Arithmetic, ComparesAcrossKinds) {
     EXPECT_EQ(compare(row.a, row.b), row.order);
     EXPECT_EQ(compare(row.b, row.a), -row.order);
   }
-  EXPECT_EQ(failure([] { compare(Variant::Null(), 1); }), "Invalid use of Null");
-  EXPECT_EQ(failure([] { compare("abc", 1); }), "Type mismatch: \"abc\" is no number");
+  EXPECT_EQ(errorOf([] { compare(Variant::Null(), 1); }), "Invalid use of Null");
+  EXPECT_EQ(errorOf([] { compare("abc", 1); }), "Type mismatch: \"abc\" is no number");
 }
 
 }  // namespace
-}  // namespace values

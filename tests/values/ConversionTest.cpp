@@ -1,17 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <functional>
-
-#include "support/InOut.h"
-#include "values/Conversion.h"
-#include "values/Errore.h"
 #include "values/Helpers.h"
 #include "values/NumberText.h"
 
-namespace values {
 namespace {
 
-using testing_support::inOut;
+using namespace values;
 
 TEST(Conversion, ReadsNumbersByTheSeparator) {
   const auto reads = [](char separator, const std::vector<std::pair<std::string, std::string>>& rows) {
@@ -20,14 +12,14 @@ TEST(Conversion, ReadsNumbersByTheSeparator) {
       EXPECT_EQ(toDouble(text, separator), dec(number).toDouble()) << text;
     }
   };
-  reads(',', inOut({"1234,56 > 1234.56", "1.234,56 > 1234.56", "-1.234.567,8 > -1234567.8", "  12,5  > 12.5",
-                    "1.234.567 > 1234567", "1,5E3 > 1500", ",5 > 0.5", "+3 > 3", "1.234 > 1234"}));
-  reads('.', inOut({"1234.56 > 1234.56", "1,234.56 > 1234.56", "1.234 > 1.234", "-1,000 > -1000"}));
+  reads(',', inOut({"1234,56 => 1234.56", "1.234,56 => 1234.56", "-1.234.567,8 => -1234567.8", "  12,5  => 12.5",
+                    "1.234.567 => 1234567", "1,5E3 => 1500", ",5 => 0.5", "+3 => 3", "1.234 => 1234"}));
+  reads('.', inOut({"1234.56 => 1234.56", "1,234.56 => 1234.56", "1.234 => 1.234", "-1,000 => -1000"}));
   const auto refuses = [](char separator, std::initializer_list<std::string> texts) {
     for (const auto& text : texts) {
       const std::string message = "Type mismatch: \"" + text + "\" is no number";
-      EXPECT_EQ(failure([&] { toDecimal(text, separator); }), message);
-      EXPECT_EQ(failure([&] { toDouble(text, separator); }), message);
+      EXPECT_EQ(errorOf([&] { toDecimal(text, separator); }), message);
+      EXPECT_EQ(errorOf([&] { toDouble(text, separator); }), message);
     }
   };
   refuses(',', {"", "  ", "abc", "1.23,4", "1234.567,8", "1,2,3", "1,234.56", ".123,4", "1..234,5", "1.234.56",
@@ -45,10 +37,10 @@ TEST(Conversion, WhatCouldBeReadTwoWaysIsNotTyped) {
         EXPECT_EQ(read(), number) << text;
     }
   };
-  typed(',', {"7.250,50 > 7250.50", "12.5 > 12.5", "0.500 > 0.500", "1234.567 > 1234.567", "1,500 > 1.500",
-              "1.000.000 > 1000000", "12.50 > 12.50", "1.000 > refused", "-1.000 > refused", "abc > refused",
-              " > refused", "1.2.3 > refused", "1., > refused"});
-  typed('.', {"1,000 > refused", "1.000 > 1.000", "1,5 > 1.5"});
+  typed(',', {"7.250,50 => 7250.50", "12.5 => 12.5", "0.500 => 0.500", "1234.567 => 1234.567", "1,500 => 1.500",
+              "1.000.000 => 1000000", "12.50 => 12.50", "1.000 => refused", "-1.000 => refused", "abc => refused",
+              " => refused", "1.2.3 => refused", "1., => refused"});
+  typed('.', {"1,000 => refused", "1.000 => 1.000", "1,5 => 1.5"});
 }
 
 TEST(Conversion, IntegersRoundHalvesToEvenAndOverflow) {
@@ -72,7 +64,7 @@ TEST(Conversion, IntegersRoundHalvesToEvenAndOverflow) {
     EXPECT_EQ(toInt16(row.value), row.whole);
     EXPECT_EQ(toInt64(row.value), row.whole);
   }
-  const auto overflows = [](const std::function<void()>& action) { return failure(action) == "Overflow"; };
+  const auto overflows = [](const std::function<void()>& action) { return errorOf(action) == "Overflow"; };
   EXPECT_TRUE(overflows([] { toInt16(32768); }));
   EXPECT_TRUE(overflows([] { toInt16(32767.5); }));
   EXPECT_TRUE(overflows([] { toInt32(dec("2147483647.5")); }));
@@ -103,9 +95,9 @@ TEST(Conversion, WritesText) {
     EXPECT_EQ(toPlainText(row.value), row.plain);
   }
   EXPECT_EQ(toPlainText(Variant::Null()), "");
-  EXPECT_EQ(failure([] { toText(Variant::Null()); }), "Invalid use of Null");
-  EXPECT_EQ(failure([] { toDecimal(Variant::Null()); }), "Invalid use of Null");
-  EXPECT_EQ(failure([] { toInt32(Variant(std::make_shared<Object>())); }), "Type mismatch: an object is no number");
+  EXPECT_EQ(errorOf([] { toText(Variant::Null()); }), "Invalid use of Null");
+  EXPECT_EQ(errorOf([] { toDecimal(Variant::Null()); }), "Invalid use of Null");
+  EXPECT_EQ(errorOf([] { toInt32(Variant(std::make_shared<Object>())); }), "Type mismatch: an object is no number");
 }
 
 TEST(Conversion, DatesAndBooleans) {
@@ -113,15 +105,15 @@ TEST(Conversion, DatesAndBooleans) {
   EXPECT_EQ(toDate(40574), Date::FromYmd(2011, 1, 31));
   EXPECT_EQ(toDate(40574.75), Date::FromYmd(2011, 1, 31, 18));
   EXPECT_EQ(toDate(toDouble(Date::FromYmd(2011, 12, 31, 23, 59, 59))), Date::FromYmd(2011, 12, 31, 23, 59, 59));
-  EXPECT_EQ(failure([] { toDate(Variant()); }), "Type mismatch: an empty value is no date");
-  EXPECT_EQ(failure([] { toDate("31/02/2011"); }), "Type mismatch: \"31/02/2011\" is no date");
-  EXPECT_EQ(failure([] { toDate(1e9); }), "Overflow");
-  EXPECT_EQ(failure([] { toDate(-60000); }), "Overflow");
+  EXPECT_EQ(errorOf([] { toDate(Variant()); }), "Type mismatch: an empty value is no date");
+  EXPECT_EQ(errorOf([] { toDate("31/02/2011"); }), "Type mismatch: \"31/02/2011\" is no date");
+  EXPECT_EQ(errorOf([] { toDate(1e9); }), "Overflow");
+  EXPECT_EQ(errorOf([] { toDate(-60000); }), "Overflow");
   EXPECT_TRUE(toBool(" true "));
   EXPECT_FALSE(toBool("False"));
   EXPECT_FALSE(toBool("0,00"));
   EXPECT_TRUE(toBool(0.5));
-  EXPECT_EQ(failure([] { toBool("vero"); }), "Type mismatch: \"vero\" is no number");
+  EXPECT_EQ(errorOf([] { toBool("vero"); }), "Type mismatch: \"vero\" is no number");
 }
 
 TEST(Conversion, BlankValuesGiveWay) {
@@ -137,4 +129,3 @@ TEST(Conversion, BlankValuesGiveWay) {
 }
 
 }  // namespace
-}  // namespace values

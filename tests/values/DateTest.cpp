@@ -1,11 +1,8 @@
-#include <gtest/gtest.h>
+#include "support/Test.h"
 
-#include "support/InOut.h"
-#include "values/Date.h"
-#include "values/Errore.h"
-
-namespace values {
 namespace {
+
+using namespace values;
 
 bool isLeap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
@@ -34,8 +31,8 @@ TEST(Date, EveryDayOfTwoCenturiesComesBack) {
 
 TEST(Date, StepsByMonths) {
   for (const auto& [from, to] :
-       testing_support::inOut({"20120131 1 > 20120229", "20110131 1 > 20110228", "20120229 12 > 20130228",
-                               "20110331 -1 > 20110228", "20110115 -13 > 20091215", "20111201 1 > 20120101"}))
+       inOut({"20120131 1 => 20120229", "20110131 1 => 20110228", "20120229 12 => 20130228", "20110331 -1 => 20110228",
+              "20110115 -13 => 20091215", "20111201 1 => 20120101"}))
     EXPECT_EQ(Date::TryParse(from.substr(0, 8))->addMonths(std::stoi(from.substr(8))).toSql(), to);
   EXPECT_EQ(Date::FromYmd(2011, 5, 30, 8, 5, 9).addMonths(0).toSql(), "20110530 08:05:09");
   EXPECT_EQ(monthsBetween(Date::FromYmd(2011, 1, 31), Date::FromYmd(2011, 2, 1)), 1);
@@ -64,38 +61,20 @@ TEST(Date, RangeEndsAreErrors) {
 
 TEST(Date, ReadsItsNotationsOnly) {
   for (const auto& [text, sql] :
-       testing_support::inOut({"31/01/2011 > 20110131", " 01/01/2025 > 20250101", "1/2/2025 > 20250201",
-                               "2025-1-9  > 20250109", "20110131 > 20110131", "2011-01-31 > 20110131",
-                               "2011-01-31T23:59 > 20110131 23:59:00", "31/01/2011 08:05:09 > 20110131 08:05:09",
-                               "29/02/2012 00:00:00 > 20120229", "20110131 12:00:01 > 20110131 12:00:01"})) {
+       inOut({"31/01/2011 => 20110131", " 01/01/2025 => 20250101", "1/2/2025 => 20250201", "2025-1-9  => 20250109",
+              "20110131 => 20110131", "2011-01-31 => 20110131", "2011-01-31T23:59 => 20110131 23:59:00",
+              "31/01/2011 08:05:09 => 20110131 08:05:09", "29/02/2012 00:00:00 => 20120229",
+              "20110131 12:00:01 => 20110131 12:00:01"})) {
     const auto date = Date::TryParse(text);
     ASSERT_TRUE(date) << text;
     EXPECT_EQ(date->toSql(), sql);
   }
-  const auto refuses = [](std::initializer_list<const char*> texts) {
-    for (const char* text : texts) EXPECT_FALSE(Date::TryParse(text)) << text;
-  };
-  refuses({"",
-           " ",
-           "29/02/2011",
-           "1/1/11",
-           "/1/2011",
-           "31/01/11",
-           "2011013",
-           "201101311",
-           "2011-0131",
-           "201101-31",
-           "2011-1-",
-           "20110131 24:00",
-           "20110131 12",
-           "20110131 12:00:",
-           "20110131 12:60",
-           "20110131X12:00",
-           "31-01-2011",
-           "31/13/2011",
-           "00000000",
-           "31/0a/2011",
-           "2011-01-31 1:00"});
+  for (const char* text : {"", " ", "29/02/2011", "1/1/11", "/1/2011", "31/01/11", "2011013", "201101311", "2011-0131",
+                           "201101-31", "2011-1-"})
+    EXPECT_FALSE(Date::TryParse(text)) << text;
+  for (const char* text : {"20110131 24:00", "20110131 12", "20110131 12:00:", "20110131 12:60", "20110131X12:00",
+                           "31-01-2011", "31/13/2011", "00000000", "31/0a/2011", "2011-01-31 1:00"})
+    EXPECT_FALSE(Date::TryParse(text)) << text;
 }
 
 TEST(Date, NowIsAPossibleDate) {
@@ -105,4 +84,3 @@ TEST(Date, NowIsAPossibleDate) {
 }
 
 }  // namespace
-}  // namespace values

@@ -1,9 +1,9 @@
-#include <gtest/gtest.h>
-
+#include "support/Test.h"
 #include "values/Text.h"
 
-namespace values {
 namespace {
+
+using namespace values;
 
 TEST(Text, CountsCharactersNotBytes) {
   EXPECT_EQ(length("perché"), 6U);
@@ -61,4 +61,3 @@ TEST(Text, OrderAndKeyAgreeOnEveryCharacter) {
 }
 
 }  // namespace
-}  // namespace values

@@ -66,6 +66,12 @@ std::string connectionEntry(std::string_view connectionString, std::string_view 
   return {};
 }
 
+std::string connectionValue(std::string_view value) {
+  std::string quoted = "\"";
+  for (const char c : value) quoted.append(c == '"' ? 2 : 1, c);
+  return quoted + '"';
+}
+
 std::string withoutEntry(std::string_view connectionString, std::string_view key) {
   std::string rest;
   for (Entries entries(connectionString); entries.next();)

@@ -9,6 +9,8 @@ namespace ado {
 
 /// The value of one entry of a connection string, found without regard to case; "" when absent.
 std::string connectionEntry(std::string_view connectionString, std::string_view key);
+/// A value as it may stand in a connection string, whatever it holds.
+std::string connectionValue(std::string_view value);
 /// The connection string without the entries of that key, the others as they are written.
 std::string withoutEntry(std::string_view connectionString, std::string_view key);
 

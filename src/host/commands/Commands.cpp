@@ -22,6 +22,9 @@
   command(unlock)                  \
   command(history)                 \
   command(undo)                    \
+  command(check)                   \
+  command(backup)                  \
+  command(restore)                 \
   command(call)
 // clang-format on
 

@@ -1,14 +1,12 @@
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
-#include <system_error>
 
 #include "dati/Company.h"
-#include "dati/Failure.h"
 #include "demo/DemoAzienda.h"
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
+#include "host/environment/DatabaseFiles.h"
 #include "schema/Schema.h"
 #include "values/Conversion.h"
 
@@ -41,18 +39,13 @@ void fill(ado::Connection& connection, const SharedOptions& shared, const Create
 
 void create(const SharedOptions& shared, const CreateOptions& options) {
   const auto& file = options.file;
-  if (std::filesystem::exists(file)) throw dati::Refused(file + " exists already and is left as it is");
-  try {
+  makeDatabase(file, [&](const std::string& workName) {
     const auto connection = ado::createConnection();
-    connection->ConnectionString = sqliteConnectionString(file) + ";Create=True";
+    // It is brought to the disk when it gets its name.
+    connection->ConnectionString = sqliteConnectionString(workName) + ";Create=True;Synchronous=Off";
     connection->Open();
     fill(*connection, shared, options);
-  } catch (...) {
-    // A half-made database would be in the way of the next attempt.
-    std::error_code ignored;
-    std::filesystem::remove(file, ignored);
-    throw;
-  }
+  });
   std::cout << "Created " << file << (options.demo ? " with the demo company" : " with an empty company") << '\n';
 }
 

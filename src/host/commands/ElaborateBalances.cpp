@@ -17,6 +17,7 @@
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
+#include "host/output/SafeText.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
@@ -145,8 +146,8 @@ void tellMissing(const ado::RecordsetPtr& missing) {
   std::cerr << missing->RecordCount()
             << " accounts have no card and the budget's structure allows none; they were not written:\n";
   for (missing->MoveFirst(); !missing->Eof(); missing->MoveNext())
-    std::cerr << "  " << values::toPlainText((*missing)["CONTO"].Value()) << "  "
-              << values::toPlainText((*missing)["DESCRIZIONE"].Value()) << '\n';
+    std::cerr << "  " << safeText(values::toPlainText((*missing)["CONTO"].Value())) << "  "
+              << safeText(values::toPlainText((*missing)["DESCRIZIONE"].Value())) << '\n';
 }
 
 Table writtenTable(ado::Recordset& rows, const dati::WatchedRun& run) {

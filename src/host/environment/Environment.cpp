@@ -1,14 +1,18 @@
 #include "host/environment/Environment.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
 
+#include "ado/connection/ConnectionString.h"
 #include "dati/Failure.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
+#include "host/environment/StandardStreams.h"
 #include "host/environment/Terminal.h"
 #include "host/environment/UserName.h"
+#include "host/output/SafeText.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
 #include "sqlite/Provider.h"
@@ -17,7 +21,10 @@
 
 namespace bukorval::host {
 
-std::string sqliteConnectionString(const std::string& file) { return "Provider=SQLite;Data Source=" + file; }
+std::string sqliteConnectionString(const std::string& file) {
+  // A name that begins with a colon would be no name of a file to the provider.
+  return "Provider=SQLite;Data Source=" + ado::connectionValue((file.starts_with(':') ? "./" : "") + file);
+}
 
 Environment::Environment() {
   sqlite::registerSqlite();
@@ -29,15 +36,19 @@ Environment::~Environment() = default;
 
 bool Environment::hasDatabase() const { return !options.database.empty() || !options.connectionString.empty(); }
 
+std::string Environment::connectionString() const {
+  if (!hasDatabase()) throw UsageError("Which database? Give -d FILE or set BUKORVAL_DATABASE");
+  if (!options.connectionString.empty()) return options.connectionString;
+  const auto& file = options.database;
+  if (!std::filesystem::exists(file))
+    throw dati::Refused("There is no database " + file + "; `bukorval create " + file + "` makes one");
+  return sqliteConnectionString(file) + ";Busy Timeout=" + std::to_string(options.wait);
+}
+
 const ado::ConnectionPtr& Environment::connection() {
   if (connection_) return connection_;
-  if (!hasDatabase()) throw UsageError("Which database? Give -d FILE or set BUKORVAL_DATABASE");
-  const auto& file = options.database;
-  if (options.connectionString.empty() && !std::filesystem::exists(file))
-    throw dati::Refused("There is no database " + file + "; `bukorval create " + file + "` makes one");
   auto connection = ado::createConnection();
-  connection->ConnectionString =
-      options.connectionString.empty() ? sqliteConnectionString(file) : options.connectionString;
+  connection->ConnectionString = connectionString();
   connection->CursorLocation = ado::adUseClient;
   connection->Open();
   connection_ = std::move(connection);
@@ -50,7 +61,7 @@ suite::Sessione& Environment::session() {
     session_ = std::make_shared<suite::Sessione>(
         connection(), company == options.properties.end() ? values::Variant() : parseArgument(company->second));
     session_->messaggiero = [](std::string_view text, int, std::string_view title) {
-      std::cerr << title << ": " << text << '\n';
+      std::cerr << safeText(title) << ": " << safeText(text, Lines::Keep) << '\n';
     };
   }
   return *session_;
@@ -96,8 +107,16 @@ Style Environment::style() const {
   return {separator, wantsColour(stdout), options.all};
 }
 
-void Environment::show(const Table& table) const { format().write(std::cout, table, style()); }
+void Environment::show(const Table& table) const {
+  errno = 0;
+  format().write(std::cout, table, style());
+  flushOutput();
+}
 
-void Environment::show(const CallResults& results) const { format().writeResults(std::cout, results, style()); }
+void Environment::show(const CallResults& results) const {
+  errno = 0;
+  format().writeResults(std::cout, results, style());
+  flushOutput();
+}
 
 }  // namespace bukorval::host

@@ -15,6 +15,7 @@ namespace bukorval::host {
 struct SharedOptions {
   std::string database;          ///< file of the embedded database
   std::string connectionString;  ///< a whole connection string, instead of a file
+  int wait = 5;                  ///< seconds, for another run that writes the file
   std::string format{formats().front().name};
   bool all = false;                               ///< show empty columns too
   bool force = false;                             ///< write into a closed year too
@@ -35,7 +36,9 @@ class Environment {
   SharedOptions options;
 
   bool hasDatabase() const;
-  /// Throws dati::Refused when there is no such database: only `create` makes one.
+  /// What the connection is opened with. Throws UsageError when no database was given, dati::Refused when there is no
+  /// such file: only `create` makes one.
+  std::string connectionString() const;
   const ado::ConnectionPtr& connection();
   suite::Sessione& session();
   /// The object on that connection and session, with the properties given on the command line; company and
@@ -51,7 +54,7 @@ class Environment {
 
   /// The format that was chosen.
   const Format& format() const;
-  /// Writes to standard output in that format.
+  /// Writes to standard output in that format. Throws dati::Failure when it does not get there.
   void show(const Table& table) const;
   void show(const CallResults& results) const;
 
@@ -64,7 +67,7 @@ class Environment {
   std::unique_ptr<CLSKORVAL> budget_;
 };
 
-/// "Provider=SQLite;Data Source=FILE".
+/// "Provider=SQLite;Data Source=FILE", whatever the name of the file holds.
 std::string sqliteConnectionString(const std::string& file);
 
 }  // namespace bukorval::host

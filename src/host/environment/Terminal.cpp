@@ -10,6 +10,7 @@
 #endif
 
 #include "dati/Failure.h"
+#include "host/output/SafeText.h"
 
 namespace bukorval::host {
 
@@ -29,7 +30,7 @@ bool wantsColour(std::FILE* stream) {
 void confirm(std::string_view question, bool yes) {
   if (yes) return;
   if (!isTerminal(stdin)) throw dati::Refused(std::string(question).append(" Nobody to ask here: add --yes to go on"));
-  std::cerr << question << " [y/N] " << std::flush;
+  std::cerr << safeText(question) << " [y/N] " << std::flush;
   std::string answer;
   std::getline(std::cin, answer);
   if (answer != "y" && answer != "Y" && answer != "yes") throw dati::Refused("Nothing was changed");

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "host/output/SafeText.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -44,7 +45,7 @@ std::string isoDate(const values::Date& date) {
 std::string humanText(const values::Variant& value, const Column& column, char separator) {
   if (value.isNothing()) return "";
   if (const auto* boolean = value.get_if<bool>()) return *boolean ? "Sì" : "No";
-  if (!column.number || !value.isNumber()) return std::string(values::rtrim(values::toText(value, separator)));
+  if (!column.number || !value.isNumber()) return safeText(values::rtrim(values::toText(value, separator)));
   const auto number = values::toDecimal(value);
   if (column.percentage) {
     return grouped(withDecimals(number * values::Decimal::FromScaled(100), column.decimals - 2), separator);

@@ -1,13 +1,10 @@
-#include <gtest/gtest.h>
-
 #include "dati/import/FinanceChart.h"
 #include "dati/import/FinanceFolder.h"
+#include "support/Test.h"
 
-namespace bukorval::dati {
 namespace {
 
-using values::Date;
-using values::Decimal;
+using namespace bukorval::dati;
 
 TEST(FinanceFolder, ADayNearAMonthEndStandsForItsMonth) {
   const std::pair<Date, Date> cases[] = {
@@ -48,4 +45,3 @@ TEST(FinanceChart, TheChartHasGroupsAccountsAndDepartments) {
 }
 
 }  // namespace
-}  // namespace bukorval::dati

@@ -1,39 +1,26 @@
-#include <gtest/gtest.h>
-
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
-#include "values/Conversion.h"
+#include "support/Test.h"
 
-namespace bukorval::host {
 namespace {
 
+using namespace bukorval::host;
 using values::Kind;
 
 TEST(Arguments, ReadsWhatPeopleType) {
-  const std::tuple<const char*, Kind, const char*> cases[] = {
-      {"12", Kind::Int32, "12"},
-      {"-12", Kind::Int32, "-12"},
-      {"0", Kind::Int32, "0"},
-      {"01", Kind::String, "01"},
-      {"2147483648", Kind::Decimal, "2147483648"},
-      {"12.50", Kind::Decimal, "12.50"},
-      {"-0,5", Kind::Decimal, "-0.5"},
-      {"1.234.567", Kind::String, "1.234.567"},
-      {"1e3", Kind::String, "1e3"},
-      {"-", Kind::String, "-"},
-      {"#2011-01-31#", Kind::Date, "31/01/2011"},
-      {"#31/01/2011#", Kind::Date, "31/01/2011"},
-      {"'12'", Kind::String, "12"},
-      {"'", Kind::String, "'"},
-      {"NULL", Kind::Null, ""},
-      {"EMPTY", Kind::Empty, ""},
-      {"null", Kind::String, "null"},
-      {"", Kind::String, ""},
-  };
-  for (const auto& [text, kind, plain] : cases) {
-    const auto value = parseArgument(text);
-    EXPECT_EQ(value.kind(), kind) << text;
-    EXPECT_EQ(values::toPlainText(value), plain) << text;
+  const std::pair<Kind, testing_support::InOut> cases[] = {
+      {Kind::Int32, inOut({"12 => 12", "-12 => -12", "0 => 0"})},
+      {Kind::Decimal, inOut({"2147483648 => 2147483648", "12.50 => 12.50", "-0,5 => -0.5"})},
+      {Kind::String, inOut({"01 => 01", "1.234.567 => 1.234.567", "1e3 => 1e3", "- => -", "'12' => 12", "' => '",
+                            "null => null", " => "})},
+      {Kind::Date, inOut({"#2011-01-31# => 31/01/2011", "#31/01/2011# => 31/01/2011"})},
+      {Kind::Null, inOut({"NULL => "})},
+      {Kind::Empty, inOut({"EMPTY => "})}};
+  for (const auto& [kind, rows] : cases) {
+    for (const auto& [text, plain] : rows) {
+      EXPECT_EQ(parseArgument(text).kind(), kind) << text;
+      EXPECT_EQ(values::toPlainText(parseArgument(text)), plain) << text;
+    }
   }
   EXPECT_THROW(parseArgument("#30/02/2011#"), UsageError);
 }
@@ -53,4 +40,3 @@ TEST(Arguments, ReadsDictionaries) {
 }
 
 }  // namespace
-}  // namespace bukorval::host

@@ -1,17 +1,13 @@
-#include <gtest/gtest.h>
-
 #include <sstream>
 
 #include "host/output/Formats.h"
+#include "host/output/SafeText.h"
 #include "host/output/Titles.h"
-#include "values/Errore.h"
+#include "support/Test.h"
 
-namespace bukorval::host {
 namespace {
 
-using values::Date;
-using values::Decimal;
-using values::Variant;
+using namespace bukorval::host;
 
 Table sample() {
   Table table;
@@ -69,13 +65,31 @@ TEST(Formats, JsonNeverLosesADigit) {
   EXPECT_NE(out.str().find("\"B\": \"12345678901234567.89\""), std::string::npos) << out.str();
 }
 
+TEST(Formats, ATerminalObeysNoData) {
+  const std::string data =
+      "a\x1b[2Jb\nc\x7f\t\xc2\x9b"
+      "1m\xe2\x80\xae"
+      "d\xe2\x81\xa9 \xff\xe2\x80 à€😀\\";
+  Table table;
+  table.columns = {{"A", "A"}};
+  table.rows = {{data}};
+  const auto in = [&](const char* format) {
+    std::ostringstream out;
+    findFormat(format).write(out, table, {});
+    return out.str();
+  };
+  EXPECT_NE(in("table").find("\n"
+                             R"(a\x1B[2Jb\nc\x7F\t\u009B1m\u202Ed\u2069 \xFF\xE2\x80 à€😀\)"
+                             "\n"),
+            std::string::npos)
+      << in("table");
+  EXPECT_EQ(in("csv"), "A\n\"" + data + "\"\n");
+  EXPECT_EQ(safeText("one\r\ntwo\r\x1b", Lines::Keep), "one\r\ntwo\\r\\x1B");
+}
+
 TEST(Formats, AnUnknownOneIsRefusedWithTheKnownOnes) {
-  try {
-    findFormat("xml");
-    FAIL();
-  } catch (const values::Errore& e) {
-    EXPECT_STREQ(e.what(), "There is no format xml, only table (for people), csv or json (for programs)");
-  }
+  EXPECT_EQ(errorOf([] { findFormat("xml"); }),
+            "There is no format xml, only table (for people), csv or json (for programs)");
 }
 
 TEST(Titles, ShortenFieldNames) {
@@ -93,4 +107,3 @@ TEST(Titles, ShortenFieldNames) {
 }
 
 }  // namespace
-}  // namespace bukorval::host

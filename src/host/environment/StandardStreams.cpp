@@ -1,0 +1,40 @@
+#include "host/environment/StandardStreams.h"
+
+#include <cerrno>
+#include <csignal>
+#include <iostream>
+#include <string>
+#include <system_error>
+#ifndef _WIN32
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+#include "dati/Failure.h"
+
+namespace bukorval::host {
+
+void prepareStandardStreams() {
+#ifndef _WIN32
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+  // Held by the wrong end, so that reading and writing go on failing. The lowest free number is taken first.
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(stream, F_GETFD) >= 0) continue;
+    if (::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY) != stream) return;
+  }
+#endif
+}
+
+void flushOutput() {
+  if (std::cout.good()) {
+    errno = 0;
+    std::cout.flush();
+    if (std::cout.good()) return;
+  }
+  const int reason = errno;
+  throw dati::Failure(bdgStatoErrore, "Standard output cannot be written" +
+                                          (reason == 0 ? "" : ": " + std::generic_category().message(reason)));
+}
+
+}  // namespace bukorval::host

@@ -1,0 +1,112 @@
+#include "sqlite/DatabaseFile.h"
+
+#include <cctype>
+#include <cstdint>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "sqlite/file/Platform.h"
+#include "values/Errore.h"
+
+namespace sqlite {
+namespace {
+
+namespace fs = std::filesystem;
+using values::Errore;
+
+/// Stands in the head of every file made here: "BKOR".
+constexpr std::int32_t kApplication = 0x424B4F52;
+
+std::int32_t number(sqlite3* database, std::string_view query) {
+  const auto statement = prepare(database, query);
+  const int outcome = sqlite3_step(statement.get());
+  if (outcome != SQLITE_ROW && outcome != SQLITE_DONE) throwFailure(database);
+  return outcome == SQLITE_ROW ? sqlite3_column_int(statement.get(), 0) : 0;
+}
+
+/// The file as it lies on the disk: no log, no journal, no locks, and nothing is made beside it.
+Database openUntouched(const fs::path& file) {
+  constexpr const char* kHexDigits = "0123456789abcdef";
+  std::string address = "file://";
+  for (const char c : fs::absolute(file).string()) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (std::isalnum(byte) != 0 || c == '/')
+      address += c;
+    else
+      address.append(1, '%').append(1, kHexDigits[byte / 16]).append(1, kHexDigits[byte % 16]);
+  }
+  return open(address + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+}
+
+/// Files made before the head said so are told by the order of their texts.
+void requireOurs(const fs::path& file) {
+  if (fs::file_size(file) == 0) throw Errore("The file is empty");
+  const auto database = openUntouched(file);
+  const auto application = number(database.get(), "PRAGMA application_id");
+  const bool ours = application == kApplication ||
+                    (application == 0 &&
+                     number(database.get(), "SELECT 1 FROM sqlite_master WHERE sql LIKE '%COLLATE BK_TEXT%'") == 1);
+  if (!ours) throw Errore("The database was made by another program");
+}
+
+bool hasContent(const fs::path& file) {
+  std::error_code none;
+  const auto size = fs::file_size(file, none);
+  return !none && size > 0;
+}
+
+bool hasUnmergedChanges(const fs::path& file) {
+  return hasContent(file.string() + "-wal") || hasContent(file.string() + "-journal");
+}
+
+/// A log can be read beside its index; where that is gone, only by whoever may make a new one.
+void requireIndex(const fs::path& file) {
+  if (hasContent(file.string() + "-wal") && !fs::exists(file.string() + "-shm") &&
+      !mayWrite(file.parent_path().string()))
+    throw Errore("Its log, " + file.filename().string() +
+                 "-wal, must be merged first by somebody who may write in its folder");
+}
+
+/// Holds a connection to reading. One that the engine opens for reading only leaves the log and its index behind. A
+/// table is made by an insert into the master table; an update of that alone is how the engine looks at columns.
+int denyWriting(void*, int action, const char* table, const char*, const char* database, const char*) {
+  if (action == SQLITE_ALTER_TABLE) return SQLITE_DENY;
+  const bool writes = action == SQLITE_INSERT || action == SQLITE_DELETE ||
+                      (action == SQLITE_UPDATE && std::string_view(table) != "sqlite_master");
+  return writes && database != nullptr && std::string_view(database) == "main" ? SQLITE_DENY : SQLITE_OK;
+}
+
+Database openExisting(const FileWish& wish) {
+  const auto file = fs::canonical(wish.file);
+  requireOurs(file);
+  const bool writable = mayWrite(file.string()) && mayWrite(file.parent_path().string());
+  if (!writable && !hasUnmergedChanges(file)) return openUntouched(file);
+  requireIndex(file);
+  auto database = open(wish.file, SQLITE_OPEN_READWRITE);
+  if (wish.readOnly) sqlite3_set_authorizer(database.get(), denyWriting, nullptr);
+  return database;
+}
+
+Database makeFile(const std::string& file) {
+  auto database = open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  run(database.get(), ("PRAGMA application_id = " + std::to_string(kApplication)).c_str());
+  run(database.get(), "PRAGMA journal_mode = WAL");
+  return database;
+}
+
+}  // namespace
+
+Database openFile(const FileWish& wish) {
+  const auto& file = wish.file;
+  if (file == ":memory:") return open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY);
+  std::error_code unknown;
+  const auto status = fs::status(file, unknown);
+  const bool missing = status.type() == fs::file_type::not_found;
+  if (missing && !wish.create) throw Errore("it does not exist (Create=True makes a new one)");
+  if (!missing && !fs::is_regular_file(status)) throw Errore(unknown ? unknown.message() : "It is no regular file");
+  if (missing || (wish.create && fs::file_size(file) == 0)) return makeFile(file);
+  return openExisting(wish);
+}
+
+}  // namespace sqlite

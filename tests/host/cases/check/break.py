@@ -1,0 +1,18 @@
+"""Does to the demo database what no program should."""
+import sqlite3
+
+database = sqlite3.connect("demo.db")
+database.create_collation("BK_TEXT", lambda a, b: (a.lower() > b.lower()) - (a.lower() < b.lower()))
+for statement in (
+    "DELETE FROM BU65_TESBUDGET WHERE BU65_ID = 52",
+    "INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65) VALUES (9001)",
+    "INSERT INTO BU14_SCADCFLOW (BU14_IDBUDGET, BU14_IMPORTO) VALUES (9001, 100)",
+    "DELETE FROM BU66_DETBUDGET WHERE BU66_ID_BU65 = 53",
+    "DELETE FROM BU67_BDGCASHFLOW WHERE BU67_ID_BU65 = 59",
+    "INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO) VALUES (54, 0, 1, 12345)",
+    "INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO) VALUES (54, 2, 1, 12345)",
+    "INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO) VALUES (54, 2, 1, 12345)",
+    "UPDATE BU65_TESBUDGET SET BU65_CODICE_CG31 = NULL WHERE BU65_ID = 60",
+):
+    database.execute(statement)
+database.commit()
