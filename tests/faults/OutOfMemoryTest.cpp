@@ -1,53 +1,13 @@
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
 #include <cstdlib>
 #include <iostream>
-#include <new>
 
+#include "faults/FailingMemory.h"
 #include "object/FaultSweep.h"
-
-namespace {
-
-/// Counts the allocations of the program and of the engine while it is armed, and refuses some.
-struct Memory {
-  bool armed = false;
-  bool forGood = false;  ///< those after the one that fails, too
-  long allocations = 0, failAt = 0;
-
-  bool refuses() {
-    if (!armed) return false;
-    ++allocations;
-    return forGood ? allocations >= failAt : allocations == failAt;
-  }
-};
-Memory memory;
-sqlite3_mem_methods engine;
-
-void* engineAllocates(int size) { return memory.refuses() ? nullptr : engine.xMalloc(size); }
-void* engineExtends(void* old, int size) { return memory.refuses() ? nullptr : engine.xRealloc(old, size); }
-
-/// Before the engine is used for the first time.
-[[maybe_unused]] const bool watchesEngine = [] {
-  sqlite3_config(SQLITE_CONFIG_GETMALLOC, &engine);
-  auto watched = engine;
-  watched.xMalloc = engineAllocates;
-  watched.xRealloc = engineExtends;
-  return sqlite3_config(SQLITE_CONFIG_MALLOC, &watched) == SQLITE_OK;
-}();
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  void* memoryGiven = memory.refuses() ? nullptr : std::malloc(size == 0 ? 1 : size);
-  if (!memoryGiven) throw std::bad_alloc();
-  return memoryGiven;
-}
-void operator delete(void* given) noexcept { std::free(given); }
-void operator delete(void* given, std::size_t) noexcept { std::free(given); }
 
 namespace object_tests {
 namespace {
+
+using faults::memory;
 
 /// Elaborations of one card, each of which misses one allocation: every BUKORVAL_FAULT_STEP-th, one in 97 unless told
 /// otherwise.
