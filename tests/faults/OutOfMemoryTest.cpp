@@ -9,7 +9,7 @@ namespace {
 
 using faults::memory;
 
-/// Elaborations of one card, each of which misses one allocation: every BUKORVAL_FAULT_STEP-th, one in 97 unless told
+/// Elaborations of one card, each of which misses one allocation: every BUKORVAL_FAULT_STEP-th, one in 37 unless told
 /// otherwise.
 class OutOfMemory : public FaultSweep {
  protected:
@@ -56,7 +56,7 @@ class OutOfMemory : public FaultSweep {
 
 TEST_F(OutOfMemory, LeavesAnOutcomeAndNothingElse) {
   const char* given = std::getenv("BUKORVAL_FAULT_STEP");
-  const long step = given ? std::atol(given) : 97;
+  const long step = given ? std::atol(given) : 37;
   for (const bool forGood : {false, true}) {
     long failed = 0;
     for (long failAt = 1; meets(failAt, forGood) && !HasFailure(); failAt += step) ++failed;
