@@ -85,7 +85,6 @@ values::Variant ValoriScheda::inserisci(const std::string& scheda, BdgTipoDettag
   auto& connessione = ctx_.connessione();
   try {
     connessione.Execute(testoInserimento(scheda, tipo, colonna(tipoValore).inserimento, periodo, valore));
-    return nuovaIdentita(connessione);
   } catch (const values::Errore&) {
     if (tipo == bdgDettaglioOrdini) throw;
     TestoSql sql;
@@ -100,6 +99,7 @@ values::Variant ValoriScheda::inserisci(const std::string& scheda, BdgTipoDettag
     connessione.Execute(testoAggiornamento(colonna(tipoValore).aggiornamento, valore, identificativo(riga)));
     return riga;
   }
+  return nuovaIdentita(connessione);
 }
 
 void ValoriScheda::UpdateNullValoriBU66(const values::Variant& scheda, BdgTipoDettaglio tipo) {

@@ -81,13 +81,17 @@ TEST(AggiornaSingoloValore, TakesANumberInAnyFormAndRefusesTheRest) {
 TEST(AggiornaSingoloValore, StopsAtTheStatementThatFails) {
   for (const std::size_t k : {1u, 2u, 3u}) {
     TestContext budget;
-    budget.answerNothing();
+    // After an insert that fails it looks whether somebody else has inserted the row.
+    if (k == 1)
+      budget.answer({"BU66_ID"}, {});
+    else
+      budget.answerNothing();
     budget.answer({""}, {{345}});
     budget.failAt(k);
     Variant made = "none";
     ValoriScheda(budget.ctx).AggiornaSingoloValoreBU66(0, 12, 0, 0, 1, 10, made);
     EXPECT_EQ(budget.outcome(), "99 boom in AggiornaSingoloValoreBU66");
-    EXPECT_EQ(budget.db->texts.size(), k);
+    EXPECT_EQ(budget.db->texts.size(), k == 1 ? 2u : k);
     EXPECT_EQ(made, k < 3 ? Variant("none") : Variant(345));
   }
 }

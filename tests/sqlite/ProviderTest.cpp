@@ -77,7 +77,7 @@ TEST(SqliteOpen, CommitsOutliveThePowerAndWaitsAreShortUnlessToldOtherwise) {
   }
   sqlite3_reset_auto_extension();
   for (const char* words : {";Synchronous=Maybe", ";Busy Timeout=601", ";Busy Timeout=-1", ";Busy Timeout=1s"})
-    EXPECT_NE(failureOf([&] { file.open(words); }).find("not '"), std::string::npos) << words;
+    EXPECT_NE(errorOf([&] { file.open(words); }).find("not '"), std::string::npos) << words;
 }
 
 TEST(SqliteOpen, ReadModeRefusesWrites) {

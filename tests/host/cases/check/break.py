@@ -4,6 +4,7 @@ import sqlite3
 database = sqlite3.connect("demo.db")
 database.create_collation("BK_TEXT", lambda a, b: (a.lower() > b.lower()) - (a.lower() < b.lower()))
 for statement in (
+    "DROP INDEX UX_BU66_DETTAGLIO",  # which older databases lack
     "DELETE FROM BU65_TESBUDGET WHERE BU65_ID = 52",
     "INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65) VALUES (9001)",
     "INSERT INTO BU14_SCADCFLOW (BU14_IDBUDGET, BU14_IMPORTO) VALUES (9001, 100)",
