@@ -1,6 +1,8 @@
 // Any text is a filter or is refused; a refused one leaves the one before it, and rows pass or do not.
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
+#include <string>
 #include <string_view>
 
 #include "ado/recordset/Recordset.h"
@@ -8,8 +10,9 @@
 
 namespace {
 
-ado::Recordset made() {
-  ado::Recordset set;
+ado::RecordsetPtr made() {
+  auto made = std::make_shared<ado::Recordset>();
+  auto& set = *made;
   set.Fields().Append("CONTO", ado::adVarWChar, 15, ado::adFldIsNullable);
   set.Fields().Append("IMPORTO", ado::adVariant, 0, ado::adFldIsNullable);
   set.Fields().Append("GIORNO", ado::adDBTimeStamp, 0, ado::adFldIsNullable);
@@ -20,13 +23,14 @@ ado::Recordset made() {
     row[1] = values::Decimal::FromScaled(12345, 2);
     row[2] = values::Date::FromYmd(2025, 1, 31);
   }
-  return set;
+  return made;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static auto set = made();
+  static const auto rows = made();
+  auto& set = *rows;
   const std::string before = set.Filter();
   try {
     set.Filter(std::string_view(reinterpret_cast<const char*>(data), size));
