@@ -13,10 +13,10 @@ using faults::memory;
 /// otherwise.
 class OutOfMemory : public FaultSweep {
  protected:
-  void SetUp() override {
+  /// The elaboration has something to write again.
+  void moveAmounts() {
     db->Execute("UPDATE CG42_MOVCONT SET CG42_IMPTOTALE = CG42_IMPTOTALE + 1");
-    watch = std::make_unique<CommitWatch>(file.path());
-    committed = watch->version();
+    committed = watch.version();
   }
 
   /// @return whether the run needed the allocation that was refused.
@@ -34,23 +34,23 @@ class OutOfMemory : public FaultSweep {
     EXPECT_FALSE(escaped) << "allocation " << failAt << ": an exception left the object";
     if (memory.allocations < failAt) {
       EXPECT_EQ(outcome(*bo), "0 ");
-      EXPECT_NE(watch->version(), committed) << "the elaboration has something to write";
+      EXPECT_NE(watch.version(), committed) << "the elaboration has something to write";
       return false;
     }
     // The engine gets by without some of what it asks for.
     if (bo->Stato() == 0) {
       ++managed;
-      committed = watch->version();
+      committed = watch.version();
     } else {
       EXPECT_EQ(bo->Stato(), 99) << bo->errore();
-      EXPECT_EQ(watch->version(), committed) << "allocation " << failAt << " left something: " << bo->errore();
+      EXPECT_EQ(watch.version(), committed) << "allocation " << failAt << " left something: " << bo->errore();
     }
     EXPECT_NO_THROW(db->BeginTrans()) << "allocation " << failAt << " left a transaction open: " << bo->errore();
     db->RollbackTrans();
     return true;
   }
 
-  std::unique_ptr<CommitWatch> watch;
+  const CommitWatch watch{file.path()};
   int committed = 0, managed = 0;
 };
 
@@ -59,6 +59,7 @@ TEST_F(OutOfMemory, LeavesAnOutcomeAndNothingElse) {
   const long step = given ? std::atol(given) : 37;
   for (const bool forGood : {false, true}) {
     long failed = 0;
+    moveAmounts();
     for (long failAt = 1; meets(failAt, forGood) && !HasFailure(); failAt += step) ++failed;
     EXPECT_GT(failed, 0);
     std::cout << failed << " allocations failed" << (forGood ? " with all after them" : "") << ", " << managed
