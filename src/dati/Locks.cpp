@@ -4,6 +4,7 @@
 #include "dati/OwnTables.h"
 #include "dati/RowInsert.h"
 #include "frame/TestoSql.h"
+#include "frame/Transazione.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
@@ -64,6 +65,7 @@ void requireUnlocked(ado::Connection& connection, const BudgetAnno& budget) {
 void lockBudget(ado::Connection& connection, const BudgetAnno& budget, const std::string& user,
                 const std::string& reason) {
   prepareTables(connection, "62_locks.sql", "BK05_BLOCCHI");
+  Transazione transaction(connection);
   requireUnlocked(connection, budget);
   RowInsert("BK05_BLOCCHI")
       .set("BK05_DITTA_CG18", budget.ditta)
@@ -75,6 +77,7 @@ void lockBudget(ado::Connection& connection, const BudgetAnno& budget, const std
       .set("BK05_UTENTE", user)
       .set("BK05_MOTIVO", reason.empty() ? Variant::Null() : Variant(reason))
       .run(connection);
+  transaction.conferma();
 }
 
 void unlockBudget(ado::Connection& connection, const BudgetAnno& budget) {

@@ -14,6 +14,11 @@ void Contesto::esito(const Fallimento& fallimento) noexcept {
   }
 }
 
+void Contesto::esitoSenzaTesto() noexcept {
+  stato_ = bdgStatoErrore;
+  errore_.clear();
+}
+
 ado::Connection& Contesto::connessione() const {
   if (!connessione_) throw values::Errore("Object variable or With block variable not set: Connessione");
   return *connessione_;

@@ -34,6 +34,8 @@ class Contesto {
   BdgStato stato() const { return stato_; }
   const std::string& errore() const { return errore_; }
   void esito(const Fallimento& fallimento) noexcept;
+  /// Stato 99 without a text.
+  void esitoSenzaTesto() noexcept;
 
   /// The connection in use; throws when none is set.
   ado::Connection& connessione() const;

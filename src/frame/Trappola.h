@@ -41,6 +41,8 @@ Risultato esegui(Contesto& ctx, std::string_view procedura, Risultato ripiego, C
     return sottoNome(procedura, std::forward<Corpo>(corpo));
   } catch (const Fallimento& fallimento) {
     ctx.esito(fallimento);
+  } catch (...) {
+    ctx.esitoSenzaTesto();  // there was no memory to make a Fallimento of it
   }
   return ripiego;
 }

@@ -49,12 +49,12 @@ std::string testoAggiornamento(std::string_view colonna, const std::string& valo
   return sql.str();
 }
 
-void segnaUltimoAggiornamento(Contesto& ctx, const std::string& scheda) {
+std::string testoUltimoAggiornamento(Contesto& ctx, const std::string& scheda) {
   TestoSql sql;
   sql.riga(" UPDATE BU65_TESBUDGET ")
       .riga("    SET BU65_DATAULTAGG = ", DataDB(ctx, values::Date::Now()))
       .testo("  WHERE BU65_ID = ", scheda);
-  ctx.connessione().Execute(sql);
+  return sql.str();
 }
 
 }  // namespace
@@ -67,13 +67,15 @@ void ValoriScheda::AggiornaSingoloValoreBU66(const values::Variant& dettaglio, c
     const auto riga = identificativo(NVL(dettaglio, 0));
     const auto testata = identificativo(scheda);
     const auto testoValore = valoreDecimale(valore);
+    // What can fail without the database fails before anything is written.
+    const auto aggiornamento = testoUltimoAggiornamento(ctx_, testata);
     auto& connessione = ctx_.connessione();
     if (riga == "0") {
       nuovoDettaglio = inserisci(testata, tipo, tipoValore, periodo, testoValore);
     } else {
       connessione.Execute(testoAggiornamento(colonna(tipoValore).aggiornamento, testoValore, riga));
     }
-    segnaUltimoAggiornamento(ctx_, testata);
+    connessione.Execute(aggiornamento);
   });
 }
 

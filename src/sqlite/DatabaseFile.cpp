@@ -1,8 +1,10 @@
 #include "sqlite/DatabaseFile.h"
 
+#include <array>
 #include <cctype>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 #include <system_error>
 
@@ -39,17 +41,6 @@ Database openUntouched(const fs::path& file) {
   return open(address + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
 }
 
-/// Files made before the head said so are told by the order of their texts.
-void requireOurs(const fs::path& file) {
-  if (fs::file_size(file) == 0) throw Errore("The file is empty");
-  const auto database = openUntouched(file);
-  const auto application = number(database.get(), "PRAGMA application_id");
-  const bool ours = application == kApplication ||
-                    (application == 0 &&
-                     number(database.get(), "SELECT 1 FROM sqlite_master WHERE sql LIKE '%COLLATE BK_TEXT%'") == 1);
-  if (!ours) throw Errore("The database was made by another program");
-}
-
 bool hasContent(const fs::path& file) {
   std::error_code none;
   const auto size = fs::file_size(file, none);
@@ -58,6 +49,34 @@ bool hasContent(const fs::path& file) {
 
 bool hasUnmergedChanges(const fs::path& file) {
   return hasContent(file.string() + "-wal") || hasContent(file.string() + "-journal");
+}
+
+/// Read as bytes: a file whose log was not merged to the end need not be whole by itself.
+std::int32_t applicationInHead(const fs::path& file) {
+  constexpr std::streamoff kPlace = 68;
+  std::array<char, 4> bytes{};
+  std::ifstream in(file, std::ios::binary);
+  if (!in.seekg(kPlace).read(bytes.data(), bytes.size())) return 0;
+  std::uint32_t application = 0;
+  for (const char byte : bytes) application = application << 8 | static_cast<unsigned char>(byte);
+  return static_cast<std::int32_t>(application);
+}
+
+/// Files made before the head said so are told by the order of their texts.
+bool hasOurTexts(const fs::path& file) try {
+  const auto database = openUntouched(file);
+  return number(database.get(), "PRAGMA application_id") == 0 &&
+         number(database.get(), "SELECT 1 FROM sqlite_master WHERE sql LIKE '%COLLATE BK_TEXT%'") == 1;
+} catch (const Errore&) {
+  // Then the log makes it whole, if anything does.
+  if (!hasUnmergedChanges(file)) throw;
+  return true;
+}
+
+void requireOurs(const fs::path& file) {
+  if (fs::file_size(file) == 0) throw Errore("The file is empty");
+  if (applicationInHead(file) != kApplication && !hasOurTexts(file))
+    throw Errore("The database was made by another program");
 }
 
 /// A log can be read beside its index; where that is gone, only by whoever may make a new one.

@@ -38,6 +38,7 @@ void configure(sqlite3* database, const ConnectionWords& words) {
 SqliteConnection::~SqliteConnection() {
   // Plans drop their stages, so they go before the database; an open transaction is rolled back by closing.
   tracker_.reset();
+  rollback_.reset();
   cache_.reset();
 }
 
@@ -65,6 +66,7 @@ void SqliteConnection::Open(std::string_view, std::string_view, std::int32_t) {
 void SqliteConnection::Close() {
   requireOpen();
   tracker_.reset();
+  rollback_.reset();
   cache_.reset();
   catalog_.reset();
   database_.reset();
@@ -152,6 +154,8 @@ void SqliteConnection::BeginTrans() {
   if (writable_) sqlite3_exec(database_.get(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
   // Every transaction here is serialisable, whatever IsolationLevel asks. The write lock is taken at once, so that
   // a second writer waits at its beginning and never fails halfway.
+  // Made ahead: what takes back must not need memory when there is none.
+  if (!rollback_) rollback_ = prepare(database_.get(), "ROLLBACK", SQLITE_PREPARE_PERSISTENT);
   run(database_.get(), writable_ ? "BEGIN IMMEDIATE" : "BEGIN");
   inTransaction_ = true;
   schemaChangedInTransaction_ = false;
@@ -170,7 +174,7 @@ void SqliteConnection::CommitTrans() {
 void SqliteConnection::RollbackTrans() {
   requireOpen();
   if (!inTransaction_) throw Errore("No transaction is active");
-  if (sqlite3_get_autocommit(database_.get()) == 0) run(database_.get(), "ROLLBACK");
+  if (sqlite3_get_autocommit(database_.get()) == 0) stepToEnd(database_.get(), rollback_.get());
   inTransaction_ = false;
   forgetRolledBack();
 }

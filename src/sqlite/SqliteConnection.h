@@ -55,6 +55,7 @@ class SqliteConnection : public ado::Connection {
   void forgetRolledBack();
 
   Database database_;
+  Prepared rollback_;
   std::optional<SchemaCatalog> catalog_;
   std::optional<StatementCache> cache_;
   std::unique_ptr<ado::ChangeTracker> tracker_;

@@ -1,5 +1,8 @@
 #include <algorithm>
 #include <cctype>
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
 #include <limits>
 
 #include "object/Budgets.h"
@@ -206,34 +209,54 @@ void chooseBudget(CLSKORVAL& bo, Dice& dice) {
   if (dice.below(2) == 0) bo.DaConto = bo.AConto = bo.DaScheda = bo.AScheda = Variant();
 }
 
-/// Each environment: what the object is given before its methods are called.
-using Environment = std::function<void(CLSKORVAL&, Dice&)>;
+/// What the object is given before its methods are called, and what is looked at after each call.
+struct Surroundings {
+  std::function<void(CLSKORVAL&, Dice&)> prepare;
+  std::function<void(const CLSKORVAL&, const std::string& method)> look = [](const CLSKORVAL&, const std::string&) {};
+};
 
-void callEverything(unsigned seeds, const Environment& environment) {
+/// The calls of one test at least; BUKORVAL_HOSTILE_CALLS asks for more, BUKORVAL_FIRST_SEED for others.
+unsigned long fromEnvironment(const char* name, unsigned long otherwise) {
+  const char* given = std::getenv(name);
+  return given ? std::strtoul(given, nullptr, 10) : otherwise;
+}
+
+void callEverything(unsigned seeds, const Surroundings& surroundings) {
+  const auto wanted = fromEnvironment("BUKORVAL_HOSTILE_CALLS", 0);
+  const auto first = static_cast<unsigned>(fromEnvironment("BUKORVAL_FIRST_SEED", 1));
+  const auto start = std::chrono::steady_clock::now();
   std::map<std::string, unsigned> runs;
-  for (unsigned seed = 1; seed <= seeds; ++seed) {
+  unsigned long calls = 0;
+  unsigned seed = first;
+  for (; seed - first < seeds || calls < wanted; ++seed) {
     Dice dice(seed);
     CLSKORVAL bo;
-    environment(bo, dice);
+    surroundings.prepare(bo, dice);
     for (const auto& member : interfaccia()) {
       if (member.genere != Genere::Metodo) continue;
       setRandomProperties(bo, dice);
       chooseBudget(bo, dice);
-      runs[member.nome] += attempt(bo, member, dice, seed) ? 1 : 0;
+      const bool ran = attempt(bo, member, dice, seed);
+      if (ran) surroundings.look(bo, member.nome);
+      runs[member.nome] += ran ? 1 : 0;
+      ++calls;
     }
   }
-  for (const auto& [method, times] : runs) EXPECT_GT(times, seeds / 4) << method << " was hardly ever run";
+  for (const auto& [method, times] : runs) EXPECT_GT(times, (seed - first) / 4) << method << " was hardly ever run";
+  const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+  std::cout << calls << " hostile calls, " << static_cast<long>(static_cast<double>(calls) / took.count())
+            << " a second\n";
 }
 
 TEST(Fuzz, WithNothingGiven) {
-  callEverything(40, [](CLSKORVAL&, Dice&) {});
+  callEverything(40, {[](CLSKORVAL&, Dice&) {}});
 }
 
 TEST(Fuzz, WithASessionAndAWhimsicalDatabase) {
-  callEverything(60, [](CLSKORVAL& bo, Dice& dice) {
-    bo.Connessione(randomConnection(dice));
-    if (dice.below(3) != 0) bo.ActiveInterface = std::make_shared<testing_support::FakeSession>();
-  });
+  callEverything(60, {[](CLSKORVAL& bo, Dice& dice) {
+                   bo.Connessione(randomConnection(dice));
+                   if (dice.below(3) != 0) bo.ActiveInterface = std::make_shared<testing_support::FakeSession>();
+                 }});
 }
 
 /// What the embedded database runs is one statement for a database behind ODBC, too.
@@ -248,15 +271,31 @@ class Watched : public testing_support::FaultConnection {
   }
 };
 
+/// Every row that a call may write.
+std::vector<std::string> contents(ado::Connection& db) {
+  std::vector<std::string> all;
+  for (const auto* table : {"BU65_TESBUDGET", "BU66_DETBUDGET", "BU67_BDGCASHFLOW", "BU14_SCADCFLOW"})
+    for (auto& row : testing_support::list(db, std::string("SELECT * FROM ") + table)) all.push_back(std::move(row));
+  return all;
+}
+
 TEST(Fuzz, WithASmallDatabase) {
   const auto db = object_tests::companyWithBudgets();
   const auto session = std::make_shared<suite::Sessione>(db);
   const auto watched = std::make_shared<Watched>(db);
-  callEverything(60, [&](CLSKORVAL& bo, Dice& dice) {
+  auto before = contents(*db);
+  const auto look = [&](const CLSKORVAL& bo, const std::string& method) {
+    ASSERT_NO_THROW(db->BeginTrans()) << method << " left a transaction open";
+    db->RollbackTrans();
+    auto now = contents(*db);
+    EXPECT_TRUE(bo.Stato() == 0 || now == before) << method << " failed and left something: " << bo.errore();
+    before = std::move(now);
+  };
+  const auto prepare = [&](CLSKORVAL& bo, Dice& dice) {
     bo.Connessione(watched);
     if (dice.below(4) != 0) bo.ActiveInterface = session;
-  });
-  EXPECT_NO_THROW(db->BeginTrans()) << "no operation leaves a transaction open";
+  };
+  callEverything(60, {prepare, look});
 }
 
 }  // namespace

@@ -96,6 +96,7 @@ void Batches::release(std::int64_t registration) {
 }
 
 void Batches::remove(const std::string& name) {
+  Transazione transaction(connection_);
   const auto identifier = numero(require(name));
   const auto registrations =
       "( SELECT BK02_NUMREG_CG41 FROM BK02_REGIMPORTI WHERE BK02_ID_BK01 = " + identifier + " ) ";
@@ -108,7 +109,6 @@ void Batches::remove(const std::string& name) {
       .riga(" AND    CG41_NUMREG IN ", registrations);
   notes.riga(" DELETE FROM BK02_REGIMPORTI ").riga(" WHERE  BK02_ID_BK01 = ", identifier);
   batch.riga(" DELETE FROM BK01_IMPORTI ").riga(" WHERE  BK01_ID = ", identifier);
-  Transazione transaction(connection_);
   for (const auto* sql : {&lines, &heads, &notes, &batch}) connection_.Execute(*sql);
   transaction.conferma();
 }

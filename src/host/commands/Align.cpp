@@ -9,8 +9,8 @@ namespace {
 void align(Environment& environment) {
   requireBudget(environment);
   auto& budget = environment.budget();
-  requireWritable(environment, budgetScelto(budget));
   auto transaction = environment.transaction();
+  requireWritable(environment, budgetScelto(budget));
   dati::WatchedRun run(budget, transaction, {budgetScelto(budget)});
   const Progress progress(budget);
   run(&CLSKORVAL::AllineaBU65_A_StrutturaBU60);

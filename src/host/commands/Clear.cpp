@@ -18,14 +18,14 @@ struct ClearOptions {
 
 void clear(Environment& environment, const ClearOptions& options) {
   const auto card = parseArgument(options.card);
-  selectCard(environment, card);
-  requireWritable(environment, budgetScelto(environment.budget()));
+  selectWritableCard(environment, card);
   const bool all = options.kind == "all";
   const BdgTipoDettaglio kind = all ? bdgDettaglioTutti : parseDetailKind(options.kind).kind;
   if (!all) requireDetailKind(environment.budget(), kind);
   confirm("Clear the " + (all ? "values of every kind" : options.kind + " values") + " of card " + options.card + "?",
           options.yes);
   auto transaction = environment.transaction();
+  selectWritableCard(environment, card);
   environment.budget().UpdateNullValoriBU66(card, kind);
   environment.requireSuccess();
   transaction.end(dati::RunMode::Write);

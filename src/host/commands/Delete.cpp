@@ -18,18 +18,18 @@ struct DeleteOptions {
 
 void deleteCard(Environment& environment, const DeleteOptions& options) {
   values::Variant card = parseArgument(options.card);
-  selectCard(environment, card);
-  requireWritable(environment, budgetScelto(environment.budget()));
   auto& connection = *environment.connection();
-  const auto before = dati::countRowsOfCard(connection, card);
+  selectWritableCard(environment, card);
   confirm(
       "Delete card " + options.card + " with its " + std::to_string(dati::countDetails(connection, card)) + " details?",
       options.yes);
   auto transaction = environment.transaction();
+  selectWritableCard(environment, card);
+  const auto before = dati::countRowsOfCard(connection, card);
   environment.budget().CancellaRigaBU65(card);
   environment.requireSuccess();
-  transaction.end(dati::RunMode::Write);
   const auto after = dati::countRowsOfCard(connection, card);
+  transaction.end(dati::RunMode::Write);
   Table table{{{"TABELLA", "Table"}, {"CANCELLATE", "Deleted rows", true}, {"RESTANO", "Left", true}}, {}, {}};
   for (std::size_t i = 0; i < before.size(); ++i)
     table.rows.push_back({before[i].table, before[i].rows - after[i].rows, after[i].rows});

@@ -40,9 +40,9 @@ void duplicate(Environment& environment, const DuplicateOptions& options) {
     percentage = parsePercentage(options.percentage, environment.session().SeparatoreDecimale());
   auto& budget = environment.budget();
   completeDestination(budget);
+  auto transaction = environment.transaction();
   if (!options.dryRun) requireWritable(environment, budgetDestinazione(budget));
   completeCardRange(environment);
-  auto transaction = environment.transaction();
   dati::WatchedRun run(budget, transaction, {budgetDestinazione(budget), budget.TipoDettaglioDestinazione});
   const Progress progress(budget);
   dati::CopyDeviation deviation(budget, run);

@@ -1,6 +1,7 @@
 #include <iostream>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -170,9 +171,8 @@ void showWithUnlinked(Environment& environment, const char* name, const Table& t
 }
 
 /// Writes the proposed rows, or only shows what that changes.
-void write(Environment& environment, const dati::DetailScope& scope, bool dryRun) {
+void write(Environment& environment, dati::Transaction& transaction, const dati::DetailScope& scope, bool dryRun) {
   auto& budget = environment.budget();
-  auto transaction = environment.transaction();
   dati::WatchedRun run(budget, transaction, scope);
   run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
   transaction.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
@@ -182,10 +182,13 @@ void write(Environment& environment, const dati::DetailScope& scope, bool dryRun
 
 void elaborateBalances(Environment& environment, const BalancesOptions& options) {
   requireBudget(environment);
-  if (options.write) requireWritable(environment, budgetScelto(environment.budget()));
+  auto& budget = environment.budget();
+  // A proposal that is only looked at keeps nobody from writing.
+  std::optional<dati::Transaction> transaction;
+  if (options.write || options.dryRun) transaction.emplace(budget, environment.connection(), environment.author());
+  if (options.write) requireWritable(environment, budgetScelto(budget));
   completeInput(environment);
   setDeviations(environment, options);
-  auto& budget = environment.budget();
   budget.ProponiBudgetMensili = true;
   const Progress progress(budget);
   budget.BdgElaEco_PopolaRstSaldiElaEco();
@@ -196,8 +199,8 @@ void elaborateBalances(Environment& environment, const BalancesOptions& options)
   const dati::DetailScope scope{budgetScelto(budget), budget.TipoDettaglioDestinazione,
                                 budget.GetTipoPdC(budget.TipoBudget, budget.SottoTipoBudget)};
   const bool refused = options.strict && !unlinkedTable(budget).rows.empty();
-  if (options.write || options.dryRun) {
-    write(environment, scope, options.dryRun || refused);
+  if (transaction) {
+    write(environment, *transaction, scope, options.dryRun || refused);
   } else {
     const dati::DetailSnapshot held(*environment.connection(), scope);
     showWithUnlinked(environment, "Proposal", proposalTable(rows, AccountAmounts(held, budget.CodiceSede)));

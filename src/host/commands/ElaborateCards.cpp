@@ -95,6 +95,7 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
   completeInput(environment, options);
   auto& budget = environment.budget();
   auto transaction = environment.transaction();
+  if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
   dati::WatchedRun run(budget, transaction, {budgetScelto(budget), budget.TipoDettaglioDestinazione});
   dati::CardReconciler reconciler(budget, narrowingOf(environment));
   SiteSummary summary;

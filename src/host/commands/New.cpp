@@ -28,9 +28,9 @@ ado::DictionaryPtr parseColumns(const std::vector<std::string>& texts) {
 
 void createCard(Environment& environment, const std::vector<std::string>& texts) {
   requireBudget(environment);
-  requireWritable(environment, budgetScelto(environment.budget()));
   const auto columns = parseColumns(texts);
   auto transaction = environment.transaction();
+  requireWritable(environment, budgetScelto(environment.budget()));
   const auto card =
       dati::createCard(environment.budget(), transaction.connection(), columns, environment.session().CodicePdcCoGe());
   const auto details = dati::countDetails(transaction.connection(), card);

@@ -37,8 +37,9 @@ struct SetOptions {
 
 void setValue(Environment& environment, const SetOptions& options) {
   const auto card = parseArgument(options.card);
-  selectCard(environment, card);
-  requireWritable(environment, budgetScelto(environment.budget()));
+  selectWritableCard(environment, card);
+  auto transaction = environment.transaction();
+  selectWritableCard(environment, card);
   const DetailKind kind = parseDetailKind(options.kind);
   const auto& measure = parseMeasure(options.measure);
   const std::string column = std::string(measure.gridColumn) + kind.column;
@@ -47,15 +48,15 @@ void setValue(Environment& environment, const SetOptions& options) {
   const Variant value = options.value == "NULL" || options.value == "EMPTY"
                             ? Variant::Null()
                             : Variant(typedDecimal(options.value, environment.session().SeparatoreDecimale()));
-  auto transaction = environment.transaction();
   dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind, value);
+  const Variant after = cell();
   transaction.end(dati::RunMode::Write);
   environment.show({{{"BU65_ID", "Card", true},
                      {"PERIODO", "Period", true},
                      {"COLONNA", "Value"},
                      {"PRIMA", "Before", true, measure.decimals},
                      {"DOPO", "After", true, measure.decimals}},
-                    {{card, options.period, column, before, cell()}},
+                    {{card, options.period, column, before, after}},
                     {}});
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "dati/Failure.h"
+#include "frame/Transazione.h"
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
@@ -50,11 +51,13 @@ void setClosed(Environment& environment, const YearsOptions& options, bool close
 void years(Environment& environment, const YearsOptions& options) {
   if (options.action != "list") {
     if (options.year == 0) throw UsageError("years " + options.action + " needs a year");
+    Transazione transaction(*environment.connection());
     if (options.action == "add")
       dati::addAccountingYear(*environment.connection(), environment.session().CodiceDitta(), options.year,
                               parseFrom(options.from), options.months);
     else
       setClosed(environment, options, options.action == "close");
+    transaction.conferma();
   }
   showYears(environment);
 }

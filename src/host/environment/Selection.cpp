@@ -62,4 +62,9 @@ void selectCard(Environment& environment, const values::Variant& card) {
     throw dati::Refused("There is no card " + values::toPlainText(card));
 }
 
+void selectWritableCard(Environment& environment, const values::Variant& card) {
+  selectCard(environment, card);
+  requireWritable(environment, budgetScelto(environment.budget()));
+}
+
 }  // namespace bukorval::host

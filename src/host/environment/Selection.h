@@ -25,5 +25,8 @@ void completeCardRange(Environment& environment);
 /// Sets the object's selection to the budget a card (BU65_ID) belongs to. Throws dati::Refused when there is no
 /// such card.
 void selectCard(Environment& environment, const values::Variant& card);
+/// Also throws dati::Refused when the budget is not to be written. What a command depends on may change while it asks
+/// or waits for another run: it looks again inside its transaction.
+void selectWritableCard(Environment& environment, const values::Variant& card);
 
 }  // namespace bukorval::host

@@ -1,0 +1,24 @@
+// Any bytes are records or a fault of the file; the line numbers never go back.
+#include <cstdint>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "dati/import/CsvReader.h"
+#include "dati/import/Encoding.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace bukorval::dati;
+  if (size == 0) return 0;
+  const auto encoding = encodings()[data[0] % encodings().size()];
+  try {
+    std::istringstream text(toUtf8({reinterpret_cast<const char*>(data) + 1, size - 1}, encoding));
+    CsvReader reader(text);
+    std::vector<std::string> fields;
+    for (std::size_t line = 0; reader.next(fields); line = reader.line())
+      if (fields.empty() || reader.line() <= line) std::abort();
+  } catch (const values::Errore&) {
+  }
+  return 0;
+}
