@@ -40,6 +40,7 @@ struct CommandUses {
 constexpr std::array kCommandUses{
     CommandUses{"create", Company | Year},
     CommandUses{"import", Company | Year | Budget},
+    CommandUses{"export", Company | Year | Budget | Site | CardKind},
     CommandUses{"years", Company},
     CommandUses{"budgets", Company},
     CommandUses{"grid", Company | Year | Budget | Site | CardKind | Accounts},

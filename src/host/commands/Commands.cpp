@@ -5,6 +5,7 @@
 #define BUKORVAL_COMMANDS(command) \
   command(create)                  \
   command(import)                  \
+  command(export)                  \
   command(years)                   \
   command(batches)                 \
   command(budgets)                 \

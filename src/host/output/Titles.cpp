@@ -1,5 +1,6 @@
 #include "host/output/Titles.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 
@@ -69,6 +70,11 @@ constexpr std::array kWords{
     Word{"FLGESISTECRITPREL", "Criteri"},
 };
 
+/// What only programs look at, in any grid: charts of accounts, kinds of partners, flags.
+constexpr std::array<std::string_view, 9> kTechnical{"BU65_DITTA_CG18",  "BU65_TIPOCF_CG44", "BU65_GRUPPO_CG10",
+                                                     "BU65_CODICE_CG21", "BU65_CODICE_PC01", "BU65_PDCVDS_PC01",
+                                                     "BU65_PDC_PC01",    "BU65_FLGBUDGET",   "BU65_FLGCFLOW"};
+
 std::string fillIn(std::string_view model, std::string_view number) {
   std::string text;
   for (std::size_t i = 0; i < model.size(); ++i) {
@@ -114,5 +120,7 @@ std::string title(std::string_view field) {
   }
   return shorten(field);
 }
+
+bool isTechnical(std::string_view field) { return std::ranges::find(kTechnical, field) != kTechnical.end(); }
 
 }  // namespace bukorval::host
