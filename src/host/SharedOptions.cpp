@@ -40,6 +40,7 @@ struct CommandUses {
 constexpr std::array kCommandUses{
     CommandUses{"create", Company | Year},
     CommandUses{"import", Company | Year | Budget},
+    CommandUses{"export", Company | Year | Budget | Site | CardKind},
     CommandUses{"years", Company},
     CommandUses{"budgets", Company},
     CommandUses{"grid", Company | Year | Budget | Site | CardKind | Accounts},
@@ -47,6 +48,7 @@ constexpr std::array kCommandUses{
     CommandUses{"card", Company},
     CommandUses{"movements", Company | Year | Budget | Site | CardKind | Written | Movements | CardRun},
     CommandUses{"compare", Company},
+    CommandUses{"report", Company | Year | Budget},
     CommandUses{"set", Company},
     CommandUses{"spread", Company},
     CommandUses{"raise", Company | Year | Budget | Site | CardKind | Cards},

@@ -5,6 +5,7 @@
 #define BUKORVAL_COMMANDS(command) \
   command(create)                  \
   command(import)                  \
+  command(export)                  \
   command(years)                   \
   command(batches)                 \
   command(budgets)                 \
@@ -13,6 +14,7 @@
   command(card)                    \
   command(movements)               \
   command(compare)                 \
+  command(report)                  \
   command(set)                     \
   command(spread)                  \
   command(raise)                   \
