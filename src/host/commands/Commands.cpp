@@ -11,10 +11,10 @@
   command(budgets)                 \
   command(grid)                    \
   command(periods)                 \
+  command(report)                  \
   command(card)                    \
   command(movements)               \
   command(compare)                 \
-  command(report)                  \
   command(set)                     \
   command(spread)                  \
   command(raise)                   \
