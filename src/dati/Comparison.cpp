@@ -14,7 +14,6 @@
 namespace bukorval::dati {
 namespace {
 
-using values::Decimal;
 using values::Variant;
 
 /// What rows are put in order and found by: codes as they sort, then the period.

@@ -1,6 +1,7 @@
 #include "dati/DrillDown.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <map>
 #include <set>
 #include <string>
@@ -113,14 +114,28 @@ class RangeReader {
   std::map<int, Cell> cells_;
 };
 
-/// Of several ranges, one leaves out what another has.
-void removeRepeated(DrillDown& found) {
-  std::set<std::pair<std::int64_t, std::int64_t>> seen;
-  const auto key = [](const CellMovement& movement) {
-    return std::pair(values::toInt64(movement.row.registration), values::toInt64(movement.row.line));
+/// Of several ranges, each has a part of a line: they become one, and none leaves out what another has.
+void joinRanges(DrillDown& found) {
+  using Line = std::pair<std::int64_t, std::int64_t>;
+  const auto lineOf = [](const CellMovement& movement) {
+    return Line(values::toInt64(movement.row.registration), values::toInt64(movement.row.line));
   };
-  for (const auto& movement : found.movements) seen.insert(key(movement));
-  std::erase_if(found.excluded, [&](const auto& movement) { return !seen.insert(key(movement)).second; });
+  std::map<Line, std::size_t> places;
+  std::vector<CellMovement> joined;
+  for (auto& movement : found.movements) {
+    const auto [place, isNew] = places.try_emplace(lineOf(movement), joined.size());
+    if (isNew) {
+      joined.push_back(std::move(movement));
+      continue;
+    }
+    auto& line = joined[place->second];
+    line.share = line.share + movement.share;
+    line.days += movement.days;
+    std::erase_if(line.rest,
+                  [&](const auto& part) { return std::ranges::find(movement.rest, part) == movement.rest.end(); });
+  }
+  found.movements = std::move(joined);
+  std::erase_if(found.excluded, [&](const auto& movement) { return !places.try_emplace(lineOf(movement), 0).second; });
 }
 
 void requireReached(const DrillScope& scope, const std::vector<int>& written) {
@@ -171,7 +186,7 @@ DrillDown drillDown(CLSKORVAL& budget, ado::Connection& connection, const Elabor
     for (auto& row : movementRows(connection, movements, byCompetence, selection)) reader.add(std::move(row), found);
     reader.finish(percentages, held, found);
   }
-  if (periods.size() > 1) removeRepeated(found);
+  if (periods.size() > 1) joinRanges(found);
   return found;
 }
 

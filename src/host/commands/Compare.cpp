@@ -37,7 +37,10 @@ bool isChanged(const dati::ComparedRow& row) {
 
 Table tableOf(CLSKORVAL& budget, const dati::Comparison& comparison, const CompareOptions& options) {
   Table table;
-  for (const auto& column : comparison.columns) table.columns.push_back({column, title(column)});
+  for (const auto& column : comparison.columns) {
+    table.columns.push_back({column, title(column)});
+    table.columns.back().secondary = isTechnical(column);
+  }
   if (!comparison.periods.empty()) {
     table.columns.push_back({"PERIODO", "Periodo", true});
     table.columns.push_back({"DESCRIZIONE", "Descrizione"});
@@ -47,8 +50,6 @@ Table tableOf(CLSKORVAL& budget, const dati::Comparison& comparison, const Compa
   table.columns.push_back({"DESTRA", options.right, true, 2, false, true});
   table.columns.push_back({"DELTA", "Delta", true, 2, false, true});
   table.columns.push_back({"DELTAPERC", "Delta %", true, 4, true});
-  table.hide({"BU65_GRUPPO_CG10", "BU65_TIPOCF_CG44", "BU65_CODICE_CG21", "BU65_CODICE_PC01", "BU65_PDCVDS_PC01",
-              "BU65_PDC_PC01"});
   const auto percentage = [&](const Variant& left, const Variant& right) {
     return budget.CalcolaDeltaPercentuale(counted(right), counted(left));
   };

@@ -1,10 +1,10 @@
-#include "dati/Failure.h"
 #include "dati/Raise.h"
 
 #include <memory>
 #include <set>
 #include <string>
 
+#include "dati/Failure.h"
 #include "dati/WatchedRun.h"
 #include "host/commands/Command.h"
 #include "host/commands/DetailKind.h"
