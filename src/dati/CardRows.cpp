@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "dati/KeyLists.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
@@ -10,9 +11,6 @@ namespace bukorval::dati {
 namespace {
 
 using values::Variant;
-
-/// Keys named in one statement.
-constexpr std::size_t kKeysAtOnce = 500;
 
 /// What a row has in a column, after the change where it has that.
 const Variant* valueIn(const ado::RowChange& row, std::string_view column) {
@@ -51,10 +49,7 @@ void RowPlaces::learn(const std::vector<ado::RowChange>& rows) {
 }
 
 void RowPlaces::lookUp(const CardTable& table, const std::vector<std::int64_t>& keys) {
-  for (std::size_t from = 0; from < keys.size(); from += kKeysAtOnce) {
-    std::string list;
-    for (std::size_t i = from; i < std::min(keys.size(), from + kKeysAtOnce); ++i)
-      list += (list.empty() ? "" : ", ") + numero(keys[i]);
+  for (const auto& list : keyLists(keys)) {
     TestoSql sql;
     sql.testo(" SELECT ", table.key, " AS RIGA, ", table.card, " AS SCHEDA");
     if (!table.kind.empty()) sql.testo(", ", table.kind, " AS TIPO");

@@ -6,13 +6,12 @@
 
 #include "dati/CardRows.h"
 #include "dati/Failure.h"
+#include "dati/KeyLists.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
 namespace {
-
-constexpr std::size_t kKeysAtOnce = 500;  ///< named in one statement
 
 values::Variant single(ado::Connection& connection, const TestoSql& sql) {
   return connection.Execute(sql)->Fields().Item(std::size_t{0}).Value();
@@ -71,10 +70,7 @@ values::Variant lastCardCode(ado::Connection& connection, const BudgetAnno& budg
 std::vector<BudgetAnno> budgetsOfCards(ado::Connection& connection, const std::vector<std::int64_t>& cards) {
   std::vector<BudgetAnno> budgets;
   std::set<std::string> seen;
-  for (std::size_t from = 0; from < cards.size(); from += kKeysAtOnce) {
-    std::string list;
-    for (std::size_t i = from; i < std::min(cards.size(), from + kKeysAtOnce); ++i)
-      list += (list.empty() ? "" : ", ") + numero(cards[i]);
+  for (const auto& list : keyLists(cards)) {
     TestoSql sql;
     sql.riga(" SELECT DISTINCT BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO, BU65_PROGESER ")
         .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
