@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "Details.h"
 #include "FileDatabase.h"
 #include "Recorder.h"
 #include "Timing.h"
@@ -72,13 +73,7 @@ void fill(sqlite3* database, int cards) {
                  " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07)"
                  " SELECT 1, 3, '01', 2011, 1, 0, printf('C%06d', i) FROM n")
                     .c_str());
-  run(database,
-      ("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < " + count +
-       " * 60) INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO, BU66_QTA1, BU66_QTA2)"
-       " SELECT i / 60 + 1, i % 60 / 12, i % 12 + 1,"
-       " CASE WHEN i % 60 / 12 = 1 AND i % 12 > 8 THEN NULL ELSE (i * 7919) % 1000000 END,"
-       " (i * 31) % 100000, NULL FROM n")
-          .c_str());
+  bench::fillDetails(database, cards);
   run(database, "COMMIT");
 }
 

@@ -40,10 +40,12 @@ struct CommandUses {
 constexpr std::array kCommandUses{
     CommandUses{"create", Company | Year},
     CommandUses{"import", Company | Year | Budget},
+    CommandUses{"export", Company | Year | Budget | Site | CardKind},
     CommandUses{"years", Company},
     CommandUses{"budgets", Company},
     CommandUses{"grid", Company | Year | Budget | Site | CardKind | Accounts},
     CommandUses{"periods", Company},
+    CommandUses{"report", Company | Year | Budget},
     CommandUses{"set", Company},
     CommandUses{"clear", Company},
     CommandUses{"new", Company | Year | Budget},

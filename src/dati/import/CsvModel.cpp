@@ -85,18 +85,17 @@ void readRows(CsvReader& reader, const CsvModel& model, CsvBatch& batch, Problem
   const auto before = problems.count();
   const auto positions = mapColumns(reader, model, batch.file, problems);
   if (problems.count() > before) return;  // the lines cannot be told apart
-  batch.understood = true;
   std::vector<std::string> fields;
   while (reader.next(fields)) {
     steps.done(static_cast<std::int64_t>(reader.line()));
     if (fields.size() != positions.size()) {
-      problems.add(batch.file, reader.line(),
-                   std::to_string(fields.size()) + " fields where the header has " + std::to_string(positions.size()));
+      problems.add(batch.file, reader.line(), wrongFieldCount(fields.size(), positions.size()));
       continue;
     }
     batch.rows.push_back({reader.line(), std::vector<values::Variant>(model.fields.size())});
     readRow(batch.rows.back(), fields, positions, model, reader.decimalSign(), batch.file, problems);
   }
+  batch.understood = true;
 }
 
 std::string contentOf(const std::string& file) {
@@ -158,20 +157,29 @@ std::string shown(std::string_view text) {
   return "'" + std::string(start) + (start.size() < text.size() ? "…'" : "'");
 }
 
+std::string wrongFieldCount(std::size_t fields, std::size_t names) {
+  return std::to_string(fields) + " fields where the header has " + std::to_string(names);
+}
+
+void readText(const std::string& file, std::string_view encoding, Problems& problems,
+              const std::function<void(std::string text)>& read) {
+  try {
+    read(toUtf8(contentOf(file), encoding));
+  } catch (const EncodingFault& fault) {
+    problems.add(file, fault.line, fault.what(), Remedy::Encoding);
+  } catch (const UnclosedQuote& fault) {
+    problems.add(file, fault.line, fault.what());
+  }
+}
+
 CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems, const CsvReading& reading) {
   CsvBatch batch{file, {}};
-  try {
-    auto text = toUtf8(contentOf(file), reading.encoding);
+  readText(file, reading.encoding, problems, [&](std::string text) {
     Steps steps(reading.progress, "Reading " + file, std::ranges::count(text, '\n'));
     std::istringstream in(std::move(text));
     CsvReader reader(in);
     readRows(reader, model, batch, problems, steps);
-  } catch (const EncodingFault& fault) {
-    problems.add(file, fault.line, fault.what(), Remedy::Encoding);
-  } catch (const UnclosedQuote& fault) {
-    batch.understood = false;
-    problems.add(file, fault.line, fault.what());
-  }
+  });
   return batch;
 }
 

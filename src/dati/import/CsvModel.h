@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,6 +58,13 @@ struct CsvReading {
 /// Reads and checks a whole file. What is wrong (another encoding, unknown or missing columns, bad dates, bad amounts,
 /// texts too long) goes to `problems` with its line number. Throws Refused when the file cannot be opened.
 CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems, const CsvReading& reading = {});
+
+/// Hands over the text of a file. What is wrong with it (another encoding, a quote that is never closed) goes to
+/// `problems`. Throws Refused when the file cannot be opened.
+void readText(const std::string& file, std::string_view encoding, Problems& problems,
+              const std::function<void(std::string text)>& read);
+/// What is wrong with a line that has as many fields.
+std::string wrongFieldCount(std::size_t fields, std::size_t names);
 
 /// Adds a problem for a whole number that is not in a range; a field without a value is none.
 void checkRange(const CsvRow& row, const CsvModel& model, std::size_t field, int low, int high, const std::string& file,

@@ -12,6 +12,7 @@ struct Problem {
   std::string file;
   std::size_t line;
   std::string text;
+  std::string cell = {};  ///< its name, in a spreadsheet
 };
 
 /// What another way of importing may help against.
@@ -27,6 +28,10 @@ class Problems {
   void add(std::string_view file, std::size_t line, std::string_view text, Remedy remedy = Remedy::None) {
     problems_.push_back({std::string(file), line, std::string(text)});
     remedies_.insert(remedy);
+  }
+  /// @param cell  of a spreadsheet, "" in a file that has only lines.
+  void addAt(std::string_view file, std::size_t line, std::string_view cell, std::string_view text) {
+    problems_.push_back({std::string(file), line, std::string(text), std::string(cell)});
   }
   /// Whether it may help against a problem.
   bool has(Remedy remedy) const { return remedies_.contains(remedy); }

@@ -5,11 +5,13 @@
 #define BUKORVAL_COMMANDS(command) \
   command(create)                  \
   command(import)                  \
+  command(export)                  \
   command(years)                   \
   command(batches)                 \
   command(budgets)                 \
   command(grid)                    \
   command(periods)                 \
+  command(report)                  \
   command(set)                     \
   command(clear)                   \
   command(new)                     \

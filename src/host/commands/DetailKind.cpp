@@ -17,6 +17,11 @@ DetailKind parseDetailKind(const std::string& text) {
   return {bdgDettaglioOrdini + n, "FORECAST" + std::to_string(n)};
 }
 
+const dati::Measure& parseMeasure(const std::string& text) {
+  if (const auto* measure = dati::findMeasure(text)) return *measure;
+  throw UsageError("--measure is amount, qty1 or qty2, not " + text);
+}
+
 void requireDetailKind(CLSKORVAL& budget, BdgTipoDettaglio kind) {
   const int last = bdgDettaglioOrdini + budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget);
   if (kind >= bdgDettaglioBudget && kind <= last) return;

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "dati/DetailNames.h"
 #include "object/CLSKORVAL.h"
 
 namespace bukorval::host {
@@ -14,6 +15,8 @@ struct DetailKind {
 
 /// "budget", "actual", "orders", "forecastN", or the number of the kind. Throws UsageError for anything else.
 DetailKind parseDetailKind(const std::string& text);
+/// Throws UsageError for a name that is no measure's.
+const dati::Measure& parseMeasure(const std::string& text);
 /// Throws dati::Refused for a kind that no grid of the selected budget shows.
 void requireDetailKind(CLSKORVAL& budget, BdgTipoDettaglio kind);
 

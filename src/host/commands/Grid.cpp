@@ -3,6 +3,7 @@
 #include "host/commands/Command.h"
 #include "host/commands/Deltas.h"
 #include "host/environment/Selection.h"
+#include "host/output/Titles.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -34,8 +35,7 @@ void showGrid(Environment& environment) {
   const auto grid = budget.RecordSetBudget();
   environment.requireSuccess();
   auto table = tableOf(*grid);
-  table.hide({"BU65_DITTA_CG18", "BU65_TIPOCF_CG44", "BU65_GRUPPO_CG10", "BU65_CODICE_CG21", "BU65_CODICE_PC01",
-              "BU65_PDCVDS_PC01", "BU65_PDC_PC01", "BU65_FLGBUDGET", "BU65_FLGCFLOW"});
+  for (auto& column : table.columns) column.secondary = column.secondary || isTechnical(column.name);
   hideSelection(environment.options, table);
   if (environment.format().forPeople) mergeDescriptions(table);
   markTotals(table);

@@ -1,5 +1,6 @@
 #include "dati/import/Import.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <iostream>
@@ -11,6 +12,7 @@
 #include "dati/import/FinanceImport.h"
 #include "host/commands/Command.h"
 #include "host/commands/ImportProblems.h"
+#include "host/commands/ImportSheet.h"
 #include "host/environment/Errors.h"
 #include "host/environment/ProgressBar.h"
 #include "host/environment/Selection.h"
@@ -22,7 +24,8 @@ namespace {
 
 struct FilesToImport {
   std::vector<std::string> files;  ///< by the position of their kind, "" for none
-  std::string finance;
+  std::string finance, sheet;
+  bool dryRun = false;
   dati::ImportOptions how;
 };
 
@@ -100,11 +103,15 @@ void import(Environment& environment, FilesToImport& options) {
     if (!options.how.batch.empty()) throw UsageError("--batch names an import of --movements");
     if (options.how.replace) throw UsageError("--replace is for the registrations of --movements");
   }
-  if (options.finance.empty()) return importFiles(environment, options);
-  for (const auto& file : options.files) {
-    if (!file.empty()) throw UsageError("--finance stands alone: import other files afterwards");
-  }
-  importFinance(environment, options);
+  if (options.dryRun && options.sheet.empty()) throw UsageError("--dry-run is for --sheet");
+  if (options.finance.empty() && options.sheet.empty()) return importFiles(environment, options);
+  const bool others = std::ranges::any_of(options.files, [](const auto& file) { return !file.empty(); });
+  if (others || (!options.finance.empty() && !options.sheet.empty()))
+    throw UsageError("--finance and --sheet stand alone: import other files afterwards");
+  if (options.sheet.empty())
+    importFinance(environment, options);
+  else
+    importSheet(environment, {options.sheet, options.how.encoding, options.dryRun}, remedies);
 }
 
 /// Why a name cannot be a batch's, "" when it can.
@@ -129,6 +136,13 @@ std::vector<Option> declareFiles(FilesToImport& options) {
                           "cards of budget type 4 per site, and movements",
                       .target = &options.finance,
                       .valueName = "DIR"});
+  declared.push_back({.flags = "--sheet",
+                      .help = "spreadsheet or wide CSV that `export` wrote: what was changed in it goes into the cards",
+                      .target = &options.sheet,
+                      .valueName = "FILE"});
+  declared.push_back({.flags = "--dry-run",
+                      .help = "sheet: show what was changed in it, and write nothing",
+                      .target = &options.dryRun});
   declared.push_back({.flags = "--batch",
                       .help = "name of this import of movements: `batches` lists it and takes it back whole",
                       .target = &options.how.batch,
@@ -151,9 +165,10 @@ std::vector<Option> declareFiles(FilesToImport& options) {
 Command importCommand() {
   const auto options = std::make_shared<FilesToImport>();
   return {"import",
-          "Import accounts, sites, definitions, movements and values from CSV",
+          "Import accounts, sites, definitions, movements and values from CSV, and sheets",
           "  bukorval import -d acme.db --accounts accounts.csv --sites sites.csv\n"
           "  bukorval import -d acme.db --values plan.csv -t 4 -s 01 -y 2025\n"
+          "  bukorval import -d acme.db --sheet budget.xlsx --dry-run\n"
           "  bukorval import -d acme.db --movements march.csv --batch march --encoding windows-1252\n"
           "Each file has a header line; columns may stand in any order, optional ones may be missing. Every file is\n"
           "checked first: problems are listed with their line numbers, and then nothing at all is imported.",

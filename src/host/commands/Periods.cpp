@@ -1,14 +1,17 @@
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/commands/Command.h"
 #include "host/commands/Deltas.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
+#include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -60,6 +63,31 @@ void removeRepeated(Table& table) {
   }
 }
 
+/// The totals of the forecasts, by column: as in the grid, a period counts with its actual value where it has one. The
+/// rows are those of the object, which show each pair of a forecast and an actual of its period.
+std::map<std::size_t, values::Variant> forecastTotals(const Table& table) {
+  std::map<std::size_t, values::Variant> totals;
+  const auto actualId = table.position("ID_CONSUNTIVO");
+  for (std::size_t id = 0; id < table.columns.size(); ++id) {
+    const auto& name = table.columns[id].name;
+    if (!actualId || !name.starts_with("ID_FORECAST")) continue;
+    std::set<std::pair<std::int64_t, std::int64_t>> seen;
+    for (const auto& row : table.rows) {
+      if (row[id].isNothing()) continue;
+      const auto pairedWith = row[*actualId].isNothing() ? 0 : values::toInt64(row[*actualId]);
+      if (!seen.emplace(values::toInt64(row[id]), pairedWith).second) continue;
+      for (const auto measure : kMeasurePrefixes) {
+        const auto own = table.position(std::string(measure) + name.substr(3));
+        const auto actual = table.position(std::string(measure) + "CONSUNTIVO");
+        const auto& counted = row[row[*actual].isNothing() ? *own : *actual];
+        auto& total = totals.try_emplace(*own, values::Variant::Null()).first->second;
+        if (!counted.isNothing()) total = total.isNull() ? counted : values::add(total, counted);
+      }
+    }
+  }
+  return totals;
+}
+
 /// Orders are not summed: as in the grid, the latest one stands for the card.
 void totalLatestOrder(Table& table) {
   const auto id = table.position("ID_ORDINI");
@@ -84,10 +112,12 @@ void showPeriods(Environment& environment, const std::string& cardText) {
   auto table = tableOf(*periods);
   addNames(budget, table);
   for (auto& column : table.columns) column.secondary = column.name.starts_with("ID_");
+  const auto forecasts = forecastTotals(table);
   removeRepeated(table);
   markTotals(table);
   table.addTotals();
   totalLatestOrder(table);
+  for (const auto& [column, total] : forecasts) table.totals[column] = total;
   fillDeltas(budget, table);
   environment.show(table);
 }

@@ -1,8 +1,8 @@
-#include <array>
 #include <memory>
 #include <string>
 
 #include "dati/Cards.h"
+#include "dati/DetailNames.h"
 #include "dati/Failure.h"
 #include "dati/Transaction.h"
 #include "host/commands/Command.h"
@@ -17,22 +17,6 @@ namespace bukorval::host {
 namespace {
 
 using values::Variant;
-
-struct Measure {
-  std::string_view name;
-  BdgTipoValore kind;
-  std::string_view column;  ///< start of the columns of the period grid
-  int decimals;
-};
-constexpr std::array kMeasures = {Measure{"amount", bdgValoreImporto, "IMP_", 2},
-                                  Measure{"qty1", bdgValoreQta1, "QTA1_", 3},
-                                  Measure{"qty2", bdgValoreQta2, "QTA2_", 3}};
-
-const Measure& parseMeasure(const std::string& text) {
-  for (const auto& measure : kMeasures)
-    if (measure.name == text) return measure;
-  throw UsageError("--measure is amount, qty1 or qty2, not " + text);
-}
 
 /// The value of one cell of a card's period grid.
 Variant cellValue(Environment& environment, const Variant& card, int period, const std::string& column) {
@@ -57,8 +41,8 @@ void setValue(Environment& environment, const SetOptions& options) {
   auto transaction = environment.transaction();
   selectWritableCard(environment, card);
   const DetailKind kind = parseDetailKind(options.kind);
-  const Measure& measure = parseMeasure(options.measure);
-  const std::string column = std::string(measure.column) + kind.column;
+  const auto& measure = parseMeasure(options.measure);
+  const std::string column = std::string(measure.gridColumn) + kind.column;
   const auto cell = [&] { return cellValue(environment, card, options.period, column); };
   const Variant before = cell();
   const Variant value = options.value == "NULL" || options.value == "EMPTY"

@@ -15,11 +15,13 @@ namespace {
 constexpr std::size_t kLongestDescription = 30;
 constexpr std::string_view kBold = "\033[1m";
 constexpr std::string_view kRed = "\033[31m";
+constexpr std::string_view kEndOfRed = "\033[39m";
 constexpr std::string_view kEnd = "\033[0m";
 
 /// The table as texts, without the columns that hold nothing.
 struct TextGrid {
   std::vector<const Column*> columns;
+  std::vector<std::size_t> positions;  ///< of these columns in the table
   std::vector<std::size_t> widths;
   std::vector<std::vector<std::string>> rows;  ///< the totals last, when there are any
 };
@@ -48,6 +50,7 @@ TextGrid layOut(const Table& table, const Style& style) {
       width = std::max(width, values::length(text));
     }
     grid.columns.push_back(&column);
+    grid.positions.push_back(i);
     grid.widths.push_back(width);
   }
   return grid;
@@ -67,6 +70,34 @@ std::string titleLine(const TextGrid& grid) {
   return std::string(values::rtrim(text));
 }
 
+/// Visits the groups of neighbouring columns: where one begins, the column after it, and the width it takes.
+template <class Visit>
+void forEachGroup(const TextGrid& grid, const Visit& visit) {
+  for (std::size_t begin = 0; begin < grid.columns.size();) {
+    std::size_t width = grid.widths[begin], end = begin + 1;
+    for (; end < grid.columns.size() && grid.columns[end]->group == grid.columns[begin]->group; ++end)
+      width += 2 + grid.widths[end];
+    visit(begin, end, width);
+    begin = end;
+  }
+}
+
+/// The name of a group fits above its columns.
+void widenGroups(TextGrid& grid) {
+  forEachGroup(grid, [&](std::size_t begin, std::size_t end, std::size_t width) {
+    const auto needed = values::length(grid.columns[begin]->group);
+    if (needed > width) grid.widths[end - 1] += needed - width;
+  });
+}
+
+std::string groupLine(const TextGrid& grid) {
+  std::string text;
+  forEachGroup(grid, [&](std::size_t begin, std::size_t, std::size_t width) {
+    text += (begin > 0 ? "  " : "") + values::padRight(grid.columns[begin]->group, width);
+  });
+  return std::string(values::rtrim(text));
+}
+
 std::string ruler(const TextGrid& grid) {
   std::string text;
   for (std::size_t i = 0; i < grid.widths.size(); ++i) {
@@ -75,14 +106,14 @@ std::string ruler(const TextGrid& grid) {
   return text;
 }
 
-std::string rowLine(const TextGrid& grid, const std::vector<std::string>& cells, bool colour) {
+/// @param red  tells which cells are.
+template <class Red>
+std::string rowLine(const TextGrid& grid, const std::vector<std::string>& cells, const Red& red) {
   std::string text;
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (i > 0) text += "  ";
-    const bool number = grid.columns[i]->number;
-    const auto aligned = padded(cells[i], grid.widths[i], number);
-    const bool negative = colour && number && cells[i].starts_with('-');
-    text += negative ? std::string(kRed).append(aligned).append(kEnd) : aligned;
+    const auto aligned = padded(cells[i], grid.widths[i], grid.columns[i]->number);
+    text += red(i) ? std::string(kRed).append(aligned).append(kEndOfRed) : aligned;
   }
   return std::string(values::rtrim(text));
 }
@@ -95,15 +126,25 @@ void writeAligned(std::ostream& out, const Table& table, const Style& style) {
     out << "No rows\n";
     return;
   }
-  const auto grid = layOut(table, style);
-  const auto bold = [&](const std::string& text) {
-    return style.colour ? std::string(kBold).append(text).append(kEnd) : text;
+  auto grid = layOut(table, style);
+  widenGroups(grid);
+  const auto bold = [&](const std::string& text, bool wanted = true) {
+    return style.colour && wanted ? std::string(kBold).append(text).append(kEnd) : text;
   };
+  const auto line = [&](std::size_t r) {
+    const auto& cells = grid.rows[r];
+    const bool totals = r == table.rows.size();
+    return rowLine(grid, cells, [&](std::size_t i) {
+      if (!style.colour) return false;
+      if (!table.looks.empty()) return static_cast<bool>(table.looks[r].alarm[grid.positions[i]]);
+      return !totals && grid.columns[i]->number && cells[i].starts_with('-');
+    });
+  };
+  if (const auto groups = groupLine(grid); !groups.empty()) out << bold(groups) << '\n';
   out << bold(titleLine(grid)) << '\n' << ruler(grid) << '\n';
-  for (std::size_t r = 0; r < table.rows.size(); ++r) out << rowLine(grid, grid.rows[r], style.colour) << '\n';
-  if (!table.totals.empty()) {
-    out << ruler(grid) << '\n' << bold(rowLine(grid, grid.rows.back(), false)) << '\n';
-  }
+  for (std::size_t r = 0; r < table.rows.size(); ++r)
+    out << bold(line(r), !table.looks.empty() && table.looks[r].subtotal) << '\n';
+  if (!table.totals.empty()) out << ruler(grid) << '\n' << bold(line(table.rows.size())) << '\n';
 }
 
 }  // namespace bukorval::host

@@ -21,6 +21,13 @@ struct Column {
   bool percentage = false;  ///< a ratio that people read as a percentage
   bool total = false;       ///< summed in the totals row
   bool secondary = false;   ///< in the aligned table only on request
+  std::string group = {};   ///< heads neighbouring columns that share it, above their titles in the aligned table
+};
+
+/// What a row of the aligned table is among the others.
+struct RowLook {
+  bool subtotal = false;
+  std::vector<bool> alarm;  ///< by column: red, whatever its sign
 };
 
 /// What a command shows, independent of the format.
@@ -28,6 +35,7 @@ struct Table {
   std::vector<Column> columns;
   std::vector<std::vector<values::Variant>> rows;
   std::vector<values::Variant> totals;  ///< one cell per column, or empty for no totals row
+  std::vector<RowLook> looks = {};      ///< of the rows, the totals last; without any, negative numbers are red
 
   /// Nothing when there is no such column.
   std::optional<std::size_t> position(std::string_view name) const;

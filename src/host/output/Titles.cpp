@@ -1,5 +1,6 @@
 #include "host/output/Titles.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 
@@ -41,7 +42,20 @@ constexpr std::array kWords{
     Word{"DELTAPERCQTA2_CONS", "Q2 Delta %%"},
     Word{"DELTAQTA2_FORE", "Q2 Delta F%"},
     Word{"DELTAPERCQTA2_FORE", "Q2 Delta F% %%"},
+    Word{"IMP_DISPONIBILE", "Disponibile"},
+    Word{"IMP_CONS_FORE", "F% Consuntivo"},
+    Word{"IMP_PREV_FORE", "F% Previsione"},
+    Word{"IMP_DA_FORE", "F% da"},
+    Word{"QTA1_DISPONIBILE", "Q1 Disponibile"},
+    Word{"QTA1_CONS_FORE", "Q1 F% Cons"},
+    Word{"QTA1_PREV_FORE", "Q1 F% Prev"},
+    Word{"QTA1_DA_FORE", "Q1 F% da"},
+    Word{"QTA2_DISPONIBILE", "Q2 Disponibile"},
+    Word{"QTA2_CONS_FORE", "Q2 F% Cons"},
+    Word{"QTA2_PREV_FORE", "Q2 F% Prev"},
+    Word{"QTA2_DA_FORE", "Q2 F% da"},
     Word{"PERIODO", "Periodo"},
+    Word{"LIVELLO", "Livello %"},
     Word{"BU65_ID", "ID"},
     Word{"BU65_CODICE_CG31", "Sede"},
     Word{"BU65_INDCOSRIC_BU07", "Tipo"},
@@ -55,6 +69,11 @@ constexpr std::array kWords{
     Word{"BU65_OPZIONE_MG5E", "Variante"},
     Word{"FLGESISTECRITPREL", "Criteri"},
 };
+
+/// What only programs look at, in any grid: charts of accounts, kinds of partners, flags.
+constexpr std::array<std::string_view, 9> kTechnical{"BU65_DITTA_CG18",  "BU65_TIPOCF_CG44", "BU65_GRUPPO_CG10",
+                                                     "BU65_CODICE_CG21", "BU65_CODICE_PC01", "BU65_PDCVDS_PC01",
+                                                     "BU65_PDC_PC01",    "BU65_FLGBUDGET",   "BU65_FLGCFLOW"};
 
 std::string fillIn(std::string_view model, std::string_view number) {
   std::string text;
@@ -101,5 +120,7 @@ std::string title(std::string_view field) {
   }
   return shorten(field);
 }
+
+bool isTechnical(std::string_view field) { return std::ranges::find(kTechnical, field) != kTechnical.end(); }
 
 }  // namespace bukorval::host

@@ -39,7 +39,7 @@ TEST(Formats, AlignsForPeople) {
             "        1.234.567,39\n");
   EXPECT_NE(shown("table", '.').find("1,234,567.89    25.00"), std::string::npos);
   EXPECT_NE(shown("table", ',', true).find("Code    Empty  "), std::string::npos);
-  EXPECT_NE(shown("table", ',', false, true).find("\033[31m       -0,50\033[0m"), std::string::npos);
+  EXPECT_NE(shown("table", ',', false, true).find("\033[31m       -0,50\033[39m"), std::string::npos);
 }
 
 TEST(Formats, WritesPlainValuesForPrograms) {
