@@ -1,6 +1,5 @@
 #include "dati/Cards.h"
 
-#include <algorithm>
 #include <memory>
 #include <set>
 
