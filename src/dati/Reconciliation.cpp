@@ -16,7 +16,6 @@
 namespace bukorval::dati {
 namespace {
 
-using values::Date;
 using values::Decimal;
 using values::Variant;
 
