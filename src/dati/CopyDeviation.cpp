@@ -34,7 +34,7 @@ std::string siteCondition(bool perSite, const Variant& site) {
 /// The periods of the cards that the duplication takes.
 std::string sourceText(const CLSKORVAL& budget, bool perSite) {
   TestoSql sql;
-  sql.riga(" SELECT  BU65_ID, BU65_SCHEDA_BU07, BU66_PERIODO ")
+  sql.riga(" SELECT  BU65_ID, BU65_SCHEDA_BU07, BU66_PERIODO, BU66_IMPORTO ")
       .riga(" FROM    BU65_TESBUDGET WITH (NOLOCK) ")
       .riga(" INNER JOIN BU66_DETBUDGET WITH (NOLOCK) ")
       .riga("     ON  BU66_ID_BU65 = BU65_ID AND BU66_TIPO = ", numero(budget.TipoDettaglioOrigine))
@@ -85,6 +85,7 @@ std::set<DetailSnapshot::Key> CopyDeviation::copiedCells() const {
   const auto& origin = (*source)["BU65_ID"];
   const auto& code = (*source)["BU65_SCHEDA_BU07"];
   const auto& period = (*source)["BU66_PERIODO"];
+  const auto& amount = (*source)["BU66_IMPORTO"];
   const bool sameKind = budget_.TipoDettaglioOrigine == budget_.TipoDettaglioDestinazione;
   for (; !source->Eof(); source->MoveNext()) {
     const auto [first, last] = cards.equal_range(codeKey(code.Value()));
@@ -92,6 +93,8 @@ std::set<DetailSnapshot::Key> CopyDeviation::copiedCells() const {
       // A card is not copied onto itself.
       if (sameKind && card->second == values::toInt64(origin.Value())) continue;
       const DetailSnapshot::Key key{card->second, values::toInt32(period.Value())};
+      // Of several cards with one code only one is written into.
+      if (amount.Value() != run_.after().amount(key)) continue;
       if (budget_.IsSovrascriviEsistenti || run_.before().amount(key).isNothing()) cells.insert(key);
     }
   }

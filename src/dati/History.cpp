@@ -7,6 +7,7 @@
 
 #include "dati/CardRows.h"
 #include "dati/Failure.h"
+#include "dati/KeyLists.h"
 #include "dati/OwnTables.h"
 #include "dati/RowInsert.h"
 #include "frame/TestoSql.h"
@@ -137,16 +138,17 @@ std::vector<std::int64_t> History::cardsOf(const HistoryEntry& entry) const {
 void History::refuseOrphans(const std::vector<std::int64_t>& cards) const {
   for (const auto& table : kCardTables) {
     if (table.table == kCardTables[0].table) continue;
-    TestoSql sql;
-    sql.riga(" SELECT DISTINCT ", table.card, " AS SCHEDA ")
-        .riga(" FROM   ", table.table, " WITH (NOLOCK) ")
-        .riga(" LEFT OUTER JOIN BU65_TESBUDGET WITH (NOLOCK) ON BU65_ID = ", table.card, " ")
-        .riga(" WHERE  BU65_ID IS NULL ");
-    const auto rs = connection_.Execute(sql);
-    for (; !rs->Eof(); rs->MoveNext())
-      if (std::ranges::binary_search(cards, wholeNumber((*rs)["SCHEDA"].Value())))
+    for (const auto& list : keyLists(cards)) {
+      TestoSql sql;
+      sql.riga(" SELECT DISTINCT ", table.card, " AS SCHEDA ")
+          .riga(" FROM   ", table.table, " WITH (NOLOCK) ")
+          .riga(" LEFT OUTER JOIN BU65_TESBUDGET WITH (NOLOCK) ON BU65_ID = ", table.card, " ")
+          .riga(" WHERE  ", table.card, " IN (", list, ") AND BU65_ID IS NULL ");
+      const auto rs = connection_.Execute(sql);
+      if (!rs->Eof())
         throw Refused("Card " + values::toPlainText((*rs)["SCHEDA"].Value()) +
                       " would go, but later commands have given it rows: undo those first");
+    }
   }
 }
 
