@@ -19,7 +19,7 @@ struct Layout {
   double bar;
   int ticks;
 };
-const Layout kWide{"deltas-wide", "wide", 760, 262, 30, 18, 4}, kNarrow{"deltas-narrow", "narrow", 360, 0, 44, 16, 2};
+const Layout kWide{"deltas-wide", "wide", 760, 300, 30, 18, 3}, kNarrow{"deltas-narrow", "narrow", 360, 0, 44, 16, 2};
 
 constexpr double kTop = 26, kBottom = 8, kGap = 10;
 
@@ -52,10 +52,7 @@ class DeltasDrawing {
     const auto& deltas = picture_.deltas;
     const auto zero = std::clamp(0.0, axis_.begin(), axis_.end());
     beginSvg(svg_, layout_.id, layout_.classes, layout_.width, height_, words_.phrases.deltas, description());
-    for (const double tick : axis_.ticks()) {
-      line(svg_, tick == 0 ? "zero" : "grid", x(tick), kTop - 6, x(tick), height_ - kBottom);
-      label(svg_, tick == axis_.ticks().back() ? "tick end" : "tick middle", x(tick), 12, axis_.label(tick, words_));
-    }
+    scale();
     double running = deltas.budget.toDouble();
     row({words_.phrases.budget, deltas.budget, zero, running, "budget", Judgement::None, false});
     for (const auto& step : deltas.steps) {
@@ -93,6 +90,20 @@ class DeltasDrawing {
     for (const auto& step : deltas.steps)
       text += "; " + step.label + " " + words_.difference(step.delta, decimals) + judged(step.judgement, words_);
     return text + "; " + std::string(words_.phrases.actual) + " " + words_.number(deltas.actual, decimals) + ".";
+  }
+
+  /// A number that would touch the one before it is left out.
+  void scale() {
+    double taken = 0;
+    for (const double tick : axis_.ticks()) {
+      line(svg_, tick == 0 ? "zero" : "grid", x(tick), kTop - 6, x(tick), height_ - kBottom);
+      const auto text = axis_.label(tick, words_);
+      const double half = static_cast<double>(values::length(text)) * kCharacter / 2;
+      const double middle = std::max(x(tick), half);
+      if (middle - half < taken) continue;
+      label(svg_, "tick middle", middle, 12, text);
+      taken = middle + half + kGap / 2;
+    }
   }
 
   void row(const Row& row) {

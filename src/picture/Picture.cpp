@@ -86,9 +86,12 @@ void addStep(std::vector<Step>& steps, std::string label, const report::Cell& de
   if (amount && !amount->isZero()) steps.push_back({std::move(label), *amount, delta.judgement});
 }
 
+/// Of several keys the descriptions say enough; the innermost is what the step is about.
 std::string labelOf(const report::Row& row, const Words& words) {
+  if (row.keys.size() == 1) return nameOf(row.keys.front(), words);
   std::string label;
-  for (const auto& key : row.keys) label += (label.empty() ? "" : " › ") + nameOf(key, words);
+  for (auto key = row.keys.rbegin(); key != row.keys.rend(); ++key)
+    label += (label.empty() ? "" : " · ") + (key->description.empty() ? nameOf(*key, words) : key->description);
   return label;
 }
 

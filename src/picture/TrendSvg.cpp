@@ -17,7 +17,7 @@ struct Layout {
 };
 const Layout kWide{"trend-wide", "wide", 760, 330, 6}, kNarrow{"trend-narrow", "narrow", 360, 280, 5};
 
-constexpr double kTop = 16, kBottom = 26, kRight = 6;
+constexpr double kTop = 16, kBottom = 38, kRight = 6;
 
 class TrendDrawing {
  public:
@@ -46,6 +46,8 @@ class TrendDrawing {
   std::string plain(const values::Decimal& value) const { return values::withDecimals(value, picture_.decimals); }
   std::string shown(const values::Decimal& value) const { return words_.number(value, picture_.decimals); }
 
+  bool isBad(std::size_t period) const { return trend_.judgements[period] == Judgement::Unfavourable; }
+
   std::string description() const {
     std::string text;
     for (std::size_t i = 0; i < trend_.periods.size(); ++i) {
@@ -63,12 +65,14 @@ class TrendDrawing {
       line(svg_, tick == 0 ? "zero" : "grid", left_, at, layout_.width - kRight, at);
       label(svg_, "tick end", left_ - 7, at + 4, axis_.label(tick, words_));
     }
+    // Either all names stand in full or none does.
     const auto fits = static_cast<std::size_t>(std::max(slot_ / kCharacter, 1.0));
+    const bool whole = std::ranges::all_of(trend_.periods, [&](const auto& n) { return values::length(n) <= fits; });
+    const auto length = whole ? fits : std::min<std::size_t>(fits, 3);
     for (std::size_t i = 0; i < trend_.periods.size(); ++i) {
-      const auto& name = trend_.periods[i];
-      const bool whole = std::ranges::all_of(trend_.periods, [&](const auto& n) { return values::length(n) <= fits; });
-      const auto cut = whole ? std::string_view(name) : values::left(name, std::min<std::size_t>(fits, 3));
-      label(svg_, "tick middle", middle(i), layout_.height - 8, cut);
+      const auto cut = values::left(trend_.periods[i], length);
+      label(svg_, "tick middle", middle(i), layout_.height - kBottom + 17, cut);
+      if (isBad(i)) label(svg_, "mark middle", middle(i), layout_.height - 6, "!");
     }
   }
 
@@ -82,10 +86,7 @@ class TrendDrawing {
       const auto text = trend_.periods[i] + " · " + series.name + " " + shown(*point) + judged(judgement, words_);
       const double x = middle(i) + offset + 0.5;
       bar(svg_, layout_.id, {x, std::min(end, zero), width - 1, std::abs(end - zero)}, actual ? "actual" : "budget",
-          judgement == Judgement::Unfavourable ? judgement : Judgement::None, text,
-          series.name + "|" + trend_.periods[i], plain(*point));
-      if (judgement == Judgement::Unfavourable)
-        label(svg_, "mark middle", x + width / 2, (end < zero ? end : zero) - 4, "!");
+          actual && isBad(i) ? judgement : Judgement::None, text, series.name + "|" + trend_.periods[i], plain(*point));
     }
   }
 
