@@ -103,11 +103,10 @@ class TrendPlot {
   /// Below each bar its name, and a mark where it is bad for the company.
   std::string names() const {
     std::string first = std::string(labels_, ' ') + "  ", second = first;
+    const bool whole = std::ranges::all_of(trend_.periods, [&](const auto& n) { return values::length(n) < slot_; });
+    const auto length = whole ? slot_ - 1 : std::min<std::size_t>(slot_ - 1, 3);
     for (std::size_t i = 0; i < trend_.periods.size(); ++i) {
-      const auto name = values::length(trend_.periods[i]) < slot_
-                            ? trend_.periods[i]
-                            : std::string(values::left(trend_.periods[i], std::min<std::size_t>(slot_ - 1, 3)));
-      first += fitted(name, slot_);
+      first += fitted(values::left(trend_.periods[i], length), slot_);
       second += fitted(isBad(i) ? "!" : "", slot_);
     }
     std::string text;
