@@ -5,6 +5,7 @@
 #include "picture/Markup.h"
 #include "picture/Page.h"
 #include "picture/SvgParts.h"
+#include "report/Lines.h"
 #include "values/Conversion.h"
 #include "values/NumberText.h"
 
@@ -61,22 +62,10 @@ class TableWriter {
     out_.close("tr").close("thead");
   }
 
-  /// A group's subtotal follows its rows.
   void body() {
-    std::vector<const Row*> open;
-    const auto close = [&](std::size_t level) {
-      for (; !open.empty() && open.back()->level() >= level; open.pop_back()) subtotal(*open.back());
-    };
     out_.open("tbody");
-    for (const auto& row : result_.rows) {
-      if (row.level() == 0) continue;
-      close(row.level());
-      if (row.level() < keyColumns() && row.others == 0)
-        open.push_back(&row);
-      else
-        line(row);
-    }
-    close(1);
+    report::forEachLine(
+        result_, [&](const Row& row) { line(row); }, [&](const Row& row) { subtotal(row); });
     out_.close("tbody");
   }
 

@@ -52,15 +52,18 @@ Series seriesOf(const report::Result& result, Role role, std::string name, std::
   return series;
 }
 
-/// Periods behind the last one that has a value are not drawn.
+/// Periods behind the last one that has a value are not drawn, unless none has.
 std::size_t drawnPeriods(const report::Result& result) {
   const auto& row = result.rows.front();
   const auto periods = std::max<std::size_t>(result.columns.size() - 1, 1);
-  std::size_t last = 0;
-  for (std::size_t column = 0; column < periods; ++column)
+  const auto hasAny = [&](std::size_t column) {
     for (std::size_t value = 0; value < result.values.size(); ++value)
-      if (!result.cell(row, column, value).value.isNothing()) last = column;
-  return last + 1;
+      if (!result.cell(row, column, value).value.isNothing()) return true;
+    return false;
+  };
+  for (std::size_t drawn = periods; drawn > 0; --drawn)
+    if (hasAny(drawn - 1)) return drawn;
+  return periods;
 }
 
 Trend trendOf(const report::Result& result, const std::vector<std::string>& forecasts, const Words& words) {

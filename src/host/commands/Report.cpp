@@ -13,6 +13,7 @@
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
+#include "report/Lines.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -89,21 +90,11 @@ class ReportTable {
  public:
   ReportTable(const report::Result& result, bool forPeople) : result_(result), forPeople_(forPeople) {
     addColumns();
-    const auto depth = result.axes.size();
-    std::vector<const report::Row*> open;  // groups whose rows come
-    const auto close = [&](std::size_t level) {
-      for (; !open.empty() && open.back()->level() >= level; open.pop_back())
-        if (forPeople) addSubtotal(*open.back());
-    };
-    for (const auto& row : result.rows) {
-      if (row.level() == 0) continue;
-      close(row.level());
-      if (row.level() < depth && row.others == 0)
-        open.push_back(&row);
-      else
-        addRow(row);
-    }
-    close(1);
+    report::forEachLine(
+        result, [&](const auto& row) { addRow(row); },
+        [&](const auto& row) {
+          if (forPeople_) addSubtotal(row);
+        });
     addTotal(result.rows.front());
   }
 
