@@ -2,27 +2,18 @@
 
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
+
+#include "values/Utf8.h"
 
 namespace bukorval::picture {
 namespace {
 
-/// How many bytes the character at the beginning of a text has; 0 for what is no UTF-8 or may not stand in a page.
-std::size_t characterSize(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  if (byte(0) < 0x80) return byte(0) >= 0x20 && byte(0) != 0x7F ? 1 : text[0] == '\n' || text[0] == '\t' ? 1 : 0;
-  const std::size_t size = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : 2;
-  if (byte(0) < 0xC2 || byte(0) > 0xF4 || size > text.size()) return 0;
-  std::uint32_t code = byte(0) & (0x7FU >> size);
-  for (std::size_t i = 1; i < size; ++i) {
-    if ((byte(i) & 0xC0) != 0x80) return 0;
-    code = code << 6 | (byte(i) & 0x3F);
-  }
-  constexpr std::uint32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-  const bool turnsWriting = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-  return code < kLeast[size] || code > 0x10FFFF || surrogate || turnsWriting || code < 0xA0 || code >= 0xFFFE ? 0
-                                                                                                              : size;
+/// Not what no page may have, or would obey.
+bool isShown(const values::Character& character) {
+  const auto code = character.code;
+  if (code < 0x20) return code == '\n' || code == '\t';
+  return character.valid && !(code >= 0x7F && code <= 0x9F) && !values::turnsWriting(code) && code != 0xFFFE &&
+         code != 0xFFFF;
 }
 
 std::string_view replacement(char c) {
@@ -42,13 +33,13 @@ std::string escaped(std::string_view text) {
   std::string out;
   out.reserve(text.size());
   while (!text.empty()) {
-    const auto size = characterSize(text);
+    const auto character = values::firstCharacter(text);
     const auto replaced = replacement(text.front());
-    if (size == 0)
+    if (!isShown(character))
       out += "\uFFFD";
     else
-      out += replaced.empty() ? text.substr(0, size) : replaced;
-    text.remove_prefix(size == 0 ? 1 : size);
+      out += replaced.empty() ? text.substr(0, character.size) : replaced;
+    text.remove_prefix(character.size);
   }
   return out;
 }

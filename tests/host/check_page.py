@@ -180,7 +180,7 @@ def main():
         make_hostile(database)
         count, found = check(program, database, file, *REPORTS[0])
         problems += found
-        shown = HOSTILE.replace("\u202e", "\ufffd" * 3).replace("\x1b", "\ufffd")
+        shown = HOSTILE.replace("\u202e", "\ufffd").replace("\x1b", "\ufffd")
         titles = [e.text or "" for e in ElementTree.parse(file).iter() if e.tag == HTML + "h1"]
         if titles != [shown]:
             problems.append(f"the hostile title reads {titles}")
