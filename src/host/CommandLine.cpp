@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "dati/Nearest.h"
 #include "host/SharedOptions.h"
 #include "host/commands/Commands.h"
 #include "host/environment/Arguments.h"
@@ -82,13 +83,10 @@ void refuseUnused(const CLI::App& app, std::string_view command) {
 void declare(CLI::App& app, const Command& command, Environment& environment) {
   auto* own = app.add_subcommand(std::string(command.name), std::string(command.summary));
   own->footer("Example:\n" + std::string(command.example));
-  for (const auto& option : command.options) declare(*own, option);
-  if (command.writes != Writes::Nothing)
-    declare(*own, {"--force", "write into a closed accounting year too", &environment.options.force});
-  if (command.writes == Writes::Cards)
-    declare(*own, {"--no-history", "keep nothing to undo, for bulk loads", &environment.options.noHistory});
-  for (const auto& option : outputOptions(environment.options)) declare(*own, option)->group("Shared");
-  for (const auto& option : propertyOptions(command.name, environment.options)) declare(*own, option);
+  // The help shows groups in the order of their first options.
+  own->set_help_flag();
+  for (const auto& option : commandOptions(command, environment.options)) declare(*own, option);
+  own->set_help_flag("-h,--help", "Print this help message and exit")->group("Shared");
   own->preparse_callback([&app, &command](std::size_t) { refuseUnused(app, command.name); });
   own->callback([&command, &environment] {
     // A file with options serves every command.
@@ -149,14 +147,34 @@ std::string commandText(int argc, const char* const* argv) {
   return text;
 }
 
+/// "; did you mean …?" of a word that no command, or no option of this one, has.
+void suggest(const std::string& word, const CLI::App& app) {
+  const bool option = word.starts_with('-');
+  std::vector<std::string> known;
+  if (option) {
+    for (const auto* one : app.get_options())
+      for (const auto& name : one->get_lnames()) known.push_back("--" + name);
+  } else {
+    for (const auto* one : app.get_subcommands({})) known.push_back(one->get_name());
+  }
+  const auto meant = dati::didYouMean(word.substr(0, word.find('=')), known);
+  if (option && meant.empty()) return;
+  std::cerr << (option ? "Unknown option: " : "Unknown command: ") << safeText(word) << safeText(meant) << '\n';
+}
+
 int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
   std::ostringstream told;
   const int outcome = app.exit(error, std::cout, told);
-  std::cerr << safeText(told.str(), Lines::Keep);
   if (outcome == 0) return exitOk;
-  const auto rest = app.remaining();
-  if (error.get_name() == "RequiredError" && !rest.empty())
-    std::cerr << "Unknown command: " << safeText(rest.front()) << '\n';
+  std::cerr << safeText(told.str(), Lines::Keep);
+  const auto commands = app.get_subcommands();
+  const auto& asked = commands.empty() ? app : *commands.front();
+  for (const auto& word : asked.remaining()) {
+    if (commands.empty() || word.starts_with("--")) {
+      suggest(word, asked);
+      break;
+    }
+  }
   return exitUsage;
 }
 

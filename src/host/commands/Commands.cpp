@@ -9,6 +9,7 @@
   command(years)                   \
   command(batches)                 \
   command(budgets)                 \
+  command(list)                    \
   command(grid)                    \
   command(periods)                 \
   command(report)                  \
