@@ -6,6 +6,7 @@
 #include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
+#include "values/Text.h"
 
 namespace bukorval::dati {
 namespace {
@@ -75,6 +76,12 @@ std::string statementOf(const Descrizione& table, const Variant& company, const 
 
 }  // namespace
 
+std::vector<std::string> textsOf(const std::vector<Code>& codes) {
+  std::vector<std::string> texts;
+  for (const auto& code : codes) texts.emplace_back(values::rtrim(values::toPlainText(code.code)));
+  return texts;
+}
+
 Descrizione codeTable(const Colonna& column) {
   if (column.nome != kArticle) return column.descrizione;
   Descrizione table{"MG66_ANAGART", "''", "MG66_CODART", {{"MG66_DITTA_CG18", kCompany}}};
@@ -133,11 +140,11 @@ std::vector<Code> cardCodes(ado::Connection& connection, const BudgetAnno& budge
   return read(connection, sql.str());
 }
 
-std::vector<Code> cards(ado::Connection& connection, const BudgetAnno& budget) {
+std::vector<Code> cards(ado::Connection& connection, const Variant& company) {
   TestoSql sql;
-  sql.riga(" SELECT BU65_ID, ISNULL(BU65_SCHEDA_BU07, BU65_CONTO_CG24) ")
+  sql.riga(" SELECT TOP 5000 BU65_ID, ISNULL(BU65_SCHEDA_BU07, BU65_CONTO_CG24) AS DESCRIZIONE ")
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
-      .testo(condizioniSchede(budget))
+      .riga(" WHERE  BU65_DITTA_CG18 = ", numero(company))
       .riga(" ORDER  BY BU65_ID");
   return read(connection, sql.str());
 }

@@ -18,6 +18,9 @@ struct Code {
   values::Variant parent;  ///< the code that it belongs to: the article of a variant; blank where there is none
 };
 
+/// Without the blanks that fill them up.
+std::vector<std::string> textsOf(const std::vector<Code>& codes);
+
 /// Where the codes of a column of BU65_TESBUDGET stand: where they are described, but for articles, which need no
 /// description. Its `tabella` is "" for a column whose codes stand in no table.
 Descrizione codeTable(const Colonna& column);
@@ -43,7 +46,7 @@ std::vector<Code> structures(ado::Connection& connection);
 std::vector<Code> companies(ado::Connection& connection);
 /// The codes of a budget's cards (BU65_SCHEDA_BU07), each once.
 std::vector<Code> cardCodes(ado::Connection& connection, const BudgetAnno& budget);
-/// The cards of a budget (BU65_ID), described by their code or else by their account.
-std::vector<Code> cards(ado::Connection& connection, const BudgetAnno& budget);
+/// The first thousands of a company's cards (BU65_ID), described by their code or else by their account.
+std::vector<Code> cards(ado::Connection& connection, const values::Variant& company);
 
 }  // namespace bukorval::dati

@@ -249,12 +249,26 @@ std::vector<Option> propertyOptions(std::string_view command, SharedOptions& opt
   return offered;
 }
 
+/// What the commands' own options and arguments take.
+struct OwnCodes {
+  std::string_view flags;
+  Codes codes;
+};
+constexpr OwnCodes kOwnCodes[] = {
+    {"CARD", Codes::Cards},         {"--card", Codes::Cards},       {"BUDGET", Codes::Budgets},
+    {"LEFT", Codes::Budgets},       {"RIGHT", Codes::Budgets},      {"METHOD", Codes::Methods},
+    {"--kind", Codes::DetailKinds}, {"--measure", Codes::Measures}, {"--account", Codes::Accounts}};
+
 std::vector<Option> commandOptions(const Command& command, SharedOptions& options) {
   auto all = command.options;
   if (command.writes != Writes::Nothing)
     all.push_back({"--force", "write into a closed accounting year too", &options.force});
   if (command.writes == Writes::Cards)
     all.push_back({"--no-history", "keep nothing to undo, for bulk loads", &options.noHistory});
+  for (auto& option : all)
+    if (const auto* const found = std::ranges::find(kOwnCodes, option.flags, &OwnCodes::flags);
+        found != std::end(kOwnCodes))
+      option.codes = found->codes;
   const auto own = all.size();
   for (auto& option : outputOptions(options)) {
     const bool needed = option.flags.starts_with("-d,") && (usesOf(command.name).needs & Database) != 0;
@@ -269,7 +283,7 @@ std::vector<Option> commandOptions(const Command& command, SharedOptions& option
     for (auto& option : all)
       if (option.flags.ends_with(",--card-kind")) option.flags += ",--kind";
   std::ranges::stable_sort(all, {}, [](const Option& option) {
-    return option.group == kNeededGroup ? 0 : option.group == kMayNeedGroup ? 1 : 2;
+    return option.group == kNeededGroup ? 0 : option.group == kMayNeedGroup ? 1 : option.group == "Shared" ? 3 : 2;
   });
   return all;
 }

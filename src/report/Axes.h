@@ -46,6 +46,7 @@ class Axes {
 
  private:
   CardAxis level(const std::string& name) const;
+  std::vector<std::string> allNames() const;
   std::string names() const;
 
   CLSKORVAL& budget_;

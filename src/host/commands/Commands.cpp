@@ -33,7 +33,8 @@
   command(check)                   \
   command(backup)                  \
   command(restore)                 \
-  command(call)
+  command(call)                    \
+  command(completion)
 // clang-format on
 
 namespace bukorval::host {

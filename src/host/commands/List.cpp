@@ -146,7 +146,8 @@ Table columnsTable(Environment& environment) {
                {"LUNGHEZZA", "Length", true}},
               {},
               {}};
-  for (const auto& [name, column] : report::Axes(budget).known()) {
+  const report::Axes axes(budget);
+  for (const auto& [name, column] : axes.known()) {
     if (column == "BU65_ID") continue;
     const auto& known = colonnaBU65(column);
     table.rows.push_back({column, name, title(column), elementOf(structure, column),
@@ -162,7 +163,8 @@ Table codesTable(Environment& environment) {
   auto& budget = environment.budget();
   Table table{
       {{"COLONNA", "Column"}, {"CODICE", "Code"}, {"DESCRIZIONE", "Description"}, {"PADRE", "Belongs to"}}, {}, {}};
-  for (const auto& [name, column] : report::Axes(budget).known())
+  const report::Axes axes(budget);
+  for (const auto& [name, column] : axes.known())
     for (const auto& [code, description, parent] :
          dati::codesOf(*environment.connection(), budget.CodiceDitta, colonnaBU65(column), chart))
       table.rows.push_back({column, values::toPlainText(code), description, parent});

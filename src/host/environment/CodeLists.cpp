@@ -93,9 +93,13 @@ List accounts(Environment& environment) {
   return listed(dati::accountsOf(*environment.connection(), environment.session().CodiceDitta(), chart));
 }
 
-List ofBudget(Environment& environment, std::vector<dati::Code> (*read)(ado::Connection&, const BudgetAnno&)) {
+List cardCodes(Environment& environment) {
   if (!budgetGiven(environment) || !given(environment, "AnnoEsercizio")) return {};
-  return listed(read(*environment.connection(), budgetScelto(environment.budget())));
+  return listed(dati::cardCodes(*environment.connection(), budgetScelto(environment.budget())));
+}
+
+List cards(Environment& environment) {
+  return listed(dati::cards(*environment.connection(), environment.session().CodiceDitta()));
 }
 
 List structures(Environment& environment) { return listed(dati::structures(*environment.connection())); }
@@ -157,9 +161,8 @@ constexpr Source kSources[] = {
     {Codes::Sites, sites, true, true, "The company has no site "},
     {Codes::CardKinds, cardKinds, false, true, "There is no card kind "},
     {Codes::Accounts, accounts, true, false, "The chart of accounts has no account "},
-    {Codes::CardCodes, [](Environment& environment) { return ofBudget(environment, dati::cardCodes); }, true, false,
-     "The budget has no card "},
-    {Codes::Cards, [](Environment& environment) { return ofBudget(environment, dati::cards); }, true, false, ""},
+    {Codes::CardCodes, cardCodes, true, false, "The budget has no card "},
+    {Codes::Cards, cards, true, false, ""},
     {Codes::Structures, structures, true, false, "There is no structure "},
     {Codes::DetailKinds, detailKinds, false, false, ""},
     {Codes::Budgets, budgets, true, false, ""},

@@ -20,7 +20,7 @@ enum class Codes : std::uint8_t {
   CardKinds,
   Accounts,     ///< of the chart of the budget that is selected, else of the company's ledger
   CardCodes,    ///< of the budget that is selected
-  Cards,        ///< the same, by identifier
+  Cards,        ///< of the company, by identifier
   Structures,   ///< that cards are aligned to
   DetailKinds,  ///< by name, of the budget that is selected, else of any
   Budgets,      ///< 4/01@2025

@@ -26,8 +26,8 @@ void requireDefined(Environment& environment, const values::Variant& type, const
     defined.push_back(std::to_string(budget.type) + "/" + values::toPlainText(budget.subtype));
   const auto typeText = values::toPlainText(type), subtypeText = values::toPlainText(subtype);
   throw dati::Refused("There is no budget of type " + typeText + ", subtype " + subtypeText +
-                      dati::didYouMeanOf(typeText + "/" + subtypeText, defined) +
-                      "; `bukorval budgets` lists what is defined");
+                      "; `bukorval budgets` lists what is defined" +
+                      dati::didYouMean(typeText + "/" + subtypeText, defined));
 }
 
 void requireDefined(Environment& environment) {
