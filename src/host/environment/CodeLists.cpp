@@ -221,8 +221,8 @@ void tellUnknownCodes(Environment& environment) {
   }
   const auto list = properties.find("ElencoSedi");
   if (list == properties.end()) return;
-  for (const auto& site : parseDictionary(list->second)->Keys())
-    tellUnknownCode(environment, Codes::Sites, values::toPlainText(site));
+  const auto sites = parseDictionary(list->second);
+  for (const auto& site : sites->Keys()) tellUnknownCode(environment, Codes::Sites, values::toPlainText(site));
 }
 
 }  // namespace bukorval::host
