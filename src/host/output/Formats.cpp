@@ -9,32 +9,20 @@ namespace bukorval::host {
 namespace {
 
 constexpr std::array kFormats{
-    Format{"table", true, writeAligned, writeAlignedResults},
-    Format{"csv", false, writeCsv, writeCsvResults},
+    Format{"table", true, writeAligned, writeAlignedResults}, Format{"md", true, writeMarkdown, writeMarkdownResults},
+    Format{"html", true, writeHtml, writeHtmlResults},        Format{"csv", false, writeCsv, writeCsvResults},
     Format{"json", false, writeJson, writeJsonResults},
 };
 
-/// The names of the formats of one audience: "csv or json".
+/// The names of the formats of one audience: "table, md or html".
 std::string names(bool forPeople) {
-  std::string text;
+  std::vector<std::string_view> found;
   for (const auto& format : kFormats)
-    if (format.forPeople == forPeople) text.append(text.empty() ? "" : " or ").append(format.name);
+    if (format.forPeople == forPeople) found.push_back(format.name);
+  std::string text;
+  for (std::size_t i = 0; i < found.size(); ++i)
+    text.append(i == 0 ? "" : i + 1 == found.size() ? " or " : ", ").append(found[i]);
   return text;
-}
-
-/// @param title  says what a table shows, before it; nothing for a program.
-void writeEach(std::ostream& out, const CallResults& results, const Style& style, decltype(Format::write) write,
-               void (*title)(std::ostream& out, const std::string& name, const Table& table)) {
-  if (!results.values.empty()) {
-    Table table{{{"name", "Name"}, {"value", "Value"}}, {}, {}};
-    for (const auto& [name, value] : results.values)
-      table.rows.push_back({name, value.isNull() ? "NULL" : value.isEmpty() ? "EMPTY" : value});
-    write(out, table, style);
-  }
-  for (const auto& [name, table] : results.tables) {
-    if (title) title(out, name, table);
-    write(out, table, style);
-  }
 }
 
 }  // namespace
@@ -48,6 +36,20 @@ const Format& findFormat(std::string_view name) {
 }
 
 std::string formatHelp() { return names(true) + " (for people), " + names(false) + " (for programs)"; }
+
+void writeEach(std::ostream& out, const CallResults& results, const Style& style, decltype(Format::write) write,
+               void (*title)(std::ostream& out, const std::string& name, const Table& table)) {
+  if (!results.values.empty()) {
+    Table table{{{"name", "Name"}, {"value", "Value"}}, {}, {}};
+    for (const auto& [name, value] : results.values)
+      table.rows.push_back({name, value.isNull() ? "NULL" : value.isEmpty() ? "EMPTY" : value});
+    write(out, table, style);
+  }
+  for (const auto& [name, table] : results.tables) {
+    if (title) title(out, name, table);
+    write(out, table, style);
+  }
+}
 
 void writeAlignedResults(std::ostream& out, const CallResults& results, const Style& style) {
   writeEach(out, results, style, writeAligned, [](std::ostream& to, const std::string& name, const Table& table) {
