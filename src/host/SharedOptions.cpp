@@ -207,7 +207,15 @@ std::vector<Option> outputOptions(SharedOptions& options) {
            .target = &options.format,
            .showDefault = true,
            .oneOf = formatNames()},
-          {.flags = "--all", .help = "in tables, show empty and technical columns too", .target = &options.all}};
+          {.flags = "--fields",
+           .help = "only these columns, in this order, by their names or titles",
+           .target = &options.fields,
+           .valueName = "COLUMN,…"},
+          {.flags = "--all",
+           .help = "show empty columns too, and in tables technical ones; leave their width alone",
+           .target = &options.all},
+          {.flags = "--wide", .help = "do not fit tables to the terminal", .target = &options.wide},
+          {.flags = "--no-pager", .help = "do not page on a terminal", .target = &options.noPager}};
 }
 
 bool offers(std::string_view command, std::string_view property) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/commands/Command.h"
+#include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
@@ -28,16 +29,6 @@ struct ReportOptions {
   std::vector<std::string> where;
   int top = 0;
 };
-
-std::vector<std::string> split(std::string_view list) {
-  std::vector<std::string> parts;
-  while (!list.empty()) {
-    const auto end = std::min(list.find(','), list.size());
-    parts.emplace_back(list.substr(0, end));
-    list.remove_prefix(std::min(end + 1, list.size()));
-  }
-  return parts;
-}
 
 /// "site=1,2".
 report::Filter filterOf(const std::string& text) {

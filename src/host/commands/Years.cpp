@@ -58,6 +58,7 @@ void years(Environment& environment, const YearsOptions& options) {
     else
       setClosed(environment, options, options.action == "close");
     transaction.conferma();
+    environment.noteWritten();
   }
   showYears(environment);
 }

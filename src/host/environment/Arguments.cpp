@@ -67,6 +67,16 @@ values::Variant parseArgument(std::string_view text) {
   return text;
 }
 
+std::vector<std::string> split(std::string_view list) {
+  std::vector<std::string> parts;
+  while (!list.empty()) {
+    const auto end = std::min(list.find(','), list.size());
+    parts.emplace_back(values::trim(list.substr(0, end)));
+    list.remove_prefix(std::min(end + 1, list.size()));
+  }
+  return parts;
+}
+
 ado::DictionaryPtr parseDictionary(std::string_view text) {
   auto dictionary = std::make_shared<ado::Dictionary>();
   while (!text.empty()) {
