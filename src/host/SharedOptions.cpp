@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/environment/Arguments.h"
+#include "language/Language.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval::host {
@@ -215,6 +216,11 @@ std::vector<Option> outputOptions(SharedOptions& options) {
            .help = "show empty columns too, and in tables technical ones; leave their width alone",
            .target = &options.all},
           {.flags = "--wide", .help = "do not fit tables to the terminal", .target = &options.wide},
+          {.flags = "--lang",
+           .help = "language of the program: it or en (default: the locale's)",
+           .target = std::function<void(const std::string&)>(
+               [](const std::string& name) { chooseLanguage(languageOf(name)); }),
+           .oneOf = {"it", "en"}},
           {.flags = "--no-pager", .help = "do not page on a terminal", .target = &options.noPager}};
 }
 

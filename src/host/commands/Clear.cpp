@@ -7,6 +7,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
 #include "host/environment/Terminal.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 namespace {
@@ -22,7 +23,7 @@ void clear(Environment& environment, const ClearOptions& options) {
   const bool all = options.kind == "all";
   const BdgTipoDettaglio kind = all ? bdgDettaglioTutti : parseDetailKind(options.kind).kind;
   if (!all) requireDetailKind(environment.budget(), kind);
-  confirm("Clear the " + (all ? "values of every kind" : options.kind + " values") + " of card " + options.card + "?",
+  confirm(tr("Clear the {} of card {}?", (all ? "values of every kind" : options.kind + " values"), options.card),
           options.yes);
   auto transaction = environment.transaction();
   selectWritableCard(environment, card);

@@ -17,6 +17,7 @@
 #include "host/environment/ProgressBar.h"
 #include "host/environment/Selection.h"
 #include "host/environment/Terminal.h"
+#include "language/Language.h"
 #include "values/Text.h"
 
 namespace bukorval::host {
@@ -56,7 +57,7 @@ std::string remedies(const dati::Problems& problems) {
 }
 
 void tell(const std::vector<std::string>& outcomes) {
-  for (const auto& outcome : outcomes) std::cout << "Imported " << outcome << '\n';
+  for (const auto& outcome : outcomes) std::cout << tr("Imported {}", outcome) << '\n';
 }
 
 void importFiles(Environment& environment, const FilesToImport& options) {
@@ -72,7 +73,7 @@ void importFiles(Environment& environment, const FilesToImport& options) {
     }
     import.read(kind, options.files[i]);
   }
-  if (import.empty()) throw UsageError("Nothing to import: give at least one file");
+  if (import.empty()) throw UsageError(tr("Nothing to import: give at least one file"));
   refuseProblems(import.problems(), remedies(import.problems()));
   tell(import.write());
 }
@@ -91,7 +92,7 @@ void importFinance(Environment& environment, const FilesToImport& options) {
   try {
     tell(dati::importFinance(environment.budget(), *connection, environment.session(), finance, options.how.progress));
   } catch (const dati::CompanyNotEmpty& e) {
-    throw dati::Refused(std::string(e.what()) + " with `bukorval create`");
+    throw dati::Refused(tr("{} with `bukorval create`", e.what()));
   }
 }
 
@@ -100,14 +101,14 @@ void import(Environment& environment, FilesToImport& options) {
   options.how.author = environment.author();
   if (isTerminal(stderr)) options.how.progress = &watcher;
   if (!hasMovements(options)) {
-    if (!options.how.batch.empty()) throw UsageError("--batch names an import of --movements");
-    if (options.how.replace) throw UsageError("--replace is for the registrations of --movements");
+    if (!options.how.batch.empty()) throw UsageError(tr("--batch names an import of --movements"));
+    if (options.how.replace) throw UsageError(tr("--replace is for the registrations of --movements"));
   }
-  if (options.dryRun && options.sheet.empty()) throw UsageError("--dry-run is for --sheet");
+  if (options.dryRun && options.sheet.empty()) throw UsageError(tr("--dry-run is for --sheet"));
   if (options.finance.empty() && options.sheet.empty()) return importFiles(environment, options);
   const bool others = std::ranges::any_of(options.files, [](const auto& file) { return !file.empty(); });
   if (others || (!options.finance.empty() && !options.sheet.empty()))
-    throw UsageError("--finance and --sheet stand alone: import other files afterwards");
+    throw UsageError(tr("--finance and --sheet stand alone: import other files afterwards"));
   if (options.sheet.empty())
     importFinance(environment, options);
   else

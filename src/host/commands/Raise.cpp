@@ -11,6 +11,7 @@
 #include "host/commands/RunReport.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -30,7 +31,7 @@ void raise(Environment& environment, const RaiseOptions& options) {
   auto transaction = environment.transaction();
   dati::WatchedRun run(budget, transaction, {budgetScelto(budget), kind});
   const auto cards = dati::selectedCards(budget, run.connection());
-  if (cards.empty()) throw dati::Refused("There is no card in this selection");
+  if (cards.empty()) throw dati::Refused(tr("There is no card in this selection"));
   std::set<dati::DetailSnapshot::Key> cells;
   for (const auto& [key, amount] : run.before().amounts())
     if (cards.contains(key.card)) cells.insert(key);
@@ -47,8 +48,8 @@ void raise(Environment& environment, const RaiseOptions& options) {
       {{{"SCHEDE", "Cards", true},
         {"IMPORTI", "Amounts", true},
         {"CAMBIATI", "Changed", true},
-        {"PRIMA", "Prima", true, 2},
-        {"DOPO", "Dopo", true, 2}},
+        {"PRIMA", "Before", true, 2},
+        {"DOPO", "After", true, 2}},
        {{cards.size(), raised, changes.rows.size(), changes.totals[changes.columns.size() - 2], changes.totals.back()}},
        {}});
 }

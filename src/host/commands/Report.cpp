@@ -13,6 +13,7 @@
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -21,7 +22,7 @@ namespace {
 using values::Variant;
 
 /// What cards without a code have instead of it, for people.
-const std::string kNone = "(nessuno)";
+constexpr std::string_view kNone = "(none)";
 
 /// The options as they were typed.
 struct ReportOptions {
@@ -34,7 +35,7 @@ struct ReportOptions {
 report::Filter filterOf(const std::string& text) {
   const auto equal = text.find('=');
   if (equal == std::string::npos || equal == 0)
-    throw UsageError("A condition is AXIS=CODE,CODE with * for any ending, not " + text);
+    throw UsageError(tr("A condition is AXIS=CODE,CODE with * for any ending, not {}", text));
   auto codes = split(std::string_view(text).substr(equal + 1));
   if (codes.empty()) codes.emplace_back();
   return {text.substr(0, equal), std::move(codes)};
@@ -43,7 +44,7 @@ report::Filter filterOf(const std::string& text) {
 /// "2025-09".
 values::Date monthOf(const std::string& text) {
   const auto day = text.size() == 7 ? values::Date::TryParse(text + "-01") : std::nullopt;
-  if (!day) throw UsageError("A month is given as 2025-09, not " + text);
+  if (!day) throw UsageError(tr("A month is given as 2025-09, not {}", text));
   return *day;
 }
 
@@ -60,14 +61,14 @@ report::Query queryOf(const ReportOptions& options) {
   if (order != std::string::npos) {
     const auto direction = std::string_view(options.sort).substr(order + 1);
     query.ascending = direction == "asc";
-    if (!query.ascending && direction != "desc") throw UsageError("--sort takes VALUE, VALUE:desc or VALUE:asc");
+    if (!query.ascending && direction != "desc") throw UsageError(tr("--sort takes VALUE, VALUE:desc or VALUE:asc"));
   }
   query.top = options.top;
   return query;
 }
 
 std::string nameOf(const report::Key& key) {
-  const auto code = values::isBlank(key.code) ? kNone : values::toPlainText(key.code);
+  const auto code = values::isBlank(key.code) ? tr(kNone) : values::toPlainText(key.code);
   if (key.description.empty()) return code;
   return code + " - " + key.description;
 }
@@ -116,7 +117,7 @@ class ReportTable {
         shown.decimals = value.decimals;
         shown.number = value.decimals > 0;
         shown.percentage = value.ratio;
-        if (result_.columns.size() > 1) shown.group = column.title.empty() ? kNone : column.title;
+        if (result_.columns.size() > 1) shown.group = column.title.empty() ? tr(kNone) : column.title;
         table_.columns.push_back(std::move(shown));
       }
     }
@@ -132,7 +133,7 @@ class ReportTable {
     return keys;
   }
 
-  static std::string othersText(int count) { return "Altri (" + std::to_string(count) + ")"; }
+  static std::string othersText(int count) { return tr("Others ({})", count); }
 
   void addRow(const report::Row& row) {
     std::vector<Variant> keys;
@@ -160,14 +161,14 @@ class ReportTable {
 
   void addSubtotal(const report::Row& row) {
     std::vector<Variant> keys(row.level(), Variant::Null());
-    keys.back() = "Totale " + nameOf(row.keys.back());
+    keys.back() = tr("Total {}", nameOf(row.keys.back()));
     table_.rows.push_back(cellsOf(row, std::move(keys)));
     table_.looks.back().subtotal = true;
     lastKeys_.clear();
   }
 
   void addTotal(const report::Row& row) {
-    auto cells = cellsOf(row, {"Totale"});
+    auto cells = cellsOf(row, {tr("Total")});
     (result_.axes.empty() ? table_.rows.emplace_back() : table_.totals) = std::move(cells);
   }
 

@@ -16,6 +16,7 @@
 #include "host/environment/Terminal.h"
 #include "host/environment/UserName.h"
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
 #include "sqlite/Provider.h"
@@ -40,11 +41,11 @@ Environment::~Environment() = default;
 bool Environment::hasDatabase() const { return !options.database.empty() || !options.connectionString.empty(); }
 
 std::string Environment::connectionString() const {
-  if (!hasDatabase()) throw UsageError("Which database? Give -d FILE or set BUKORVAL_DATABASE");
+  if (!hasDatabase()) throw UsageError(tr("Which database? Give -d FILE or set BUKORVAL_DATABASE"));
   if (!options.connectionString.empty()) return options.connectionString;
   const auto& file = options.database;
   if (!std::filesystem::exists(file))
-    throw dati::Refused("There is no database " + file + "; `bukorval create " + file + "` makes one");
+    throw dati::Refused(tr("There is no database {}; `bukorval create {}` makes one", file, file));
   return sqliteConnectionString(file) + ";Busy Timeout=" + std::to_string(options.wait);
 }
 
@@ -122,7 +123,7 @@ CallResults Environment::chosen(const CallResults& results) const {
   for (const auto& name : names) {
     if (std::ranges::any_of(results.tables, [&](const auto& each) { return each.second.positionOf(name).has_value(); }))
       continue;
-    const auto problem = "There is no column " + name + ", only " + there;
+    const auto problem = tr("There is no column {}, only {}", name, there);
     if (!written_) throw UsageError(problem);
     std::cerr << safeText(problem) << '\n';
     return results;

@@ -13,6 +13,7 @@
 
 #include "dati/Failure.h"
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 namespace {
@@ -65,11 +66,12 @@ Screen screen() {
 
 void confirm(std::string_view question, bool yes) {
   if (yes) return;
-  if (!isTerminal(stdin)) throw dati::Refused(std::string(question).append(" Nobody to ask here: add --yes to go on"));
-  std::cerr << safeText(question) << " [y/N] " << std::flush;
+  if (!isTerminal(stdin)) throw dati::Refused(tr("{} Nobody to ask here: add --yes to go on", question));
+  std::cerr << safeText(question) << tr(" [y/N] ") << std::flush;
   std::string answer;
   std::getline(std::cin, answer);
-  if (answer != "y" && answer != "Y" && answer != "yes") throw dati::Refused("Nothing was changed");
+  if (answer != "y" && answer != "Y" && answer != "yes" && answer != tr("y") && answer != tr("yes"))
+    throw dati::Refused(tr("Nothing was changed"));
 }
 
 }  // namespace bukorval::host

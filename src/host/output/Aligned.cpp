@@ -5,6 +5,7 @@
 
 #include "host/output/Formats.h"
 #include "host/output/TextGrid.h"
+#include "language/Language.h"
 #include "values/Text.h"
 
 namespace bukorval::host {
@@ -120,14 +121,16 @@ class Writer {
 void writeAligned(std::ostream& out, const Table& table, const Style& style) {
   // A heading of dozens of empty columns would say less.
   if (table.rows.empty()) {
-    out << "No rows\n";
+    out << tr("No rows") << '\n';
     return;
   }
   auto grid = textGrid(table, style);
   if (style.width > 0) fit(grid, style.width);
   widenGroups(grid);
   Writer(out, table, grid, style)();
-  if (grid.dropped > 0) out << grid.dropped << (grid.dropped == 1 ? " column" : " columns") << " more with --wide\n";
+  if (grid.dropped > 0)
+    out << (grid.dropped == 1 ? tr("1 column more with --wide") : tr("{} columns more with --wide", grid.dropped))
+        << '\n';
 }
 
 }  // namespace bukorval::host

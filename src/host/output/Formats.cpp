@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "language/Language.h"
 #include "values/Errore.h"
 
 namespace bukorval::host {
@@ -21,7 +22,7 @@ std::string names(bool forPeople) {
     if (format.forPeople == forPeople) found.push_back(format.name);
   std::string text;
   for (std::size_t i = 0; i < found.size(); ++i)
-    text.append(i == 0 ? "" : i + 1 == found.size() ? " or " : ", ").append(found[i]);
+    text.append(i == 0 ? "" : i + 1 == found.size() ? tr(" or ") : ", ").append(found[i]);
   return text;
 }
 
@@ -32,10 +33,10 @@ std::span<const Format> formats() { return kFormats; }
 const Format& findFormat(std::string_view name) {
   const auto found = std::ranges::find(kFormats, name, &Format::name);
   if (found != kFormats.end()) return *found;
-  throw values::Errore("There is no format " + std::string(name) + ", only " + formatHelp());
+  throw values::Errore(tr("There is no format {}, only {}", name, formatHelp()));
 }
 
-std::string formatHelp() { return names(true) + " (for people), " + names(false) + " (for programs)"; }
+std::string formatHelp() { return tr("{} (for people), {} (for programs)", names(true), names(false)); }
 
 void writeEach(std::ostream& out, const CallResults& results, const Style& style, decltype(Format::write) write,
                void (*title)(std::ostream& out, const std::string& name, const Table& table)) {
@@ -53,7 +54,7 @@ void writeEach(std::ostream& out, const CallResults& results, const Style& style
 
 void writeAlignedResults(std::ostream& out, const CallResults& results, const Style& style) {
   writeEach(out, results, style, writeAligned, [](std::ostream& to, const std::string& name, const Table& table) {
-    to << name << " (" << table.rows.size() << " rows)\n";
+    to << tr("{} ({} rows)", tr(name), table.rows.size()) << '\n';
   });
 }
 

@@ -4,13 +4,13 @@
 
 #include "host/output/Formats.h"
 #include "host/output/TextGrid.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 namespace {
 
 /// Nothing is loaded from elsewhere, and nothing runs.
-constexpr std::string_view kHead = R"(<!DOCTYPE html>
-<html>
+constexpr std::string_view kHead = R"(">
 <head>
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width, initial-scale=1">
@@ -73,6 +73,10 @@ void writeGroups(std::ostream& out, const TextGrid& grid) {
   out << "</tr>\n";
 }
 
+void writeHead(std::ostream& out) {
+  out << "<!DOCTYPE html>\n<html lang=\"" << (chosenLanguage() == Language::Italian ? "it" : "en") << kHead;
+}
+
 void writeTable(std::ostream& out, const Table& table, const Style& style) {
   const auto grid = textGrid(table, style);
   out << "<div><table>\n<thead>\n";
@@ -95,15 +99,16 @@ void writeTable(std::ostream& out, const Table& table, const Style& style) {
 }  // namespace
 
 void writeHtml(std::ostream& out, const Table& table, const Style& style) {
-  out << kHead;
+  writeHead(out);
   writeTable(out, table, style);
   out << kFoot;
 }
 
 void writeHtmlResults(std::ostream& out, const CallResults& results, const Style& style) {
-  out << kHead;
-  writeEach(out, results, style, writeTable,
-            [](std::ostream& to, const std::string& name, const Table&) { to << "<h2>" << html(name) << "</h2>\n"; });
+  writeHead(out);
+  writeEach(out, results, style, writeTable, [](std::ostream& to, const std::string& name, const Table&) {
+    to << "<h2>" << html(tr(name)) << "</h2>\n";
+  });
   out << kFoot;
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/output/Formats.h"
 #include "host/output/TextGrid.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 namespace {
@@ -38,8 +39,9 @@ void writeMarkdown(std::ostream& out, const Table& table, const Style& style) {
 }
 
 void writeMarkdownResults(std::ostream& out, const CallResults& results, const Style& style) {
-  writeEach(out, results, style, writeMarkdown,
-            [](std::ostream& to, const std::string& name, const Table&) { to << "\n## " << markdown(name) << "\n\n"; });
+  writeEach(out, results, style, writeMarkdown, [](std::ostream& to, const std::string& name, const Table&) {
+    to << "\n## " << markdown(tr(name)) << "\n\n";
+  });
 }
 
 }  // namespace bukorval::host

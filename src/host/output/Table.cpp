@@ -3,6 +3,7 @@
 #include <type_traits>
 
 #include "host/output/Titles.h"
+#include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
@@ -47,7 +48,9 @@ std::optional<std::size_t> Table::positionOf(std::string_view nameOrTitle) const
   // Where a code and its description share a title, people see the one that is not secondary.
   for (const bool secondary : {false, true})
     for (std::size_t i = 0; i < columns.size(); ++i)
-      if (columns[i].secondary == secondary && values::compareText(columns[i].title, nameOrTitle) == 0) return i;
+      if (columns[i].secondary == secondary && (values::compareText(columns[i].title, nameOrTitle) == 0 ||
+                                                values::compareText(translated(columns[i].title), nameOrTitle) == 0))
+        return i;
   return std::nullopt;
 }
 

@@ -22,6 +22,7 @@ struct Column {
   bool total = false;       ///< summed in the totals row
   bool secondary = false;   ///< in the aligned table only on request
   std::string group = {};   ///< heads neighbouring columns that share it, above their titles in the aligned table
+  bool words = false;       ///< its texts are the program's, so that people read them in their language
   bool wanted = false;      ///< asked for by name: shown though it is empty
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/output/CellText.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -19,7 +20,8 @@ TextGrid textGrid(const Table& table, const Style& style) {
   for (std::size_t i = 0; i < table.columns.size(); ++i) {
     const Column& column = table.columns[i];
     if (!style.all && !column.wanted && (column.secondary || isEmptyColumn(table, i))) continue;
-    std::size_t width = values::length(column.title);
+    grid.titles.emplace_back(translated(column.title));
+    std::size_t width = values::length(grid.titles.back());
     for (std::size_t r = 0; r < grid.rows.size(); ++r) {
       const auto& cell = r < table.rows.size() ? table.rows[r][i] : table.totals[i];
       const auto& text = grid.rows[r].emplace_back(humanText(cell, column, style.separator));
@@ -27,7 +29,6 @@ TextGrid textGrid(const Table& table, const Style& style) {
     }
     grid.columns.push_back(&column);
     grid.positions.push_back(i);
-    grid.titles.push_back(column.title);
     grid.widths.push_back(width);
   }
   return grid;
