@@ -4,6 +4,7 @@
 #include <string>
 
 #include "dati/Failure.h"
+#include "dati/Nearest.h"
 #include "dati/RowInsert.h"
 #include "frame/TestoSql.h"
 #include "language/Language.h"
@@ -92,8 +93,10 @@ void setYearClosed(ado::Connection& connection, const Variant& company, const Ac
 
 void requireYear(ado::Connection& connection, const Variant& company, const Variant& year, const Variant& progressive) {
   if (values::isBlank(year) || findYear(connection, company, year, progressive)) return;
-  throw Refused(tr("The company has no accounting year {}; `bukorval years add {}` adds it", nameOf(year, progressive),
-                   values::toPlainText(year)));
+  std::vector<std::string> known;
+  for (const auto& one : accountingYears(connection, company)) known.push_back(values::toPlainText(one.year));
+  throw Refused(tr("The company has no accounting year {}; `bukorval years add {}` adds it{}",
+                   nameOf(year, progressive), values::toPlainText(year), didYouMean(values::toPlainText(year), known)));
 }
 
 void requireOpenYear(ado::Connection& connection, const Variant& company, const Variant& year,

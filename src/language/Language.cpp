@@ -41,7 +41,7 @@ std::string_view translated(std::string_view english) {
   return found == kItalian.end() ? english : found->second;
 }
 
-std::string filled(std::string_view english, std::initializer_list<Argument> arguments) {
+std::string filled(std::string_view english, std::span<const Argument> arguments) {
   const auto text = translated(english);
   std::string result;
   std::size_t next = 0;
@@ -53,7 +53,7 @@ std::string filled(std::string_view english, std::initializer_list<Argument> arg
       result += text[i];
       continue;
     }
-    result += (arguments.begin() + position)->text();
+    result += arguments[position].text();
     next = position + 1;
     i += numbered ? 2 : 1;
   }

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <array>
 #include <concepts>
 #include <cstdint>
-#include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -39,11 +40,12 @@ class Argument {
 };
 
 /// A text in the chosen language with its arguments: each {} takes the next one, {2} the second.
-std::string filled(std::string_view english, std::initializer_list<Argument> arguments);
+std::string filled(std::string_view english, std::span<const Argument> arguments);
 
 template <class... Arguments>
 std::string tr(std::string_view english, const Arguments&... arguments) {
-  return filled(english, {Argument(arguments)...});
+  const std::array<Argument, sizeof...(arguments)> all{Argument(arguments)...};
+  return filled(english, all);
 }
 
 }  // namespace bukorval

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "dati/Codes.h"
 #include "definition/Colonne.h"
 #include "frame/TestoSql.h"
 #include "language/Language.h"
@@ -11,19 +12,6 @@
 
 namespace bukorval::dati {
 namespace {
-
-constexpr std::string_view kArticle = "BU65_CODART_MG66";
-
-/// Where the codes of a column stand: where they are described, but for articles, which need no description.
-Descrizione tableOf(const Colonna& column) {
-  auto table = column.descrizione;
-  if (column.nome == kArticle) {
-    table.tabella = "MG66_ANAGART";
-    table.codice = "MG66_CODART";
-    table.altre[0].campo = "MG66_DITTA_CG18";
-  }
-  return table;
-}
 
 std::string withParent(const values::Variant& parent, const values::Variant& code) {
   return values::toPlainText(parent) + "\n" + values::toPlainText(code);
@@ -36,7 +24,7 @@ CardCodes::CardCodes(ado::Connection& connection, const values::Variant& company
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const auto& described = colonnaBU65(columns[i]);
     if (!described.haDescrizione() || std::ranges::find(except, columns[i]) != except.end()) continue;
-    const auto table = tableOf(described);
+    const auto table = codeTable(described);
     Column column{columns[i], i, {}, {}, {}};
     std::string fields(table.codice), conditions;
     for (const auto& [field, value] : table.altre) {

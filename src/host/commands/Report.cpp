@@ -179,9 +179,21 @@ class ReportTable {
   Table table_;
 };
 
+/// Axes whose codes are told when there are none like them.
+constexpr std::pair<std::string_view, Codes> kAxisCodes[] = {
+    {"site", Codes::Sites}, {"kind", Codes::CardKinds}, {"account", Codes::Accounts}, {"card", Codes::CardCodes}};
+
+void tellUnknownCodes(Environment& environment, const std::vector<report::Filter>& filters) {
+  for (const auto& [axis, codes] : filters)
+    for (const auto& [name, list] : kAxisCodes)
+      for (const auto& code : codes)
+        if (axis == name && !code.ends_with('*')) tellUnknownCode(environment, list, code);
+}
+
 void showReport(Environment& environment, const ReportOptions& options) {
   requireBudget(environment);
   const auto query = queryOf(options);
+  tellUnknownCodes(environment, query.where);
   const auto result = report::run(environment.budget(), *environment.connection(), query);
   environment.show(ReportTable(result, environment.format().forPeople).take());
 }
