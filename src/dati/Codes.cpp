@@ -1,8 +1,11 @@
 #include "dati/Codes.h"
 
 #include <algorithm>
+#include <span>
+#include <utility>
 
 #include "dati/Failure.h"
+#include "dati/RowInsert.h"
 #include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
@@ -15,6 +18,8 @@ using values::Variant;
 
 constexpr std::string_view kCompany = "BU65_DITTA_CG18";
 constexpr std::string_view kArticle = "BU65_CODART_MG66";
+/// Instead of the column of the description, in a table that has none.
+constexpr std::string_view kNoDescription = "''";
 
 std::vector<Code> read(ado::Connection& connection, std::string_view statement) {
   std::vector<Code> codes;
@@ -74,7 +79,62 @@ std::string statementOf(const Descrizione& table, const Variant& company, const 
   return sql.str();
 }
 
+using Row = std::vector<std::pair<std::string_view, Variant>>;
+
+/// What identifies the row of a code in a table.
+Row rowOf(std::string_view codeColumn, std::span<const Chiave> others, const Variant& company, const Code& code) {
+  Row row{{codeColumn, code.code}};
+  for (const auto& [field, value] : others) {
+    if (field.empty()) continue;
+    const bool literal = !value.starts_with("BU65_");
+    row.emplace_back(field, value == kCompany ? company : literal ? Variant("") : code.parent);
+  }
+  return row;
+}
+
+std::string sqlValue(const Variant& value) { return value.isNumber() ? numero(value) : testoDati(value); }
+
+/// @param field  of the description, "" for a table that has none.
+void putRow(ado::Connection& connection, std::string_view table, const Row& key, std::string_view field,
+            const Variant& description) {
+  std::string condition;
+  for (const auto& [name, value] : key)
+    condition.append(condition.empty() ? " WHERE  " : " AND    ")
+        .append(name)
+        .append(" = ")
+        .append(sqlValue(value))
+        .append(" \r\n");
+  TestoSql sql;
+  sql.riga(" SELECT TOP 1 1 AS ESISTE ").riga(" FROM   ", table, " WITH (NOLOCK) ").testo(condition);
+  if (connection.Execute(sql)->RecordCount() == 0) {
+    RowInsert row(table);
+    for (const auto& [name, value] : key) row.set(name, value);
+    if (!field.empty()) row.set(field, description);
+    return row.run(connection);
+  }
+  if (field.empty()) return;
+  TestoSql update;
+  update.riga(" UPDATE ", table).riga("    SET ", field, " = N", testoDati(description)).testo(condition);
+  connection.Execute(update);
+}
+
 }  // namespace
+
+std::string_view parentColumn(const Colonna& column) {
+  for (const auto& key : codeTable(column).altre)
+    if (key.valore.starts_with("BU65_") && key.valore != kCompany) return key.valore;
+  return {};
+}
+
+void putCode(ado::Connection& connection, const Variant& company, const Colonna& column, const Code& code) {
+  const auto table = codeTable(column);
+  const auto& own = table.diDitta;
+  const bool described = table.campo != kNoDescription;
+  putRow(connection, table.tabella, rowOf(table.codice, table.altre, company, code), described ? table.campo : "",
+         code.description);
+  if (!described)
+    putRow(connection, own.tabella, rowOf(own.codice, own.altre, company, code), own.campo, code.description);
+}
 
 std::vector<std::string> textsOf(const std::vector<Code>& codes) {
   std::vector<std::string> texts;
@@ -84,7 +144,7 @@ std::vector<std::string> textsOf(const std::vector<Code>& codes) {
 
 Descrizione codeTable(const Colonna& column) {
   if (column.nome != kArticle) return column.descrizione;
-  Descrizione table{"MG66_ANAGART", "''", "MG66_CODART", {{"MG66_DITTA_CG18", kCompany}}};
+  Descrizione table{"MG66_ANAGART", kNoDescription, "MG66_CODART", {{"MG66_DITTA_CG18", kCompany}}};
   table.diDitta = {"MG87_DESCRARTICOLI", "MG87_DESCART", "MG87_CODART_MG66", {{"MG87_DITTA_CG18", kCompany}, {}}};
   return table;
 }

@@ -38,6 +38,10 @@ Chart chartOf(CLSKORVAL& budget, const values::Variant& companyChart);
 /// @param chart  for the columns of accounts of its kind; those of other kinds show the codes of every chart.
 std::vector<Code> codesOf(ado::Connection& connection, const values::Variant& company, const Colonna& column,
                           const Chart& chart);
+/// The column of a card whose code a column's codes belong to: of a variant the article; "" where there is none.
+std::string_view parentColumn(const Colonna& column);
+/// Writes a code of a column into its table, or gives the one that is there a new description.
+void putCode(ado::Connection& connection, const values::Variant& company, const Colonna& column, const Code& code);
 /// The accounts of a chart.
 std::vector<Code> accountsOf(ado::Connection& connection, const values::Variant& company, const Chart& chart);
 /// The structures that cards are aligned to (BU60_STRUTTANAG).

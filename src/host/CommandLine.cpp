@@ -236,34 +236,41 @@ Language askedLanguage(int argc, const char* const* argv) {
   return languageOfEnvironment();
 }
 
-/// "; did you mean …?" of a word that no command, or no option of this one, has.
-void suggest(const std::string& word, const CLI::App& app) {
-  const bool option = word.starts_with('-');
-  std::vector<std::string> known;
-  if (option) {
-    for (const auto* one : app.get_options())
-      for (const auto& name : one->get_lnames()) known.push_back("--" + name);
-  } else {
-    for (const auto* one : app.get_subcommands({})) known.push_back(one->get_name());
+std::vector<std::string> commandNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const auto* command : app.get_subcommands({})) names.push_back(command->get_name());
+  return names;
+}
+
+std::vector<std::string> optionNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const auto* option : app.get_options())
+    for (const auto& name : option->get_lnames()) names.push_back("--" + name);
+  return names;
+}
+
+/// Of the words that nothing has, the first that is near to something.
+std::string suggestion(const CLI::App& app) {
+  for (const auto& word : app.remaining()) {
+    const auto name = word.substr(0, word.find('='));
+    const auto meant = name.starts_with("--") ? dati::didYouMean(name, optionNames(app)) : "";
+    if (!meant.empty()) return tr("Unknown option: {}", name) + meant + "\n";
   }
-  const auto meant = dati::didYouMean(word.substr(0, word.find('=')), known);
-  if (option && meant.empty()) return;
-  std::cerr << safeText(tr(option ? "Unknown option: {}" : "Unknown command: {}", word)) << safeText(meant) << '\n';
+  return {};
 }
 
 int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
   std::ostringstream told;
   const int outcome = app.exit(error, std::cout, told);
   if (outcome == 0) return exitOk;
+  const auto asked = app.get_subcommands();
+  const auto rest = app.remaining();
+  if (asked.empty() && error.get_name() == "RequiredError" && !rest.empty())
+    told.str(tr("Unknown command: {}", rest.front()) + dati::didYouMean(rest.front(), commandNames(app)) +
+             "\nRun with --help for more information.\n");
+  else
+    told << suggestion(asked.empty() ? app : *asked.front());
   std::cerr << safeText(translatedTold(told.str()), Lines::Keep);
-  const auto commands = app.get_subcommands();
-  const auto& asked = commands.empty() ? app : *commands.front();
-  for (const auto& word : asked.remaining()) {
-    if (commands.empty() || word.starts_with("--")) {
-      suggest(word, asked);
-      break;
-    }
-  }
   return exitUsage;
 }
 

@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <iostream>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 #include <vector>
 
 #include "host/SharedOptions.h"
@@ -37,7 +41,8 @@ std::vector<std::string> namesOf(const Option& option) {
 class Line {
  public:
   Line(std::vector<std::string> words, Environment& environment)
-      : environment_(environment), commands_(commands()), shared_(commandOptions({}, environment.options)) {
+      : environment_(environment), commands_(commands()), shared_(outputOptions(environment.options)) {
+    std::ranges::move(propertyOptions("", environment.options), std::back_inserter(shared_));
     word_ = words.empty() ? "" : words.back();
     if (!words.empty()) words.pop_back();
     if (const char* file = std::getenv("BUKORVAL_DATABASE")) environment.options.database = file;
@@ -140,7 +145,8 @@ class Line {
  private:
   Environment& environment_;
   std::vector<Command> commands_;
-  std::vector<Option> shared_, own_;
+  std::vector<Option> shared_;  ///< in front of the command
+  std::vector<Option> own_;
   const Command* command_ = nullptr;
   const Option* awaited_ = nullptr;  ///< whose value comes next
   std::size_t arguments_ = 0;

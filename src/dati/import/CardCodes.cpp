@@ -4,7 +4,6 @@
 #include <string_view>
 #include <utility>
 
-#include "dati/Codes.h"
 #include "definition/Colonne.h"
 #include "frame/TestoSql.h"
 #include "language/Language.h"
@@ -20,7 +19,8 @@ std::string withParent(const values::Variant& parent, const values::Variant& cod
 }  // namespace
 
 CardCodes::CardCodes(ado::Connection& connection, const values::Variant& company,
-                     const std::vector<std::string>& columns, const std::vector<std::string>& except) {
+                     const std::vector<std::string>& columns, const std::vector<std::string>& except,
+                     const std::vector<BroughtCode>& brought) {
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const auto& described = colonnaBU65(columns[i]);
     if (!described.haDescrizione() || std::ranges::find(except, columns[i]) != except.end()) continue;
@@ -42,6 +42,11 @@ CardCodes::CardCodes(ado::Connection& connection, const values::Variant& company
     TestoSql sql;
     sql.riga(" SELECT DISTINCT ", fields).riga(" FROM   ", table.tabella, " WITH (NOLOCK) ").testo(conditions);
     column.read(*connection.Execute(sql));
+    for (const auto& [name, code] : brought) {
+      if (name != columns[i]) continue;
+      column.codes.insert(code.code);
+      column.codesOfParents.insert(withParent(code.parent, code.code));
+    }
     if (!column.codes.empty()) columns_.push_back(std::move(column));
   }
 }

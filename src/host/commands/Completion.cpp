@@ -14,7 +14,7 @@ struct Shell {
 };
 
 /// Each asks the program what the last word may become, and falls back on names of files. bash cuts words at =, : and
-/// @ and replaces only what comes after the cut.
+/// @ and replaces only what comes after the cut, an @ with it.
 constexpr Shell kShells[] = {{"bash", R"sh(_bukorval() {
   local rest=${COMP_LINE:0:COMP_POINT} words=() piece trimmed i text
   for ((i = 0; i <= COMP_CWORD; i++)); do
@@ -36,6 +36,7 @@ constexpr Shell kShells[] = {{"bash", R"sh(_bukorval() {
   done
   local whole=${words[-1]} cut
   cut=${whole%"${whole##*[=:@]}"}
+  cut=${cut%@}
   COMPREPLY=()
   while IFS=$'\t' read -r text _; do
     COMPREPLY+=("$(printf '%q' "${text#"$cut"}")")

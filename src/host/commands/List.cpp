@@ -38,6 +38,15 @@ Table typesTable(Environment& environment) { return codeTable(environment, Codes
 Table sitesTable(Environment& environment) { return codeTable(environment, Codes::Sites, "Site"); }
 Table structuresTable(Environment& environment) { return codeTable(environment, Codes::Structures, "Structure"); }
 
+/// All of them, or those of a type.
+Table chosenBudgets(Environment& environment) {
+  auto table = budgetsTable(environment);
+  if (environment.options.properties.contains("TipoBudget"))
+    std::erase_if(table.rows,
+                  [&](const auto& row) { return values::toInt32(row.front()) != environment.budget().TipoBudget; });
+  return table;
+}
+
 Table kindsTable(Environment& environment) {
   Table table{{{"TIPO", "Kind", true}, {"NOME", "Name"}, {"DESCRIZIONE", "Description"}}, {}, {}};
   for (const auto& [name, number] : listedCodes(environment, Codes::DetailKinds)) {
@@ -177,7 +186,7 @@ struct List {
   Table (*table)(Environment&);
 };
 constexpr List kLists[] = {{"types", "of budgets", typesTable},
-                           {"budgets", "that are defined", budgetsTable},
+                           {"budgets", "that are defined", chosenBudgets},
                            {"years", "of the calendar", yearsTable},
                            {"sites", "", sitesTable},
                            {"accounts", "of the ledger, or of the budget's chart", accountsTable},

@@ -223,8 +223,7 @@ void tellUnknownCodes(Environment& environment) {
   const auto list = properties.find("ElencoSedi");
   if (list == properties.end()) return;
   const auto sites = parseDictionary(list->second);
-  for (const auto& site : sites->Keys())
-    tellUnknownCode(environment, Codes::Sites, values::toPlainText(site));
+  for (const auto& site : sites->Keys()) tellUnknownCode(environment, Codes::Sites, values::toPlainText(site));
 }
 
 }  // namespace bukorval::host
