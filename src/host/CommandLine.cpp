@@ -125,6 +125,7 @@ void refuseUnused(const CLI::App& app, std::string_view command) {
 /// Each command has the shared options that it uses, and its own.
 void declare(CLI::App& app, const Command& command, Environment& environment) {
   auto* own = app.add_subcommand(std::string(command.name), tr(command.summary));
+  own->group(tr("Subcommands"));
   own->footer(tr("Example:") + "\n" + translatedHelp(command.example));
   // The help shows groups in the order of their first options.
   own->set_help_flag();
@@ -141,6 +142,7 @@ void declare(CLI::App& app, const Command& command, Environment& environment) {
 
 void declare(CLI::App& app, const std::vector<Command>& commands, Environment& environment) {
   app.require_subcommand(1);
+  app.option_defaults()->group(tr("Options"));
   app.set_help_flag("-h,--help", tr("Print this help message and exit"));
   app.set_version_flag("--version", "bukorval 0.1.0", tr("Display program version information and exit"));
   app.footer(translatedHelp(kFooter));

@@ -29,7 +29,7 @@ Table unlandedTable(const dati::CardReconciliation& reconciliation) {
 
 Table totalsTable(const dati::CardReconciliation& reconciliation) {
   Table table{{{.name = "SCHEDE", .title = "Cards", .words = true},
-               {"VOCE", "Movements"},
+               {.name = "VOCE", .title = "Movements", .words = true},
                {"RIGHE", "Lines", true},
                {"IMPORTO", "Amount", true, 2}},
               {},
