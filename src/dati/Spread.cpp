@@ -103,7 +103,8 @@ Variant cardOfLastYear(CLSKORVAL& budget, ado::Connection& connection, const Var
   source.progressivo = before->progressive;
   const auto found = findCards(connection, source, keyOfCard(budget, connection, card));
   if (found.size() == 1) return found.front();
-  throw Refused(tr("{}{} has the columns of this one", (found.empty() ? "No card of " : "More than one card of "),
+  throw Refused(tr(found.empty() ? "No card of {} has the columns of this one"
+                                 : "More than one card of {} has the columns of this one",
                    values::toPlainText(before->year)));
 }
 

@@ -5,7 +5,6 @@
 #include <array>
 #include <cstdint>
 #include <iostream>
-#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -194,35 +193,12 @@ std::string commandText(int argc, const char* const* argv) {
   return text;
 }
 
-/// The arguments with which a text of the catalogue says that; nothing when it does not.
-std::optional<std::vector<std::string>> argumentsOf(std::string_view pattern, std::string_view text) {
-  std::vector<std::string> found;
-  for (auto hole = pattern.find("{}"); hole != std::string_view::npos; hole = pattern.find("{}")) {
-    if (!text.starts_with(pattern.substr(0, hole))) return std::nullopt;
-    text.remove_prefix(hole);
-    pattern.remove_prefix(hole + 2);
-    const auto next = pattern.substr(0, pattern.find("{}"));
-    const auto end = next.empty() ? text.size() : text.find(next);
-    if (end == std::string_view::npos) return std::nullopt;
-    found.emplace_back(text.substr(0, end));
-    text.remove_prefix(end);
-  }
-  if (text != pattern) return std::nullopt;
-  return found;
-}
-
 /// What the library says of a wrong command line, line by line.
 std::string translatedTold(const std::string& told) {
   std::string result;
   std::istringstream lines(told);
   for (std::string line; std::getline(lines, line);) {
-    for (const auto* pattern : kLibraryTexts) {
-      const auto arguments = argumentsOf(pattern, line);
-      if (!arguments) continue;
-      line = filled(pattern, std::vector<Argument>(arguments->begin(), arguments->end()));
-      break;
-    }
-    result.append(line).append("\n");
+    result.append(retold(line, kLibraryTexts)).append("\n");
   }
   return result;
 }

@@ -161,7 +161,7 @@ constexpr std::array<std::string_view, 11> kWholeNumbers{"CodiceDitta",
 /// What is wrong with the text of such a value; "" when nothing is.
 std::string checkWholeNumber(const std::string& text) {
   const bool digits = text.size() <= 9 && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
-  return digits || text == "NULL" || text == "EMPTY" ? "" : "'" + text + "' is no whole number";
+  return digits || text == "NULL" || text == "EMPTY" ? "" : tr("'{}' is no whole number", text);
 }
 
 /// These are the program's to set.

@@ -3,7 +3,9 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdlib>
+#include <optional>
 #include <unordered_map>
+#include <vector>
 
 #include "language/Italian.h"
 
@@ -11,6 +13,23 @@ namespace bukorval {
 namespace {
 
 std::atomic<Language> chosen{Language::English};
+
+/// The arguments with which a pattern says that; nothing when it does not.
+std::optional<std::vector<std::string>> argumentsOf(std::string_view pattern, std::string_view text) {
+  std::vector<std::string> found;
+  for (auto hole = pattern.find("{}"); hole != std::string_view::npos; hole = pattern.find("{}")) {
+    if (!text.starts_with(pattern.substr(0, hole))) return std::nullopt;
+    text.remove_prefix(hole);
+    pattern.remove_prefix(hole + 2);
+    const auto next = pattern.substr(0, pattern.find("{}"));
+    const auto end = next.empty() ? text.size() : text.find(next);
+    if (end == std::string_view::npos) return std::nullopt;
+    found.emplace_back(text.substr(0, end));
+    text.remove_prefix(end);
+  }
+  if (text != pattern) return std::nullopt;
+  return found;
+}
 
 }  // namespace
 
@@ -58,6 +77,13 @@ std::string filled(std::string_view english, std::span<const Argument> arguments
     i += numbered ? 2 : 1;
   }
   return result;
+}
+
+std::string retold(std::string_view said, std::span<const char* const> texts) {
+  for (const auto* text : texts)
+    if (const auto arguments = argumentsOf(text, said))
+      return filled(text, std::vector<Argument>(arguments->begin(), arguments->end()));
+  return std::string(said);
 }
 
 }  // namespace bukorval

@@ -42,6 +42,10 @@ class Argument {
 /// A text in the chosen language with its arguments: each {} takes the next one, {2} the second.
 std::string filled(std::string_view english, std::span<const Argument> arguments);
 
+/// What another library has put together in English, in the chosen language: as the first of the given texts of the
+/// catalogue that says it, with the same arguments. Unchanged when none does.
+std::string retold(std::string_view said, std::span<const char* const> texts);
+
 template <class... Arguments>
 std::string tr(std::string_view english, const Arguments&... arguments) {
   const std::array<Argument, sizeof...(arguments)> all{Argument(arguments)...};

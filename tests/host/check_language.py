@@ -52,6 +52,10 @@ def keys():
             found += re.findall(r'"([A-Z][^"]* \{\})"', text)
         if file.name == "CommandLine.cpp":
             found += table(text, "kLabels{") + table(text, "kLibraryTexts{")
+        if file.name == "TypedNumber.cpp":
+            found += table(text, "kNumberTexts{")
+        if file.name == "FinanceFolder.cpp":
+            found += re.findall(r'require\([^"]*"([^"]+)"', text)
         for key in found:
             # Flags and metavariables of options stand in braces too.
             if re.search(r"[a-z]{2}", key) and not re.fullmatch(r"[A-Z0-9_]+", key):

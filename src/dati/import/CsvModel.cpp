@@ -10,11 +10,11 @@
 #include <utility>
 
 #include "dati/Failure.h"
+#include "dati/TypedNumber.h"
 #include "dati/import/CsvReader.h"
 #include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
-#include "values/NumberText.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -25,7 +25,7 @@ values::Errore unacceptable(std::string_view text, const std::string& why) {
 }
 
 values::Variant parseDecimal(std::string_view text, int integerDigits, int decimals, char decimalSign) {
-  const auto number = values::Decimal::TryParse(values::typedNumber(text, decimalSign))->normalized();
+  const auto number = values::Decimal::TryParse(typedNumber(text, decimalSign))->normalized();
   if (number.scale() > decimals) throw unacceptable(text, tr("has more than {} decimals", decimals));
   if (number.integerDigits() > integerDigits) throw unacceptable(text, tr("is too large"));
   return number;

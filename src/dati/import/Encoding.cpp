@@ -68,8 +68,7 @@ std::string toUtf8(std::string bytes, std::string_view encoding) {
                                                        ? tr("the text is utf-16, not utf-8")
                                                        : tr("the text is not {}", encoding));
   if (const auto zero = text.find('\0'); zero != std::string::npos)
-    throw EncodingFault(lineAt(text, zero),
-                        "a character is zero: the file is no text, or not " + std::string(encoding));
+    throw EncodingFault(lineAt(text, zero), tr("a character is zero: the file is no text, or not {}", encoding));
   return text;
 }
 

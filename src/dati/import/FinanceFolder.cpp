@@ -59,14 +59,14 @@ void addAmount(const CsvRow& row, const std::string& file, FinanceFolder& financ
   const auto number = [&](std::size_t field) { return values::toInt32(row.values[field]); };
   const auto scenario = scenarioOf(text(kScenario));
   bool right = true;
-  const auto require = [&](bool holds, const char* before, std::size_t field, const char* after) {
-    if (!holds) problems.add(file, row.line, before + text(field) + after);
+  const auto require = [&](bool holds, const char* problem, std::size_t field) {
+    if (!holds) problems.add(file, row.line, tr(problem, text(field)));
     right = right && holds;
   };
-  require(scenario.has_value(), "column scenario: '", kScenario, "' is not actual, budget or forecast");
-  require(finance.accounts.contains(text(kAccount)), "no account ", kAccount, "");
-  require(finance.sites.contains(number(kSite)), "no site ", kSite, "");
-  require(finance.departments.contains(number(kDepartment)), "no department ", kDepartment, "");
+  require(scenario.has_value(), "column scenario: '{}' is not actual, budget or forecast", kScenario);
+  require(finance.accounts.contains(text(kAccount)), "no account {}", kAccount);
+  require(finance.sites.contains(number(kSite)), "no site {}", kSite);
+  require(finance.departments.contains(number(kDepartment)), "no department {}", kDepartment);
   if (right)
     finance.amounts.push_back({monthOf(values::toDate(row.values[kDate])), number(kSite), number(kDepartment),
                                *scenario, text(kAccount), values::toDecimal(row.values[kAmount])});

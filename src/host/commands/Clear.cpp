@@ -23,7 +23,8 @@ void clear(Environment& environment, const ClearOptions& options) {
   const bool all = options.kind == "all";
   const BdgTipoDettaglio kind = all ? bdgDettaglioTutti : parseDetailKind(options.kind).kind;
   if (!all) requireDetailKind(environment.budget(), kind);
-  confirm(tr("Clear the {} of card {}?", (all ? "values of every kind" : options.kind + " values"), options.card),
+  confirm(all ? tr("Clear the values of every kind of card {}?", options.card)
+              : tr("Clear the {} values of card {}?", options.kind, options.card),
           options.yes);
   auto transaction = environment.transaction();
   selectWritableCard(environment, card);

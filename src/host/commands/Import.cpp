@@ -51,8 +51,8 @@ std::string encodingList() {
 std::string remedies(const dati::Problems& problems) {
   std::string text;
   if (problems.has(dati::Remedy::Encoding))
-    text += "\n--encoding NAME reads files in another encoding: " + encodingList();
-  if (problems.has(dati::Remedy::Replace)) text += "\n--replace puts the new registrations in place of those";
+    text += "\n" + tr("--encoding NAME reads files in another encoding: {}", encodingList());
+  if (problems.has(dati::Remedy::Replace)) text += "\n" + tr("--replace puts the new registrations in place of those");
   return text;
 }
 
@@ -118,8 +118,8 @@ void import(Environment& environment, FilesToImport& options) {
 /// Why a name cannot be a batch's, "" when it can.
 std::string wrongBatchName(const std::string& name) {
   constexpr std::size_t kLongest = 40;
-  if (values::trim(name).empty()) return "a name is needed";
-  return values::length(name) > kLongest ? "a name has at most 40 characters" : "";
+  if (values::trim(name).empty()) return tr("a name is needed");
+  return values::length(name) > kLongest ? tr("a name has at most {} characters", kLongest) : "";
 }
 
 std::vector<Option> declareFiles(FilesToImport& options) {

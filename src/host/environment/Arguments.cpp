@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "dati/TypedNumber.h"
 #include "host/environment/Errors.h"
 #include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
-#include "values/NumberText.h"
 #include "values/Text.h"
 
 namespace bukorval::host {
@@ -46,7 +46,7 @@ bool isEnclosed(std::string_view text, char mark) {
 
 values::Decimal typedDecimal(std::string_view text, char separator) {
   try {
-    return *values::Decimal::TryParse(values::typedNumber(text, separator));
+    return *values::Decimal::TryParse(dati::typedNumber(text, separator));
   } catch (const values::Errore& e) {
     throw UsageError(e.what());
   }

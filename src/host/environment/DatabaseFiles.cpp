@@ -8,7 +8,7 @@
 namespace bukorval::host {
 
 void makeDatabase(const std::string& file, const std::function<void(const std::string& workName)>& fill) {
-  const dati::Refused taken(file + " exists already and is left as it is");
+  const dati::Refused taken(tr("{} exists already and is left as it is", file));
   if (sqlite::isTaken(file)) throw taken;
   sqlite::NewFile made(file);
   fill(made.workName());
