@@ -8,14 +8,14 @@
 
 namespace bukorval::host {
 
-Table tableOf(const std::vector<dati::AmountChange>& changes) {
+Table tableOf(const std::vector<dati::AmountChange>& changes, int decimals) {
   Table table{{{"BU65_ID", "ID", true},
                {"BU65_CODICE_CG31", "Site", true},
                {"BU65_SCHEDA_BU07", "Card"},
                {"BU65_CONTO_CG24", "Account"},
                {"PERIODO", "Period", true},
-               {"PRIMA", "Before", true, 2},
-               {"DOPO", "After", true, 2}},
+               {"PRIMA", "Before", true, decimals},
+               {"DOPO", "After", true, decimals}},
               {},
               {}};
   for (const auto& [key, card, before, after] : changes)

@@ -1,5 +1,6 @@
 #include "host/environment/Terminal.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <string>
