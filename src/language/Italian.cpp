@@ -975,6 +975,32 @@ constexpr ItalianText kTexts[] = {
     {"y", "s"},
     {"; there is {}", "; c'è {}"},
     {"; there are {}", "; ci sono {}"},
+    {"Quantities", "Quantità"},
+    {"--plot draws for people: --format does not go with it", "--plot disegna per le persone: --format non va insieme"},
+    {"'{}' has more than three decimals", "'{}' ha più di tre decimali"},
+    {"the amount or quantity", "l'importo o la quantità"},
+    {"Raise or lower the amounts or quantities of a selection of cards by a percentage",
+     "Alza o abbassa di una percentuale gli importi o le quantità di una selezione di schede"},
+    {"Spread an amount or a quantity over the periods of a card, to the last decimal",
+     "Ripartisce un importo o una quantità sui periodi di una scheda, all'ultimo decimale"},
+    {"show what each forecast is made of: actuals, forecast, and from which period",
+     "mostra di che cosa è fatto ogni forecast: consuntivo, previsione, e da quale periodo"},
+    {"write a page with both pictures and the table, instead of showing it",
+     "scrive una pagina con i due grafici e la tabella, invece di mostrarla"},
+    {"draw the values by period and the greatest deltas, instead of the table",
+     "disegna i valori per periodo e gli scostamenti maggiori, invece della tabella"},
+    {"even: the same for each period; days: by the days of each; last-year: by the actuals that the card had the\nyear "
+     "before; actual: by those of this year; card:ID: by the values of another card, of the kind written; a\nfile "
+     ".csv: by its weights. All of them are quantities where a quantity is spread. The cents (thousandths) that no "
+     "share has go to the largest fractions. One transaction.",
+     "even: lo stesso per ogni periodo; days: secondo i giorni di ciascuno; last-year: secondo il consuntivo che la "
+     "scheda\naveva l'anno prima; actual: secondo quello di quest'anno; card:ID: secondo i valori di un'altra scheda, "
+     "del tipo\nscritto; un file .csv: secondo i suoi pesi. Sono tutte quantità dove si ripartisce una quantità. I "
+     "centesimi (millesimi)\nche avanzano vanno alle frazioni più grandi. Una transazione."},
+    {"Every amount is rounded to the cent, every quantity to three decimals. One transaction: when one of them no "
+     "longer fits, all stay as they were.",
+     "Ogni importo è arrotondato al centesimo, ogni quantità a tre decimali. Una transazione: se uno non ci sta più, "
+     "restano\ntutti come erano."},
 };
 
 }  // namespace

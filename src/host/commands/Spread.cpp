@@ -96,7 +96,7 @@ dati::PeriodWeights weightsOf(const Source& source, const SpreadOptions& options
 Decimal parseTotal(const std::string& text, char separator, int decimals) {
   const auto total = typedDecimal(text, separator);
   if (total.rounded(decimals) != total)
-    throw UsageError(tr("'{}' has more than {} decimals", text, (decimals == 2 ? "two" : "three")));
+    throw UsageError(tr(decimals == 2 ? "'{}' has more than two decimals" : "'{}' has more than three decimals", text));
   return total;
 }
 
