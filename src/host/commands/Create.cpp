@@ -7,6 +7,7 @@
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/DatabaseFiles.h"
+#include "language/Language.h"
 #include "schema/Schema.h"
 #include "values/Conversion.h"
 
@@ -46,7 +47,9 @@ void create(const SharedOptions& shared, const CreateOptions& options) {
     connection->Open();
     fill(*connection, shared, options);
   });
-  std::cout << "Created " << file << (options.demo ? " with the demo company" : " with an empty company") << '\n';
+  std::cout << (options.demo ? tr("Created {} with the demo company", file)
+                             : tr("Created {} with an empty company", file))
+            << '\n';
 }
 
 }  // namespace
