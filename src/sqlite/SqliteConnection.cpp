@@ -181,7 +181,7 @@ void SqliteConnection::RollbackTrans() {
 
 /// What was made inside the transaction is gone: stages, and tables if any were.
 void SqliteConnection::forgetRolledBack() {
-  cache_->removeStaged();
+  cache_->removeIf([](const Plan& plan) { return plan.hasStages(); });
   if (schemaChangedInTransaction_) reloadSchema();
   schemaChangedInTransaction_ = false;
 }
