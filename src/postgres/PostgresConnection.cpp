@@ -11,6 +11,7 @@
 #include "postgres/ConnectionWords.h"
 #include "postgres/Parameters.h"
 #include "postgres/ServerFunctions.h"
+#include "postgres/TriggerTracker.h"
 #include "values/Errore.h"
 
 namespace postgres {
@@ -89,6 +90,7 @@ void PostgresConnection::disconnect() {
 
 void PostgresConnection::Close() {
   requireOpen();
+  tracker_.reset();
   disconnect();
   open_ = false;
 }
@@ -195,9 +197,29 @@ void PostgresConnection::changeSchema(const Plan& plan) {
   const std::string sql = (first ? serverFunctions() : std::string()) + plan.translation().sql;
   const Result result(PQexec(server_.get(), sql.c_str()));
   if (!succeeded(result.get())) fail(result.get());
-  if (inTransaction_) runSimple(server_.get(), "RELEASE SAVEPOINT bk; SAVEPOINT bk");
+  advance();
   schemaChangedInTransaction_ = inTransaction_;
   reloadSchema();
+}
+
+void PostgresConnection::advance() {
+  if (inTransaction_) runSimple(server_.get(), "RELEASE SAVEPOINT bk; SAVEPOINT bk");
+}
+
+ChangeTracker* PostgresConnection::changes() {
+  if (open_ && !tracker_) tracker_ = makeTriggerTracker(*this);
+  return tracker_.get();
+}
+
+Result PostgresConnection::runBeside(const std::string& sql, const std::vector<std::string>& parameters) {
+  requireConnected();
+  std::vector<const char*> values;
+  for (const auto& parameter : parameters) values.push_back(parameter.c_str());
+  Result result(PQexecParams(server_.get(), sql.c_str(), static_cast<int>(values.size()), nullptr, values.data(),
+                             nullptr, nullptr, 0));
+  if (!succeeded(result.get())) fail(result.get());
+  advance();
+  return result;
 }
 
 void PostgresConnection::reloadSchema() {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "ado/connection/Connection.h"
 #include "engine/StatementCache.h"
@@ -35,8 +36,13 @@ class PostgresConnection : public ado::Connection {
   void CommitTrans() override;
   void RollbackTrans() override;
 
+  ado::ChangeTracker* changes() override;
+
+  /// Runs one of the provider's own statements, in the transaction that is open.
+  Result runBeside(const std::string& sql, const std::vector<std::string>& parameters = {});
+  const SchemaCatalog& catalog() const { return catalog_; }
+
   std::size_t cachedPlans() const { return cache_.size(); }
-  PGconn* server() const { return server_.get(); }
 
  private:
   void connect();
@@ -50,6 +56,7 @@ class PostgresConnection : public ado::Connection {
   Result execute(const Plan& plan, const tsql::Scan& scan);
   Result executeAndAdvance(const Plan& plan, const char* const* values);
   void changeSchema(const Plan& plan);
+  void advance();
   void reloadSchema();
   void keepIdentity(const PGresult* result);
   bool isStale(const PGresult* result) const;
@@ -59,6 +66,7 @@ class PostgresConnection : public ado::Connection {
   Server server_;
   SchemaCatalog catalog_;
   engine::StatementCache<Plan> cache_{256};  ///< more than the distinct statements of the whole system
+  std::unique_ptr<ado::ChangeTracker> tracker_;
   std::optional<std::int64_t> lastIdentity_;
   long names_ = 0;  ///< of prepared statements
   bool open_ = false;

@@ -80,6 +80,22 @@ double real(std::string_view text) {
   return value;
 }
 
+void readValue(std::string_view text, const Type& type, Variant& cell) {
+  switch (type.kind) {
+    case TypeKind::Integer:
+      if (type.precision == 16) return put(cell, integer<std::int16_t>(text));
+      if (type.precision == 32) return put(cell, integer<std::int32_t>(text));
+      return put(cell, integer<std::int64_t>(text));
+    case TypeKind::Decimal: return put(cell, decimal(text, type.scale));
+    case TypeKind::Float: return put(cell, real(text));
+    case TypeKind::Bit: return put(cell, text.starts_with('t'));
+    case TypeKind::DateTime: return put(cell, date(text));
+    case TypeKind::Text:
+    case TypeKind::Unknown: break;
+  }
+  put(cell, text);
+}
+
 }  // namespace
 
 RowReader::RowReader(const std::vector<tsql::ResultColumn>& columns) : results_(columns) {
@@ -103,24 +119,18 @@ ado::RecordsetPtr RowReader::readAll(const PGresult* result) {
 }
 
 void RowReader::read(Column& column, std::string_view text, Variant& cell) {
-  switch (column.type.kind) {
-    case TypeKind::Integer:
-      if (column.type.precision == 16) return put(cell, integer<std::int16_t>(text));
-      if (column.type.precision == 32) return put(cell, integer<std::int32_t>(text));
-      return put(cell, integer<std::int64_t>(text));
-    case TypeKind::Decimal: return put(cell, decimal(text, column.type.scale));
-    case TypeKind::Float: return put(cell, real(text));
-    case TypeKind::Bit: return put(cell, text == "t");
-    case TypeKind::DateTime:
-      if (text != column.lastText) {
-        column.lastDate = date(text);
-        column.lastText = text;
-      }
-      return put(cell, column.lastDate);
-    case TypeKind::Text:
-    case TypeKind::Unknown: break;
+  if (column.type.kind != TypeKind::DateTime) return readValue(text, column.type, cell);
+  if (text != column.lastText) {
+    column.lastDate = date(text);
+    column.lastText = text;
   }
-  put(cell, text);
+  put(cell, column.lastDate);
+}
+
+Variant parsedValue(std::string_view text, const Type& type) {
+  Variant value;
+  readValue(text, type, value);
+  return value;
 }
 
 }  // namespace postgres

@@ -5,12 +5,16 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ado/recordset/Recordset.h"
 #include "tsql/Catalog.h"
 
 namespace postgres {
+
+/// A value as the server writes it.
+values::Variant parsedValue(std::string_view text, const tsql::Type& type);
 
 /// Turns the result of one statement into a record set. How each column is read is settled once, here, not per row.
 class RowReader {

@@ -162,10 +162,82 @@ CREATE OR REPLACE AGGREGATE bk_min(text) (SFUNC = bk_lesser, STYPE = text, PARAL
 CREATE OR REPLACE AGGREGATE bk_max(text) (SFUNC = bk_greater, STYPE = text, PARALLEL = SAFE, COMBINEFUNC = bk_greater);
 )";
 
+/// What changes are tracked by and taken back with (see TriggerTracker.h).
+constexpr std::string_view kTracking = R"(
+CREATE OR REPLACE FUNCTION bk_track() RETURNS trigger LANGUAGE plpgsql AS $f$
+BEGIN
+  INSERT INTO pg_temp.bk_tracked (t, o, n)
+  VALUES (TG_TABLE_NAME, CASE WHEN TG_OP <> 'INSERT' THEN to_jsonb(OLD) END,
+          CASE WHEN TG_OP <> 'DELETE' THEN to_jsonb(NEW) END);
+  RETURN NULL;
+END $f$;
+CREATE OR REPLACE FUNCTION bk_track_table(x regclass) RETURNS void LANGUAGE plpgsql AS $f$
+BEGIN
+  IF NOT EXISTS (SELECT 1 FROM pg_trigger WHERE tgrelid = x AND tgname = 'bk_track') THEN
+    EXECUTE format('CREATE TRIGGER bk_track AFTER INSERT OR UPDATE OR DELETE ON %s FOR EACH ROW'
+                   ' WHEN (current_setting(''bukorval.track'', true) = ''on'') EXECUTE FUNCTION bk_track()', x);
+  END IF;
+END $f$;
+CREATE OR REPLACE FUNCTION bk_changes(changes text)
+RETURNS TABLE (i bigint, t text, k text[], o jsonb, n jsonb) LANGUAGE sql STABLE AS $f$
+  SELECT x.i, x.j ->> 0, ARRAY(SELECT jsonb_array_elements_text(x.j -> 1)), nullif(x.j -> 2, 'null'), nullif(x.j -> 3, 'null')
+  FROM (SELECT l::jsonb AS j, i
+        FROM unnest(string_to_array(convert_from(decode(changes, 'base64'), 'UTF8'), E'\n')) WITH ORDINALITY AS u(l, i)) x
+$f$;
+CREATE OR REPLACE FUNCTION bk_take_back(changes text, stamps text[])
+RETURNS TABLE (i bigint, place int, t text, c text, before text, after text) LANGUAGE plpgsql AS $f$
+#variable_conflict use_column
+DECLARE
+  r record;
+  now jsonb;
+  found_none boolean := true;
+  same boolean;
+  wanted text;
+  columns text;
+BEGIN
+  -- Nothing is written before every row is seen to be as the changes left it.
+  FOR r IN SELECT * FROM bk_changes(changes) x ORDER BY x.i LOOP
+    SELECT string_agg(format('%I = (jsonb_populate_record(NULL::%I, $1)).%I', key, r.t, key), ' AND ')
+    INTO wanted FROM unnest(r.k) key;
+    now := NULL;
+    EXECUTE format('SELECT to_jsonb(x) FROM %I x WHERE %s', r.t, wanted) INTO now USING coalesce(r.n, r.o);
+    IF r.n IS NULL THEN
+      same := now IS NULL;
+    ELSE
+      same := now IS NOT NULL AND NOT EXISTS (SELECT 1 FROM jsonb_each(r.n - stamps) e WHERE e.value IS DISTINCT FROM now -> e.key);
+    END IF;
+    CONTINUE WHEN same;
+    found_none := false;
+    -- A row that is gone or there again is told by its values alone.
+    RETURN QUERY SELECT r.i, a.attnum::int, r.t, a.attname::text, r.n ->> a.attname::text,
+                        CASE WHEN r.n IS NULL OR now IS NULL THEN coalesce(r.n, r.o) ELSE now END ->> a.attname::text
+                 FROM pg_attribute a
+                 WHERE a.attrelid = to_regclass(quote_ident(r.t)) AND (coalesce(r.n, r.o) - stamps) ? a.attname::text;
+  END LOOP;
+  IF NOT found_none THEN
+    RETURN;
+  END IF;
+  -- Rows that were new go first, so that those that were there find their places free.
+  FOR r IN SELECT * FROM bk_changes(changes) x ORDER BY x.o IS NOT NULL, x.n IS NULL, x.i LOOP
+    SELECT string_agg(format('%I = (jsonb_populate_record(NULL::%I, $1)).%I', key, r.t, key), ' AND ')
+    INTO wanted FROM unnest(r.k) key;
+    IF r.o IS NULL THEN
+      EXECUTE format('DELETE FROM %I WHERE %s', r.t, wanted) USING r.n;
+    ELSIF r.n IS NULL THEN
+      EXECUTE format('INSERT INTO %I SELECT * FROM jsonb_populate_record(NULL::%I, $1)', r.t, r.t) USING r.o;
+    ELSE
+      SELECT string_agg(format('%I = (jsonb_populate_record(NULL::%I, $2)).%I', key, r.t, key), ', ')
+      INTO columns FROM jsonb_object_keys(r.o) key;
+      EXECUTE format('UPDATE %I SET %s WHERE %s', r.t, columns, wanted) USING r.n, r.o;
+    END IF;
+  END LOOP;
+END $f$;
+)";
+
 }  // namespace
 
 std::string serverFunctions() {
-  return textFunctions() + std::string(kRest) + "COMMENT ON FUNCTION bk_fold(text) IS " +
+  return textFunctions() + std::string(kRest) + std::string(kTracking) + "COMMENT ON FUNCTION bk_fold(text) IS " +
          quotedText(kFunctionsVersion) + ";\n";
 }
 

@@ -13,6 +13,7 @@
 ///   bk_text_to_numeric, bk_text_to_int, bk_text_to_date(text)  with SQL Server's refusals
 ///   bk_like_regex(text)         a pattern of LIKE as a regular expression over bk_upper
 ///   bk_min, bk_max(text)        aggregates in the order of bk_key
+///   bk_track, bk_track_table, bk_changes, bk_take_back  for what TriggerTracker.h does
 ///
 /// The first two stand in indexes. They call nothing of ours, so that a dump can be restored in any order, and are
 /// single expressions, which the planner writes into the statement.

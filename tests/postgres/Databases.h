@@ -33,10 +33,11 @@ inline postgres::Server rawServer(const std::string& database = "postgres") {
 /// An empty database for one test; gone at the end, whoever is still connected.
 class TemporaryDatabase {
  public:
-  TemporaryDatabase() {
+  /// @param model  a database that it is a copy of
+  explicit TemporaryDatabase(const std::string& model = "template1") {
     static std::atomic<int> number{0};
     name_ = "test_" + std::to_string(::getpid()) + "_" + std::to_string(++number);
-    postgres::runSimple(rawServer().get(), "CREATE DATABASE " + name_);
+    postgres::runSimple(rawServer().get(), "CREATE DATABASE " + name_ + " TEMPLATE " + model);
   }
   ~TemporaryDatabase() {
     const postgres::Result done(PQexec(rawServer().get(), ("DROP DATABASE " + name_ + " WITH (FORCE)").c_str()));
