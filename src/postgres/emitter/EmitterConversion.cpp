@@ -16,10 +16,14 @@ std::string Emitter::bind(Parameter parameter) {
   return "$" + std::to_string(parameters_.size());
 }
 
-/// A literal as a value of the type.
+/// A literal as a value of the type: a number is cut or rounded to it.
 std::string Emitter::bindTo(std::size_t literal, const Type& target) {
   return bind({.use = Parameter::Use::Value,
-               .binding = {.how = engine::Binding::How::ToType, .literal = literal, .target = target, .column = {}},
+               .binding = {.how = engine::Binding::How::ToType,
+                           .literal = literal,
+                           .target = target,
+                           .assignment = isNumeric(target) && target.kind != TypeKind::Bit,
+                           .column = {}},
                .type = parameterType(target)});
 }
 
