@@ -140,7 +140,9 @@ RecordsetPtr PostgresConnection::run(const tsql::Scan& scan) {
 
 Plan& PostgresConnection::planFor(const tsql::Scan& scan) {
   if (auto* plan = cache_.find(scan.key)) return *plan;
-  auto translation = translated(scan);
+  // Another program may have changed the tables; only a text seen for the first time needs to know.
+  if (catalog_.outdated(server_.get())) reloadSchema();
+  auto translation = translate(scan, catalog_);
   std::unique_ptr<Plan> plan;
   try {
     plan = std::make_unique<Plan>(server_.get(), std::move(translation), "bk_" + std::to_string(++names_));
@@ -152,16 +154,6 @@ Plan& PostgresConnection::planFor(const tsql::Scan& scan) {
     throw;
   }
   return cache_.insert(scan.key, std::move(plan));
-}
-
-/// Another program may have made what is not known here.
-Translation PostgresConnection::translated(const tsql::Scan& scan) {
-  try {
-    return translate(scan, catalog_);
-  } catch (const Errore&) {
-    catalog_.load(server_.get());
-    return translate(scan, catalog_);
-  }
 }
 
 Result PostgresConnection::execute(const Plan& plan, const tsql::Scan& scan) {

@@ -51,7 +51,6 @@ class PostgresConnection : public ado::Connection {
   void requireConnected();
   void requireTransaction() const;
   Plan& planFor(const tsql::Scan& scan);
-  Translation translated(const tsql::Scan& scan);
   ado::RecordsetPtr run(const tsql::Scan& scan);
   Result execute(const Plan& plan, const tsql::Scan& scan);
   Result executeAndAdvance(const Plan& plan, const char* const* values);

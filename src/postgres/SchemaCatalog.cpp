@@ -25,7 +25,14 @@ WHERE c.relkind IN ('r', 'p', 'v') AND pg_table_is_visible(c.oid)
   AND c.relnamespace = ANY (current_schemas(false)::regnamespace[])
 ORDER BY c.oid, a.attnum)";
 
-constexpr const char* kVersion = "SELECT obj_description(to_regprocedure('bk_fold(text)'))";
+constexpr const char* kFunctions = "SELECT obj_description(to_regprocedure('bk_fold(text)'))";
+
+/// Another one whenever a table is made, dropped or gets a column.
+constexpr const char* kVersion =
+    "SELECT sum(hashtext(oid::text || ' ' || xmin::text)) FROM pg_class"
+    " WHERE relkind IN ('r', 'p', 'v') AND relnamespace = ANY (current_schemas(false)::regnamespace[])";
+
+std::string readVersion(PGconn* server) { return std::string(cell(runSimple(server, kVersion).get(), 0, 0)); }
 
 bool isTrue(const PGresult* result, int row, int column) { return cell(result, row, column) == "t"; }
 
@@ -36,9 +43,12 @@ const tsql::Table* SchemaCatalog::find(std::string_view table) const {
   return found == tables_.end() ? nullptr : &found->second;
 }
 
+bool SchemaCatalog::outdated(PGconn* server) const { return readVersion(server) != version_; }
+
 void SchemaCatalog::load(PGconn* server) {
-  const auto version = runSimple(server, kVersion);
-  hasFunctions_ = cell(version.get(), 0, 0) == kFunctionsVersion;
+  version_ = readVersion(server);
+  const auto functions = runSimple(server, kFunctions);
+  hasFunctions_ = cell(functions.get(), 0, 0) == kFunctionsVersion;
   const auto columns = runSimple(server, kColumns);
   tables_.clear();
   for (int row = 0; row < PQntuples(columns.get()); ++row) {

@@ -16,11 +16,14 @@ class SchemaCatalog : public tsql::Catalog {
   const tsql::Table* find(std::string_view table) const override;
   /// Reads the tables that the search path shows.
   void load(PGconn* server);
+  /// Whether the tables have changed since the last load, by whichever program.
+  bool outdated(PGconn* server) const;
   /// Whether the server has the functions that statements call, as this program makes them.
   bool hasFunctions() const { return hasFunctions_; }
 
  private:
   std::unordered_map<std::string, tsql::Table> tables_;
+  std::string version_;
   bool hasFunctions_ = false;
 };
 
