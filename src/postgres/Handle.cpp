@@ -34,12 +34,18 @@ void replace(std::string& text, std::string_view what, const std::string& with) 
   if (const auto at = text.find(what); at != std::string::npos) text.replace(at, what.size(), with);
 }
 
-std::string trimmedMessage(std::string_view message) {
-  while (!message.empty() && (message.back() == '\n' || message.back() == ' ')) message.remove_suffix(1);
-  return std::string(message);
-}
-
 }  // namespace
+
+/// libpq writes hints on lines of their own.
+std::string connectionFailure(PGconn* server) {
+  std::string line;
+  for (const char* c = PQerrorMessage(server); *c != '\0'; ++c) {
+    const bool blank = *c == '\n' || *c == '\t' || *c == ' ';
+    if (!blank || !line.ends_with(' ')) line += blank ? ' ' : *c;
+  }
+  while (line.ends_with(' ')) line.pop_back();
+  return line;
+}
 
 bool succeeded(const PGresult* result) {
   const auto status = PQresultStatus(result);
@@ -54,7 +60,7 @@ bool isCollision(std::string_view code) { return code == "40001" || code == "40P
 std::string describeFailure(PGconn* server, const PGresult* result) {
   const auto code = failureCode(result);
   if (PQstatus(server) == CONNECTION_BAD)
-    return "The connection to the database was lost: " + trimmedMessage(PQerrorMessage(server));
+    return "The connection to the database was lost: " + connectionFailure(server);
   for (const auto& wording : kWordings) {
     if (wording.code != code) continue;
     std::string text(wording.text);
@@ -63,7 +69,7 @@ std::string describeFailure(PGconn* server, const PGresult* result) {
     return text;
   }
   const auto message = detail(result, PG_DIAG_MESSAGE_PRIMARY);
-  return message.empty() ? trimmedMessage(PQerrorMessage(server)) : std::string(message);
+  return message.empty() ? connectionFailure(server) : std::string(message);
 }
 
 Result runSimple(PGconn* server, const std::string& sql) {

@@ -27,6 +27,9 @@ bool isCollision(std::string_view code);
 /// A failure in SQL Server's words where it has some, else in the server's.
 std::string describeFailure(PGconn* server, const PGresult* result);
 
+/// What is wrong with the connection, in one line.
+std::string connectionFailure(PGconn* server);
+
 /// Runs statements without parameters. Throws values::Errore.
 Result runSimple(PGconn* server, const std::string& sql);
 

@@ -66,9 +66,7 @@ void PostgresConnection::connect() {
   Server server(PQconnectdbParams(names.data(), values.data(), 0));
   if (!server) throw Errore("Out of memory");
   if (PQstatus(server.get()) != CONNECTION_OK) {
-    std::string reason = PQerrorMessage(server.get());
-    while (reason.ends_with('\n')) reason.pop_back();
-    throw Errore("Cannot connect to PostgreSQL: " + reason);
+    throw Errore("Cannot connect to PostgreSQL: " + connectionFailure(server.get()));
   }
   PQsetNoticeProcessor(
       server.get(), [](void*, const char*) {}, nullptr);
