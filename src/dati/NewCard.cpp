@@ -6,7 +6,9 @@
 #include <string_view>
 
 #include "dati/Cards.h"
+#include "dati/Codes.h"
 #include "dati/Failure.h"
+#include "dati/Nearest.h"
 #include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
@@ -85,7 +87,8 @@ std::string unknownReference(ado::Connection& connection, const Variant& company
     const auto code = values::toPlainText(*site);
     const bool number = code.find_first_not_of("0123456789") == std::string::npos;
     if (!number || !exists(connection, "CG31_SEDI", "CG31_DITTA_CG18", company, "CG31_CODICE", code))
-      return "The company has no site " + code;
+      return "The company has no site " + code +
+             didYouMeanOf(code, textsOf(codesOf(connection, company, colonnaBU65(kSite), {})));
   }
   for (const auto& [accountColumn, chartColumn, kind] : kContiPiano) {
     const auto account = given(columns, accountColumn);
@@ -93,7 +96,8 @@ std::string unknownReference(ado::Connection& connection, const Variant& company
     const auto own = given(columns, chartColumn).value_or(chart);
     const auto& table = *std::ranges::find(kChartTables, kind, &ChartTable::kind);
     if (!exists(connection, table.table, table.chart, own, table.account, testoDati(*account)))
-      return "The chart of accounts " + values::toPlainText(own) + " has no account " + values::toPlainText(*account);
+      return "The chart of accounts " + values::toPlainText(own) + " has no account " + values::toPlainText(*account) +
+             didYouMeanOf(values::toPlainText(*account), textsOf(accountsOf(connection, company, {kind, own})));
   }
   return {};
 }

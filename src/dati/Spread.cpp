@@ -71,14 +71,14 @@ PeriodWeights daysOfPeriods(CLSKORVAL& budget, ado::Connection& connection) {
 }
 
 PeriodWeights amountsAsWeights(CLSKORVAL& budget, ado::Connection& connection, const Variant& card,
-                               BdgTipoDettaglio kind) {
+                               BdgTipoDettaglio kind, const Measure& measure) {
   const auto periods = periodNames(budget);
   const KeptSelection kept(budget);
   const auto name = "card " + values::toPlainText(card);
   if (!selectBudgetOfCard(budget, connection, card)) throw Refused("There is no " + name);
   if (periodNames(budget) != periods) throw Refused("The periods of " + name + " are others");
   PeriodWeights weights(periods.size());
-  for (const auto& [period, amount] : amountsOfCard(connection, card, kind)) {
+  for (const auto& [period, amount] : amountsOfCard(connection, card, kind, measure)) {
     if (period < 1 || static_cast<std::size_t>(period) > weights.size() || amount.isNothing()) continue;
     auto& weight = weights[static_cast<std::size_t>(period) - 1];
     weight = values::toDecimal(amount);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "dati/Failure.h"
+#include "dati/Nearest.h"
 #include "dati/RowInsert.h"
 #include "frame/TestoSql.h"
 #include "values/Arithmetic.h"
@@ -91,8 +92,10 @@ void setYearClosed(ado::Connection& connection, const Variant& company, const Ac
 
 void requireYear(ado::Connection& connection, const Variant& company, const Variant& year, const Variant& progressive) {
   if (values::isBlank(year) || findYear(connection, company, year, progressive)) return;
+  std::vector<std::string> known;
+  for (const auto& one : accountingYears(connection, company)) known.push_back(values::toPlainText(one.year));
   throw Refused("The company has no accounting year " + nameOf(year, progressive) + "; `bukorval years add " +
-                values::toPlainText(year) + "` adds it");
+                values::toPlainText(year) + "` adds it" + didYouMean(values::toPlainText(year), known));
 }
 
 void requireOpenYear(ado::Connection& connection, const Variant& company, const Variant& year,

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "dati/Nearest.h"
 #include "host/SharedOptions.h"
 #include "host/commands/Commands.h"
 #include "host/environment/Arguments.h"
@@ -82,13 +83,10 @@ void refuseUnused(const CLI::App& app, std::string_view command) {
 void declare(CLI::App& app, const Command& command, Environment& environment) {
   auto* own = app.add_subcommand(std::string(command.name), std::string(command.summary));
   own->footer("Example:\n" + std::string(command.example));
-  for (const auto& option : command.options) declare(*own, option);
-  if (command.writes != Writes::Nothing)
-    declare(*own, {"--force", "write into a closed accounting year too", &environment.options.force});
-  if (command.writes == Writes::Cards)
-    declare(*own, {"--no-history", "keep nothing to undo, for bulk loads", &environment.options.noHistory});
-  for (const auto& option : outputOptions(environment.options)) declare(*own, option)->group("Shared");
-  for (const auto& option : propertyOptions(command.name, environment.options)) declare(*own, option);
+  // The help shows groups in the order of their first options.
+  own->set_help_flag();
+  for (const auto& option : commandOptions(command, environment.options)) declare(*own, option);
+  own->set_help_flag("-h,--help", "Print this help message and exit")->group("Shared");
   own->preparse_callback([&app, &command](std::size_t) { refuseUnused(app, command.name); });
   own->callback([&command, &environment] {
     // A file with options serves every command.
@@ -149,14 +147,41 @@ std::string commandText(int argc, const char* const* argv) {
   return text;
 }
 
+std::vector<std::string> commandNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const auto* command : app.get_subcommands({})) names.push_back(command->get_name());
+  return names;
+}
+
+std::vector<std::string> optionNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const auto* option : app.get_options())
+    for (const auto& name : option->get_lnames()) names.push_back("--" + name);
+  return names;
+}
+
+/// Of the words that nothing has, the first that is near to something.
+std::string suggestion(const CLI::App& app) {
+  for (const auto& word : app.remaining()) {
+    const auto name = word.substr(0, word.find('='));
+    const auto meant = name.starts_with("--") ? dati::didYouMean(name, optionNames(app)) : "";
+    if (!meant.empty()) return "Unknown option: " + name + meant + "\n";
+  }
+  return {};
+}
+
 int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
   std::ostringstream told;
   const int outcome = app.exit(error, std::cout, told);
-  std::cerr << safeText(told.str(), Lines::Keep);
   if (outcome == 0) return exitOk;
+  const auto asked = app.get_subcommands();
   const auto rest = app.remaining();
-  if (error.get_name() == "RequiredError" && !rest.empty())
-    std::cerr << "Unknown command: " << safeText(rest.front()) << '\n';
+  if (asked.empty() && error.get_name() == "RequiredError" && !rest.empty())
+    told.str("Unknown command: " + rest.front() + dati::didYouMean(rest.front(), commandNames(app)) +
+             "\nRun with --help for more information.\n");
+  else
+    told << suggestion(asked.empty() ? app : *asked.front());
+  std::cerr << safeText(told.str(), Lines::Keep);
   return exitUsage;
 }
 

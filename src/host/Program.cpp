@@ -6,6 +6,7 @@
 #include "dati/Failure.h"
 #include "frame/Fallimento.h"
 #include "host/CommandLine.h"
+#include "host/Completion.h"
 #include "host/environment/Environment.h"
 #include "host/environment/Errors.h"
 #include "host/environment/StandardStreams.h"
@@ -26,6 +27,7 @@ int failed(int code, const char* message) {
 int runProgram(int argc, const char* const* argv) noexcept {
   try {
     prepareStandardStreams();
+    if (completeWords(argc, argv)) return exitOk;
     Environment environment;
     const int code = runCommandLine(argc, argv, environment);
     flushOutput();

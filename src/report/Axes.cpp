@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "dati/Failure.h"
+#include "dati/Nearest.h"
 #include "definition/Colonne.h"
 #include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
@@ -116,6 +117,12 @@ Axes::Axes(CLSKORVAL& budget) : budget_(budget) {
   known_.push_back({"id", "BU65_ID"});
 }
 
+std::vector<std::string> Axes::allNames() const {
+  std::vector<std::string> all;
+  for (const auto& axis : known_) all.push_back(axis.name);
+  return all;
+}
+
 std::string Axes::names() const {
   std::string text;
   for (const auto& axis : known_) text.append(text.empty() ? "" : ", ").append(axis.name);
@@ -129,7 +136,9 @@ CardAxis Axes::find(const std::string& name) const {
   const auto found = std::ranges::find_if(known_, [&](const auto& axis) {
     return values::compareText(axis.name, name) == 0 || values::compareText(axis.column, name) == 0;
   });
-  if (found == known_.end()) throw dati::Refused("The budget has no axis '" + name + "'; it has " + names());
+  if (found == known_.end())
+    throw dati::Refused("The budget has no axis '" + name + "'; it has " + names() +
+                        dati::didYouMean(name, allNames()));
   CardAxis axis{{name, found->column}, found->column, found->column, false};
   axis.number = colonnaBU65(found->column).isNumero();
   return axis;

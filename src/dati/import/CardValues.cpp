@@ -48,7 +48,7 @@ class CardValues : public FileImporter {
     const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
     const int periods = values::toInt32(values::nvl(budget.GetBdgNrPeriodi(periodicity), 0));
     const int lastKind = budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget) + bdgDettaglioOrdini;
-    const CardCodes codes(*import.connection, import.company, columns_, {kCard, kAccount, kSite});
+    const CardCodes codes(*import.connection, import.company, columns_, {kCard, kAccount, kSite}, import.codes);
     for (const auto& row : batch_.rows) {
       checkRange(row, kFixed, kPeriod, 1, periods, file, import.problems);
       checkRange(row, kFixed, kKind, 0, lastKind, file, import.problems);

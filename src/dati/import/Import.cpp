@@ -61,8 +61,8 @@ std::vector<std::string> Import::write() {
 }
 
 std::span<const FileKind> fileKinds() {
-  static const std::vector<FileKind> kKinds{accountsFile(), sitesFile(), definitionsFile(), movementsFile(),
-                                            valuesFile()};
+  static const std::vector<FileKind> kKinds{accountsFile(),    sitesFile(),     codesFile(),
+                                            definitionsFile(), movementsFile(), valuesFile()};
   return kKinds;
 }
 

@@ -20,10 +20,11 @@ void add(CallResults& results, const std::string& name, const values::Variant& v
   }
 }
 
-const Membro& findMethod(const std::string& name) {
+const Membro& findMethod(Environment& environment, const std::string& name) {
   const auto* member = trovaMembro(name);
   if (member && member->genere == Genere::Metodo) return *member;
-  throw UsageError("The object has no method " + name + "; `bukorval call --list` shows them all");
+  throw UsageError("The object has no method " + name + "; `bukorval call --list` shows them all" +
+                   didYouMeanCode(environment, Codes::Methods, name));
 }
 
 std::vector<values::Variant> parseArguments(const Membro& method, const std::vector<std::string>& texts) {
@@ -47,7 +48,7 @@ void addRecordsets(const CLSKORVAL& budget, CallResults& results) {
 }
 
 void callMethod(Environment& environment, const std::string& name, const std::vector<std::string>& texts) {
-  const auto& method = findMethod(name);
+  const auto& method = findMethod(environment, name);
   auto arguments = parseArguments(method, texts);
   auto& budget = environment.budget();
   const Progress progress(budget);

@@ -1,6 +1,7 @@
 #include "host/commands/DetailKind.h"
 
 #include "dati/Failure.h"
+#include "dati/Nearest.h"
 #include "host/environment/Errors.h"
 
 namespace bukorval::host {
@@ -12,7 +13,8 @@ DetailKind parseDetailKind(const std::string& text) {
   const bool named = text.starts_with("forecast");
   const std::string digits = named ? text.substr(8) : text;
   if (digits.empty() || digits.size() > 2 || digits.find_first_not_of("0123456789") != std::string::npos)
-    throw UsageError("A kind is budget, actual, orders, forecast1, forecast2 … or its number, not " + text);
+    throw UsageError("A kind is budget, actual, orders, forecast1, forecast2 … or its number, not " + text +
+                     dati::didYouMean(text, {"budget", "actual", "orders", "forecast1"}));
   const int n = named ? std::stoi(digits) : std::stoi(digits) - bdgDettaglioOrdini;
   return {bdgDettaglioOrdini + n, "FORECAST" + std::to_string(n)};
 }

@@ -32,6 +32,7 @@ dati::ElaboratedCard chosenCard(Environment& environment, const MovementsOptions
   if (options.card.empty()) {
     requireGrid(environment);
     requireGiven(environment, {"BdgTipoScheda"});
+    tellUnknownCode(environment, Codes::Accounts, options.account);
     return {0, values::toInt32(budget.BdgTipoScheda), options.account, budget.CodiceSede, {}};
   }
   for (const auto* name : {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio", "CodiceSede", "BdgTipoScheda"})

@@ -9,9 +9,11 @@
 #include <vector>
 
 #include "host/commands/Command.h"
+#include "host/commands/ReportPictures.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
+#include "report/Lines.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -24,9 +26,10 @@ const std::string kNone = "(nessuno)";
 
 /// The options as they were typed.
 struct ReportOptions {
-  std::string rows, columns = "year", values = "budget,actual,delta,delta%", measure = "amount", to, sort;
+  std::string rows, columns = "year", values = "budget,actual,delta,delta%", measure = "amount", to, sort, page;
   std::vector<std::string> where;
   int top = 0;
+  bool plot = false;
 };
 
 std::vector<std::string> split(std::string_view list) {
@@ -87,21 +90,11 @@ class ReportTable {
  public:
   ReportTable(const report::Result& result, bool forPeople) : result_(result), forPeople_(forPeople) {
     addColumns();
-    const auto depth = result.axes.size();
-    std::vector<const report::Row*> open;  // groups whose rows come
-    const auto close = [&](std::size_t level) {
-      for (; !open.empty() && open.back()->level() >= level; open.pop_back())
-        if (forPeople) addSubtotal(*open.back());
-    };
-    for (const auto& row : result.rows) {
-      if (row.level() == 0) continue;
-      close(row.level());
-      if (row.level() < depth && row.others == 0)
-        open.push_back(&row);
-      else
-        addRow(row);
-    }
-    close(1);
+    report::forEachLine(
+        result, [&](const auto& row) { addRow(row); },
+        [&](const auto& row) {
+          if (forPeople_) addSubtotal(row);
+        });
     addTotal(result.rows.front());
   }
 
@@ -187,11 +180,27 @@ class ReportTable {
   Table table_;
 };
 
+/// Axes whose codes are told when there are none like them.
+constexpr std::pair<std::string_view, Codes> kAxisCodes[] = {
+    {"site", Codes::Sites}, {"kind", Codes::CardKinds}, {"account", Codes::Accounts}, {"card", Codes::CardCodes}};
+
+void tellUnknownCodes(Environment& environment, const std::vector<report::Filter>& filters) {
+  for (const auto& [axis, codes] : filters)
+    for (const auto& [name, list] : kAxisCodes)
+      for (const auto& code : codes)
+        if (axis == name && !code.ends_with('*')) tellUnknownCode(environment, list, code);
+}
+
 void showReport(Environment& environment, const ReportOptions& options) {
   requireBudget(environment);
+  if (options.plot && !environment.format().forPeople)
+    throw UsageError("--plot draws for people: --format does not go with it");
   const auto query = queryOf(options);
+  tellUnknownCodes(environment, query.where);
   const auto result = report::run(environment.budget(), *environment.connection(), query);
-  environment.show(ReportTable(result, environment.format().forPeople).take());
+  if (!options.page.empty()) writeReportPage(environment, query, result, options.page);
+  if (options.plot) return plotReport(environment, query);
+  if (options.page.empty()) environment.show(ReportTable(result, environment.format().forPeople).take());
 }
 
 }  // namespace
@@ -202,6 +211,7 @@ Command reportCommand() {
           "Show a budget by any axes, with subtotals",
           "  bukorval report -d demo.db -t 4 -s 01 -y 2025 --rows site,account --columns quarter --to 2025-09\n"
           "  bukorval report -d demo.db -t 4 -s 01 -y 2025 --rows level:1 --values budget,forecast1,forecast1.from\n"
+          "  bukorval report -d demo.db -t 4 -s 01 -y 2025 --rows site,account --to 2025-09 --html report.html\n"
           "All sites and card kinds are in it. An unknown axis, column or value lists those of the budget.",
           {{.flags = "--rows",
             .help = "axes, the outermost first: site, kind, card, account, id, level:N of the account, or an analysis "
@@ -227,7 +237,12 @@ Command reportCommand() {
            {.flags = "--top",
             .help = "only the first rows of each group, the others in one",
             .target = &options->top,
-            .range = std::pair(1, 1000000)}},
+            .range = std::pair(1, 1000000)},
+           {"--plot", "draw the values by period and the greatest deltas, instead of the table", &options->plot},
+           {.flags = "--html",
+            .help = "write a page with both pictures and the table, instead of showing it",
+            .target = &options->page,
+            .valueName = "FILE"}},
           [options](Environment& environment) { showReport(environment, *options); }};
 }
 

@@ -6,6 +6,7 @@
 #include "dati/Failure.h"
 #include "frame/Transazione.h"
 #include "host/commands/Command.h"
+#include "host/commands/Lists.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "values/Conversion.h"
@@ -19,19 +20,6 @@ struct YearsOptions {
   std::string action = "list", from;
   int year = 0, progressive = 0, months = 12;
 };
-
-void showYears(Environment& environment) {
-  Table table{{{"ANNO", "Year", true},
-               {"PROGRESSIVO", "Progressive", true},
-               {"DATAINIZIO", "From"},
-               {"DATAFINE", "To"},
-               {"STATO", "State"}},
-              {},
-              {}};
-  for (const auto& year : dati::accountingYears(*environment.connection(), environment.session().CodiceDitta()))
-    table.rows.push_back({year.year, year.progressive, year.begin, year.end, year.closed ? "closed" : "open"});
-  environment.show(table);
-}
 
 Variant parseFrom(const std::string& text) {
   if (text.empty()) return {};
@@ -59,10 +47,23 @@ void years(Environment& environment, const YearsOptions& options) {
       setClosed(environment, options, options.action == "close");
     transaction.conferma();
   }
-  showYears(environment);
+  environment.show(yearsTable(environment));
 }
 
 }  // namespace
+
+Table yearsTable(Environment& environment) {
+  Table table{{{"ANNO", "Year", true},
+               {"PROGRESSIVO", "Progressive", true},
+               {"DATAINIZIO", "From"},
+               {"DATAFINE", "To"},
+               {"STATO", "State"}},
+              {},
+              {}};
+  for (const auto& year : dati::accountingYears(*environment.connection(), environment.session().CodiceDitta()))
+    table.rows.push_back({year.year, year.progressive, year.begin, year.end, year.closed ? "closed" : "open"});
+  return table;
+}
 
 Command yearsCommand() {
   const auto options = std::make_shared<YearsOptions>();

@@ -2,10 +2,9 @@
 
 #include <regex>
 
-#include "dati/Budgets.h"
-#include "dati/Failure.h"
 #include "dati/Years.h"
 #include "host/environment/Errors.h"
+#include "host/environment/Selection.h"
 
 namespace bukorval::host {
 
@@ -19,9 +18,7 @@ BudgetAnno parseBudgetName(Environment& environment, const std::string& text) {
   const int type = std::stoi(parts[1]);
   const int number = std::stoi(parts[3]);
   const std::string subtype = parts[2];
-  if (!dati::isBudgetDefined(connection, type, subtype))
-    throw dati::Refused("There is no budget of type " + std::to_string(type) + ", subtype " + subtype +
-                        "; `bukorval budgets` lists what is defined");
+  requireDefined(environment, type, subtype);
   const auto progressive = parts[4].matched ? values::Variant(std::stoi(parts[4])) : values::Variant();
   dati::requireYear(connection, company, number, progressive);
   const auto year = *dati::findYear(connection, company, number, progressive);

@@ -4,7 +4,9 @@
 #include "dati/Cards.h"
 #include "dati/Failure.h"
 #include "dati/Locks.h"
+#include "dati/Nearest.h"
 #include "dati/Years.h"
+#include "host/environment/CodeLists.h"
 #include "host/environment/Errors.h"
 #include "values/Conversion.h"
 
@@ -17,6 +19,22 @@ void requireGiven(const Environment& environment, std::initializer_list<std::str
   }
 }
 
+void requireDefined(Environment& environment, const values::Variant& type, const values::Variant& subtype) {
+  if (dati::isBudgetDefined(*environment.connection(), type, subtype)) return;
+  std::vector<std::string> defined;
+  for (const auto& budget : dati::definedBudgets(*environment.connection(), environment.session().CodiceDitta()))
+    defined.push_back(std::to_string(budget.type) + "/" + values::toPlainText(budget.subtype));
+  const auto typeText = values::toPlainText(type), subtypeText = values::toPlainText(subtype);
+  throw dati::Refused("There is no budget of type " + typeText + ", subtype " + subtypeText +
+                      "; `bukorval budgets` lists what is defined" +
+                      dati::didYouMean(typeText + "/" + subtypeText, defined));
+}
+
+void requireDefined(Environment& environment) {
+  const auto& budget = environment.budget();
+  requireDefined(environment, budget.TipoBudget, budget.SottoTipoBudget);
+}
+
 void requireBudget(Environment& environment) {
   requireGiven(environment, {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio"});
   const auto& budget = environment.budget();
@@ -25,9 +43,8 @@ void requireBudget(Environment& environment) {
   dati::requireYear(connection, budget.CodiceDitta, budget.AnnoEsercizio, budget.ProgressivoEsercizio);
   dati::requireYear(connection, budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
                     budget.ProgressivoEsercizioMovimenti);
-  if (dati::isBudgetDefined(connection, budget.TipoBudget, budget.SottoTipoBudget)) return;
-  throw dati::Refused("There is no budget of type " + std::to_string(budget.TipoBudget) + ", subtype " +
-                      values::toPlainText(budget.SottoTipoBudget) + "; `bukorval budgets` lists what is defined");
+  requireDefined(environment);
+  tellUnknownCodes(environment);
 }
 
 void requireWritable(Environment& environment, const BudgetAnno& budget) {

@@ -1,11 +1,13 @@
 #include "host/environment/Terminal.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <string>
 #ifdef _WIN32
 #include <io.h>
 #else
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
 
@@ -25,6 +27,16 @@ bool isTerminal(std::FILE* stream) {
 bool wantsColour(std::FILE* stream) {
   const char* without = std::getenv("NO_COLOR");
   return isTerminal(stream) && (without == nullptr || *without == '\0');
+}
+
+int terminalWidth(std::FILE* stream) {
+  constexpr int kUsual = 80;
+#ifndef _WIN32
+  winsize size{};
+  if (ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0) return std::clamp<int>(size.ws_col, 40, 200);
+#endif
+  static_cast<void>(stream);
+  return kUsual;
 }
 
 void confirm(std::string_view question, bool yes) {
