@@ -1,6 +1,10 @@
 #pragma once
 
+#ifdef BUKORVAL_OBJECT_DATABASE
 #include BUKORVAL_OBJECT_DATABASE
+#else
+#include "sqlite/ObjectDatabase.h"
+#endif
 #include "object/CLSKORVAL.h"
 #include "suite/Suite.h"
 #include "support/Database.h"
