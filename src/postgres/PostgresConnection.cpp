@@ -119,7 +119,7 @@ RecordsetPtr PostgresConnection::run(const tsql::Scan& scan) {
   if (plan->translation().kind == Kind::Identity)
     return engine::identityRow(plan->translation().columns.front().name, lastIdentity_);
   if (plan->translation().kind == Kind::Schema) {
-    changeSchema(*plan);
+    changeSchema(std::string(plan->translation().sql));
     return std::make_shared<Recordset>();
   }
   auto result = execute(*plan, scan);
@@ -182,10 +182,20 @@ Result PostgresConnection::executeAndAdvance(const Plan& plan, const char* const
   return first;
 }
 
-void PostgresConnection::changeSchema(const Plan& plan) {
-  const bool first = !catalog_.hasFunctions();
-  const std::string sql = (first ? serverFunctions() : std::string()) + plan.translation().sql;
+/// No plan outlives a change of the tables, its own included.
+void PostgresConnection::changeSchema(const std::string& sql) {
+  ensureFunctions();
   const Result result(PQexec(server_.get(), sql.c_str()));
+  if (!succeeded(result.get())) fail(result.get());
+  advance();
+  schemaChangedInTransaction_ = inTransaction_;
+  reloadSchema();
+}
+
+void PostgresConnection::ensureFunctions() {
+  requireConnected();
+  if (catalog_.hasFunctions()) return;
+  const Result result(PQexec(server_.get(), serverFunctions().c_str()));
   if (!succeeded(result.get())) fail(result.get());
   advance();
   schemaChangedInTransaction_ = inTransaction_;

@@ -40,6 +40,8 @@ class PostgresConnection : public ado::Connection {
 
   /// Runs one of the provider's own statements, in the transaction that is open.
   Result runBeside(const std::string& sql, const std::vector<std::string>& parameters = {});
+  /// Makes the functions that statements call where the server lacks them, or has those of an older program.
+  void ensureFunctions();
   const SchemaCatalog& catalog() const { return catalog_; }
 
   std::size_t cachedPlans() const { return cache_.size(); }
@@ -54,7 +56,7 @@ class PostgresConnection : public ado::Connection {
   ado::RecordsetPtr run(const tsql::Scan& scan);
   Result execute(const Plan& plan, const tsql::Scan& scan);
   Result executeAndAdvance(const Plan& plan, const char* const* values);
-  void changeSchema(const Plan& plan);
+  void changeSchema(const std::string& sql);
   void advance();
   void reloadSchema();
   void keepIdentity(const PGresult* result);

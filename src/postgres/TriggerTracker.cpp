@@ -55,6 +55,7 @@ class TriggerTracker : public ado::ChangeTracker {
   explicit TriggerTracker(PostgresConnection& connection) : connection_(connection) {}
 
   void start(const std::vector<std::string_view>& tables) override {
+    connection_.ensureFunctions();
     connection_.runBeside(kSessionTable);
     for (const auto table : tables) {
       const auto name = engine::quotedText(sqlName(table));

@@ -44,12 +44,12 @@ TEST(PostgresWords, AreLibpqsOwnOrCommonNamesForThem) {
                                                 "user", "password", "sslmode", "service"));
   EXPECT_EQ(words.values[5], "a;b");
   EXPECT_TRUE(words.readOnly);
-  for (const char* text : {"Host=h;Pasword=geheim", "Host=h;Mode=geheim2;Password=geheim",
-                           "Host=/nowhere;User=u;Password=geheim", "Port=geheim2;Password=geheim"}) {
+  for (const std::string text : {"Host=h;Pasword=x", "Host=h;Mode=Write", "Host=/nowhere;User=u", "Port=x"}) {
     postgres::PostgresConnection connection;
-    connection.ConnectionString = text;
+    connection.ConnectionString = text + ";Password=secret";
     const auto told = errorOf([&] { connection.Open(); });
-    EXPECT_THAT(told, Not(testing::AnyOf("", HasSubstr("geheim'"), testing::EndsWith("geheim")))) << text;
+    EXPECT_NE(told, "") << text;
+    EXPECT_THAT(told, Not(HasSubstr("secret"))) << text;
     EXPECT_EQ(connection.State(), ado::adStateClosed);
   }
 }
