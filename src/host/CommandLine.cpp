@@ -32,7 +32,7 @@ constexpr const char* kFooter =
     "  bukorval grid -d demo.db -t 0 -s 01 -y 2025   the cards of one, with totals\n"
     "  bukorval list accounts -d demo.db         what can be named: see bukorval list --help\n"
     "  bukorval COMMAND --help                   what a command does, with an example\n\n"
-    "BUKORVAL_DATABASE stands for -d, NO_COLOR turns colour off.\n"
+    "BUKORVAL_DATABASE stands for -d, BUKORVAL_CONNECTION for --connection, NO_COLOR turns colour off.\n"
     "Exit codes: 0 done, 1 refused, 2 wrong command line, 99 run-time error.";
 
 /// Words of the library that parses command lines, and what it says of wrong ones.

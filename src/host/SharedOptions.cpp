@@ -219,7 +219,7 @@ std::vector<std::string> formatNames() {
 std::vector<Option> outputOptions(SharedOptions& options) {
   return {{.flags = "-d,--database", .help = "file of the embedded database", .target = &options.database},
           {.flags = "--StringaConnessione,--connection",
-           .help = "connection string, instead of a file: \"Provider=ODBC;Driver=...;Server=...;Database=...\"",
+           .help = "connection string, instead of a file: \"Provider=PostgreSQL;Host=...;Database=...\"",
            .target = &options.connectionString},
           {.flags = "--wait",
            .help = "seconds to wait for another run that writes the file",

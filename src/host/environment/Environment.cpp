@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <sstream>
@@ -19,6 +20,7 @@
 #include "language/Language.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
+#include "postgres/Provider.h"
 #include "sqlite/Provider.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
@@ -33,16 +35,25 @@ std::string sqliteConnectionString(const std::string& file) {
 Environment::Environment() {
   sqlite::registerSqlite();
   odbc::registerOdbc();
+  postgres::registerPostgres();
   suite::registraServiziSuite();
 }
 
 Environment::~Environment() = default;
 
-bool Environment::hasDatabase() const { return !options.database.empty() || !options.connectionString.empty(); }
+std::string Environment::serverConnection() const {
+  if (!options.connectionString.empty()) return options.connectionString;
+  const char* usual = std::getenv("BUKORVAL_CONNECTION");
+  return options.database.empty() && usual ? usual : "";
+}
+
+bool Environment::hasDatabase() const { return !options.database.empty() || !serverConnection().empty(); }
 
 std::string Environment::connectionString() const {
-  if (!hasDatabase()) throw UsageError(tr("Which database? Give -d FILE or set BUKORVAL_DATABASE"));
-  if (!options.connectionString.empty()) return options.connectionString;
+  if (!hasDatabase())
+    throw UsageError(
+        tr("Which database? Give -d FILE or --connection, or set BUKORVAL_DATABASE or BUKORVAL_CONNECTION"));
+  if (auto server = serverConnection(); !server.empty()) return server;
   const auto& file = options.database;
   if (!std::filesystem::exists(file))
     throw dati::Refused(tr("There is no database {}; `bukorval create {}` makes one", file, file));

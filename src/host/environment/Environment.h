@@ -39,6 +39,9 @@ class Environment {
   SharedOptions options;
 
   bool hasDatabase() const;
+  /// The connection string that was given instead of a file, "" without one: that of the command line, or, when no file
+  /// is named either, what BUKORVAL_CONNECTION holds.
+  std::string serverConnection() const;
   /// What the connection is opened with. Throws UsageError when no database was given, dati::Refused when there is no
   /// such file: only `create` makes one.
   std::string connectionString() const;

@@ -6,7 +6,7 @@
 #include <string_view>
 
 /// Whole numbers of up to 38 digits, the units of exact decimals (value × 10^scale).
-namespace sqlite {
+namespace engine {
 
 __extension__ using Int128 = __int128;
 
@@ -40,4 +40,4 @@ std::optional<Int128> multiplyChecked(Int128 a, Int128 b);
 
 inline bool fitsInt64(Int128 value) { return value >= INT64_MIN && value <= INT64_MAX; }
 
-}  // namespace sqlite
+}  // namespace engine

@@ -1,11 +1,11 @@
-#include "sqlite/storage/Scaled.h"
+#include "engine/Scaled.h"
 
 #include <algorithm>
 #include <array>
 
 #include "values/Text.h"
 
-namespace sqlite {
+namespace engine {
 namespace {
 
 constexpr auto kPowers = [] {
@@ -115,4 +115,4 @@ std::optional<Int128> multiplyChecked(Int128 a, Int128 b) {
   return result;
 }
 
-}  // namespace sqlite
+}  // namespace engine

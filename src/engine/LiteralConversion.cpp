@@ -1,15 +1,15 @@
-#include "sqlite/LiteralConversion.h"
+#include "engine/LiteralConversion.h"
 
 #include <charconv>
 #include <cstdlib>
 
-#include "sqlite/storage/DateNumber.h"
-#include "sqlite/storage/Scaled.h"
+#include "engine/DateNumber.h"
+#include "engine/Scaled.h"
 #include "values/Decimal.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
-namespace sqlite {
+namespace engine {
 namespace {
 
 using tsql::Literal;
@@ -184,4 +184,6 @@ BoundValue convertedValue(const Literal& literal, const Binding& binding) {
   return ownValue(literal);
 }
 
-}  // namespace sqlite
+std::string_view likePrefix(std::string_view pattern) { return pattern.substr(0, pattern.find_first_of("%_[")); }
+
+}  // namespace engine

@@ -1,9 +1,9 @@
-#include "sqlite/storage/DateNumber.h"
+#include "engine/DateNumber.h"
 
 #include "values/Errore.h"
 #include "values/Text.h"
 
-namespace sqlite {
+namespace engine {
 namespace {
 
 constexpr std::int64_t kTime = 1'000'000;
@@ -96,4 +96,4 @@ std::int64_t dateNumberFromDays(std::int64_t days) {
 
 std::int64_t daysOfDateNumber(std::int64_t number) { return values::daysBetween(firstDay(), fromDateNumber(number)); }
 
-}  // namespace sqlite
+}  // namespace engine

@@ -2,11 +2,13 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <variant>
 
-#include "sqlite/emitter/Translate.h"
+#include "engine/Binding.h"
+#include "tsql/Lexer.h"
 
-namespace sqlite {
+namespace engine {
 
 /// What a parameter is bound to. A view shows the literal's own text; a string is a text made for the occasion.
 using BoundValue = std::variant<std::int64_t, double, std::string_view, std::string>;
@@ -19,4 +21,7 @@ BoundValue ownValue(const tsql::Literal& literal);
 /// stands between them, so that comparisons come out right.
 BoundValue convertedValue(const tsql::Literal& literal, const Binding& binding);
 
-}  // namespace sqlite
+/// The text every match of a LIKE pattern begins with: what stands before its first wildcard.
+std::string_view likePrefix(std::string_view pattern);
+
+}  // namespace engine

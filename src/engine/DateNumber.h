@@ -7,7 +7,7 @@
 #include "values/Date.h"
 
 /// Dates as the engine stores them: the integer yyyymmddhhmmss, which orders and compares as the dates do.
-namespace sqlite {
+namespace engine {
 
 std::int64_t toDateNumber(const values::Date& date);
 /// Throws values::Errore when the number stands for no date.
@@ -23,4 +23,4 @@ std::int64_t dateNumberFromDays(std::int64_t days);
 /// Days from 1 January 1900 to the date.
 std::int64_t daysOfDateNumber(std::int64_t number);
 
-}  // namespace sqlite
+}  // namespace engine
