@@ -881,6 +881,8 @@ constexpr ItalianText kTexts[] = {
      "{} Qui non c'è nessuno a cui chiedere: aggiungere --yes per continuare"},
     {"yes", "sì"},
     {"Nothing was changed", "Non è stato cambiato niente"},
+    {"Another run has taken movements away meanwhile: nothing was changed",
+     "Nel frattempo un'altra esecuzione ha tolto movimenti: non è stato cambiato niente"},
     {"No rows", "Nessuna riga"},
     {"1 column more with --wide", "1 altra colonna con --wide"},
     {"{} columns more with --wide", "altre {} colonne con --wide"},
