@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "dati/Failure.h"
+#include "language/Language.h"
 
 namespace bukorval::dati {
 
@@ -44,7 +45,7 @@ class Transaction::Shared : public ado::Connection {
  private:
   /// Statements after a rollback would each be kept for themselves.
   ado::Connection& opened() const {
-    if (!open_) throw Refused("The transaction has ended: nothing more can be written in it");
+    if (!open_) throw Refused(tr("The transaction has ended: nothing more can be written in it"));
     return *real_;
   }
 

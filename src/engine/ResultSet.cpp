@@ -73,4 +73,17 @@ Decimal wideDecimal(std::string_view digits, int scale) {
   return *value;
 }
 
+RecordsetPtr identityRow(const std::string& name, std::optional<std::int64_t> identity) {
+  auto set = std::make_shared<Recordset>();
+  set->CursorLocation = adUseClient;
+  auto& field = set->Fields().Append(name, adDecimal, 0, adFldIsNullable);
+  field.Precision(28);
+  field.NumericScale(0);
+  set->Open();
+  auto cells = set->AppendRow();
+  if (identity) cells[0] = Decimal::FromScaled(*identity);
+  set->MoveFirst();
+  return set;
+}
+
 }  // namespace engine

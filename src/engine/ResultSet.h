@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -13,6 +16,9 @@ namespace engine {
 
 /// An open set without rows, a field for each column.
 ado::RecordsetPtr emptySet(const std::vector<tsql::ResultColumn>& columns);
+
+/// The answer to SELECT @@IDENTITY: one row, Null before the first identity.
+ado::RecordsetPtr identityRow(const std::string& name, std::optional<std::int64_t> identity);
 
 /// A decimal from the digits of value × 10^scale. Throws values::Errore beyond 28 digits.
 values::Decimal wideDecimal(std::string_view digits, int scale);

@@ -121,4 +121,10 @@ std::string call(std::string_view function, std::initializer_list<std::string_vi
   return sql += ")";
 }
 
+bool asksIdentity(const Query& query) {
+  const Select& select = *query.select;
+  return query.with.empty() && !select.next && select.sources.empty() && select.items.size() == 1 &&
+         select.items[0].value->as<LastIdentity>();
+}
+
 }  // namespace engine

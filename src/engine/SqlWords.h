@@ -30,6 +30,9 @@ std::string quotedText(std::string_view text);
 
 std::vector<tsql::Type> typesOf(const std::vector<tsql::ResultColumn>& columns);
 
+/// SELECT @@IDENTITY and nothing else: answered by the connection.
+bool asksIdentity(const tsql::Query& query);
+
 /// Under DISTINCT a LEFT JOIN whose table is named nowhere else can only repeat rows that DISTINCT removes again.
 /// @return for each source whether it can be left out.
 std::vector<bool> droppedJoins(const tsql::Select& select, const std::vector<tsql::OrderItem>& orderBy);

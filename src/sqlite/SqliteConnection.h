@@ -53,7 +53,6 @@ class SqliteConnection : public ado::Connection {
   Plan& planFor(const tsql::Scan& scan);
   std::unique_ptr<Plan> makePlan(const tsql::Scan& scan);
   ado::RecordsetPtr runSchemaChange(Plan& plan, const tsql::Scan& scan);
-  ado::RecordsetPtr identityRow(const std::vector<tsql::ResultColumn>& columns) const;
   void reloadSchema();
   void forgetRolledBack();
 
