@@ -142,6 +142,12 @@ std::vector<std::string> textsOf(const std::vector<Code>& codes) {
   return texts;
 }
 
+std::vector<std::string> elementCodes() {
+  std::vector<std::string> codes;
+  for (const auto& one : elementiStruttura()) codes.emplace_back(one.codice);
+  return codes;
+}
+
 Descrizione codeTable(const Colonna& column) {
   if (column.nome != kArticle) return column.descrizione;
   Descrizione table{"MG66_ANAGART", kNoDescription, "MG66_CODART", {{"MG66_DITTA_CG18", kCompany}}};

@@ -21,6 +21,9 @@ struct Code {
 /// Without the blanks that fill them up.
 std::vector<std::string> textsOf(const std::vector<Code>& codes);
 
+/// Of the elements that a structure may have.
+std::vector<std::string> elementCodes();
+
 /// Where the codes of a column of BU65_TESBUDGET stand: where they are described, but for articles, which need no
 /// description. Its `tabella` is "" for a column whose codes stand in no table.
 Descrizione codeTable(const Colonna& column);

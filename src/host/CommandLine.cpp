@@ -28,6 +28,7 @@ constexpr const char* kFooter =
     "  bukorval create demo.db --demo            make a database with a demo company\n"
     "  bukorval budgets -d demo.db               see which budgets it defines\n"
     "  bukorval grid -d demo.db -t 0 -s 01 -y 2025   the cards of one, with totals\n"
+    "  bukorval list accounts -d demo.db         what can be named: see bukorval list --help\n"
     "  bukorval COMMAND --help                   what a command does, with an example\n\n"
     "BUKORVAL_DATABASE stands for -d, BUKORVAL_CONNECTION for --connection, NO_COLOR turns colour off.\n"
     "Exit codes: 0 done, 1 refused, 2 wrong command line, 99 run-time error.";

@@ -21,7 +21,7 @@ struct Layout {
 };
 const Layout kWide{"deltas-wide", "wide", 760, 300, 30, 18, 3}, kNarrow{"deltas-narrow", "narrow", 360, 0, 44, 16, 2};
 
-constexpr double kTop = 26, kBottom = 8, kGap = 10;
+constexpr double kTop = 26, kBottom = 8, kGap = 16;
 
 /// The axis of the running totals, which begins at zero unless the steps would then be too small to see.
 Axis runningAxis(const Deltas& deltas, int room) {

@@ -31,12 +31,6 @@ const Elemento* findElement(const std::string& code) {
   return found == all.end() ? nullptr : &*found;
 }
 
-std::vector<std::string> elementCodes() {
-  std::vector<std::string> codes;
-  for (const auto& one : elementiStruttura()) codes.emplace_back(one.codice);
-  return codes;
-}
-
 /// The column that an element ends in: of a variant not the article.
 const Colonna& columnOf(const Elemento& element) {
   return colonnaBU65(element.colonne[1].empty() ? element.colonne[0] : element.colonne[1]);

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "dati/Budgets.h"
+#include "dati/Codes.h"
+#include "dati/Nearest.h"
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
 #include "definition/Colonne.h"
@@ -56,7 +58,7 @@ std::string problemOf(std::string_view structure) {
         elementiStruttura(), [&](const Elemento& element) { return values::compareText(element.codice, code) == 0; });
     if (!problem.empty()) return;
     if (!known)
-      problem = "there is no element " + shown(code);
+      problem = "there is no element " + shown(code) + didYouMean(code, elementCodes());
     else if (!seen.insert(std::string(code)))
       problem = "element " + std::string(code) + " stands twice";
   });

@@ -46,15 +46,6 @@ Table chosenBudgets(Environment& environment) {
   return table;
 }
 
-Table kindsTable(Environment& environment) {
-  Table table{{{"TIPO", "Kind", true}, {"NOME", "Name"}, {"DESCRIZIONE", "Description"}}, {}, {}};
-  for (const auto& [name, number] : listedCodes(environment, Codes::DetailKinds)) {
-    const int kind = std::stoi(number);
-    table.rows.push_back({kind, name, title("IMP_" + parseDetailKind(name).column)});
-  }
-  return table;
-}
-
 bool budgetGiven(const Environment& environment) {
   const auto& properties = environment.options.properties;
   return properties.contains("TipoBudget") || properties.contains("SottoTipoBudget");
@@ -64,6 +55,16 @@ bool budgetGiven(const Environment& environment) {
 void requireDefinition(Environment& environment) {
   requireGiven(environment, {"TipoBudget", "SottoTipoBudget"});
   requireDefined(environment);
+}
+
+Table kindsTable(Environment& environment) {
+  if (budgetGiven(environment)) requireDefinition(environment);
+  Table table{{{"TIPO", "Kind", true}, {"NOME", "Name"}, {"DESCRIZIONE", "Description"}}, {}, {}};
+  for (const auto& [name, number] : listedCodes(environment, Codes::DetailKinds)) {
+    const int kind = std::stoi(number);
+    table.rows.push_back({kind, name, title("IMP_" + parseDetailKind(name).column)});
+  }
+  return table;
 }
 
 dati::Chart chosenChart(Environment& environment) {
