@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "language/Language.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -61,13 +62,13 @@ std::vector<std::string> nearest(std::string_view text, const std::vector<std::s
 
 std::string didYouMean(std::string_view text, const std::vector<std::string>& known) {
   const auto near = nearest(text, known);
-  return near.empty() ? "" : "; did you mean " + listed(near, " or ") + "?";
+  return near.empty() ? "" : tr("; did you mean {}?", listed(near, tr(" or ")));
 }
 
 std::string didYouMeanOf(std::string_view text, const std::vector<std::string>& known) {
   const auto near = didYouMean(text, known);
   if (!near.empty() || known.empty() || known.size() > kFew) return near;
-  return "; there " + std::string(known.size() == 1 ? "is " : "are ") + listed(known, ", ");
+  return tr(known.size() == 1 ? "; there is {}" : "; there are {}", listed(known, ", "));
 }
 
 }  // namespace bukorval::dati

@@ -11,6 +11,7 @@
 #include "dati/Nearest.h"
 #include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -60,12 +61,12 @@ void requireSelectors(CLSKORVAL& budget, const ado::Dictionary& columns) {
   bool perSite = false;
   budget.GetGestioneSede(budget.TipoBudget, budget.SottoTipoBudget, perSite);
   requireSuccess(budget);
-  const auto require = [&](std::string_view column, const char* why) {
-    if (values::isBlank(given(columns, column).value_or(Variant())))
-      throw Refused(std::string(column) + " is needed: " + why);
+  const auto require = [&](std::string_view column, const std::string& why) {
+    if (values::isBlank(given(columns, column).value_or(Variant()))) throw Refused(tr("{} is needed: {}", column, why));
   };
-  if (perSite) require(kSite, "the budget is kept by site");
-  if (budget.TipoBudget == bdgTipoSpeseGenerali) require(kKind, "the budget is kept by card kind, 0 cost or 1 revenue");
+  if (perSite) require(kSite, tr("the budget is kept by site"));
+  if (budget.TipoBudget == bdgTipoSpeseGenerali)
+    require(kKind, tr("the budget is kept by card kind, 0 cost or 1 revenue"));
 }
 
 void refuseTwin(CLSKORVAL& budget, ado::Connection& connection, const ado::Dictionary& columns) {
@@ -76,7 +77,7 @@ void refuseTwin(CLSKORVAL& budget, ado::Connection& connection, const ado::Dicti
   }
   const auto twins = findCards(connection, budgetScelto(budget), key);
   if (!twins.empty())
-    throw Refused("Card " + values::toPlainText(twins.front()) + " of this budget has the same columns already");
+    throw Refused(tr("Card {} of this budget has the same columns already", values::toPlainText(twins.front())));
 }
 
 }  // namespace

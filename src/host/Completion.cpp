@@ -16,6 +16,7 @@
 #include "host/commands/Commands.h"
 #include "host/environment/CodeLists.h"
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 #include "values/Text.h"
 
 namespace bukorval::host {
@@ -114,11 +115,11 @@ class Line {
   }
 
   std::vector<ListedCode> optionNames() const {
-    std::vector<ListedCode> names{{"--help", "what the command does, with an example"}};
+    std::vector<ListedCode> names{{"--help", tr("what the command does, with an example")}};
     for (const auto& option : options())
       if (!isArgument(option))
         for (const auto& name : namesOf(option))
-          if (name.starts_with("--")) names.push_back({name, option.help});
+          if (name.starts_with("--")) names.push_back({name, tr(option.help)});
     return names;
   }
 

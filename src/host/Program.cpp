@@ -11,6 +11,7 @@
 #include "host/environment/Errors.h"
 #include "host/environment/StandardStreams.h"
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval::host {
@@ -27,6 +28,7 @@ int failed(int code, const char* message) {
 int runProgram(int argc, const char* const* argv) noexcept {
   try {
     prepareStandardStreams();
+    chooseLanguage(languageOfEnvironment());
     if (completeWords(argc, argv)) return exitOk;
     Environment environment;
     const int code = runCommandLine(argc, argv, environment);

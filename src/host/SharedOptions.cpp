@@ -7,6 +7,7 @@
 #include <string>
 
 #include "host/environment/Arguments.h"
+#include "language/Language.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval::host {
@@ -160,7 +161,7 @@ constexpr std::array<std::string_view, 11> kWholeNumbers{"CodiceDitta",
 /// What is wrong with the text of such a value; "" when nothing is.
 std::string checkWholeNumber(const std::string& text) {
   const bool digits = text.size() <= 9 && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
-  return digits || text == "NULL" || text == "EMPTY" ? "" : "'" + text + "' is no whole number";
+  return digits || text == "NULL" || text == "EMPTY" ? "" : tr("'{}' is no whole number", text);
 }
 
 /// These are the program's to set.
@@ -232,7 +233,20 @@ std::vector<Option> outputOptions(SharedOptions& options) {
            .target = &options.format,
            .showDefault = true,
            .oneOf = formatNames()},
-          {.flags = "--all", .help = "in tables, show empty and technical columns too", .target = &options.all}};
+          {.flags = "--fields",
+           .help = "only these columns, in this order, by their names or titles",
+           .target = &options.fields,
+           .valueName = "COLUMN,…"},
+          {.flags = "--all",
+           .help = "show empty columns too, and in tables technical ones; leave their width alone",
+           .target = &options.all},
+          {.flags = "--wide", .help = "do not fit tables to the terminal", .target = &options.wide},
+          {.flags = "--lang",
+           .help = "language of the program: it or en (default: the locale's)",
+           .target = std::function<void(const std::string&)>(
+               [](const std::string& name) { chooseLanguage(languageOf(name)); }),
+           .oneOf = {"it", "en"}},
+          {.flags = "--no-pager", .help = "do not page on a terminal", .target = &options.noPager}};
 }
 
 bool offers(std::string_view command, std::string_view property) {

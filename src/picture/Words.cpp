@@ -51,6 +51,6 @@ std::string Words::difference(const values::Decimal& number, int decimals) const
   return (positive ? "+" : "") + this->number(number, decimals);
 }
 
-const Phrases& phrasesFor(char separator) { return separator == ',' ? kItalian : kEnglish; }
+const Phrases& phrasesFor(Language language) { return language == Language::Italian ? kItalian : kEnglish; }
 
 }  // namespace bukorval::picture

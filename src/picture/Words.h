@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "language/Language.h"
 #include "values/Decimal.h"
 
 /// The language of pictures and pages.
@@ -35,7 +36,6 @@ struct Words {
   std::string difference(const values::Decimal& number, int decimals) const;
 };
 
-/// Italian where the comma is the decimal sign, else English.
-const Phrases& phrasesFor(char separator);
+const Phrases& phrasesFor(Language language);
 
 }  // namespace bukorval::picture

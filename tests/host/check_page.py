@@ -71,7 +71,7 @@ def check_policy(text, problems):
 
 
 def rows_of(program, database, options, *more):
-    result = subprocess.run([program, "report", "-d", database, "-y", "2025", *options, *more, "--format", "csv"],
+    result = subprocess.run([program, "report", "-d", database, "-y", "2025", *options, *more, "--format", "csv", "--all"],
                             check=True, capture_output=True, text=True)
     return list(csv.DictReader(io.StringIO(result.stdout)))
 
@@ -89,7 +89,7 @@ def check_table(page, rows, axes, problems):
             field = fields[position]
             if field in axes:
                 shown, wanted = cell.text or "", row[field]
-                if not (shown == wanted or shown.startswith(wanted + " - ") or (wanted == "" and shown == "(nessuno)")):
+                if not (shown == wanted or shown.startswith(wanted + " - ") or (wanted == "" and shown == "(none)")):
                     problems.append(f"{field} '{shown}', CSV '{wanted}'")
             elif (cell.get("data-value") if "num" in cell.get("class", "") else cell.text or "") != row[field]:
                 problems.append(f"{field} {cell.get('data-value')} '{cell.text}', CSV {row[field]}")

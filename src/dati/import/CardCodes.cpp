@@ -6,6 +6,7 @@
 
 #include "definition/Colonne.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -66,7 +67,7 @@ std::vector<std::string> CardCodes::problemsOf(const std::vector<values::Variant
     const bool known = column.parent && !values[*column.parent].isEmpty()
                            ? column.codesOfParents.contains(withParent(values[*column.parent], code))
                            : column.codes.contains(code);
-    if (!known) found.push_back("no " + column.name + " " + values::toPlainText(code));
+    if (!known) found.push_back(tr("no {} {}", column.name, values::toPlainText(code)));
   }
   return found;
 }

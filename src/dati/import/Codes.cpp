@@ -5,6 +5,7 @@
 #include "dati/Nearest.h"
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -40,8 +41,8 @@ const Colonna& columnOf(const Elemento& element) {
 std::string problemOf(const std::string& code, const Colonna& column) {
   const auto longest = static_cast<std::size_t>(column.lunghezza);
   if (column.isNumero() && code.find_first_not_of("0123456789") != std::string::npos)
-    return "'" + code + "' is no whole number";
-  if (values::length(code) > longest) return "'" + code + "' is longer than " + std::to_string(longest);
+    return tr("'{}' is no whole number", code);
+  if (values::length(code) > longest) return tr("'{}' is longer than {}", code, longest);
   return {};
 }
 
@@ -70,17 +71,18 @@ class Codes : public FileImporter {
   std::string take(const CsvRow& row) {
     const auto name = values::toPlainText(row.values[kElement]);
     const auto* element = findElement(name);
-    if (!element) return "there is no element '" + name + "'" + didYouMean(name, elementCodes());
+    if (!element) return tr("there is no element '{}'", name) + didYouMean(name, elementCodes());
     const auto& column = columnOf(*element);
-    if (!column.haDescrizione()) return "element " + name + " has no codes";
+    if (!column.haDescrizione()) return tr("element {} has no codes", name);
     if (std::ranges::find(kOthers, column.nome) != std::end(kOthers))
-      return "sites and accounts of the ledger have files of their own";
+      return tr("sites and accounts of the ledger have files of their own");
     const auto code = values::toPlainText(row.values[kCode]);
     auto parent = values::toPlainText(row.values[kParent]);
     const auto parents = parentColumn(column);
     if (parent.empty() && column.nome == kParty) parent = "0";
     if (parents.empty() != parent.empty())
-      return parents.empty() ? "codes of element " + name + " belong to no other" : "column parent: a code is needed";
+      return parents.empty() ? tr("codes of element {} belong to no other", name)
+                             : tr("column parent: a code is needed");
     auto problem = problemOf(code, column);
     if (problem.empty() && !parents.empty()) problem = problemOf(parent, colonnaBU65(parents));
     if (!problem.empty()) return problem;

@@ -7,6 +7,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
+#include "language/Language.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval::host {
@@ -23,8 +24,8 @@ void add(CallResults& results, const std::string& name, const values::Variant& v
 const Membro& findMethod(Environment& environment, const std::string& name) {
   const auto* member = trovaMembro(name);
   if (member && member->genere == Genere::Metodo) return *member;
-  throw UsageError("The object has no method " + name + "; `bukorval call --list` shows them all" +
-                   didYouMeanCode(environment, Codes::Methods, name));
+  throw UsageError(tr("The object has no method {}; `bukorval call --list` shows them all{}", name,
+                      didYouMeanCode(environment, Codes::Methods, name)));
 }
 
 std::vector<values::Variant> parseArguments(const Membro& method, const std::vector<std::string>& texts) {
@@ -79,7 +80,7 @@ struct CallOptions {
 
 void call(Environment& environment, const CallOptions& options) {
   if (options.list) return listMethods();
-  if (options.method.empty()) throw UsageError("METHOD is needed; `bukorval call --list` shows them all");
+  if (options.method.empty()) throw UsageError(tr("METHOD is needed; `bukorval call --list` shows them all"));
   callMethod(environment, options.method, options.arguments);
 }
 

@@ -10,6 +10,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/DatabaseFiles.h"
 #include "host/environment/Errors.h"
+#include "language/Language.h"
 #include "schema/Schema.h"
 #include "values/Conversion.h"
 
@@ -41,7 +42,9 @@ void fill(ado::Connection& connection, const SharedOptions& shared, const Create
 
 /// @param where  what was made, for who reads it.
 void tell(const std::string& where, const CreateOptions& options) {
-  std::cout << "Created " << where << (options.demo ? " with the demo company" : " with an empty company") << '\n';
+  std::cout << (options.demo ? tr("Created {} with the demo company", where)
+                             : tr("Created {} with an empty company", where))
+            << '\n';
 }
 
 /// A server's database is there already. What a run that failed has left of the tables is gone on with.
@@ -50,9 +53,9 @@ void createOnServer(Environment& environment, const CreateOptions& options) {
   if (!dati::hasTable(connection, "CG18_ANADITTE"))
     schema::create(connection);
   else if (!connection.Execute("SELECT TOP 1 CG18_CODICE FROM CG18_ANADITTE")->Eof())
-    throw dati::Refused("The database holds a company already and is left as it is");
+    throw dati::Refused(tr("The database holds a company already and is left as it is"));
   fill(connection, environment.options, options);
-  tell("the tables", options);
+  tell(tr("the tables"), options);
 }
 
 void createFile(const SharedOptions& shared, const CreateOptions& options) {
@@ -70,7 +73,7 @@ void createFile(const SharedOptions& shared, const CreateOptions& options) {
 
 void create(Environment& environment, const CreateOptions& options) {
   if (!options.file.empty()) return createFile(environment.options, options);
-  if (environment.serverConnection().empty()) throw UsageError("Which database? Give a FILE or --connection");
+  if (environment.serverConnection().empty()) throw UsageError(tr("Which database? Give a FILE or --connection"));
   createOnServer(environment, options);
 }
 

@@ -17,6 +17,7 @@
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
+#include "language/Language.h"
 #include "report/Axes.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
@@ -238,7 +239,7 @@ void showList(Environment& environment, const ListOptions& options) {
 std::string whatHelp() {
   std::string text;
   for (const auto& [name, what, table] : kLists)
-    text.append(text.empty() ? "" : ", ").append(name).append(what.empty() ? "" : " ").append(what);
+    text.append(text.empty() ? "" : ", ").append(name).append(what.empty() ? "" : " ").append(translated(what));
   return text;
 }
 

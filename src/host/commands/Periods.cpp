@@ -25,7 +25,7 @@ void addNames(CLSKORVAL& budget, Table& table) {
   const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
   const auto yearKind = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget);
   const auto after = static_cast<std::ptrdiff_t>(*period) + 1;
-  table.columns.insert(table.columns.begin() + after, {"DESCRIZIONE", "Descrizione"});
+  table.columns.insert(table.columns.begin() + after, {"DESCRIZIONE", "Description"});
   for (auto& row : table.rows) {
     row.insert(row.begin() + after,
                budget.GetDescrizionePeriodo(budget.CodiceDitta, periodicity, yearKind, values::toInt16(row[*period]),

@@ -11,6 +11,7 @@
 #include "host/commands/RunReport.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -31,7 +32,7 @@ void raise(Environment& environment, const RaiseOptions& options) {
   auto transaction = environment.transaction();
   dati::WatchedRun run(budget, transaction, {budgetScelto(budget), kind, bdgPdcCoGe, &measure});
   const auto cards = dati::selectedCards(budget, run.connection());
-  if (cards.empty()) throw dati::Refused("There is no card in this selection");
+  if (cards.empty()) throw dati::Refused(tr("There is no card in this selection"));
   std::set<dati::DetailSnapshot::Key> cells;
   for (const auto& [key, amount] : run.before().amounts())
     if (cards.contains(key.card)) cells.insert(key);
@@ -48,8 +49,8 @@ void raise(Environment& environment, const RaiseOptions& options) {
       {{{"SCHEDE", "Cards", true},
         measure.kind == bdgValoreImporto ? Column{"IMPORTI", "Amounts", true} : Column{"QUANTITA", "Quantities", true},
         {"CAMBIATI", "Changed", true},
-        {"PRIMA", "Prima", true, measure.decimals},
-        {"DOPO", "Dopo", true, measure.decimals}},
+        {"PRIMA", "Before", true, measure.decimals},
+        {"DOPO", "After", true, measure.decimals}},
        {{cards.size(), raised, changes.rows.size(), changes.totals[changes.columns.size() - 2], changes.totals.back()}},
        {}});
 }

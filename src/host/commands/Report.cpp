@@ -10,9 +10,11 @@
 
 #include "host/commands/Command.h"
 #include "host/commands/ReportPictures.h"
+#include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
+#include "language/Language.h"
 #include "report/Lines.h"
 #include "values/Conversion.h"
 
@@ -22,7 +24,7 @@ namespace {
 using values::Variant;
 
 /// What cards without a code have instead of it, for people.
-const std::string kNone = "(nessuno)";
+constexpr std::string_view kNone = "(none)";
 
 /// The options as they were typed.
 struct ReportOptions {
@@ -32,21 +34,11 @@ struct ReportOptions {
   bool plot = false;
 };
 
-std::vector<std::string> split(std::string_view list) {
-  std::vector<std::string> parts;
-  while (!list.empty()) {
-    const auto end = std::min(list.find(','), list.size());
-    parts.emplace_back(list.substr(0, end));
-    list.remove_prefix(std::min(end + 1, list.size()));
-  }
-  return parts;
-}
-
 /// "site=1,2".
 report::Filter filterOf(const std::string& text) {
   const auto equal = text.find('=');
   if (equal == std::string::npos || equal == 0)
-    throw UsageError("A condition is AXIS=CODE,CODE with * for any ending, not " + text);
+    throw UsageError(tr("A condition is AXIS=CODE,CODE with * for any ending, not {}", text));
   auto codes = split(std::string_view(text).substr(equal + 1));
   if (codes.empty()) codes.emplace_back();
   return {text.substr(0, equal), std::move(codes)};
@@ -55,7 +47,7 @@ report::Filter filterOf(const std::string& text) {
 /// "2025-09".
 values::Date monthOf(const std::string& text) {
   const auto day = text.size() == 7 ? values::Date::TryParse(text + "-01") : std::nullopt;
-  if (!day) throw UsageError("A month is given as 2025-09, not " + text);
+  if (!day) throw UsageError(tr("A month is given as 2025-09, not {}", text));
   return *day;
 }
 
@@ -72,14 +64,14 @@ report::Query queryOf(const ReportOptions& options) {
   if (order != std::string::npos) {
     const auto direction = std::string_view(options.sort).substr(order + 1);
     query.ascending = direction == "asc";
-    if (!query.ascending && direction != "desc") throw UsageError("--sort takes VALUE, VALUE:desc or VALUE:asc");
+    if (!query.ascending && direction != "desc") throw UsageError(tr("--sort takes VALUE, VALUE:desc or VALUE:asc"));
   }
   query.top = options.top;
   return query;
 }
 
 std::string nameOf(const report::Key& key) {
-  const auto code = values::isBlank(key.code) ? kNone : values::toPlainText(key.code);
+  const auto code = values::isBlank(key.code) ? tr(kNone) : values::toPlainText(key.code);
   if (key.description.empty()) return code;
   return code + " - " + key.description;
 }
@@ -118,7 +110,7 @@ class ReportTable {
         shown.decimals = value.decimals;
         shown.number = value.decimals > 0;
         shown.percentage = value.ratio;
-        if (result_.columns.size() > 1) shown.group = column.title.empty() ? kNone : column.title;
+        if (result_.columns.size() > 1) shown.group = column.title.empty() ? tr(kNone) : column.title;
         table_.columns.push_back(std::move(shown));
       }
     }
@@ -134,7 +126,7 @@ class ReportTable {
     return keys;
   }
 
-  static std::string othersText(int count) { return "Altri (" + std::to_string(count) + ")"; }
+  static std::string othersText(int count) { return tr("Others ({})", count); }
 
   void addRow(const report::Row& row) {
     std::vector<Variant> keys;
@@ -162,14 +154,14 @@ class ReportTable {
 
   void addSubtotal(const report::Row& row) {
     std::vector<Variant> keys(row.level(), Variant::Null());
-    keys.back() = "Totale " + nameOf(row.keys.back());
+    keys.back() = tr("Total {}", nameOf(row.keys.back()));
     table_.rows.push_back(cellsOf(row, std::move(keys)));
     table_.looks.back().subtotal = true;
     lastKeys_.clear();
   }
 
   void addTotal(const report::Row& row) {
-    auto cells = cellsOf(row, {"Totale"});
+    auto cells = cellsOf(row, {tr("Total")});
     (result_.axes.empty() ? table_.rows.emplace_back() : table_.totals) = std::move(cells);
   }
 
@@ -194,7 +186,7 @@ void tellUnknownCodes(Environment& environment, const std::vector<report::Filter
 void showReport(Environment& environment, const ReportOptions& options) {
   requireBudget(environment);
   if (options.plot && !environment.format().forPeople)
-    throw UsageError("--plot draws for people: --format does not go with it");
+    throw UsageError(tr("--plot draws for people: --format does not go with it"));
   const auto query = queryOf(options);
   tellUnknownCodes(environment, query.where);
   const auto result = report::run(environment.budget(), *environment.connection(), query);

@@ -11,6 +11,7 @@
 #include "host/environment/Terminal.h"
 #include "host/output/SafeText.h"
 #include "host/output/Titles.h"
+#include "language/Language.h"
 #include "picture/Page.h"
 #include "picture/Plot.h"
 #include "sheet/ReplaceFile.h"
@@ -21,7 +22,7 @@ namespace {
 
 picture::Words wordsOf(Environment& environment) {
   const char separator = environment.session().SeparatoreDecimale();
-  return {picture::phrasesFor(separator), separator, title};
+  return {picture::phrasesFor(chosenLanguage()), separator, title};
 }
 
 /// "Spese generali per sede", and below it which budget that is and what of it counts.
@@ -55,7 +56,8 @@ void plotReport(Environment& environment, const report::Query& query) {
   auto picture = picture::pictureOf(environment.budget(), *environment.connection(), query, words);
   for (auto& step : picture.deltas.steps) step.label = safeText(step.label);
   for (auto& period : picture.trend.periods) period = safeText(period);
-  const picture::PlotStyle style{terminalWidth(stdout), wantsColour(stdout)};
+  const picture::PlotStyle style{static_cast<int>(std::clamp<std::size_t>(screen().columns, 40, 200)),
+                                 wantsColour(stdout)};
   const auto deltas = picture::plotDeltas(picture, words, style);
   errno = 0;
   std::cout << picture::plotTrend(picture, words, style) << (deltas.empty() ? "" : "\n") << deltas;
@@ -71,7 +73,7 @@ void writeReportPage(Environment& environment, const report::Query& query, const
     std::ofstream out(name, std::ios::binary);
     out << page;
     out.close();
-    if (!out) throw dati::Refused("Cannot write " + file);
+    if (!out) throw dati::Refused(tr("Cannot write {}", file));
   });
 }
 

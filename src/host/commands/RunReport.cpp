@@ -10,12 +10,12 @@ namespace bukorval::host {
 
 Table tableOf(const std::vector<dati::AmountChange>& changes, int decimals) {
   Table table{{{"BU65_ID", "ID", true},
-               {"BU65_CODICE_CG31", "Sede", true},
-               {"BU65_SCHEDA_BU07", "Scheda"},
-               {"BU65_CONTO_CG24", "Conto"},
-               {"PERIODO", "Periodo", true},
-               {"PRIMA", "Prima", true, decimals},
-               {"DOPO", "Dopo", true, decimals}},
+               {"BU65_CODICE_CG31", "Site", true},
+               {"BU65_SCHEDA_BU07", "Card"},
+               {"BU65_CONTO_CG24", "Account"},
+               {"PERIODO", "Period", true},
+               {"PRIMA", "Before", true, decimals},
+               {"DOPO", "After", true, decimals}},
               {},
               {}};
   for (const auto& [key, card, before, after] : changes)

@@ -20,6 +20,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
+#include "language/Language.h"
 #include "suite/Competenza.h"
 #include "values/Conversion.h"
 
@@ -71,11 +72,11 @@ dati::PeriodWeights weightsLike(const Source& source, const std::string& like) {
   if (known != kLikenesses.end()) return known->weights(source);
   if (like.starts_with(kOtherCard)) {
     const auto card = parseArgument(std::string_view(like).substr(kOtherCard.size()));
-    if (!card.isNumber()) throw UsageError("--like card:ID names a card by its identifier, a whole number");
+    if (!card.isNumber()) throw UsageError(tr("--like card:ID names a card by its identifier, a whole number"));
     return dati::amountsAsWeights(source.budget, source.connection, card, source.kind, source.measure);
   }
   if (!like.ends_with(".csv"))
-    throw UsageError("--like is even, days, last-year, actual, card:ID or a file .csv, not " + like);
+    throw UsageError(tr("--like is even, days, last-year, actual, card:ID or a file .csv, not {}", like));
   dati::Problems problems;
   auto weights = dati::readWeights(like, source.periods, problems);
   refuseProblems(problems);
@@ -88,24 +89,24 @@ dati::PeriodWeights weightsOf(const Source& source, const SpreadOptions& options
   for (std::size_t i = 0; i < weights.size(); ++i)
     if (static_cast<int>(i) + 1 < options.from || static_cast<int>(i) + 1 > options.to) weights[i] = Decimal();
   if (std::ranges::all_of(weights, [](const auto& weight) { return weight.isZero(); }))
-    throw dati::Refused("There is nothing to spread by: every weight is 0");
+    throw dati::Refused(tr("There is nothing to spread by: every weight is 0"));
   return weights;
 }
 
 Decimal parseTotal(const std::string& text, char separator, int decimals) {
   const auto total = typedDecimal(text, separator);
   if (total.rounded(decimals) != total)
-    throw UsageError("'" + text + "' has more than " + (decimals == 2 ? "two" : "three") + " decimals");
+    throw UsageError(tr(decimals == 2 ? "'{}' has more than two decimals" : "'{}' has more than three decimals", text));
   return total;
 }
 
 Table tableOf(const SpreadOptions& options, const dati::Measure& measure, const std::vector<std::string>& names,
               const dati::PeriodWeights& weights, std::map<int, Variant> before, std::map<int, Variant> after) {
-  Table table{{{"PERIODO", "Periodo", true},
-               {"DESCRIZIONE", "Descrizione"},
+  Table table{{{"PERIODO", "Period", true},
+               {"DESCRIZIONE", "Description"},
                {"PESO", "Weight", true, 2},
-               {"PRIMA", "Prima", true, measure.decimals, false, true},
-               {"DOPO", "Dopo", true, measure.decimals, false, true}},
+               {"PRIMA", "Before", true, measure.decimals, false, true},
+               {"DOPO", "After", true, measure.decimals, false, true}},
               {},
               {}};
   for (int period = options.from; period <= options.to; ++period) {
@@ -128,7 +129,7 @@ void spread(Environment& environment, SpreadOptions options) {
   const int last = static_cast<int>(names.size());
   if (options.to == 0) options.to = last;
   if (options.from > options.to || options.to > last)
-    throw UsageError("The periods of this budget are 1 to " + std::to_string(last));
+    throw UsageError(tr("The periods of this budget are 1 to {}", last));
   auto& connection = *environment.connection();
   const auto weights = weightsOf({budget, connection, card, kind, measure, names.size()}, options);
   const auto shares = suite::ripartisciPerPesi(total, weights, measure.decimals);

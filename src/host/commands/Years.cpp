@@ -9,6 +9,7 @@
 #include "host/commands/Lists.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -24,7 +25,7 @@ struct YearsOptions {
 Variant parseFrom(const std::string& text) {
   if (text.empty()) return {};
   const auto date = values::Date::TryParse(text);
-  if (!date) throw UsageError("--from is a date, 2025-07-01 or 01/07/2025, not " + text);
+  if (!date) throw UsageError(tr("--from is a date, 2025-07-01 or 01/07/2025, not {}", text));
   return *date;
 }
 
@@ -38,7 +39,7 @@ void setClosed(Environment& environment, const YearsOptions& options, bool close
 
 void years(Environment& environment, const YearsOptions& options) {
   if (options.action != "list") {
-    if (options.year == 0) throw UsageError("years " + options.action + " needs a year");
+    if (options.year == 0) throw UsageError(tr("years {} needs a year", options.action));
     Transazione transaction(*environment.connection());
     if (options.action == "add")
       dati::addAccountingYear(*environment.connection(), environment.session().CodiceDitta(), options.year,
@@ -46,6 +47,7 @@ void years(Environment& environment, const YearsOptions& options) {
     else
       setClosed(environment, options, options.action == "close");
     transaction.conferma();
+    environment.noteWritten();
   }
   environment.show(yearsTable(environment));
 }
@@ -57,7 +59,7 @@ Table yearsTable(Environment& environment) {
                {"PROGRESSIVO", "Progressive", true},
                {"DATAINIZIO", "From"},
                {"DATAFINE", "To"},
-               {"STATO", "State"}},
+               {.name = "STATO", .title = "State", .words = true}},
               {},
               {}};
   for (const auto& year : dati::accountingYears(*environment.connection(), environment.session().CodiceDitta()))

@@ -5,6 +5,7 @@
 #include "dati/Years.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 
@@ -12,7 +13,7 @@ BudgetAnno parseBudgetName(Environment& environment, const std::string& text) {
   static const std::regex kForm(R"((\d)/([^@/]{1,2})@(\d{4})(?:/(\d{1,2}))?)");
   std::smatch parts;
   if (!std::regex_match(text, parts, kForm))
-    throw UsageError("A budget is given as TYPE/SUBTYPE@YEAR, for example 4/01@2025, not " + text);
+    throw UsageError(tr("A budget is given as TYPE/SUBTYPE@YEAR, for example 4/01@2025, not {}", text));
   auto& connection = *environment.connection();
   const auto company = environment.session().CodiceDitta();
   const int type = std::stoi(parts[1]);

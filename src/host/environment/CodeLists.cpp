@@ -11,6 +11,7 @@
 #include "dati/Years.h"
 #include "host/environment/Arguments.h"
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 #include "object/Interfaccia.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
@@ -150,7 +151,7 @@ struct Source {
   List (*read)(Environment&);
   bool database;          ///< read from one
   bool number;            ///< zeros in front do not count
-  std::string_view what;  ///< the start of "The company has no site 9"; "" for what is told elsewhere
+  std::string_view what;  ///< "The company has no site {}"; "" for what is told elsewhere
 };
 constexpr Source kSources[] = {
     {Codes::Companies, companies, true, false, ""},
@@ -158,12 +159,12 @@ constexpr Source kSources[] = {
     {Codes::Subtypes, subtypes, true, false, ""},
     {Codes::Years, years, true, false, ""},
     {Codes::Progressives, progressives, true, false, ""},
-    {Codes::Sites, sites, true, true, "The company has no site "},
-    {Codes::CardKinds, cardKinds, false, true, "There is no card kind "},
-    {Codes::Accounts, accounts, true, false, "The chart of accounts has no account "},
-    {Codes::CardCodes, cardCodes, true, false, "The budget has no card "},
+    {Codes::Sites, sites, true, true, "The company has no site {}"},
+    {Codes::CardKinds, cardKinds, false, true, "There is no card kind {}"},
+    {Codes::Accounts, accounts, true, false, "The chart of accounts has no account {}"},
+    {Codes::CardCodes, cardCodes, true, false, "The budget has no card {}"},
     {Codes::Cards, cards, true, false, ""},
-    {Codes::Structures, structures, true, false, "There is no structure "},
+    {Codes::Structures, structures, true, false, "There is no structure {}"},
     {Codes::DetailKinds, detailKinds, false, false, ""},
     {Codes::Budgets, budgets, true, false, ""},
     {Codes::Measures, measures, false, false, ""},
@@ -206,7 +207,7 @@ void tellUnknownCode(Environment& environment, Codes codes, const std::string& t
   if (known.empty() ||
       std::ranges::any_of(known, [&](const auto& code) { return values::compareText(code, plain) == 0; }))
     return;
-  std::cerr << "bukorval: " << safeText(std::string(source.what) + plain + dati::didYouMeanOf(plain, known)) << '\n';
+  std::cerr << "bukorval: " << safeText(tr(source.what, plain) + dati::didYouMeanOf(plain, known)) << '\n';
 }
 
 void tellUnknownCodes(Environment& environment) {

@@ -8,6 +8,7 @@
 #include "dati/Years.h"
 #include "host/environment/CodeLists.h"
 #include "host/environment/Errors.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -15,7 +16,7 @@ namespace bukorval::host {
 void requireGiven(const Environment& environment, std::initializer_list<std::string_view> properties) {
   for (const auto name : properties) {
     if (environment.options.properties.contains(std::string(name))) continue;
-    throw UsageError("--" + std::string(name) + " is needed; `bukorval budgets` lists what is defined");
+    throw UsageError(tr("--{} is needed; `bukorval budgets` lists what is defined", name));
   }
 }
 
@@ -25,9 +26,8 @@ void requireDefined(Environment& environment, const values::Variant& type, const
   for (const auto& budget : dati::definedBudgets(*environment.connection(), environment.session().CodiceDitta()))
     defined.push_back(std::to_string(budget.type) + "/" + values::toPlainText(budget.subtype));
   const auto typeText = values::toPlainText(type), subtypeText = values::toPlainText(subtype);
-  throw dati::Refused("There is no budget of type " + typeText + ", subtype " + subtypeText +
-                      "; `bukorval budgets` lists what is defined" +
-                      dati::didYouMean(typeText + "/" + subtypeText, defined));
+  throw dati::Refused(tr("There is no budget of type {}, subtype {}; `bukorval budgets` lists what is defined{}",
+                         typeText, subtypeText, dati::didYouMean(typeText + "/" + subtypeText, defined)));
 }
 
 void requireDefined(Environment& environment) {
@@ -73,10 +73,10 @@ void completeCardRange(Environment& environment) {
 }
 
 void selectCard(Environment& environment, const values::Variant& card) {
-  if (!card.isNumber()) throw UsageError("A card is given by its identifier, a whole number (BU65_ID in the grid)");
+  if (!card.isNumber()) throw UsageError(tr("A card is given by its identifier, a whole number (BU65_ID in the grid)"));
   const auto& connection = environment.connection();
   if (!dati::selectBudgetOfCard(environment.budget(), *connection, card))
-    throw dati::Refused("There is no card " + values::toPlainText(card));
+    throw dati::Refused(tr("There is no card {}", values::toPlainText(card)));
 }
 
 void selectWritableCard(Environment& environment, const values::Variant& card) {

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/NumberText.h"
 #include "values/Text.h"
@@ -21,7 +22,8 @@ std::string isoDate(const values::Date& date) {
 
 std::string humanText(const values::Variant& value, const Column& column, char separator) {
   if (value.isNothing()) return "";
-  if (const auto* boolean = value.get_if<bool>()) return *boolean ? "Sì" : "No";
+  if (const auto* boolean = value.get_if<bool>()) return tr(*boolean ? "Yes" : "No");
+  if (const auto* text = value.get_if<std::string>(); text && column.words) return std::string(translated(*text));
   if (!column.number || !value.isNumber()) return safeText(values::rtrim(values::toText(value, separator)));
   const auto number = values::toDecimal(value);
   if (column.percentage) {
