@@ -1,5 +1,7 @@
 // A driver for the driver manager whose database is a script: it answers as SQL Server's driver may and the embedded
-// one never does. A text it does not know comes back as the one row of its answer.
+// one never does. A text it does not know comes back as the one row of its answer. With the word TDS_Version in its
+// connection string it is a server with the code page 1252, reached through a driver whose transactions are the
+// server's own: one is open as long as autocommit is off, and what ends one fails where the server did so first.
 #include <sql.h>
 #include <sqlext.h>
 #include <sqlucode.h>
@@ -46,6 +48,11 @@ const std::map<Text, std::vector<Answer>>& script() {
          {{u".50", u"12345678901234567890123456.78"}, {u"-.05", u"-0.10"}, {u"9999999999999.99", {}}},
          {}}}},
       {u"SELECT TOO MUCH MONEY", {{{{u"X", SQL_DECIMAL, 38, 0}}, {{Text(38, u'9')}}, {}}}},
+      {u"SELECT FINE MONEY",
+       {{{{u"QUOTA", SQL_DECIMAL, 38, 38}, {u"SOMMA", SQL_DECIMAL, 38, 4}},
+         {{u".25" + Text(36, u'0'), u"123456789012345678901234567.5000"}},
+         {}}}},
+      {u"SELECT TOO FINE MONEY", {{{{u"SOMMA", SQL_DECIMAL, 38, 4}}, {{u"1234567890123456789012345678.5001"}}, {}}}},
       {u"SELECT NO MONEY", {{{{u"IMPORTO", SQL_DECIMAL, 15, 2}}, {{u"1,50"}}, {}}}},
       {u"SELECT TYPES",
        {{{{u"A", SQL_TINYINT},
@@ -69,6 +76,8 @@ const std::map<Text, std::vector<Answer>>& script() {
       {u"INSERT DEADLOCK", {{{}, {}, u"[Maker][SQL Server]Transaction was deadlocked", true}}},
       {u"INSERT SILENT FAILURE", {{{}, {}, u"[Maker]"}}},
       {u"INSERT ONE", {{}}},
+      {u"BEGIN TRANSACTION", {{}}},
+      {u"INSERT BREAK", {{{}, {}, u"[Maker]Communication link failure"}}},
   };
   return answers;
 }
@@ -76,8 +85,12 @@ const std::map<Text, std::vector<Answer>>& script() {
 struct Connection {
   Text opened;
   bool autocommit = true;
-  std::uintptr_t isolation = 0;
+  std::uintptr_t isolation = SQL_TXN_READ_COMMITTED;
   unsigned transactions = 0;
+  bool broken = false;
+
+  bool is(const char16_t* word) const { return opened.find(word) != Text::npos; }
+  bool tds() const { return is(u"TDS_Version"); }
 };
 
 struct Statement {
@@ -99,6 +112,16 @@ Text shown(std::uintptr_t value) {
   return {digits.begin(), digits.end()};
 }
 
+SQLRETURN refused(const char16_t* why) {
+  error = why;
+  return SQL_ERROR;
+}
+
+/// What a letter becomes in the code page 1252, as far as the tests know it.
+char16_t inCodePage(char16_t letter) {
+  return letter < 0x100 || letter == u'€' ? letter : letter == u'ő' ? u'o' : u'?';
+}
+
 std::vector<Answer> answersTo(const Text& text, const Statement& statement) {
   const auto& connection = statement.connection;
   if (const auto found = script().find(text); found != script().end()) return found->second;
@@ -106,6 +129,8 @@ std::vector<Answer> answersTo(const Text& text, const Statement& statement) {
     return std::vector<Answer>{{{{u"X", type, 4000}}, {{std::move(value)}}, {}}};
   };
   if (text == u"SELECT @@TRANCOUNT AS N") return one(shown(connection.transactions), SQL_INTEGER);
+  constexpr std::u16string_view kLetter = u"SELECT UNICODE(CONVERT(varchar(8), N'";
+  if (connection.tds() && text.starts_with(kLetter)) return one(shown(inCodePage(text[kLetter.size()])), SQL_INTEGER);
   if (text == u"SELECT CONNECTIONS") return one(shown(connected), SQL_INTEGER);
   if (text == u"SELECT SETTINGS") {
     return one(connection.opened + (connection.autocommit ? u"|auto|" : u"|manual|") + shown(connection.isolation) +
@@ -121,6 +146,7 @@ SQLRETURN begin(Statement& statement) {
   if (statement.answer >= statement.answers.size()) return SQL_NO_DATA;
   const auto& answer = statement.answers[statement.answer];
   if (answer.endsTransaction) connection.transactions = 0;
+  if (connection.broken) return refused(u"[Maker]Communication link failure");
   if (answer.error.empty()) return SQL_SUCCESS;
   error = answer.error;
   return SQL_ERROR;
@@ -189,13 +215,34 @@ SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
 SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
   auto& connection = *static_cast<Connection*>(handle);
   const auto number = reinterpret_cast<std::uintptr_t>(value);
-  if (attribute == SQL_ATTR_AUTOCOMMIT) connection.autocommit = number == SQL_AUTOCOMMIT_ON;
-  if (attribute == SQL_ATTR_TXN_ISOLATION) connection.isolation = number;
+  if (attribute == SQL_ATTR_AUTOCOMMIT) {
+    const bool on = number == SQL_AUTOCOMMIT_ON;
+    const bool lost = connection.broken || (!connection.autocommit && connection.transactions == 0);
+    if (connection.tds() && on && lost) return refused(u"[Driver]Could not change transaction status");
+    if (connection.tds()) connection.transactions = on ? 0 : 1;
+    connection.autocommit = on;
+  }
+  if (attribute == SQL_ATTR_TXN_ISOLATION) {
+    if (connection.is(u"OneLevel")) return refused(u"[Driver]Optional feature not implemented");
+    if (connection.transactions > 0) return refused(u"[Driver]Attribute cannot be set now");
+    if (!connection.is(u"OwnLevel")) connection.isolation = number;
+  }
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLGetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
+  if (attribute != SQL_ATTR_TXN_ISOLATION) return SQL_ERROR;
+  store(value, static_cast<SQLULEN>(static_cast<Connection*>(handle)->isolation));
   return SQL_SUCCESS;
 }
 
 SQLRETURN SQL_API SQLEndTran(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT) {
-  static_cast<Connection*>(handle)->transactions = 0;
+  auto& connection = *static_cast<Connection*>(handle);
+  if (connection.broken) return refused(u"[Maker]Communication link failure");
+  const bool next = connection.tds() && !connection.autocommit;
+  if (next && connection.transactions == 0)
+    return refused(u"[Maker][SQL Server]The transaction request has no corresponding BEGIN TRANSACTION.");
+  connection.transactions = next ? 1 : 0;
   return SQL_SUCCESS;
 }
 
@@ -213,6 +260,8 @@ SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER len
   auto& statement = *static_cast<Statement*>(handle);
   const Text asked(reinterpret_cast<const char16_t*>(text), static_cast<std::size_t>(length));
   if (asked == u"DELETE NOTHING") return SQL_NO_DATA;
+  if (asked == u"BEGIN TRANSACTION") statement.connection.transactions = 1;
+  if (asked == u"INSERT BREAK") statement.connection.broken = true;
   const bool writes = asked.starts_with(u"INSERT");
   if (writes && !statement.connection.autocommit) statement.connection.transactions = 1;
   statement.answers = answersTo(asked, statement);
