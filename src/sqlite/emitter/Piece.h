@@ -26,6 +26,6 @@ std::string quotedText(std::string_view text);
 /// function(argument, …)
 std::string call(std::string_view function, std::initializer_list<std::string_view> arguments);
 /// A text compared otherwise than by its column's collation needs one of its own.
-inline constexpr std::string_view kTextCollation = " COLLATE BK_TEXT";
+inline constexpr std::string_view kTextCollation = " COLLATE BK_ORDER";
 
 }  // namespace sqlite

@@ -44,7 +44,7 @@ std::string columnText(const ColumnDefinition& definition, bool identityKey) {
     return sql + "INTEGER " + identityConstraint(type);
   }
   sql += declaredType(type);
-  if (type.kind == TypeKind::Text) sql += " COLLATE BK_TEXT";
+  if (type.kind == TypeKind::Text) sql += " COLLATE BK_ORDER";
   if (!type.nullable) sql += " NOT NULL";
   if (definition.defaultValue) sql += " DEFAULT " + defaultOf(definition.column, *definition.defaultValue);
   if (definition.primaryKey) sql += " PRIMARY KEY";

@@ -17,7 +17,7 @@ namespace {
 /// would be rounded.
 std::string_view stageAffinity(const Type& type) {
   switch (type.kind) {
-    case TypeKind::Text: return " TEXT COLLATE BK_TEXT";
+    case TypeKind::Text: return " TEXT COLLATE BK_ORDER";
     case TypeKind::Float: return " REAL";
     case TypeKind::Unknown: return "";
     default: return isWide(type) ? "" : " NUMERIC";
