@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "dati/Failure.h"
+#include "language/Language.h"
 
 namespace bukorval::sheet {
 
@@ -13,13 +14,13 @@ void replaceFile(const std::string& file, const std::function<void(const std::st
   const auto part = file + ".new-" + std::to_string(std::random_device{}());
   std::error_code error;
   if (std::filesystem::is_directory(file, error) || !std::ofstream(part, std::ios::binary))
-    throw dati::Refused("Cannot write " + file);
+    throw dati::Refused(tr("Cannot write {}", file));
   try {
     write(part);
     std::filesystem::rename(part, file);
   } catch (const std::filesystem::filesystem_error& e) {
     std::filesystem::remove(part, error);
-    throw dati::Refused("Cannot write " + file + ": " + e.code().message());
+    throw dati::Refused(tr("Cannot write {}: {}", file, e.code().message()));
   } catch (...) {
     std::filesystem::remove(part, error);
     throw;

@@ -28,7 +28,6 @@ class RowReader {
     values::Date lastDateValue;
   };
   static How howToRead(const tsql::Type& type);
-  ado::RecordsetPtr emptySet() const;
   void readRow(sqlite3_stmt* statement, std::span<values::Variant> cells);
   static void readInteger(Column& column, std::int64_t value, values::Variant& cell);
   void readOther(const Column& column, int storage, sqlite3_value* value, values::Variant& cell);

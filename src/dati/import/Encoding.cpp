@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <utility>
 
+#include "language/Language.h"
+
 namespace bukorval::dati {
 namespace {
 
@@ -18,8 +20,7 @@ class Converter {
  public:
   explicit Converter(std::string_view from) : handle_(iconv_open("UTF-8", std::string(from).c_str())) {
     // The library spells failure as the pointer -1.
-    if (handle_ == reinterpret_cast<iconv_t>(-1))
-      throw values::Errore("This system knows no encoding " + std::string(from));
+    if (handle_ == reinterpret_cast<iconv_t>(-1)) throw values::Errore(tr("This system knows no encoding {}", from));
   }
   ~Converter() { iconv_close(handle_); }
   Converter(const Converter&) = delete;
@@ -64,11 +65,10 @@ std::string toUtf8(std::string bytes, std::string_view encoding) {
   text.reserve(bytes.size());
   if (!Converter(encoding).convert(bytes, text))
     throw EncodingFault(lineAt(text, text.size()), encoding == kUtf8 && looksLikeUtf16(bytes)
-                                                       ? "the text is utf-16, not utf-8"
-                                                       : "the text is not " + std::string(encoding));
+                                                       ? tr("the text is utf-16, not utf-8")
+                                                       : tr("the text is not {}", encoding));
   if (const auto zero = text.find('\0'); zero != std::string::npos)
-    throw EncodingFault(lineAt(text, zero),
-                        "a character is zero: the file is no text, or not " + std::string(encoding));
+    throw EncodingFault(lineAt(text, zero), tr("a character is zero: the file is no text, or not {}", encoding));
   return text;
 }
 

@@ -11,6 +11,7 @@
 #endif
 
 #include "dati/Failure.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 
@@ -33,8 +34,8 @@ void flushOutput() {
     if (std::cout.good()) return;
   }
   const int reason = errno;
-  throw dati::Failure(bdgStatoErrore, "Standard output cannot be written" +
-                                          (reason == 0 ? "" : ": " + std::generic_category().message(reason)));
+  throw dati::Failure(bdgStatoErrore, tr("Standard output cannot be written{}",
+                                         (reason == 0 ? "" : ": " + std::generic_category().message(reason))));
 }
 
 }  // namespace bukorval::host

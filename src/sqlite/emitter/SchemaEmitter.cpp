@@ -1,12 +1,14 @@
 #include "sqlite/emitter/SchemaEmitter.h"
 
-#include "sqlite/emitter/Piece.h"
+#include "engine/SqlWords.h"
 #include "sqlite/storage/StoredType.h"
 #include "tsql/Names.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
 namespace sqlite {
+
+using namespace engine;
 
 using namespace tsql;
 

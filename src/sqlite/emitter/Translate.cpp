@@ -12,13 +12,6 @@ using namespace tsql;
 
 namespace {
 
-/// SELECT @@IDENTITY, answered by the connection.
-bool asksIdentity(const Query& query) {
-  const Select& select = *query.select;
-  return query.with.empty() && !select.next && select.sources.empty() && select.items.size() == 1 &&
-         select.items[0].value->as<LastIdentity>();
-}
-
 Translation translated(const Query& query, const Scan& scan, std::string_view stagePrefix) {
   Translation translation;
   translation.columns = query.select->columns;
