@@ -1,11 +1,10 @@
 #include "odbc/OdbcConnection.h"
 
-#include <limits>
 #include <memory>
 #include <utility>
 
 #include "ado/Messages.h"
-#include "ado/connection/ConnectionString.h"
+#include "odbc/Login.h"
 #include "odbc/Rows.h"
 #include "odbc/SingleStatement.h"
 #include "odbc/Wide.h"
@@ -20,27 +19,9 @@ namespace {
 
 using values::Errore;
 
-constexpr std::size_t kLongestString = std::numeric_limits<SQLSMALLINT>::max();
 constexpr const char* kRolledBack = "The transaction has been rolled back by the database and must be ended first";
 
 SQLPOINTER number(std::uintptr_t value) { return reinterpret_cast<SQLPOINTER>(value); }
-
-/// A value that may hold any sign, as an entry of a connection string.
-std::string braced(std::string_view value) {
-  std::string text = "{";
-  for (const char c : value) text.append(c == '}' ? 2 : 1, c);
-  return text += "}";
-}
-
-/// The driver's own part of the connection string, with the user if Open names one.
-std::u16string driverString(std::string_view connectionString, std::string_view user, std::string_view password) {
-  std::string text = withoutEntry(connectionString, "Provider");
-  if (!user.empty()) {
-    if (!text.empty() && text.back() != ';') text += ';';
-    text.append("UID=").append(braced(user)).append(";PWD=").append(braced(password));
-  }
-  return toWide(text);
-}
 
 }  // namespace
 
@@ -48,15 +29,9 @@ OdbcConnection::~OdbcConnection() { disconnect(); }
 
 void OdbcConnection::Open(std::string_view user, std::string_view password, std::int32_t) {
   if (connected_) throw Errore(kObjectOpen);
-  const auto text = driverString(ConnectionString, user, password);
-  if (text.size() > kLongestString) throw Errore("The connection string is too long");
-  Handle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
-  environment.check(SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, number(SQL_OV_ODBC3), 0));
-  Handle connection(SQL_HANDLE_DBC, environment.get());
-  connection.check(SQLDriverConnectW(connection.get(), nullptr, units(text), static_cast<SQLSMALLINT>(text.size()),
-                                     nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT));
-  environment_ = std::move(environment);
-  connection_ = std::move(connection);
+  auto session = login(ConnectionString, user, password);
+  environment_ = std::move(session.environment);
+  connection_ = std::move(session.connection);
   connected_ = true;
   codePage_.emplace([this](std::string_view question) { return run(question); });
 }

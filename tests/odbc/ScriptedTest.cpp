@@ -3,7 +3,6 @@
 
 #include "ado/OverAConnection.h"
 #include "odbc/Provider.h"
-#include "schema/Schema.h"
 #include "support/Fields.h"
 
 /// What SQL Server's driver may answer, told by a driver that follows a script (driver/ScriptedDriver.cpp).
@@ -53,7 +52,13 @@ TEST_F(Scripted, TheTextGoesUnchanged) {
   EXPECT_EQ(outcome("SELECT '\xE8'"), "The text is not valid UTF-8 from its byte 9");
 }
 
-TEST_F(Scripted, TheTablesOfTheSystemAreMadeByOneStatementEach) { EXPECT_NO_THROW(schema::create(*connection)); }
+TEST_F(Scripted, ADriverOfAnOldProtocolIsAskedForALaterOneUnlessTheStringSaysWhich) {
+  connection = opened(";Old=1");
+  EXPECT_EQ(outcome("SELECT SETTINGS"), kDriver + ";Old=1;TDS_Version=7.4|auto|2|noscan");
+  EXPECT_EQ(errorOf([] { opened(";TDS_Version=7.1"); }),
+            "The driver speaks version 7.1 of the server's protocol: TDS_Version=7.2 or later is needed");
+  EXPECT_EQ(outcome("SELECT CONNECTIONS"), "1");
+}
 
 TEST_F(Scripted, ReadsEveryTypeAsTheFieldSays) {
   const auto set = connection->Execute("SELECT TYPES");
@@ -77,7 +82,7 @@ TEST_F(Scripted, DecimalsLoseNoDigit) {
   EXPECT_EQ(field.NumericScale(), 2);
   EXPECT_EQ(shown(set), "0.50|12345678901234567890123456.78; -0.05|-0.10; 9999999999999.99|NULL");
   EXPECT_EQ(outcome("SELECT TOO MUCH MONEY"), "Overflow");
-  EXPECT_EQ(outcome("SELECT FINE MONEY"), "0.2500000000000000000000000000|123456789012345678901234567.5");
+  EXPECT_EQ(outcome("SELECT FINE MONEY"), "0.2500000000000000000000000000|123456789012345678901234567.50");
   EXPECT_EQ(outcome("SELECT TOO FINE MONEY"),
             "Column 'SOMMA' holds 1234567890123456789012345678.5001, which has more than 28 digits");
   EXPECT_EQ(outcome("SELECT NO MONEY"), "Column 'IMPORTO' holds no number: '1,50'");

@@ -1,7 +1,9 @@
 // A driver for the driver manager whose database is a script: it answers as SQL Server's driver may and the embedded
 // one never does. A text it does not know comes back as the one row of its answer. With the word TDS_Version in its
 // connection string it is a server with the code page 1252, reached through a driver whose transactions are the
-// server's own: one is open as long as autocommit is off, and what ends one fails where the server did so first.
+// server's own: one is open as long as autocommit is off, and what ends one fails where the server did so first. That
+// driver speaks version 7.1 of the protocol unless the word says 7.4; Old stands for one that is set up so elsewhere.
+// With the word Empty the database has no tables but those that are made, and no rows; with ReadOnly it makes none.
 #include <sql.h>
 #include <sqlext.h>
 #include <sqlucode.h>
@@ -11,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -89,6 +92,8 @@ struct Connection {
   unsigned transactions = 0;
   bool broken = false;
 
+  std::set<Text> tables;  ///< made on it
+
   bool is(const char16_t* word) const { return opened.find(word) != Text::npos; }
   bool tds() const { return is(u"TDS_Version"); }
 };
@@ -122,8 +127,31 @@ char16_t inCodePage(char16_t letter) {
   return letter < 0x100 || letter == u'€' ? letter : letter == u'ő' ? u'o' : u'?';
 }
 
+/// The name behind these words; nothing where they are not there.
+std::optional<Text> nameBehind(const Text& text, std::u16string_view words) {
+  const auto at = text.find(words);
+  if (at == Text::npos) return std::nullopt;
+  const auto start = text.find_first_not_of(u' ', at + words.size());
+  return text.substr(start, text.find_first_of(u" (\n", start) - start);
+}
+
+/// What a database that has only the tables made on this connection refuses.
+std::optional<Text> refusal(const Text& text, Connection& connection) {
+  const auto made = nameBehind(text, u"CREATE TABLE ");
+  if (made && connection.is(u"ReadOnly")) return u"[Maker][SQL Server]CREATE TABLE permission denied.";
+  if (made && !connection.tables.insert(*made).second)
+    return u"[Maker][SQL Server]There is already an object named '" + *made + u"' in the database.";
+  const auto read = nameBehind(text, u" FROM ");
+  if (read && !connection.tables.contains(*read)) return u"[Maker][SQL Server]Invalid object name '" + *read + u"'.";
+  return std::nullopt;
+}
+
 std::vector<Answer> answersTo(const Text& text, const Statement& statement) {
-  const auto& connection = statement.connection;
+  auto& connection = statement.connection;
+  if (connection.is(u"Empty")) {
+    if (const auto why = refusal(text, connection)) return {{{}, {}, *why}};
+    if (nameBehind(text, u" FROM ")) return {{{{u"X", SQL_INTEGER}}, {}, {}}};
+  }
   if (const auto found = script().find(text); found != script().end()) return found->second;
   const auto one = [](Text value, SQLSMALLINT type) {
     return std::vector<Answer>{{{{u"X", type, 4000}}, {{std::move(value)}}, {}}};
@@ -204,10 +232,19 @@ SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQL
   return SQL_ERROR;
 }
 
+/// The version of the protocol, asked for by the number that it has at one maker's driver.
+SQLRETURN SQL_API SQLGetInfoW(SQLHDBC handle, SQLUSMALLINT what, SQLPOINTER value, SQLSMALLINT, SQLSMALLINT* length) {
+  const auto& connection = *static_cast<Connection*>(handle);
+  if (what != 1300 || !(connection.tds() || connection.is(u"Old"))) return refused(u"[Driver]Option type out of range");
+  store<SQLUINTEGER>(value, 7U << 16U | (connection.is(u"TDS_Version=7.4") ? 4U : 1U));
+  *length = sizeof(SQLUINTEGER);
+  return SQL_SUCCESS;
+}
+
 /// Refused while a transaction is open, as the standard says.
 SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
-  error = u"[Maker]Invalid transaction state";
-  if (static_cast<Connection*>(handle)->transactions > 0) return SQL_ERROR;
+  const auto& connection = *static_cast<Connection*>(handle);
+  if (connection.transactions > 0 && !connection.broken) return refused(u"[Maker]Invalid transaction state");
   --connected;
   return SQL_SUCCESS;
 }
@@ -262,7 +299,7 @@ SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER len
   if (asked == u"DELETE NOTHING") return SQL_NO_DATA;
   if (asked == u"BEGIN TRANSACTION") statement.connection.transactions = 1;
   if (asked == u"INSERT BREAK") statement.connection.broken = true;
-  const bool writes = asked.starts_with(u"INSERT");
+  const bool writes = asked.starts_with(u"INSERT") || asked.find(u"CREATE ") != Text::npos;
   if (writes && !statement.connection.autocommit) statement.connection.transactions = 1;
   statement.answers = answersTo(asked, statement);
   statement.answer = 0;
