@@ -12,23 +12,23 @@ using namespace tsql;
 
 namespace {
 
-Translation translated(const Query& query, const Scan& scan, std::string_view stagePrefix) {
+Translation translated(const Query& query, const Scan& scan, std::string_view stagePrefix, std::string_view textOrder) {
   Translation translation;
   translation.columns = query.select->columns;
   if (asksIdentity(query)) {
     translation.kind = Translation::Kind::Identity;
     return translation;
   }
-  Emitter emitter(scan);
+  Emitter emitter(scan, textOrder);
   Stages(query, stagePrefix).build(emitter, translation);
   auto sql = emitter.withInlined(emitter.select(*query.select));
   translation.main = emitter.finish(std::move(sql));
   return translation;
 }
 
-Translation translated(const Change& change, const Scan& scan, std::string_view) {
+Translation translated(const Change& change, const Scan& scan, std::string_view, std::string_view textOrder) {
   using Kind = Change::Kind;
-  Emitter emitter(scan);
+  Emitter emitter(scan, textOrder);
   Translation translation;
   translation.kind = Translation::Kind::Change;
   auto sql = change.kind == Kind::Insert   ? emitter.insert(change)
@@ -39,19 +39,20 @@ Translation translated(const Change& change, const Scan& scan, std::string_view)
   return translation;
 }
 
-Translation translated(const SchemaChange& change, const Scan&, std::string_view) {
+Translation translated(const SchemaChange& change, const Scan&, std::string_view, std::string_view textOrder) {
   Translation translation;
   translation.kind = Translation::Kind::Schema;
-  translation.main = {schemaStatement(change), {}};
+  translation.main = {schemaStatement(change, textOrder), {}};
   return translation;
 }
 
 }  // namespace
 
-Translation translate(const Scan& scan, const Catalog& catalog, std::string_view stagePrefix) {
+Translation translate(const Scan& scan, const Catalog& catalog, std::string_view stagePrefix,
+                      std::string_view textOrder) {
   Statement statement = Parser(scan).statement();
   Resolver(scan, catalog).resolve(statement);
-  return std::visit([&](const auto& kind) { return translated(kind, scan, stagePrefix); }, statement);
+  return std::visit([&](const auto& kind) { return translated(kind, scan, stagePrefix, textOrder); }, statement);
 }
 
 }  // namespace sqlite
