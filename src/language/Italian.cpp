@@ -234,9 +234,10 @@ constexpr ItalianText kTexts[] = {
     {"make a database with a demo company", "crea un database con una ditta dimostrativa"},
     {"see which budgets it defines", "mostra quali budget definisce"},
     {"what a command does, with an example", "che cosa fa un comando, con un esempio"},
-    {"BUKORVAL_DATABASE stands for -d, NO_COLOR turns colour off.\nExit codes: 0 done, 1 refused, 2 wrong command "
-     "line, 99 run-time error.",
-     "BUKORVAL_DATABASE vale come -d, NO_COLOR toglie i colori.\nCodici di uscita: 0 fatto, 1 rifiutato, 2 riga di "
+    {"BUKORVAL_DATABASE stands for -d, BUKORVAL_CONNECTION for --connection, NO_COLOR turns colour off.\nExit codes: 0 "
+     "done, 1 refused, 2 wrong command line, 99 run-time error.",
+     "BUKORVAL_DATABASE vale come -d, BUKORVAL_CONNECTION come --connection, NO_COLOR toglie i colori.\nCodici di "
+     "uscita: 0 fatto, 1 rifiutato, 2 riga di "
      "comando sbagliata, 99 errore di esecuzione."},
     {"Usage", "Uso"},
     {"OPTIONS", "OPZIONI"},
@@ -318,10 +319,12 @@ constexpr ItalianText kTexts[] = {
     {"copy cash-flow due dates", "copia le scadenze del cash flow"},
     {"and those entered by hand", "e quelle inserite a mano"},
     {"file with options, one NAME = VALUE per line", "file con le opzioni, una NOME = VALORE per riga"},
-    {"Make an embedded database with an empty company, or with the demo company",
-     "Crea un database incorporato con una ditta vuota, o con la ditta dimostrativa"},
-    {"An empty company has one accounting year (-y, by default the current one); `bukorval import` fills it.",
-     "Una ditta vuota ha un esercizio contabile (-y, se manca quello corrente); `bukorval import` la riempie."},
+    {"Make a database with an empty company, or with the demo company",
+     "Crea un database con una ditta vuota, o con la ditta dimostrativa"},
+    {"On a server the database must be there, and hold no company. An empty company has one accounting year (-y, by "
+     "default the current one); `bukorval import` fills it.",
+     "Su un server il database deve esserci già, senza ditte. Una ditta vuota ha un esercizio contabile (-y, se manca "
+     "quello corrente); `bukorval import` la riempie."},
     {"Example:", "Esempio:"},
     {"the file to make; it must not exist", "il file da creare; non deve esistere"},
     {"the demo company, with budgets and movements", "la ditta dimostrativa, con budget e movimenti"},
@@ -863,8 +866,11 @@ constexpr ItalianText kTexts[] = {
     {"There is no structure {}", "Non c'è la struttura {}"},
     {"{} is not offered by this engine, only by the embedded database",
      "{} non c'è con questo motore, solo con il database incorporato"},
-    {"Which database? Give -d FILE or set BUKORVAL_DATABASE",
-     "Quale database? Indicare -d FILE o impostare BUKORVAL_DATABASE"},
+    {"Which database? Give -d FILE or --connection, or set BUKORVAL_DATABASE or BUKORVAL_CONNECTION",
+     "Quale database? Indicare -d FILE o --connection, o impostare BUKORVAL_DATABASE o BUKORVAL_CONNECTION"},
+    {"Which database? Give a FILE or --connection", "Quale database? Indicare un FILE o --connection"},
+    {"The database holds a company already and is left as it is", "Il database contiene già una ditta e resta com'è"},
+    {"the tables", "le tabelle"},
     {"There is no database {}; `bukorval create {}` makes one", "Non c'è il database {}; `bukorval create {}` lo crea"},
     {"There is no column {}, only {}", "Non c'è la colonna {}, solo {}"},
     {"{}: {} steps", "{}: {} passi"},

@@ -46,7 +46,8 @@ RowReader::How RowReader::howToRead(const Type& type) {
   return How::ByStorage;
 }
 
-RowReader::RowReader(const std::vector<tsql::ResultColumn>& columns) : results_(columns) {
+RowReader::RowReader(const std::vector<tsql::ResultColumn>& columns, std::vector<SortKey> order)
+    : results_(columns), order_(std::move(order)) {
   for (const auto& column : columns) {
     columns_.push_back({howToRead(column.type), static_cast<std::uint8_t>(column.type.scale), -1, {}});
   }
@@ -57,8 +58,14 @@ RecordsetPtr RowReader::readAll(sqlite3* database, sqlite3_stmt* statement) {
   const ResetAtEnd reset(statement);
   int outcome = sqlite3_step(statement);
   const bool rows = outcome == SQLITE_ROW;
-  for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) readRow(statement, set->AppendRow());
+  std::vector<std::span<Variant>> toSort;
+  for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) {
+    const auto cells = set->AppendRow();
+    readRow(statement, cells);
+    if (!order_.empty()) toSort.push_back(cells);
+  }
   if (outcome != SQLITE_DONE) throwFailure(database);
+  sortRows(toSort, order_);
   if (rows) set->MoveFirst();
   return set;
 }

@@ -12,13 +12,16 @@ using namespace tsql;
 
 namespace {
 
-Translation translated(const Query& query, const Scan& scan, std::string_view stagePrefix, std::string_view textOrder) {
+Translation translated(Query& query, const Scan& scan, std::string_view stagePrefix, std::string_view textOrder) {
   Translation translation;
   translation.columns = query.select->columns;
   if (asksIdentity(query)) {
     translation.kind = Translation::Kind::Identity;
     return translation;
   }
+  // Rows are sorted in the newer order of texts only.
+  if (textOrder == kTextOrder) translation.order = orderAfterReading(*query.select);
+  if (!translation.order.empty()) query.select->orderBy.clear();
   Emitter emitter(scan, textOrder);
   Stages(query, stagePrefix).build(emitter, translation);
   auto sql = emitter.withInlined(emitter.select(*query.select));
@@ -52,7 +55,7 @@ Translation translate(const Scan& scan, const Catalog& catalog, std::string_view
                       std::string_view textOrder) {
   Statement statement = Parser(scan).statement();
   Resolver(scan, catalog).resolve(statement);
-  return std::visit([&](const auto& kind) { return translated(kind, scan, stagePrefix, textOrder); }, statement);
+  return std::visit([&](auto& kind) { return translated(kind, scan, stagePrefix, textOrder); }, statement);
 }
 
 }  // namespace sqlite

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/Binding.h"
+#include "engine/RowOrder.h"
 #include "tsql/Catalog.h"
 #include "tsql/Lexer.h"
 
@@ -27,6 +28,7 @@ struct Translation {
   std::vector<StepText> cleanup;   ///< run after every execution
   std::vector<StepText> teardown;  ///< run when the translation is forgotten
   std::vector<tsql::ResultColumn> columns;
+  std::vector<SortKey> order;    ///< by which the rows are to be sorted once they are read
   bool insertsIdentity = false;  ///< Change: an INSERT into a table with an identity column
 };
 
