@@ -20,7 +20,9 @@ namespace postgres {
 /// string is told in ConnectionWords.h.
 ///
 /// A statement that fails inside a transaction takes nothing else with it, as SQL Server has it: a savepoint stands
-/// behind the last statement that wrote. When the server gives up a transaction because of what others do, or the
+/// behind the last statement that wrote. Only in a run of one statement, again and again with other values, answers
+/// are not waited for from the ninth on: a failure among these is told by a later call and takes the whole transaction
+/// back. When the server gives up a transaction because of what others do, or the
 /// connection is lost, nothing of it stays and its statements and its commit are refused until it is rolled back.
 /// Outside a transaction a connection that was lost is made again.
 class PostgresConnection : public ado::Connection {
@@ -55,7 +57,9 @@ class PostgresConnection : public ado::Connection {
   Plan& planFor(const tsql::Scan& scan);
   ado::RecordsetPtr run(const tsql::Scan& scan);
   Result execute(const Plan& plan, const tsql::Scan& scan);
-  Result executeAndAdvance(const Plan& plan, const char* const* values);
+  void send(const Plan& plan, const char* const* values);
+  Result collect();
+  void settle();
   void changeSchema(const std::string& sql);
   void advance();
   void reloadSchema();
@@ -69,7 +73,10 @@ class PostgresConnection : public ado::Connection {
   engine::StatementCache<Plan> cache_{256};  ///< more than the distinct statements of the whole system
   std::unique_ptr<ado::ChangeTracker> tracker_;
   std::optional<std::int64_t> lastIdentity_;
-  long names_ = 0;  ///< of prepared statements
+  std::string lastChange_;  ///< name of the plan that wrote last in the transaction
+  int repeats_ = 0;         ///< how often it has, one after the other
+  int sent_ = 0;            ///< statements whose answers are still to come
+  long names_ = 0;          ///< of prepared statements
   bool open_ = false;
   bool inTransaction_ = false;
   bool rolledBack_ = false;  ///< the server ended the transaction; the caller has not yet
