@@ -33,11 +33,8 @@ class Transaction::Shared : public ado::Connection {
   void Close() override {}
   ado::ObjectStateEnum State() const override { return real_->State(); }
   ado::ChangeTracker* changes() override { return real_->changes(); }
-  ado::RecordsetPtr Execute(std::string_view text) override {
-    // Statements after a rollback would each be kept for themselves.
-    if (!open_) throw Refused(tr("The transaction has ended: nothing more can be written in it"));
-    return real_->Execute(text);
-  }
+  ado::RecordsetPtr Execute(std::string_view text) override { return opened().Execute(text); }
+  void ForEachRow(std::string_view text, const ado::RowVisitor& visit) override { opened().ForEachRow(text, visit); }
   void BeginTrans() override {}
   void CommitTrans() override {}
   void RollbackTrans() override {
@@ -46,6 +43,12 @@ class Transaction::Shared : public ado::Connection {
   }
 
  private:
+  /// Statements after a rollback would each be kept for themselves.
+  ado::Connection& opened() const {
+    if (!open_) throw Refused(tr("The transaction has ended: nothing more can be written in it"));
+    return *real_;
+  }
+
   ado::ConnectionPtr real_;
   bool open_ = false;
 };

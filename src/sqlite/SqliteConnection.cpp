@@ -85,12 +85,16 @@ void SqliteConnection::requireOpen() const {
   if (!database_) throw Errore(kObjectClosed);
 }
 
-RecordsetPtr SqliteConnection::Execute(std::string_view text) {
+void SqliteConnection::requireReady() const {
   requireOpen();
   // What follows a rollback by the engine must not be written outside the caller's transaction.
   if (inTransaction_ && sqlite3_get_autocommit(database_.get()) != 0) {
     throw Errore("The transaction has been rolled back by the database and must be ended first");
   }
+}
+
+RecordsetPtr SqliteConnection::Execute(std::string_view text) {
+  requireReady();
   ++statistics_.executed;
   const tsql::Scan scan = tsql::scan(text);
   auto& plan = planFor(scan);
@@ -102,6 +106,18 @@ RecordsetPtr SqliteConnection::Execute(std::string_view text) {
     lastIdentity_ = sqlite3_last_insert_rowid(database_.get());
   }
   return std::make_shared<Recordset>();
+}
+
+void SqliteConnection::ForEachRow(std::string_view text, const RowVisitor& visit) {
+  requireReady();
+  const tsql::Scan scan = tsql::scan(text);
+  const auto& plan = planFor(scan);
+  if (plan.kind() != Translation::Kind::Query || plan.hasStages()) return Connection::ForEachRow(text, visit);
+  ++statistics_.executed;
+  // Out of the cache while its rows are visited: what the visit runs may drop plans.
+  auto own = cache_->take(scan.key);
+  own->visit(scan.literals, visit);
+  if (cache_) cache_->insert(scan.key, std::move(own));
 }
 
 Plan& SqliteConnection::planFor(const tsql::Scan& scan) {

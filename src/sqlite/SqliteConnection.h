@@ -36,6 +36,7 @@ class SqliteConnection : public ado::Connection {
   void Close() override;
   ado::ObjectStateEnum State() const override;
   ado::RecordsetPtr Execute(std::string_view text) override;
+  void ForEachRow(std::string_view text, const ado::RowVisitor& visit) override;
   void BeginTrans() override;
   void CommitTrans() override;
   /// Also ends a transaction that the engine has already rolled back by itself.
@@ -47,6 +48,8 @@ class SqliteConnection : public ado::Connection {
 
  private:
   void requireOpen() const;
+  /// Throws when no statement may run now.
+  void requireReady() const;
   Plan& planFor(const tsql::Scan& scan);
   std::unique_ptr<Plan> makePlan(const tsql::Scan& scan);
   ado::RecordsetPtr runSchemaChange(Plan& plan, const tsql::Scan& scan);

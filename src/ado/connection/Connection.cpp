@@ -73,6 +73,7 @@ class AnyConnection : public Connection {
   }
   ObjectStateEnum State() const override { return real_ ? real_->State() : adStateClosed; }
   RecordsetPtr Execute(std::string_view text) override { return opened().Execute(text); }
+  void ForEachRow(std::string_view text, const RowVisitor& visit) override { opened().ForEachRow(text, visit); }
   void BeginTrans() override { opened().BeginTrans(); }
   void CommitTrans() override { opened().CommitTrans(); }
   void RollbackTrans() override { opened().RollbackTrans(); }
@@ -92,6 +93,12 @@ class AnyConnection : public Connection {
 };
 
 }  // namespace
+
+void Connection::ForEachRow(std::string_view text, const RowVisitor& visit) {
+  const auto rows = Execute(text);
+  const auto each = visit(*rows);
+  for (; !rows->Eof(); rows->MoveNext()) each();
+}
 
 void registerProvider(std::string_view name, std::function<ConnectionPtr()> create, std::vector<std::string> entries) {
   assert(!name.empty() && create);
