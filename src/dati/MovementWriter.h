@@ -30,7 +30,8 @@ struct MovementLine {
 class MovementWriter {
  public:
   /// @param adjusting  some of the registrations are adjusting entries; an older database may lack their column.
-  MovementWriter(ado::Connection& connection, values::Variant company, values::Variant chart, bool adjusting);
+  MovementWriter(ado::Connection& connection, const values::Variant& company, const values::Variant& chart,
+                 bool adjusting);
 
   void add(const Registration& registration);
   void add(const MovementLine& line);
@@ -38,10 +39,9 @@ class MovementWriter {
   void finish();
 
  private:
-  values::Variant company_, chart_;
   bool adjusting_;
   std::unique_ptr<ado::BulkInsert> registrations_, lines_;
-  std::vector<values::Variant> row_;
+  std::vector<values::Variant> registration_, line_;  ///< the rows added last
 };
 
 }  // namespace bukorval::dati
