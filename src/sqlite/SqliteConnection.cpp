@@ -4,6 +4,7 @@
 
 #include "ado/Messages.h"
 #include "engine/ResultSet.h"
+#include "sqlite/BoundInsert.h"
 #include "sqlite/ConnectionWords.h"
 #include "sqlite/SessionTracker.h"
 #include "sqlite/emitter/Translate.h"
@@ -118,6 +119,13 @@ void SqliteConnection::ForEachRow(std::string_view text, const RowVisitor& visit
   auto own = cache_->take(scan.key);
   own->visit(scan.literals, visit);
   if (cache_) cache_->insert(scan.key, std::move(own));
+}
+
+std::unique_ptr<BulkInsert> SqliteConnection::bulkInsert(std::string_view table,
+                                                         const std::vector<std::string_view>& columns) {
+  requireReady();
+  if (catalog_->outdated()) reloadSchema();
+  return insertBound(*this, database_.get(), engine::BulkRow(*catalog_, table, columns));
 }
 
 Plan& SqliteConnection::planFor(const tsql::Scan& scan) {
