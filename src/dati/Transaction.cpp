@@ -35,6 +35,10 @@ class Transaction::Shared : public ado::Connection {
   ado::ChangeTracker* changes() override { return real_->changes(); }
   ado::RecordsetPtr Execute(std::string_view text) override { return opened().Execute(text); }
   void ForEachRow(std::string_view text, const ado::RowVisitor& visit) override { opened().ForEachRow(text, visit); }
+  std::unique_ptr<ado::BulkInsert> bulkInsert(std::string_view table,
+                                              const std::vector<std::string_view>& columns) override {
+    return opened().bulkInsert(table, columns);
+  }
   void BeginTrans() override {}
   void CommitTrans() override {}
   void RollbackTrans() override {

@@ -5,6 +5,19 @@ namespace {
 
 /// A text that is the same in both languages stands here too: what is missing has been forgotten.
 constexpr ItalianText kTexts[] = {
+    // Pictures of reports.
+    {"Forecast", "Forecast"},
+    {"Budget and actual by period", "Budget e consuntivo per periodo"},
+    {"From budget to actual: the largest deltas", "Dal budget al consuntivo: gli scostamenti maggiori"},
+    {"unfavourable", "sfavorevole"},
+    {"favourable", "favorevole"},
+    {"Others", "Altri"},
+    {"up to", "fino a"},
+    {"The axis does not begin at zero.", "L'asse non parte da zero."},
+    {"without actuals", "senza consuntivo"},
+    {"The budget has periods without actuals, too:", "Nel budget anche periodi senza consuntivo:"},
+    {"A heading sorts the rows; the third time brings back their first order.",
+     "Un'intestazione ordina le righe; la terza volta torna l'ordine iniziale."},
     // Headings.
     {"Cards before", "Schede prima"},
     {"Added", "Aggiunte"},

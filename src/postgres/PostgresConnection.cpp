@@ -9,6 +9,7 @@
 #include "ado/Messages.h"
 #include "engine/ResultSet.h"
 #include "postgres/ConnectionWords.h"
+#include "postgres/CopyInsert.h"
 #include "postgres/Parameters.h"
 #include "postgres/ServerFunctions.h"
 #include "postgres/TriggerTracker.h"
@@ -117,19 +118,44 @@ RecordsetPtr PostgresConnection::Execute(std::string_view text) {
   return run(tsql::scan(text));
 }
 
-RecordsetPtr PostgresConnection::run(const tsql::Scan& scan) {
-  using Kind = Translation::Kind;
+void PostgresConnection::ForEachRow(std::string_view text, const RowVisitor& visit) {
+  requireConnected();
+  const auto scan = tsql::scan(text);
+  auto* plan = &planOf(scan);
+  if (plan->translation().kind != Translation::Kind::Query) return Connection::ForEachRow(text, visit);
+  const auto result = answer(plan, scan);
+  // Its own: what the visit runs may drop plans.
+  RowReader reader(plan->translation().columns);
+  reader.readEach(result.get(), visit);
+}
+
+/// Waits first for what was sent without waiting, unless the text goes on with it.
+Plan& PostgresConnection::planOf(const tsql::Scan& scan) {
   auto* plan = cache_.find(scan.key);
   if (!plan || plan->name() != lastChange_) settle();
-  if (!plan) plan = &planFor(scan);
+  return plan ? *plan : planFor(scan);
+}
+
+RecordsetPtr PostgresConnection::run(const tsql::Scan& scan) {
+  using Kind = Translation::Kind;
+  auto* plan = &planOf(scan);
   if (plan->translation().kind == Kind::Identity)
     return engine::identityRow(plan->translation().columns.front().name, lastIdentity_);
   if (plan->translation().kind == Kind::Schema) {
     changeSchema(std::string(plan->translation().sql));
     return std::make_shared<Recordset>();
   }
+  const auto result = answer(plan, scan);
+  if (!result) return std::make_shared<Recordset>();
+  if (plan->translation().kind == Kind::Query) return plan->reader().readAll(result.get());
+  if (plan->translation().insertsIdentity) keepIdentity(result.get());
+  return std::make_shared<Recordset>();
+}
+
+/// What the server answers, with a plan made anew where the tables have changed; null when it is not waited for.
+Result PostgresConnection::answer(Plan*& plan, const tsql::Scan& scan) {
   auto result = execute(*plan, scan);
-  if (!result && repeats_ >= kShortRun) return std::make_shared<Recordset>();
+  if (!result && repeats_ >= kShortRun) return nullptr;
   if (!succeeded(result.get()) && isStale(result.get())) {
     // Another program has changed the tables.
     if (inTransaction_) runSimple(server_.get(), kBackToSavepoint);
@@ -138,9 +164,7 @@ RecordsetPtr PostgresConnection::run(const tsql::Scan& scan) {
     result = execute(*plan, scan);
   }
   if (!succeeded(result.get())) fail(result.get());
-  if (plan->translation().kind == Kind::Query) return plan->reader().readAll(result.get());
-  if (plan->translation().insertsIdentity) keepIdentity(result.get());
-  return std::make_shared<Recordset>();
+  return result;
 }
 
 Plan& PostgresConnection::planFor(const tsql::Scan& scan) {
@@ -254,6 +278,30 @@ Result PostgresConnection::runBeside(const std::string& sql, const std::vector<s
   if (!succeeded(result.get())) fail(result.get());
   advance();
   return result;
+}
+
+std::unique_ptr<BulkInsert> PostgresConnection::bulkInsert(std::string_view table,
+                                                           const std::vector<std::string_view>& columns) {
+  requireConnected();
+  settle();
+  if (catalog_.outdated(server_.get())) reloadSchema();
+  return insertByCopy(*this, engine::BulkRow(catalog_, table, columns));
+}
+
+void PostgresConnection::copyIn(const std::string& sql, std::string_view rows) {
+  requireConnected();
+  settle();
+  auto* server = server_.get();
+  Result answer(PQexec(server, sql.c_str()));
+  if (PQresultStatus(answer.get()) != PGRES_COPY_IN) fail(answer.get());
+  // A failure to send is told by the answer.
+  PQputCopyData(server, rows.data(), static_cast<int>(rows.size()));
+  PQputCopyEnd(server, nullptr);
+  answer.reset(PQgetResult(server));
+  while (const Result rest{PQgetResult(server)}) {
+  }
+  if (!succeeded(answer.get())) fail(answer.get());
+  advance();
 }
 
 void PostgresConnection::reloadSchema() {

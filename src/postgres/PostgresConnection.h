@@ -34,6 +34,10 @@ class PostgresConnection : public ado::Connection {
   void Close() override;
   ado::ObjectStateEnum State() const override;
   ado::RecordsetPtr Execute(std::string_view text) override;
+  /// The server's answer is held while its rows are visited, but no record set of them.
+  void ForEachRow(std::string_view text, const ado::RowVisitor& visit) override;
+  std::unique_ptr<ado::BulkInsert> bulkInsert(std::string_view table,
+                                              const std::vector<std::string_view>& columns) override;
   void BeginTrans() override;
   void CommitTrans() override;
   void RollbackTrans() override;
@@ -42,6 +46,8 @@ class PostgresConnection : public ado::Connection {
 
   /// Runs one of the provider's own statements, in the transaction that is open.
   Result runBeside(const std::string& sql, const std::vector<std::string>& parameters = {});
+  /// Sends rows in the text form of COPY … FROM STDIN, the statement that is given.
+  void copyIn(const std::string& sql, std::string_view rows);
   /// Makes the functions that statements call where the server lacks them, or has those of an older program.
   void ensureFunctions();
   const SchemaCatalog& catalog() const { return catalog_; }
@@ -55,7 +61,9 @@ class PostgresConnection : public ado::Connection {
   void requireConnected();
   void requireTransaction() const;
   Plan& planFor(const tsql::Scan& scan);
+  Plan& planOf(const tsql::Scan& scan);
   ado::RecordsetPtr run(const tsql::Scan& scan);
+  Result answer(Plan*& plan, const tsql::Scan& scan);
   Result execute(const Plan& plan, const tsql::Scan& scan);
   void send(const Plan& plan, const char* const* values);
   Result collect();

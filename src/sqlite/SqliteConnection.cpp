@@ -4,6 +4,7 @@
 
 #include "ado/Messages.h"
 #include "engine/ResultSet.h"
+#include "sqlite/BoundInsert.h"
 #include "sqlite/ConnectionWords.h"
 #include "sqlite/SessionTracker.h"
 #include "sqlite/emitter/Translate.h"
@@ -120,6 +121,13 @@ void SqliteConnection::ForEachRow(std::string_view text, const RowVisitor& visit
   if (cache_) cache_->insert(scan.key, std::move(own));
 }
 
+std::unique_ptr<BulkInsert> SqliteConnection::bulkInsert(std::string_view table,
+                                                         const std::vector<std::string_view>& columns) {
+  requireReady();
+  if (catalog_->outdated()) reloadSchema();
+  return insertBound(*this, database_.get(), engine::BulkRow(*catalog_, table, columns));
+}
+
 Plan& SqliteConnection::planFor(const tsql::Scan& scan) {
   if (auto* plan = cache_->find(scan.key)) return *plan;
   // Another program may have changed the tables; only a text seen for the first time needs to know.
@@ -129,7 +137,8 @@ Plan& SqliteConnection::planFor(const tsql::Scan& scan) {
 
 std::unique_ptr<Plan> SqliteConnection::makePlan(const tsql::Scan& scan) {
   const std::string prefix = "bk_stage" + std::to_string(++stagePrefixes_) + "_";
-  auto plan = std::make_unique<Plan>(database_.get(), statistics_, translate(scan, *catalog_, prefix));
+  auto plan =
+      std::make_unique<Plan>(database_.get(), statistics_, translate(scan, *catalog_, prefix, catalog_->textOrder()));
   plan->setUp(scan.literals);
   return plan;
 }

@@ -32,7 +32,7 @@ def catalogue():
 
 def keys():
     for file in sorted([*source.glob("**/*.cpp"), *source.glob("**/*.h")]):
-        if file.relative_to(source).parts[0] not in ("dati", "sheet", "report", "demo", "host"):
+        if file.relative_to(source).parts[0] not in ("dati", "sheet", "report", "picture", "demo", "host"):
             continue
         text = file.read_text()
         found = [joined(m) for m in re.findall(rf"\b(?:tr|translated)\(\s*({STRINGS})", text)]

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ado/Types.h"
+#include "ado/connection/BulkInsert.h"
 #include "ado/connection/ChangeTracker.h"
 #include "ado/recordset/Recordset.h"
 
@@ -39,6 +40,9 @@ class Connection : public values::Object {
   /// for few, and an ORDER BY counts for nothing. The visit may run other queries, but leaves the connection open and
   /// the tables' definitions as they are.
   virtual void ForEachRow(std::string_view text, const RowVisitor& visit);
+
+  /// Throws values::Errore when there is no such table or column, at once or with the first row.
+  virtual std::unique_ptr<BulkInsert> bulkInsert(std::string_view table, const std::vector<std::string_view>& columns);
 
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;
