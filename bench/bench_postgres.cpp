@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -226,7 +227,7 @@ void elaborateCards(benchmark::State& state) {
   company.run("VACUUM ANALYZE");
   ElaborationByHand hand(company, query, lines / kLinesPerCard);
   bench::Race race;
-  for (auto _ : state) state.SetIterationTime(race.run(elaborate, hand));
+  for (auto _ : state) state.SetIterationTime(race.run(elaborate, std::ref(hand)));
   state.counters["rows"] = static_cast<double>(hand.rows);
   state.counters["texts"] = static_cast<double>(recorder->texts.size());
   report(state, race);
@@ -353,7 +354,7 @@ void duplicate(benchmark::State& state) {
           object.BdgDupSchede_Duplicazione();
           company.require();
         },
-        hand));
+        std::ref(hand)));
   }
   report(state, race);
 }
