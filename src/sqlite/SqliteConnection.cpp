@@ -137,7 +137,8 @@ Plan& SqliteConnection::planFor(const tsql::Scan& scan) {
 
 std::unique_ptr<Plan> SqliteConnection::makePlan(const tsql::Scan& scan) {
   const std::string prefix = "bk_stage" + std::to_string(++stagePrefixes_) + "_";
-  auto plan = std::make_unique<Plan>(database_.get(), statistics_, translate(scan, *catalog_, prefix));
+  auto plan =
+      std::make_unique<Plan>(database_.get(), statistics_, translate(scan, *catalog_, prefix, catalog_->textOrder()));
   plan->setUp(scan.literals);
   return plan;
 }

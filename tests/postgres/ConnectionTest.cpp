@@ -161,7 +161,7 @@ std::vector<std::string> letters() {
 
 /// Random texts of few letters, which are often equal or nearly so.
 std::vector<std::string> mixtures() {
-  const std::vector<std::string> parts{"a", "A", "b", "Z", "_", "9", "-", " ", "~", "€"};
+  const std::vector<std::string> parts{"a", "A", "à", "À", "á", "b", "Z", "ž", "_", "9", "-", " ", "~", "€"};
   std::mt19937 random(11);
   std::vector<std::string> found(500);
   for (auto& text : found)

@@ -40,9 +40,9 @@ class FinanceImport {
         progress_(progress) {}
 
   std::vector<std::string> write() {
+    Transazione transaction(connection_);
     if (ledger_.hasAccounts() || ledger_.hasMovements() || isBudgetDefined(connection_, kType, kSubtype))
       throw CompanyNotEmpty();
-    Transazione transaction(connection_);
     writeFrame();
     writeMovements();
     writeBudgets();
