@@ -1,7 +1,6 @@
 #include "postgres/Plan.h"
 
 #include <utility>
-#include <vector>
 
 #include "postgres/Handle.h"
 #include "values/Errore.h"
@@ -12,10 +11,10 @@ Plan::Plan(PGconn* server, Translation translation, std::string name)
     : server_(server), translation_(std::move(translation)), name_(std::move(name)), reader_(translation_.columns) {
   using Kind = Translation::Kind;
   if (translation_.kind != Kind::Query && translation_.kind != Kind::Change) return;
-  std::vector<Oid> types;
-  for (const auto& parameter : translation_.parameters) types.push_back(parameter.type);
+  joins_ = translation_.kind == Kind::Query && translation_.sql.find(" JOIN ") != std::string::npos;
+  for (const auto& parameter : translation_.parameters) types_.push_back(parameter.type);
   const Result result(
-      PQprepare(server_, name_.c_str(), translation_.sql.c_str(), static_cast<int>(types.size()), types.data()));
+      PQprepare(server_, name_.c_str(), translation_.sql.c_str(), static_cast<int>(types_.size()), types_.data()));
   if (!succeeded(result.get())) throw values::Errore(describeFailure(server_, result.get()));
   prepared_ = true;
 }

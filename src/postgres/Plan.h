@@ -3,6 +3,7 @@
 #include <libpq-fe.h>
 
 #include <string>
+#include <vector>
 
 #include "postgres/RowReader.h"
 #include "postgres/emitter/Translate.h"
@@ -19,6 +20,10 @@ class Plan {
 
   const Translation& translation() const { return translation_; }
   const std::string& name() const { return name_; }
+  /// The server plans a join for the values of each run: without them it takes any range for a narrow one, and reads
+  /// the tables in the wrong order.
+  bool plannedEachTime() const { return joins_; }
+  const Oid* types() const { return types_.data(); }
   RowReader& reader() { return reader_; }
 
  private:
@@ -26,6 +31,8 @@ class Plan {
   Translation translation_;
   std::string name_;
   RowReader reader_;
+  std::vector<Oid> types_;  ///< of the parameters
+  bool joins_ = false;
   bool prepared_ = false;
 };
 

@@ -187,6 +187,9 @@ Plan& PostgresConnection::planFor(const tsql::Scan& scan) {
 /// @return null for a statement of a run whose answer is not waited for.
 Result PostgresConnection::execute(const Plan& plan, const tsql::Scan& scan) {
   const Parameters parameters(plan.translation().parameters, scan.literals);
+  if (plan.plannedEachTime())
+    return Result(PQexecParams(server_.get(), plan.translation().sql.c_str(), parameters.count(), plan.types(),
+                               parameters.values(), nullptr, nullptr, 0));
   if (!inTransaction_ || plan.translation().kind != Translation::Kind::Change)
     return Result(PQexecPrepared(server_.get(), plan.name().c_str(), parameters.count(), parameters.values(), nullptr,
                                  nullptr, 0));
