@@ -146,7 +146,7 @@ def check_deltas(page, program, database, options, axes, problems):
 
 def make_hostile(database):
     with sqlite3.connect(database) as connection:
-        connection.create_collation("BK_TEXT", lambda a, b: (a.lower() > b.lower()) - (a.lower() < b.lower()))
+        connection.create_collation("BK_ORDER", lambda a, b: (a.lower() > b.lower()) - (a.lower() < b.lower()))
         connection.execute("UPDATE CG24_TABPDC SET CG24_DESCR = ?", [HOSTILE])
         connection.execute("UPDATE BU01_ANABUDGET SET BU01_DESCR = ?", [HOSTILE])
     connection.close()
