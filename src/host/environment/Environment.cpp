@@ -18,6 +18,7 @@
 #include "sqlite/Provider.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
+#include "values/FileName.h"
 
 namespace bukorval::host {
 
@@ -40,7 +41,7 @@ std::string Environment::connectionString() const {
   if (!hasDatabase()) throw UsageError("Which database? Give -d FILE or set BUKORVAL_DATABASE");
   if (!options.connectionString.empty()) return options.connectionString;
   const auto& file = options.database;
-  if (!std::filesystem::exists(file))
+  if (!std::filesystem::exists(values::pathOf(file)))
     throw dati::Refused("There is no database " + file + "; `bukorval create " + file + "` makes one");
   return sqliteConnectionString(file) + ";Busy Timeout=" + std::to_string(options.wait);
 }
