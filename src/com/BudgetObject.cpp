@@ -3,13 +3,14 @@
 #include <algorithm>
 
 #include "com/Failures.h"
-#include "com/Identifiers.h"
 #include "com/Objects.h"
 #include "com/Registration.h"
 #include "com/TypeLibrary.h"
 #include "com/VariantValue.h"
 #include "com/foreign/ClientDictionary.h"
 #include "com/foreign/ClientRecordset.h"
+#include "com/idl/Identifiers.h"
+#include "com/idl/MemberId.h"
 
 namespace com {
 namespace {
@@ -44,15 +45,6 @@ int namedArgument(const Membro& member, std::string_view text) {
 }
 
 }  // namespace
-
-DISPID memberId(const Membro& member) {
-  constexpr DISPID kFirstMethod = 1001;
-  const auto& all = bukorval::interfaccia();
-  const auto first = std::ranges::find(all, Genere::Metodo, &Membro::genere);
-  const auto place = &member - all.data();
-  return static_cast<DISPID>(member.genere == Genere::Metodo ? kFirstMethod + place - (first - all.begin())
-                                                             : 1 + place);
-}
 
 BudgetObject::BudgetObject() { connectEvents(); }
 BudgetObject::~BudgetObject() = default;

@@ -8,10 +8,6 @@
 
 namespace com {
 
-/// Places of the members among all of them, for their identifiers: properties count from 1, methods from 1001, each in
-/// the order of the interface. New ones only ever come at the end of their kind.
-DISPID memberId(const bukorval::Membro& member);
-
 /// The budget object for late-bound clients. Every member comes from the table of the interface.
 class BudgetObject : public DispatchObject, public EventSource, public IProvideClassInfo2 {
  public:

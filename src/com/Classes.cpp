@@ -5,7 +5,7 @@
 #include "com/BudgetObject.h"
 #include "com/ConnectionObject.h"
 #include "com/DictionaryObject.h"
-#include "com/Identifiers.h"
+#include "com/idl/Identifiers.h"
 #include "com/RecordsetObject.h"
 #include "com/SessionObject.h"
 #include "odbc/Provider.h"

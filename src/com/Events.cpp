@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "com/Counted.h"
-#include "com/Identifiers.h"
+#include "com/idl/Identifiers.h"
 
 namespace com {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "com/Classes.h"
-#include "com/Identifiers.h"
+#include "com/idl/Identifiers.h"
 #include "com/Module.h"
 #include "values/Errore.h"
 #include "values/WideText.h"
