@@ -28,7 +28,7 @@ MemberInfo infoOf(const Membro& member) {
   if (member.genere == Genere::Proprieta) info.reads = static_cast<bool>(member.leggi);
   for (const auto& parameter : member.parametri) {
     info.parameters.push_back(wideName(parameter.nome));
-    if (!parameter.opzionale) info.least = info.parameters.size();
+    if (!parameter.opzionale && !parameter.inOut) info.least = info.parameters.size();
   }
   return info;
 }

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <atomic>
+#include <new>
+#include <utility>
+#include <vector>
 
 #include "com/Com.h"
 #include "com/Module.h"
