@@ -48,7 +48,7 @@ Failing "twice"
 set1.Open
 words = set1("CODE")
 Failing "no row"
-words = set1("NONE").Value
+words = set1.Fields("NONE").Value
 Failing "no field"
 set1.AddNew
 set1("CODE") = "too long"

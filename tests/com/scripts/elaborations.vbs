@@ -44,7 +44,7 @@ Set sites = CreateObject("BUKORVAL.Dictionary")
 sites("a") = 1
 sites("b") = 2.5
 sites.Remove "a"
-WScript.Echo sites.Count & " " & sites("b") & " " & sites.Exists("a") & " " & Join(sites.Keys, ",")
+WScript.Echo sites.Count & " " & sites("b") & " " & sites.Exists("a") & " " & UBound(sites.Keys)
 
 budget.CodiceSede = 1
 budget.TipoElaborazioneBO = Empty

@@ -1,6 +1,6 @@
 // The same object from the other script language; names in Unicode.
 var connection = new ActiveXObject("BUKORVAL.Connection");
-connection.Open("Provider=SQLite;Data Source=" + WScript.Arguments(0));
+connection.Open("Provider=SQLite;Data Source=" + WScript.Arguments.Item(0));
 var session = new ActiveXObject("BUKORVAL.Session");
 session.Open(connection);
 var budget = new ActiveXObject("BUKORVAL.CLSKORVAL");

@@ -31,7 +31,7 @@ WScript.Echo "all: " & grid.RecordCount & ", filter " & grid.Filter
 Set grid = budget.RecSetPeriodiBudget(59)
 names = ""
 For Each field In grid.Fields
-  If field.Type = 14 Then names = names & field.Name & "(" & field.Precision & "," & field.NumericScale & ") "
+  If Left(field.Name, 4) = "IMP_" Then names = names & field.Name & "(" & field.Precision & "," & field.NumericScale & ") "
 Next
 WScript.Echo names
 rows = grid.GetRows(2, 1, Array("PERIODO", "IMP_BUDGET"))
