@@ -264,14 +264,8 @@ TEST_F(LateCompany, WorksOnObjectsOfSomebodyElse) {
 
   // A new card from a dictionary of the client's.
   const auto columns = create(L"Scripting.Dictionary");
-  for (const auto& [key, item] : std::initializer_list<std::pair<const char*, Variant>>{{"BU65_DITTA_CG18", 1},
-                                                                                        {"BU65_TIPO_BU01", 4},
-                                                                                        {"BU65_SOTTOTIPO_BU01", "01"},
-                                                                                        {"BU65_ANNO", 2025},
-                                                                                        {"BU65_PROGRESER", 1},
-                                                                                        {"BU65_CODICE_CG31", 3},
-                                                                                        {"BU65_INDTIPOSCH", 1},
-                                                                                        {"BU65_SCHEDA_BU07", "AFFATT"}})
+  for (const auto& [key, item] : std::initializer_list<std::pair<const char*, Variant>>{
+           {"BU65_INDCOSRIC_BU07", 1}, {"BU65_SCHEDA_BU07", "AFFATT"}, {"BU65_CODICE_CG31", 3}})
     columns.call(L"Add", args(key, item));
   const auto cards = one("SELECT COUNT(*) FROM BU65_TESBUDGET");
   budget.call(L"InserimentoNuovaSchedaBudget", pack(objectValue(columns)));
