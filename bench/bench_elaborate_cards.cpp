@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "FileDatabase.h"
+#include "Ledger.h"
 #include "Recorder.h"
 #include "Timing.h"
 #include "object/CLSKORVAL.h"
@@ -26,38 +27,6 @@ using bench::seconds;
 
 constexpr int kLinesPerCard = 500;
 
-void fill(sqlite3* database, int lines) {
-  const int cards = lines / kLinesPerCard;
-  const std::string n = std::to_string(lines), c = std::to_string(cards), r = std::to_string(lines / 10);
-  const auto series = [](const std::string& last) {
-    return "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " + last + ") ";
-  };
-  run(database, "BEGIN");
-  run(database,
-      (series(r) +
-       "INSERT INTO CG41_PRIMANOTA (CG41_DITTA_CG18, CG41_NUMREG, CG41_DATAREG, CG41_ANNO_CG19,"
-       " CG41_PROGESER_CG19, CG41_INDPROVREG) SELECT 1, i, 20110000000000 + (i % 12 + 1) * 100000000 + (i % 28 + 1) *"
-       " 1000000, 2011, 1, 0 FROM n")
-          .c_str());
-  run(database,
-      (series(n) +
-       "INSERT INTO CG42_MOVCONT (CG42_DITTA_CG18, CG42_NUMREG_CG41, CG42_NUMRIGACONT, CG42_GRUPPO_CG10,"
-       " CG42_CONTOPAR_CG24, CG42_INDDAAV, CG42_IMPTOTALE, CG42_CODICE_CG33, CG42_DATAINICOMP, CG42_DATAFINCOMP)"
-       " SELECT 1, (i - 1) / 10 + 1, (i - 1) % 10 + 1, 1, printf('6%07d', i * 7919 % " +
-       c +
-       " + 1), 1 + (i % 9 = 0),"
-       " i * 7919 % 1000000, '    ', CASE WHEN i % 2 THEN 20110000000000 + (i % 9 + 1) * 100000000 + 5000000 END,"
-       " CASE WHEN i % 2 THEN 20110000000000 + (i % 9 + 3) * 100000000 + 17000000 END FROM n")
-          .c_str());
-  run(database,
-      (series(c) + "INSERT INTO BU65_TESBUDGET (BU65_DITTA_CG18, BU65_INDTIPO_BU01, BU65_SOTTOTIPO_BU01, BU65_ANNO,"
-                   " BU65_PROGESER, BU65_INDCOSRIC_BU07, BU65_SCHEDA_BU07, BU65_GRUPPO_CG10, BU65_CONTO_CG24)"
-                   " SELECT 1, 4, '01', 2011, 1, 0, printf('C%06d', i), 1, printf('6%07d', i) FROM n")
-          .c_str());
-  run(database, "INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65) SELECT BU65_ID FROM BU65_TESBUDGET");
-  run(database, "COMMIT");
-}
-
 class Bench {
  public:
   Bench(int lines, int dateKind) : cards_(lines / kLinesPerCard) {
@@ -66,7 +35,7 @@ class Bench {
         " VALUES (1, 2011, 1, '20110101', '20111231')");
     connection_->Execute(
         "INSERT INTO BU01_ANABUDGET (BU01_INDTIPO, BU01_SOTTOTIPO, BU01_STRUTTURA) VALUES (4, '01', N'CON')");
-    fill(raw_, lines);
+    bench::fillLedger(raw_, lines, kLinesPerCard);
     object_.ActiveInterface = std::make_shared<suite::Sessione>(connection_);
     object_.CodiceDitta = 1;
     object_.TipoBudget = 4;

@@ -1,7 +1,10 @@
 -- Indexes beside the primary keys, each for the statement named.
 
--- The lines of a card's account, exactly or by prefix; the registration is then found by its key.
-CREATE INDEX IX_CG42_CONTO ON CG42_MOVCONT (CG42_CONTOPAR_CG24, CG42_DITTA_CG18, CG42_NUMREG_CG41)
+-- The lines of a card's account, exactly or by prefix, with all that the elaboration reads of them; the registration
+-- is then found by its key.
+CREATE INDEX IX_CG42_CONTO ON CG42_MOVCONT (CG42_CONTOPAR_CG24, CG42_DITTA_CG18, CG42_NUMREG_CG41, CG42_NUMRIGACONT)
+  INCLUDE (CG42_GRUPPO_CG10, CG42_INDTIPOOPER, CG42_INDDAAV, CG42_IMPTOTALE, CG42_FLGCOMP, CG42_INDRATRIS,
+           CG42_DATAINICOMP, CG42_DATAFINCOMP, CG42_CODICE_CG31, CG42_CODICE_CG33)
 GO
 -- The registrations of a month for the accounting situation. The date stands alone: behind company and year it would
 -- look better than a card's account to a planner without statistics, and every card would read every registration.

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "dati/Failure.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -19,7 +20,7 @@ std::string describe(const CardKey& key) {
 
 values::Variant CardWriter::find(const CardKey& key) const {
   const auto cards = findCards(connection_, budgetScelto(budget_), key);
-  if (cards.size() > 1) throw Refused("Several cards have " + describe(key));
+  if (cards.size() > 1) throw Refused(tr("Several cards have {}", describe(key)));
   return cards.empty() ? values::Variant() : cards.front();
 }
 
@@ -35,7 +36,7 @@ values::Variant CardWriter::findOrCreate(const CardKey& key) {
     requireSuccess(budget_);
     ++created_;
     card = find(key);
-    if (card.isEmpty()) throw Refused("No card was made for " + describe(key));
+    if (card.isEmpty()) throw Refused(tr("No card was made for {}", describe(key)));
   }
   return found_.emplace(name, card).first->second;
 }

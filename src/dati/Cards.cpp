@@ -142,17 +142,16 @@ std::vector<values::Variant> findCards(ado::Connection& connection, const Budget
 }
 
 std::map<int, values::Variant> amountsOfCard(ado::Connection& connection, const values::Variant& card,
-                                             BdgTipoDettaglio kind) {
+                                             BdgTipoDettaglio kind, const Measure& measure) {
   TestoSql sql;
-  sql.riga(" SELECT BU66_PERIODO, BU66_IMPORTO ")
+  sql.riga(" SELECT BU66_PERIODO, ", measure.column, " AS VALORE ")
       .riga(" FROM   BU66_DETBUDGET WITH (NOLOCK) ")
       .riga(" WHERE  BU66_ID_BU65 = ", numero(card))
       .riga(" AND    BU66_TIPO = ", numero(kind))
       .riga(" ORDER BY BU66_ID ");
   std::map<int, values::Variant> amounts;
   const auto rs = connection.Execute(sql);
-  for (; !rs->Eof(); rs->MoveNext())
-    amounts[values::toInt32((*rs)["BU66_PERIODO"].Value())] = (*rs)["BU66_IMPORTO"].Value();
+  for (; !rs->Eof(); rs->MoveNext()) amounts[values::toInt32((*rs)["BU66_PERIODO"].Value())] = (*rs)["VALORE"].Value();
   return amounts;
 }
 

@@ -9,6 +9,7 @@
 
 #include "ado/Dictionary.h"
 #include "ado/connection/Connection.h"
+#include "dati/DetailNames.h"
 #include "frame/BudgetAnno.h"
 #include "object/CLSKORVAL.h"
 #include "values/Variant.h"
@@ -58,9 +59,10 @@ using CardKey = std::vector<std::pair<std::string, values::Variant>>;
 /// The cards of a budget (BU65_ID) that have these values; a value that is nothing stands for NULL.
 std::vector<values::Variant> findCards(ado::Connection& connection, const BudgetAnno& budget, const CardKey& key);
 
-/// The amounts that a card holds, by period; a period without a detail is not there, one with an empty detail is Null.
+/// The amounts that a card holds, or its quantities, by period; a period without a detail is not there, one with an
+/// empty detail is Null.
 std::map<int, values::Variant> amountsOfCard(ado::Connection& connection, const values::Variant& card,
-                                             BdgTipoDettaglio kind);
+                                             BdgTipoDettaglio kind, const Measure& measure = kMeasures[0]);
 
 /// Writes one value of a card with AggiornaSingoloValoreBU66; the detail row is made when it is missing. Throws
 /// Failure when the object does not succeed.

@@ -8,6 +8,7 @@
 #include "dati/Failure.h"
 #include "dati/WrittenPeriods.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -133,7 +134,7 @@ std::vector<CardColumn> commonColumns(CLSKORVAL& budget, ado::Connection& connec
   std::erase_if(columns, [&](const auto& column) {
     return std::ranges::find(other, column.name, &CardColumn::name) == other.end();
   });
-  if (columns.empty()) throw Refused("The cards of these two budgets have no column in common");
+  if (columns.empty()) throw Refused(tr("The cards of these two budgets have no column in common"));
   return columns;
 }
 
@@ -142,7 +143,7 @@ std::vector<std::string> commonPeriods(CLSKORVAL& budget, const ComparedSide& le
   const auto other = periodNames(budget);
   selectBudget(budget, left.budget);
   auto periods = periodNames(budget);
-  if (periods != other) throw Refused("These two budgets have different periods: only their years can be compared");
+  if (periods != other) throw Refused(tr("These two budgets have different periods: only their years can be compared"));
   return periods;
 }
 

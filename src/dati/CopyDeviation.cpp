@@ -102,7 +102,7 @@ std::set<DetailSnapshot::Key> CopyDeviation::copiedCells() const {
 }
 
 int CopyDeviation::applyToAmounts(const Decimal& factor) {
-  return raiseAmounts(budget_, run_.after(), copiedCells(), budget_.TipoDettaglioDestinazione, factor);
+  return raiseAmounts(budget_, run_.after(), copiedCells(), budget_.TipoDettaglioDestinazione, kMeasures[0], factor);
 }
 
 ado::RecordsetPtr CopyDeviation::dueDates() const {

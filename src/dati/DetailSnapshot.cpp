@@ -16,7 +16,7 @@ using values::Variant;
 std::string snapshotText(const DetailScope& scope) {
   TestoSql sql;
   sql.riga(" SELECT BU65_ID, BU65_CODICE_CG31, BU65_SCHEDA_BU07, ", contoDelPiano(scope.chart).conto, " AS CONTO, ")
-      .riga("        BU66_PERIODO, BU66_IMPORTO ")
+      .riga("        BU66_PERIODO, ", scope.measure->column, " AS VALORE ")
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
       .riga(" LEFT OUTER JOIN BU66_DETBUDGET WITH (NOLOCK) ")
       .riga("    ON  BU66_ID_BU65 = BU65_ID AND BU66_TIPO = ", numero(scope.kind))
@@ -38,7 +38,7 @@ DetailSnapshot::DetailSnapshot(ado::Connection& connection, const DetailScope& s
   const auto& code = (*rows)["BU65_SCHEDA_BU07"];
   const auto& account = (*rows)["CONTO"];
   const auto& period = (*rows)["BU66_PERIODO"];
-  const auto& amount = (*rows)["BU66_IMPORTO"];
+  const auto& amount = (*rows)["VALORE"];
   for (; !rows->Eof(); rows->MoveNext()) {
     const auto card = values::toInt64(id.Value());
     cards_.try_emplace(card, Card{site.Value(), code.Value(), account.Value()});

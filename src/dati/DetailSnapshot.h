@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ado/connection/Connection.h"
+#include "dati/DetailNames.h"
 #include "frame/BudgetAnno.h"
 #include "frame/Enumerazioni.h"
 #include "values/Variant.h"
@@ -17,9 +18,10 @@ struct DetailScope {
   BudgetAnno budget;
   BdgTipoDettaglio kind = 0;
   BdgTipoPdc chart = bdgPdcCoGe;  ///< which of a card's accounts is the budget's
+  const Measure* measure = kMeasures.data();
 };
 
-/// The amounts of a budget's cards at one moment. Reads BU65_TESBUDGET, BU66_DETBUDGET.
+/// The amounts of a budget's cards at one moment, or one of their quantities. Reads BU65_TESBUDGET, BU66_DETBUDGET.
 class DetailSnapshot {
  public:
   struct Card {

@@ -10,6 +10,7 @@
 #include "dati/Cards.h"
 #include "dati/Failure.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -142,8 +143,7 @@ void requireReached(const DrillScope& scope, const std::vector<int>& written) {
   if (!scope.period || std::ranges::find(written, *scope.period) != written.end()) return;
   std::string text;
   for (const int period : written) text += (text.empty() ? "" : ", ") + std::to_string(period);
-  throw Refused("The dates do not reach period " + std::to_string(*scope.period) + "; they reach " +
-                (text.empty() ? "none" : text));
+  throw Refused(tr("The dates do not reach period {}; they reach {}", *scope.period, (text.empty() ? "none" : text)));
 }
 
 }  // namespace
@@ -165,7 +165,7 @@ std::optional<ElaboratedCard> findElaboratedCard(ado::Connection& connection, co
 DrillDown drillDown(CLSKORVAL& budget, ado::Connection& connection, const ElaboratedCard& card,
                     const DrillScope& scope) {
   const auto accounts = contiDellaScheda(*budget.ActiveInterface, card.account);
-  if (accounts.codice.empty()) throw Refused("There is no account whose movements could be shown");
+  if (accounts.codice.empty()) throw Refused(tr("There is no account whose movements could be shown"));
   const bool byCompetence = budget.TipoDataMovimenti == 1;
   const Landing landing(budget);
   const CardPercentages percentages(budget, connection);

@@ -11,6 +11,7 @@
 #include "dati/OwnTables.h"
 #include "dati/RowInsert.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -94,12 +95,11 @@ HistoryEntry History::undoable(std::optional<std::int64_t> number) const {
   for (const auto& entry : entries()) {
     if (number ? entry.number != *number : !entry.undoneBy.isNothing()) continue;
     if (!entry.undoneBy.isNothing())
-      throw Refused("Entry " + std::to_string(entry.number) + " has been undone by entry " +
-                    values::toPlainText(entry.undoneBy));
+      throw Refused(tr("Entry {} has been undone by entry {}", entry.number, values::toPlainText(entry.undoneBy)));
     return entry;
   }
-  throw Refused(number ? "There is no entry " + std::to_string(*number) + "; `bukorval history` lists them"
-                       : std::string("There is nothing to undo"));
+  throw Refused(number ? tr("There is no entry {}; `bukorval history` lists them", *number)
+                       : tr("There is nothing to undo"));
 }
 
 std::string History::changesOf(std::int64_t entry) const {
@@ -146,15 +146,15 @@ void History::refuseOrphans(const std::vector<std::int64_t>& cards) const {
           .riga(" WHERE  ", table.card, " IN (", list, ") AND BU65_ID IS NULL ");
       const auto rs = connection_.Execute(sql);
       if (!rs->Eof())
-        throw Refused("Card " + values::toPlainText((*rs)["SCHEDA"].Value()) +
-                      " would go, but later commands have given it rows: undo those first");
+        throw Refused(tr("Card {} would go, but later commands have given it rows: undo those first",
+                         values::toPlainText((*rs)["SCHEDA"].Value())));
     }
   }
 }
 
 std::vector<CardChange> History::takeBack(const HistoryEntry& entry) {
   auto* tracker = connection_.changes();
-  if (!tracker) throw Refused("This database keeps no history");
+  if (!tracker) throw Refused(tr("This database keeps no history"));
   const auto changes = changesOf(entry.number);
   RowPlaces places(connection_);
   const auto made = places.find(tracker->read(changes));

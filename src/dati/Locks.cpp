@@ -5,6 +5,7 @@
 #include "dati/RowInsert.h"
 #include "frame/TestoSql.h"
 #include "frame/Transazione.h"
+#include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
@@ -57,9 +58,9 @@ void requireUnlocked(ado::Connection& connection, const BudgetAnno& budget) {
   const auto lock = findLock(connection, budget);
   if (!lock) return;
   const auto reason = values::toPlainText(lock->reason);
-  throw Refused("Budget " + nameOf(budget) + " is locked by " + values::toPlainText(lock->user) + " since " +
-                values::toPlainText(lock->when) + (reason.empty() ? "" : " (" + reason + ")") + "; `bukorval unlock " +
-                nameOf(budget) + "` opens it");
+  throw Refused(tr("Budget {} is locked by {} since {}{}; `bukorval unlock {}` opens it", nameOf(budget),
+                   values::toPlainText(lock->user), values::toPlainText(lock->when),
+                   (reason.empty() ? "" : " (" + reason + ")"), nameOf(budget)));
 }
 
 void lockBudget(ado::Connection& connection, const BudgetAnno& budget, const std::string& user,
@@ -81,7 +82,7 @@ void lockBudget(ado::Connection& connection, const BudgetAnno& budget, const std
 }
 
 void unlockBudget(ado::Connection& connection, const BudgetAnno& budget) {
-  if (!findLock(connection, budget)) throw Refused("Budget " + nameOf(budget) + " is not locked");
+  if (!findLock(connection, budget)) throw Refused(tr("Budget {} is not locked", nameOf(budget)));
   TestoSql sql;
   sql.riga(" DELETE FROM BK05_BLOCCHI ")
       .riga(" WHERE  BK05_DITTA_CG18 = ", numero(budget.ditta))

@@ -6,9 +6,12 @@
 #include <string_view>
 
 #include "dati/Cards.h"
+#include "dati/Codes.h"
 #include "dati/Failure.h"
+#include "dati/Nearest.h"
 #include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -58,12 +61,12 @@ void requireSelectors(CLSKORVAL& budget, const ado::Dictionary& columns) {
   bool perSite = false;
   budget.GetGestioneSede(budget.TipoBudget, budget.SottoTipoBudget, perSite);
   requireSuccess(budget);
-  const auto require = [&](std::string_view column, const char* why) {
-    if (values::isBlank(given(columns, column).value_or(Variant())))
-      throw Refused(std::string(column) + " is needed: " + why);
+  const auto require = [&](std::string_view column, const std::string& why) {
+    if (values::isBlank(given(columns, column).value_or(Variant()))) throw Refused(tr("{} is needed: {}", column, why));
   };
-  if (perSite) require(kSite, "the budget is kept by site");
-  if (budget.TipoBudget == bdgTipoSpeseGenerali) require(kKind, "the budget is kept by card kind, 0 cost or 1 revenue");
+  if (perSite) require(kSite, tr("the budget is kept by site"));
+  if (budget.TipoBudget == bdgTipoSpeseGenerali)
+    require(kKind, tr("the budget is kept by card kind, 0 cost or 1 revenue"));
 }
 
 void refuseTwin(CLSKORVAL& budget, ado::Connection& connection, const ado::Dictionary& columns) {
@@ -74,7 +77,7 @@ void refuseTwin(CLSKORVAL& budget, ado::Connection& connection, const ado::Dicti
   }
   const auto twins = findCards(connection, budgetScelto(budget), key);
   if (!twins.empty())
-    throw Refused("Card " + values::toPlainText(twins.front()) + " of this budget has the same columns already");
+    throw Refused(tr("Card {} of this budget has the same columns already", values::toPlainText(twins.front())));
 }
 
 }  // namespace
@@ -85,7 +88,8 @@ std::string unknownReference(ado::Connection& connection, const Variant& company
     const auto code = values::toPlainText(*site);
     const bool number = code.find_first_not_of("0123456789") == std::string::npos;
     if (!number || !exists(connection, "CG31_SEDI", "CG31_DITTA_CG18", company, "CG31_CODICE", code))
-      return "The company has no site " + code;
+      return "The company has no site " + code +
+             didYouMeanOf(code, textsOf(codesOf(connection, company, colonnaBU65(kSite), {})));
   }
   for (const auto& [accountColumn, chartColumn, kind] : kContiPiano) {
     const auto account = given(columns, accountColumn);
@@ -93,7 +97,8 @@ std::string unknownReference(ado::Connection& connection, const Variant& company
     const auto own = given(columns, chartColumn).value_or(chart);
     const auto& table = *std::ranges::find(kChartTables, kind, &ChartTable::kind);
     if (!exists(connection, table.table, table.chart, own, table.account, testoDati(*account)))
-      return "The chart of accounts " + values::toPlainText(own) + " has no account " + values::toPlainText(*account);
+      return "The chart of accounts " + values::toPlainText(own) + " has no account " + values::toPlainText(*account) +
+             didYouMeanOf(values::toPlainText(*account), textsOf(accountsOf(connection, company, {kind, own})));
   }
   return {};
 }

@@ -3,7 +3,6 @@
 #include "dati/Cards.h"
 #include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
-#include "suite/Competenza.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -33,13 +32,13 @@ std::set<std::int64_t> selectedCards(const CLSKORVAL& budget, ado::Connection& c
 }
 
 int raiseAmounts(CLSKORVAL& budget, const DetailSnapshot& amounts, const std::set<DetailSnapshot::Key>& cells,
-                 BdgTipoDettaglio kind, const Decimal& factor) {
+                 BdgTipoDettaglio kind, const Measure& measure, const Decimal& factor) {
   int written = 0;
   for (const auto& key : cells) {
     const auto& amount = amounts.amount(key);
     if (amount.isNothing()) continue;
-    writeCardValue(budget, key.card, kind, key.period, bdgValoreImporto,
-                   suite::arrotondaImporto(values::toDecimal(amount) * factor));
+    writeCardValue(budget, key.card, kind, key.period, measure.kind,
+                   (values::toDecimal(amount) * factor).rounded(measure.decimals));
     ++written;
   }
   return written;

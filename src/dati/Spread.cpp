@@ -9,6 +9,7 @@
 #include "dati/Years.h"
 #include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -71,20 +72,19 @@ PeriodWeights daysOfPeriods(CLSKORVAL& budget, ado::Connection& connection) {
 }
 
 PeriodWeights amountsAsWeights(CLSKORVAL& budget, ado::Connection& connection, const Variant& card,
-                               BdgTipoDettaglio kind) {
+                               BdgTipoDettaglio kind, const Measure& measure) {
   const auto periods = periodNames(budget);
   const KeptSelection kept(budget);
   const auto name = "card " + values::toPlainText(card);
-  if (!selectBudgetOfCard(budget, connection, card)) throw Refused("There is no " + name);
-  if (periodNames(budget) != periods) throw Refused("The periods of " + name + " are others");
+  if (!selectBudgetOfCard(budget, connection, card)) throw Refused(tr("There is no {}", name));
+  if (periodNames(budget) != periods) throw Refused(tr("The periods of {} are others", name));
   PeriodWeights weights(periods.size());
-  for (const auto& [period, amount] : amountsOfCard(connection, card, kind)) {
+  for (const auto& [period, amount] : amountsOfCard(connection, card, kind, measure)) {
     if (period < 1 || static_cast<std::size_t>(period) > weights.size() || amount.isNothing()) continue;
     auto& weight = weights[static_cast<std::size_t>(period) - 1];
     weight = values::toDecimal(amount);
     if (weight.isNegative())
-      throw Refused("Period " + std::to_string(period) + " of " + name + " has " + weight.toString() +
-                    ": a negative amount is no weight");
+      throw Refused(tr("Period {} of {} has {}: a negative amount is no weight", period, name, weight.toString()));
   }
   return weights;
 }
@@ -96,15 +96,16 @@ Variant cardOfLastYear(CLSKORVAL& budget, ado::Connection& connection, const Var
            values::toInt32(year.progressive) == values::toInt32(budget.ProgressivoEsercizio);
   };
   const auto year = std::ranges::find_if(years, isSelected);
-  if (year == years.begin() || year == years.end()) throw Refused("The calendar has no year before the card's");
+  if (year == years.begin() || year == years.end()) throw Refused(tr("The calendar has no year before the card's"));
   const auto before = year - 1;
   auto source = budgetScelto(budget);
   source.anno = before->year;
   source.progressivo = before->progressive;
   const auto found = findCards(connection, source, keyOfCard(budget, connection, card));
   if (found.size() == 1) return found.front();
-  throw Refused((found.empty() ? "No card of " : "More than one card of ") + values::toPlainText(before->year) +
-                " has the columns of this one");
+  throw Refused(tr(found.empty() ? "No card of {} has the columns of this one"
+                                 : "More than one card of {} has the columns of this one",
+                   values::toPlainText(before->year)));
 }
 
 }  // namespace bukorval::dati

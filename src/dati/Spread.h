@@ -3,11 +3,12 @@
 #include <vector>
 
 #include "ado/connection/Connection.h"
+#include "dati/DetailNames.h"
 #include "object/CLSKORVAL.h"
 #include "values/Decimal.h"
 #include "values/Variant.h"
 
-/// An amount of a card's year, spread over its periods.
+/// An amount or a quantity of a card's year, spread over its periods.
 namespace bukorval::dati {
 
 /// By period from the first; not negative.
@@ -15,10 +16,11 @@ using PeriodWeights = std::vector<values::Decimal>;
 
 /// The days that each period of the selected budget has in its year. Throws Refused for a year that is not there.
 PeriodWeights daysOfPeriods(CLSKORVAL& budget, ado::Connection& connection);
-/// The amounts of a card, which may be another budget's with the same periods: the object keeps its selection. What is
-/// empty counts 0. Throws Refused for a card that is not there, for other periods, and for negative amounts.
+/// The amounts or quantities of a card, which may be another budget's with the same periods: the object keeps its
+/// selection. What is empty counts 0. Throws Refused for a card that is not there, for other periods, and for negative
+/// amounts.
 PeriodWeights amountsAsWeights(CLSKORVAL& budget, ado::Connection& connection, const values::Variant& card,
-                               BdgTipoDettaglio kind);
+                               BdgTipoDettaglio kind, const Measure& measure);
 /// The card of the same budget that had the same columns in the accounting year before. Throws Refused when there is
 /// none, or more than one.
 values::Variant cardOfLastYear(CLSKORVAL& budget, ado::Connection& connection, const values::Variant& card);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "dati/Failure.h"
+#include "language/Language.h"
 
 namespace bukorval::dati {
 
@@ -34,7 +35,7 @@ class Transaction::Shared : public ado::Connection {
   ado::ChangeTracker* changes() override { return real_->changes(); }
   ado::RecordsetPtr Execute(std::string_view text) override {
     // Statements after a rollback would each be kept for themselves.
-    if (!open_) throw Refused("The transaction has ended: nothing more can be written in it");
+    if (!open_) throw Refused(tr("The transaction has ended: nothing more can be written in it"));
     return real_->Execute(text);
   }
   void BeginTrans() override {}

@@ -4,8 +4,10 @@
 #include <string>
 
 #include "dati/Failure.h"
+#include "dati/Nearest.h"
 #include "dati/RowInsert.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
@@ -61,12 +63,12 @@ AccountingYear addAccountingYear(ado::Connection& connection, const Variant& com
   const auto years = accountingYears(connection, company);
   const Date first = firstDay(years, year, begin);
   const Date last = first.addMonths(months).addDays(-1);
-  if (first != first.firstOfMonth()) throw Refused("An accounting year begins with the first day of a month");
+  if (first != first.firstOfMonth()) throw Refused(tr("An accounting year begins with the first day of a month"));
   int progressive = 1;
   for (const auto& other : years) {
     if (values::toDate(other.begin) <= last && values::toDate(other.end) >= first)
-      throw Refused("There is an accounting year " + nameOf(other.year, other.progressive) + " from " +
-                    values::toPlainText(other.begin) + " to " + values::toPlainText(other.end) + " already");
+      throw Refused(tr("There is an accounting year {} from {} to {} already", nameOf(other.year, other.progressive),
+                       values::toPlainText(other.begin), values::toPlainText(other.end)));
     if (sameNumber(other.year, year)) progressive = std::max(progressive, values::toInt32(other.progressive) + 1);
   }
   RowInsert("CG19_ANADITTAESER")
@@ -91,8 +93,10 @@ void setYearClosed(ado::Connection& connection, const Variant& company, const Ac
 
 void requireYear(ado::Connection& connection, const Variant& company, const Variant& year, const Variant& progressive) {
   if (values::isBlank(year) || findYear(connection, company, year, progressive)) return;
-  throw Refused("The company has no accounting year " + nameOf(year, progressive) + "; `bukorval years add " +
-                values::toPlainText(year) + "` adds it");
+  std::vector<std::string> known;
+  for (const auto& one : accountingYears(connection, company)) known.push_back(values::toPlainText(one.year));
+  throw Refused(tr("The company has no accounting year {}; `bukorval years add {}` adds it{}",
+                   nameOf(year, progressive), values::toPlainText(year), didYouMean(values::toPlainText(year), known)));
 }
 
 void requireOpenYear(ado::Connection& connection, const Variant& company, const Variant& year,
@@ -100,8 +104,9 @@ void requireOpenYear(ado::Connection& connection, const Variant& company, const 
   requireYear(connection, company, year, progressive);
   const auto found = values::isBlank(year) ? std::nullopt : findYear(connection, company, year, progressive);
   if (found && found->closed)
-    throw Refused("The accounting year " + nameOf(year, progressive) + " is closed; `bukorval years reopen " +
-                  values::toPlainText(year) + "` opens it, --force writes all the same");
+    throw Refused(
+        tr("The accounting year {} is closed; `bukorval years reopen {}` opens it, --force writes all the same",
+           nameOf(year, progressive), values::toPlainText(year)));
 }
 
 }  // namespace bukorval::dati

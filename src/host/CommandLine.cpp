@@ -2,17 +2,20 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iostream>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "dati/Nearest.h"
 #include "host/SharedOptions.h"
 #include "host/commands/Commands.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 
 /// The one source that knows the library that parses command lines.
 namespace bukorval::host {
@@ -27,29 +30,70 @@ constexpr const char* kFooter =
     "  bukorval create demo.db --demo            make a database with a demo company\n"
     "  bukorval budgets -d demo.db               see which budgets it defines\n"
     "  bukorval grid -d demo.db -t 0 -s 01 -y 2025   the cards of one, with totals\n"
+    "  bukorval list accounts -d demo.db         what can be named: see bukorval list --help\n"
     "  bukorval COMMAND --help                   what a command does, with an example\n\n"
-    "BUKORVAL_DATABASE stands for -d, NO_COLOR turns colour off.\n"
+    "BUKORVAL_DATABASE stands for -d, BUKORVAL_CONNECTION for --connection, NO_COLOR turns colour off.\n"
     "Exit codes: 0 done, 1 refused, 2 wrong command line, 99 run-time error.";
+
+/// Words of the library that parses command lines, and what it says of wrong ones.
+constexpr std::array kLabels{"Usage",    "OPTIONS", "SUBCOMMAND", "Subcommands", "Positionals", "Options",
+                             "REQUIRED", "Env",     "Excludes",   "Needs",       "TEXT",        "INT"};
+constexpr std::array kLibraryTexts{
+    "A subcommand is required",
+    "{} is required",
+    "The following argument was not expected: {}",
+    "The following arguments were not expected: {}",
+    "{}: Value {} not in range {} to {}",
+    "{}: {} not in {}",
+    "Could not convert: {} = {}",
+    "{} excludes {}",
+    "{}: {} required {} missing",
+    "Run with {} for more information.",
+};
 
 /// The group of the options that the help leaves out.
 constexpr const char* kUnlisted = "";
+
+/// Lines of a help: those that begin with a blank are commands, with words behind four blanks; the others are prose.
+std::string translatedHelp(std::string_view text) {
+  std::string result, prose;
+  const auto endOfProse = [&] {
+    if (!prose.empty()) result.append(result.empty() ? "" : "\n").append(translated(prose));
+    prose.clear();
+  };
+  while (!text.empty()) {
+    const auto line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    if (!line.empty() && line.front() != ' ') {
+      prose.append(prose.empty() ? "" : "\n").append(line);
+      continue;
+    }
+    endOfProse();
+    const auto gap = line.rfind("    ");
+    const bool words = gap != std::string_view::npos && gap > 0 && gap + 4 < line.size() && !line.ends_with('\\');
+    result.append(result.empty() ? "" : "\n").append(words ? line.substr(0, gap + 4) : line);
+    if (words) result.append(translated(line.substr(gap + 4)));
+  }
+  endOfProse();
+  return result;
+}
 
 /// Declares an option by the kind of its target.
 struct Declare {
   CLI::App& app;
   const Option& option;
 
-  CLI::Option* operator()(bool* target) const { return app.add_flag(option.flags, *target, option.help); }
+  CLI::Option* operator()(bool* target) const { return app.add_flag(option.flags, *target, tr(option.help)); }
   template <class T>
   CLI::Option* operator()(T* target) const {
-    return app.add_option(option.flags, *target, option.help);
+    return app.add_option(option.flags, *target, tr(option.help));
   }
   CLI::Option* operator()(const std::function<void(bool)>& target) const {
     return app.add_flag_function(
-        option.flags, [target](std::int64_t n) { target(n > 0); }, option.help);
+        option.flags, [target](std::int64_t n) { target(n > 0); }, tr(option.help));
   }
   CLI::Option* operator()(const std::function<void(const std::string&)>& target) const {
-    return app.add_option_function<std::string>(option.flags, target, option.help);
+    return app.add_option_function<std::string>(option.flags, target, tr(option.help));
   }
 };
 
@@ -57,7 +101,7 @@ CLI::Option* declare(CLI::App& app, const Option& option) {
   auto* declared = std::visit(Declare{app, option}, option.target);
   declared->required(option.required);
   if (!option.valueName.empty()) declared->type_name(option.valueName);
-  if (!option.group.empty()) declared->group(option.group);
+  if (!option.group.empty()) declared->group(tr(option.group));
   if (!option.excludes.empty()) declared->excludes(app.get_option(option.excludes));
   if (!option.oneOf.empty()) declared->check(CLI::IsMember(option.oneOf));
   if (option.range) declared->check(CLI::Range(option.range->first, option.range->second));
@@ -80,15 +124,13 @@ void refuseUnused(const CLI::App& app, std::string_view command) {
 
 /// Each command has the shared options that it uses, and its own.
 void declare(CLI::App& app, const Command& command, Environment& environment) {
-  auto* own = app.add_subcommand(std::string(command.name), std::string(command.summary));
-  own->footer("Example:\n" + std::string(command.example));
-  for (const auto& option : command.options) declare(*own, option);
-  if (command.writes != Writes::Nothing)
-    declare(*own, {"--force", "write into a closed accounting year too", &environment.options.force});
-  if (command.writes == Writes::Cards)
-    declare(*own, {"--no-history", "keep nothing to undo, for bulk loads", &environment.options.noHistory});
-  for (const auto& option : outputOptions(environment.options)) declare(*own, option)->group("Shared");
-  for (const auto& option : propertyOptions(command.name, environment.options)) declare(*own, option);
+  auto* own = app.add_subcommand(std::string(command.name), tr(command.summary));
+  own->group(tr("Subcommands"));
+  own->footer(tr("Example:") + "\n" + translatedHelp(command.example));
+  // The help shows groups in the order of their first options.
+  own->set_help_flag();
+  for (const auto& option : commandOptions(command, environment.options)) declare(*own, option);
+  own->set_help_flag("-h,--help", tr("Print this help message and exit"))->group(tr("Shared"));
   own->preparse_callback([&app, &command](std::size_t) { refuseUnused(app, command.name); });
   own->callback([&command, &environment] {
     // A file with options serves every command.
@@ -100,14 +142,17 @@ void declare(CLI::App& app, const Command& command, Environment& environment) {
 
 void declare(CLI::App& app, const std::vector<Command>& commands, Environment& environment) {
   app.require_subcommand(1);
-  app.set_version_flag("--version", "bukorval 0.1.0");
-  app.footer(kFooter);
+  app.option_defaults()->group(tr("Options"));
+  app.set_help_flag("-h,--help", tr("Print this help message and exit"));
+  app.set_version_flag("--version", "bukorval 0.1.0", tr("Display program version information and exit"));
+  app.footer(translatedHelp(kFooter));
+  for (const auto* label : kLabels) app.get_formatter()->label(label, tr(label));
   app.get_formatter()->column_width(36);
   for (const auto& option : outputOptions(environment.options)) declare(app, option);
   // Here alone: the command's own --database comes after it, and only when it is given.
   app.get_option("--database")->envname("BUKORVAL_DATABASE");
   for (const auto& option : propertyOptions("", environment.options)) declare(app, option)->group(kUnlisted);
-  app.set_config("--config", "", "file with options, one NAME = VALUE per line");
+  app.set_config("--config", "", tr("file with options, one NAME = VALUE per line"));
   app.allow_config_extras(CLI::config_extras_mode::error);
   for (const auto& command : commands) declare(app, command, environment);
 }
@@ -149,22 +194,71 @@ std::string commandText(int argc, const char* const* argv) {
   return text;
 }
 
+/// What the library says of a wrong command line, line by line.
+std::string translatedTold(const std::string& told) {
+  std::string result;
+  std::istringstream lines(told);
+  for (std::string line; std::getline(lines, line);) {
+    result.append(retold(line, kLibraryTexts)).append("\n");
+  }
+  return result;
+}
+
+/// Before the options are read, as their help is in it already; what is wrong is told when they are.
+Language askedLanguage(int argc, const char* const* argv) {
+  constexpr std::string_view kOption = "--lang";
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view word = argv[i];
+    if (word == kOption && i + 1 < argc) return languageOf(argv[i + 1]);
+    if (word.starts_with("--lang=")) return languageOf(word.substr(kOption.size() + 1));
+  }
+  return languageOfEnvironment();
+}
+
+std::vector<std::string> commandNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const auto* command : app.get_subcommands({})) names.push_back(command->get_name());
+  return names;
+}
+
+std::vector<std::string> optionNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const auto* option : app.get_options())
+    for (const auto& name : option->get_lnames()) names.push_back("--" + name);
+  return names;
+}
+
+/// Of the words that nothing has, the first that is near to something.
+std::string suggestion(const CLI::App& app) {
+  for (const auto& word : app.remaining()) {
+    const auto name = word.substr(0, word.find('='));
+    const auto meant = name.starts_with("--") ? dati::didYouMean(name, optionNames(app)) : "";
+    if (!meant.empty()) return tr("Unknown option: {}", name) + meant + "\n";
+  }
+  return {};
+}
+
 int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
   std::ostringstream told;
   const int outcome = app.exit(error, std::cout, told);
-  std::cerr << safeText(told.str(), Lines::Keep);
   if (outcome == 0) return exitOk;
+  const auto asked = app.get_subcommands();
   const auto rest = app.remaining();
-  if (error.get_name() == "RequiredError" && !rest.empty())
-    std::cerr << "Unknown command: " << safeText(rest.front()) << '\n';
+  if (asked.empty() && error.get_name() == "RequiredError" && !rest.empty())
+    told.str(tr("Unknown command: {}", rest.front()) + dati::didYouMean(rest.front(), commandNames(app)) +
+             "\nRun with --help for more information.\n");
+  else
+    told << suggestion(asked.empty() ? app : *asked.front());
+  std::cerr << safeText(translatedTold(told.str()), Lines::Keep);
   return exitUsage;
 }
 
 }  // namespace
 
 int runCommandLine(int argc, const char* const* argv, Environment& environment) {
+  chooseLanguage(askedLanguage(argc, argv));
   const auto all = commands();
-  CLI::App app(kDescription, "bukorval");
+  CLI::App app(translatedHelp(kDescription), "bukorval");
   declare(app, all, environment);
   environment.options.commandText = commandText(argc, argv);
   try {

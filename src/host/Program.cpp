@@ -6,10 +6,12 @@
 #include "dati/Failure.h"
 #include "frame/Fallimento.h"
 #include "host/CommandLine.h"
+#include "host/Completion.h"
 #include "host/environment/Environment.h"
 #include "host/environment/Errors.h"
 #include "host/environment/StandardStreams.h"
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval::host {
@@ -26,6 +28,8 @@ int failed(int code, const char* message) {
 int runProgram(int argc, const char* const* argv) noexcept {
   try {
     prepareStandardStreams();
+    chooseLanguage(languageOfEnvironment());
+    if (completeWords(argc, argv)) return exitOk;
     Environment environment;
     const int code = runCommandLine(argc, argv, environment);
     flushOutput();

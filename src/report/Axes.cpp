@@ -6,9 +6,11 @@
 #include <numeric>
 
 #include "dati/Failure.h"
+#include "dati/Nearest.h"
 #include "definition/Colonne.h"
 #include "frame/ContiPiano.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
@@ -63,14 +65,14 @@ int levelNumber(std::string_view name) {
 std::string sqlCode(const CardAxis& axis, const std::string& code) {
   if (!axis.number) return testoDati(code);
   const bool digits = code.size() <= 10 && std::ranges::all_of(code, [](char c) { return c >= '0' && c <= '9'; });
-  if (!digits) throw dati::Refused("'" + code + "' is no code of " + axis.name + ", which are whole numbers");
+  if (!digits) throw dati::Refused(tr("'{}' is no code of {}, which are whole numbers", code, axis.name));
   return code;
 }
 
 std::string codeCondition(const CardAxis& axis, const std::string& code) {
   if (code.empty()) return axis.column + " IS NULL";
   if (!code.ends_with('*')) return axis.expression + " = " + sqlCode(axis, code);
-  if (axis.number) throw dati::Refused("Codes of " + axis.name + " are numbers, which have no beginning: " + code);
+  if (axis.number) throw dati::Refused(tr("Codes of {} are numbers, which have no beginning: {}", axis.name, code));
   return axis.expression + " LIKE " + modelloPrefisso(std::string_view(code).substr(0, code.size() - 1));
 }
 
@@ -116,6 +118,12 @@ Axes::Axes(CLSKORVAL& budget) : budget_(budget) {
   known_.push_back({"id", "BU65_ID"});
 }
 
+std::vector<std::string> Axes::allNames() const {
+  std::vector<std::string> all;
+  for (const auto& axis : known_) all.push_back(axis.name);
+  return all;
+}
+
 std::string Axes::names() const {
   std::string text;
   for (const auto& axis : known_) text.append(text.empty() ? "" : ", ").append(axis.name);
@@ -129,7 +137,9 @@ CardAxis Axes::find(const std::string& name) const {
   const auto found = std::ranges::find_if(known_, [&](const auto& axis) {
     return values::compareText(axis.name, name) == 0 || values::compareText(axis.column, name) == 0;
   });
-  if (found == known_.end()) throw dati::Refused("The budget has no axis '" + name + "'; it has " + names());
+  if (found == known_.end())
+    throw dati::Refused(
+        tr("The budget has no axis '{}'; it has {}{}", name, names(), dati::didYouMean(name, allNames())));
   CardAxis axis{{name, found->column}, found->column, found->column, false};
   axis.number = colonnaBU65(found->column).isNumero();
   return axis;

@@ -31,6 +31,12 @@ class Axes {
   /// Throws dati::Failure when the object does not tell the budget's columns.
   explicit Axes(CLSKORVAL& budget);
 
+  struct Known {
+    std::string name;
+    std::string column;
+  };
+  /// All but the levels of the account, in the budget's order.
+  const std::vector<Known>& known() const { return known_; }
   /// Throws dati::Refused, with the axes that there are, for any other.
   CardAxis find(const std::string& name) const;
   /// The line of a statement that keeps the cards of a filter. Throws dati::Refused for a code that cannot be one.
@@ -39,11 +45,8 @@ class Axes {
   Descriptions describe(ado::Connection& connection, const CardAxis& axis, std::string_view conditions) const;
 
  private:
-  struct Known {
-    std::string name;
-    std::string column;
-  };
   CardAxis level(const std::string& name) const;
+  std::vector<std::string> allNames() const;
   std::string names() const;
 
   CLSKORVAL& budget_;

@@ -6,6 +6,7 @@
 
 #include "dati/Failure.h"
 #include "definition/Periodicita.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::report {
@@ -30,7 +31,7 @@ const Periodicita& periodicityOf(CLSKORVAL& budget) {
   const auto code = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
   dati::requireSuccess(budget);
   const auto* known = periodicita(code);
-  if (known == nullptr) throw dati::Refused("The budget does not say how long its periods are");
+  if (known == nullptr) throw dati::Refused(tr("The budget does not say how long its periods are"));
   return *known;
 }
 
@@ -53,7 +54,7 @@ std::string fittingNames(CLSKORVAL& budget, const Periodicita& own) {
   std::string text;
   for (const auto& split : kSplits)
     if (fits(split, own)) text.append(text.empty() ? "" : ", ").append(split.name);
-  return "The budget's periods are \"" + budget.GetDes_BdgPeriodicita(codeOf(own)) + "\": its columns are " + text;
+  return tr("The budget's periods are \"{}\": its columns are {}", budget.GetDes_BdgPeriodicita(codeOf(own)), text);
 }
 
 /// "2025-09".
@@ -90,7 +91,7 @@ bool isPeriods(const std::string& name) { return std::ranges::find(kSplits, name
 PeriodColumns periodColumns(CLSKORVAL& budget, const std::string& name) {
   const auto* const split = std::ranges::find(kSplits, name, &Split::name);
   const auto& own = periodicityOf(budget);
-  if (!fits(*split, own)) throw dati::Refused(fittingNames(budget, own) + ", not " + name);
+  if (!fits(*split, own)) throw dati::Refused(tr("{}, not {}", fittingNames(budget, own), name));
   const int months = split->months == 0 ? own.mesi : split->months;
   const auto periodicity = split->months == 0 ? codeOf(own) : split->periodicity;
   PeriodColumns made;
@@ -106,12 +107,12 @@ std::vector<int> periodsUpTo(CLSKORVAL& budget, const Date& to) {
   const auto months = monthsOf(budget);
   const auto last = std::ranges::find(months, to.firstOfMonth(), &std::pair<Date, int>::first);
   if (last == months.end())
-    throw dati::Refused("The budget goes from " + monthText(months.front().first) + " to " +
-                        monthText(months.back().first) + "; " + monthText(to) + " is no month of it");
+    throw dati::Refused(tr("The budget goes from {} to {}; {} is no month of it", monthText(months.front().first),
+                           monthText(months.back().first), monthText(to)));
   const auto next = last + 1;
   if (next != months.end() && next->second == last->second)
-    throw dati::Refused(monthText(to) + " is in the middle of a period of the budget (" +
-                        periodName(budget, last->second) + ")");
+    throw dati::Refused(
+        tr("{} is in the middle of a period of the budget ({})", monthText(to), periodName(budget, last->second)));
   std::set<int> periods;
   for (auto month = months.begin(); month != next; ++month) periods.insert(month->second);
   return {periods.begin(), periods.end()};

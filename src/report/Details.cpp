@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::report {
@@ -78,7 +79,7 @@ std::vector<Column> Details::columns(const Descriptions& descriptions) const {
     const bool described = found != descriptions.end() && !found->second.empty();
     columns.push_back({(plan_.columns->name == "site" ? "SITE" : "KIND") + text, described ? found->second : text});
   }
-  columns.push_back({"", "Totale"});
+  columns.push_back({"", tr("Total")});
   return columns;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "dati/Failure.h"
+#include "language/Language.h"
 
 namespace bukorval::report {
 namespace {
@@ -93,14 +94,14 @@ std::string names(const Range& range) {
 const Measure& findMeasure(std::string_view name) {
   const auto* const found = std::ranges::find(kMeasures, name, &Measure::name);
   if (found != std::end(kMeasures)) return *found;
-  throw dati::Refused("There is no measure '" + std::string(name) + "'; there are " + names(kMeasures));
+  throw dati::Refused(tr("There is no measure '{}'; there are {}", name, names(kMeasures)));
 }
 
 Figure findFigure(std::string_view name, const Measure& measure, int forecasts) {
   const auto all = figures(measure, forecasts);
   const auto found = std::ranges::find(all, name, &Figure::name);
   if (found != all.end()) return *found;
-  throw dati::Refused("The budget has no value '" + std::string(name) + "'; it has " + names(all));
+  throw dati::Refused(tr("The budget has no value '{}'; it has {}", name, names(all)));
 }
 
 }  // namespace bukorval::report

@@ -6,13 +6,14 @@
 
 #include "dati/Failure.h"
 #include "frame/BudgetAnno.h"
+#include "language/Language.h"
 
 namespace bukorval::report {
 namespace {
 
 void requireOnce(const std::vector<std::string>& names) {
   for (const auto& name : names)
-    if (std::ranges::count(names, name) > 1) throw dati::Refused("'" + name + "' stands twice");
+    if (std::ranges::count(names, name) > 1) throw dati::Refused(tr("'{}' stands twice", name));
 }
 
 bool uses(const Figure& figure, std::size_t fact) {
@@ -51,14 +52,14 @@ void Plan::askAxes(CLSKORVAL& budget, const Query& query) {
     return;
   }
   if (query.columns != "site" && query.columns != "kind")
-    throw dati::Refused("There are no columns '" + query.columns +
-                        "'; there are month, quarter, half, year, period, site, kind");
+    throw dati::Refused(
+        tr("There are no columns '{}'; there are month, quarter, half, year, period, site, kind", query.columns));
   columns = axes.find(query.columns);
   reading.axes.push_back(*columns);
 }
 
 void Plan::askFigures(const Query& query) {
-  if (figures.empty()) throw dati::Refused("A report shows at least one value");
+  if (figures.empty()) throw dati::Refused(tr("A report shows at least one value"));
   requireOnce(query.values);
   std::set<int> those;
   for (const auto& figure : figures)
@@ -75,7 +76,7 @@ void Plan::askOrder(const Query& query) {
   sortBy = query.top > 0 ? 0 : figures.size();
   if (query.sort.empty()) return;
   const auto found = std::ranges::find(query.values, query.sort);
-  if (found == query.values.end()) throw dati::Refused("Only a value that is shown sorts, not '" + query.sort + "'");
+  if (found == query.values.end()) throw dati::Refused(tr("Only a value that is shown sorts, not '{}'", query.sort));
   sortBy = static_cast<std::size_t>(found - query.values.begin());
 }
 

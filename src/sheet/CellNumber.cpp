@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "dati/import/CsvModel.h"
+#include "language/Language.h"
 #include "values/Errore.h"
 
 namespace bukorval::sheet {
@@ -15,9 +16,9 @@ Decimal shortestDecimal(const std::string& text) {
   double number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc{} || end != text.data() + text.size() || !std::isfinite(number))
-    throw values::Errore(dati::shown(text) + " is not a number");
+    throw values::Errore(tr("{} is not a number", dati::shown(text)));
   constexpr double kBeyondEveryMeasure = 1e15;
-  if (std::abs(number) >= kBeyondEveryMeasure) throw values::Errore(dati::shown(text) + " is too large");
+  if (std::abs(number) >= kBeyondEveryMeasure) throw values::Errore(tr("{} is too large", dati::shown(text)));
   return Decimal::FromDouble(number);
 }
 
@@ -27,8 +28,8 @@ Decimal fitting(const std::string& text, const dati::Measure& measure) {
   const auto rest = number - rounded;
   const auto hair = Decimal::FromScaled(1, 9);
   if (rest > hair || -rest > hair)
-    throw values::Errore(number.toString() + " has more than " + std::to_string(measure.decimals) + " decimals");
-  if (rounded.integerDigits() > measure.digits) throw values::Errore(number.toString() + " is too large");
+    throw values::Errore(tr("{} has more than {} decimals", number.toString(), measure.decimals));
+  if (rounded.integerDigits() > measure.digits) throw values::Errore(tr("{} is too large", number.toString()));
   return rounded.normalized();
 }
 
@@ -41,12 +42,12 @@ values::Variant cellNumber(const RawCell& cell, const RawTable& table, const dat
   }
   switch (cell.kind) {
     case RawKind::Number: return fitting(cell.text, measure);
-    case RawKind::Text: throw values::Errore(dati::shown(cell.text) + " is text, not a number");
-    case RawKind::Boolean: throw values::Errore("a truth value is no number");
-    case RawKind::Error: throw values::Errore("the cell shows " + dati::shown(cell.text) + ", not a number");
+    case RawKind::Text: throw values::Errore(tr("{} is text, not a number", dati::shown(cell.text)));
+    case RawKind::Boolean: throw values::Errore(tr("a truth value is no number"));
+    case RawKind::Error: throw values::Errore(tr("the cell shows {}, not a number", dati::shown(cell.text)));
     case RawKind::Unknown: break;
   }
-  throw values::Errore("a formula without its value: save the file with a spreadsheet program");
+  throw values::Errore(tr("a formula without its value: save the file with a spreadsheet program"));
 }
 
 std::optional<Decimal> plainDecimal(std::string_view text) {

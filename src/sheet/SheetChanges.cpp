@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "dati/import/CsvModel.h"
+#include "language/Language.h"
 #include "sheet/CellNumber.h"
 #include "sheet/SheetFile.h"
 #include "sheet/WideShape.h"
@@ -57,12 +58,12 @@ class Comparison {
       if (found != file_.names.end())
         positions_.push_back(found->second);
       else if (column.role != Role::Description)
-        say(1, 0, "column " + dati::shown(column.name) + " is missing");
+        say(1, 0, tr("column {} is missing", dati::shown(column.name)));
       else
         positions_.push_back(kNowhere);
     }
     for (const auto& [name, position] : file_.names)
-      if (!known.contains(name)) say(1, position, "unknown column " + dati::shown(name));
+      if (!known.contains(name)) say(1, position, tr("unknown column {}", dati::shown(name)));
     return problems_.count() == before;
   }
 
@@ -74,11 +75,11 @@ class Comparison {
     const auto sheet = textAt(0);
     if (sheet == kTitlesLine || sheet == kTotalsLine) return;
     if (sheet.empty()) return refuseAdded();
-    if (sheet != file_.identity) return say(line.line, 0, "the line is of another sheet");
+    if (sheet != file_.identity) return say(line.line, 0, tr("the line is of another sheet"));
     const auto* row = findCard();
     if (!row || !keysAgree(*row)) return;
     if (!parseExported(textOf(Role::Exported), now_.periods.size(), exported_))
-      return say(line.line, positionOf(Role::Exported), "what was exported cannot be read: it was changed");
+      return say(line.line, positionOf(Role::Exported), tr("what was exported cannot be read: it was changed"));
     for (std::size_t i = 0; i < shape_.columns().size(); ++i)
       if (shape_.columns()[i].role == Role::Period) compareCell(*row, shape_.columns()[i].index, positions_[i]);
   }
@@ -86,7 +87,7 @@ class Comparison {
   void refuseAdded() {
     for (const auto position : positions_)
       if (position != kNowhere && cells_[position])
-        return say(line_->line, position, "the line is of no card: cards are not added here");
+        return say(line_->line, position, tr("the line is of no card: cards are not added here"));
   }
 
   const SheetRow* findCard() {
@@ -96,11 +97,11 @@ class Comparison {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), id);
     const auto row = error == std::errc{} && end == text.data() + text.size() ? rows_.find(id) : rows_.end();
     if (row == rows_.end()) {
-      say(line_->line, position, "the budget has no card " + dati::shown(text));
+      say(line_->line, position, tr("the budget has no card {}", dati::shown(text)));
       return nullptr;
     }
     if (seen_.insert(id).second) return row->second;
-    say(line_->line, position, "card " + text + " stands twice");
+    say(line_->line, position, tr("card {} stands twice", text));
     return nullptr;
   }
 
@@ -114,8 +115,8 @@ class Comparison {
       if (sameCode(text, code)) continue;
       agree = false;
       say(line_->line, positions_[i],
-          column.name + " of card " + std::to_string(row.card.id) + " is " + shownCode(values::toPlainText(code)) +
-              ", not " + shownCode(text));
+          tr("{} of card {} is {}, not {}", column.name, row.card.id, shownCode(values::toPlainText(code)),
+             shownCode(text)));
     }
     return agree;
   }
@@ -132,16 +133,17 @@ class Comparison {
       return say(line_->line, position, prefixed(period, e.what()));
     }
     if (same(value, exported) || same(value, now.value)) return;
-    if (now.details > 1) return say(line_->line, position, prefixed(period, "the value is the sum of several details"));
+    if (now.details > 1)
+      return say(line_->line, position, prefixed(period, tr("the value is the sum of several details")));
     if (!same(exported, now.value)) return say(line_->line, position, prefixed(period, conflict(exported, now, row)));
     changes_.push_back({&row, period, now.value, value});
   }
 
   std::string conflict(const Variant& exported, const SheetCell& now, const SheetRow& row) {
-    auto text = "was " + shownValue(exported) + " at the export and is " + shownValue(now.value) + " now";
+    auto text = tr("was {} at the export and is {} now", shownValue(exported), shownValue(now.value));
     const auto stamp = textOf(Role::Stamp);
     const bool later = stamp != values::toPlainText(shape_.value(row, shape_.columns()[columnOf(Role::Stamp)]));
-    return later ? text + "; the card was last changed " + values::toPlainText(row.card.stamp) : text;
+    return later ? text + tr("; the card was last changed {}", values::toPlainText(row.card.stamp)) : text;
   }
 
   /// A spreadsheet's cell has a name that says the period.

@@ -5,6 +5,7 @@
 #include <pugixml.hpp>
 
 #include "dati/Failure.h"
+#include "language/Language.h"
 #include "sheet/RawTable.h"
 #include "sheet/ZipArchive.h"
 
@@ -61,7 +62,7 @@ class Workbook {
       auto table = readSheet(*part);
       if (!table.header.empty() && table.header.front() == firstName) return table;
     }
-    refuse("has no sheet that `bukorval export` wrote");
+    refuse(tr("has no sheet that `bukorval export` wrote"));
   }
 
  private:
@@ -86,7 +87,7 @@ class Workbook {
   void parse(const std::string& part, pugi::xml_document& document) const {
     const auto text = zip_.read(part);
     if (const auto outcome = document.load_buffer(text.data(), text.size()); !outcome)
-      refuse("is damaged: the part " + part + " is no XML (" + outcome.description() + ")");
+      refuse(tr("is damaged: the part {} is no XML ({})", part, outcome.description()));
   }
 
   void readStrings(const std::string& part) {
@@ -120,7 +121,7 @@ class Workbook {
       std::size_t line = row.line;
       const auto place = cell.attribute("r");
       if (place && (!parsePlace(place.value(), next, line) || line != row.line))
-        refuse(std::string("is damaged: it has a cell ") + place.value() + " in line " + std::to_string(row.line));
+        refuse(tr("is damaged: it has a cell {} in line {}", place.value(), row.line));
       addCell(cell, next++, row);
     }
   }
@@ -143,13 +144,13 @@ class Workbook {
     std::size_t position = 0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), position);
     if (error != std::errc{} || end != number.data() + number.size() || position >= strings_.size())
-      refuse("is damaged: it has no text " + std::string(number));
+      refuse(tr("is damaged: it has no text {}", number));
     return strings_[position];
   }
 
   void takeNames(const RawRow& row, RawTable& table) const {
     for (const auto& cell : row.cells) {
-      if (cell.column >= kMostNames) refuse("has no sheet that `bukorval export` wrote");
+      if (cell.column >= kMostNames) refuse(tr("has no sheet that `bukorval export` wrote"));
       if (cell.column >= table.header.size()) table.header.resize(cell.column + 1);
       table.header[cell.column] = cell.text;
     }

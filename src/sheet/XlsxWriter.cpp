@@ -7,6 +7,7 @@
 
 #include "dati/Failure.h"
 #include "dati/Locks.h"
+#include "language/Language.h"
 #include "sheet/WideShape.h"
 #include "values/Conversion.h"
 
@@ -28,8 +29,7 @@ constexpr std::array kLooks{Look{Role::Sheet, 10, true},  Look{Role::Card, 8, fa
                             Look{Role::Period, 14, false}};
 
 void require(lxw_error error) {
-  if (error != LXW_NO_ERROR)
-    throw dati::Refused(std::string("The spreadsheet cannot be written: ") + lxw_strerror(error));
+  if (error != LXW_NO_ERROR) throw dati::Refused(tr("The spreadsheet cannot be written: {}", lxw_strerror(error)));
 }
 
 struct Range {
@@ -43,7 +43,7 @@ class Book {
  public:
   Book(const BudgetSheet& sheet, const std::string& file)
       : sheet_(sheet), shape_(sheet), book_(workbook_new(file.c_str()), lxw_workbook_free) {
-    if (!book_) throw dati::Refused("The spreadsheet cannot be written: not enough memory");
+    if (!book_) throw dati::Refused(tr("The spreadsheet cannot be written: not enough memory"));
     page_ = workbook_add_worksheet(book_.get(), "Budget");
     firstPeriod_ = shape_.columns().size() - sheet.periods.size();
     total_ = shape_.columns().size();
@@ -202,7 +202,7 @@ class Book {
 }  // namespace
 
 void writeXlsx(const BudgetSheet& sheet, const std::string& file) {
-  if (sheet.rows.size() > kMostCards) throw dati::Refused("A spreadsheet has no room for so many cards");
+  if (sheet.rows.size() > kMostCards) throw dati::Refused(tr("A spreadsheet has no room for so many cards"));
   Book(sheet, file).write();
 }
 

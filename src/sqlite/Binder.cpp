@@ -1,6 +1,6 @@
 #include "sqlite/Binder.h"
 
-#include "sqlite/LiteralConversion.h"
+#include "engine/LiteralConversion.h"
 #include "values/Errore.h"
 
 namespace sqlite {
@@ -36,8 +36,6 @@ BoundValue valueOf(const Binding& binding, const tsql::Literal& literal) {
 }
 
 }  // namespace
-
-std::string_view likePrefix(std::string_view pattern) { return pattern.substr(0, pattern.find_first_of("%_[")); }
 
 void bindLiterals(sqlite3_stmt* statement, const std::vector<Binding>& bindings,
                   const std::vector<tsql::Literal>& literals) {

@@ -13,7 +13,4 @@ namespace sqlite {
 void bindLiterals(sqlite3_stmt* statement, const std::vector<Binding>& bindings,
                   const std::vector<tsql::Literal>& literals);
 
-/// The text every match of a LIKE pattern begins with: what stands before its first wildcard.
-std::string_view likePrefix(std::string_view pattern);
-
 }  // namespace sqlite

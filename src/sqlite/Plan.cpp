@@ -48,7 +48,7 @@ Plan::Plan(sqlite3* database, Statistics& statistics, Translation translation)
       cleanup_(stepsOf(translation_.cleanup)),
       teardown_(stepsOf(translation_.teardown)),
       main_{&translation_.main, nullptr},
-      reader_(translation_.columns) {}
+      reader_(translation_.columns, translation_.order) {}
 
 Plan::~Plan() {
   if (!setUp_) return;

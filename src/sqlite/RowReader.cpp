@@ -1,17 +1,19 @@
 #include "sqlite/RowReader.h"
 
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "engine/DateNumber.h"
+#include "engine/ResultSet.h"
+#include "engine/Scaled.h"
 #include "sqlite/Handle.h"
-#include "sqlite/storage/DateNumber.h"
-#include "sqlite/storage/Scaled.h"
 #include "values/Errore.h"
 
 namespace sqlite {
+
+using namespace engine;
 
 using namespace ado;
 
@@ -22,51 +24,9 @@ using tsql::TypeKind;
 using values::Decimal;
 using values::Variant;
 
-/// A Decimal holds any number of 28 digits.
-constexpr std::size_t kDecimalDigits = 28;
-constexpr std::int32_t kUnlimitedText = 1'073'741'823;
-
-DataTypeEnum integerType(const Type& type) {
-  if (type.precision == 16) return adSmallInt;
-  return type.precision == 32 ? adInteger : adBigInt;
-}
-
-DataTypeEnum textType(const Type& type) {
-  if (type.fixed) return type.wide ? adWChar : adChar;
-  return type.wide ? adVarWChar : adVarChar;
-}
-
-DataTypeEnum fieldType(const Type& type) {
-  switch (type.kind) {
-    case TypeKind::Integer: return integerType(type);
-    case TypeKind::Decimal: return adDecimal;
-    case TypeKind::Float: return adDouble;
-    case TypeKind::Text: return textType(type);
-    case TypeKind::DateTime: return adDBTimeStamp;
-    case TypeKind::Bit: return adBoolean;
-    case TypeKind::Unknown: break;
-  }
-  return adVariant;
-}
-
 std::string_view textOf(sqlite3_value* value) {
   const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
   return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
-}
-
-/// A new row's cell is Null and owns nothing: it is built over, not assigned to.
-template <class T>
-void put(Variant& cell, T&& value) {
-  std::construct_at(&cell, std::forward<T>(value));
-}
-
-/// A sum too wide for the engine's integers comes as its digits.
-Decimal wideDecimal(std::string_view digits, int scale) {
-  const auto units = parseUnits(digits);
-  const auto value =
-      units && digits.size() <= kDecimalDigits + 1 ? Decimal::TryParse(unitsToPlainText(*units, scale)) : std::nullopt;
-  if (!value) throw values::Errore("Arithmetic overflow error converting expression to data type numeric");
-  return *value;
 }
 
 }  // namespace
@@ -86,39 +46,26 @@ RowReader::How RowReader::howToRead(const Type& type) {
   return How::ByStorage;
 }
 
-RowReader::RowReader(const std::vector<tsql::ResultColumn>& columns) : results_(columns) {
+RowReader::RowReader(const std::vector<tsql::ResultColumn>& columns, std::vector<SortKey> order)
+    : results_(columns), order_(std::move(order)) {
   for (const auto& column : columns) {
     columns_.push_back({howToRead(column.type), static_cast<std::uint8_t>(column.type.scale), -1, {}});
   }
 }
 
-RecordsetPtr RowReader::emptySet() const {
-  auto set = std::make_shared<Recordset>();
-  set->CursorLocation = adUseClient;
-  auto& fields = set->Fields();
-  for (const auto& [name, type] : results_) {
-    // Two columns of a query may carry one name; a record set finds the first by it, so the others get a number.
-    std::string unique = name;
-    for (int copy = 2; fields.Find(unique) != nullptr; ++copy) unique = name + "#" + std::to_string(copy);
-    const bool text = type.kind == TypeKind::Text;
-    const std::int32_t size = text ? (type.length > 0 ? type.length : kUnlimitedText) : 0;
-    auto& field = fields.Append(unique, fieldType(type), size, type.nullable ? adFldIsNullable : adFldUnspecified);
-    if (type.kind == TypeKind::Decimal) {
-      field.Precision(std::min<int>(type.precision, kDecimalDigits));
-      field.NumericScale(type.scale);
-    }
-  }
-  set->Open();
-  return set;
-}
-
 RecordsetPtr RowReader::readAll(sqlite3* database, sqlite3_stmt* statement) {
-  auto set = emptySet();
+  auto set = emptySet(results_);
   const ResetAtEnd reset(statement);
   int outcome = sqlite3_step(statement);
   const bool rows = outcome == SQLITE_ROW;
-  for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) readRow(statement, set->AppendRow());
+  std::vector<std::span<Variant>> toSort;
+  for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) {
+    const auto cells = set->AppendRow();
+    readRow(statement, cells);
+    if (!order_.empty()) toSort.push_back(cells);
+  }
   if (outcome != SQLITE_DONE) throwFailure(database);
+  sortRows(toSort, order_);
   if (rows) set->MoveFirst();
   return set;
 }
@@ -142,15 +89,15 @@ void RowReader::readOther(const Column& column, int storage, sqlite3_value* valu
   if (storage == SQLITE_TEXT) {
     const auto text = textOf(value);
     if (column.how == How::Text || column.how == How::ByStorage) {
-      put(cell, text);
+      engine::put(cell, text);
       return;
     }
     if (column.how == How::Decimal) {
-      put(cell, wideDecimal(text, column.scale));
+      engine::put(cell, wideDecimal(text, column.scale));
       return;
     }
   } else if (storage == SQLITE_FLOAT && (column.how == How::Float || column.how == How::ByStorage)) {
-    put(cell, sqlite3_value_double(value));
+    engine::put(cell, sqlite3_value_double(value));
     return;
   }
   const auto position = static_cast<std::size_t>(&column - columns_.data());
@@ -161,25 +108,25 @@ void RowReader::readInteger(Column& column, std::int64_t value, Variant& cell) {
   switch (column.how) {
     case How::Int16:
       if (!std::in_range<std::int16_t>(value)) break;
-      put(cell, static_cast<std::int16_t>(value));
+      engine::put(cell, static_cast<std::int16_t>(value));
       return;
     case How::Int32:
       if (!std::in_range<std::int32_t>(value)) break;
-      put(cell, static_cast<std::int32_t>(value));
+      engine::put(cell, static_cast<std::int32_t>(value));
       return;
-    case How::Decimal: put(cell, Decimal::FromScaled(value, column.scale)); return;
-    case How::Bit: put(cell, value != 0); return;
-    case How::Float: put(cell, static_cast<double>(value)); return;
-    case How::Text: put(cell, std::to_string(value)); return;
+    case How::Decimal: engine::put(cell, Decimal::FromScaled(value, column.scale)); return;
+    case How::Bit: engine::put(cell, value != 0); return;
+    case How::Float: engine::put(cell, static_cast<double>(value)); return;
+    case How::Text: engine::put(cell, std::to_string(value)); return;
     case How::Date:
       if (value != column.lastDate) {
         column.lastDateValue = fromDateNumber(value);
         column.lastDate = value;
       }
-      put(cell, column.lastDateValue);
+      engine::put(cell, column.lastDateValue);
       return;
     case How::Int64:
-    case How::ByStorage: put(cell, value); return;
+    case How::ByStorage: engine::put(cell, value); return;
   }
   throw values::Errore("Arithmetic overflow error converting expression to data type " +
                        std::string(column.how == How::Int16 ? "smallint" : "int"));

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ado/recordset/Recordset.h"
+#include "engine/RowOrder.h"
 #include "tsql/Catalog.h"
 
 namespace sqlite {
@@ -13,7 +14,8 @@ namespace sqlite {
 /// Turns the rows of one statement into a record set. How each column is read is settled once, here, not per row.
 class RowReader {
  public:
-  explicit RowReader(const std::vector<tsql::ResultColumn>& columns);
+  /// @param order  by which the rows are sorted; empty when they come as they should.
+  explicit RowReader(const std::vector<tsql::ResultColumn>& columns, std::vector<engine::SortKey> order = {});
 
   /// Steps the statement to its end; the set stands on its first row. A value that its column's type cannot hold
   /// throws values::Errore.
@@ -28,13 +30,13 @@ class RowReader {
     values::Date lastDateValue;
   };
   static How howToRead(const tsql::Type& type);
-  ado::RecordsetPtr emptySet() const;
   void readRow(sqlite3_stmt* statement, std::span<values::Variant> cells);
   static void readInteger(Column& column, std::int64_t value, values::Variant& cell);
   void readOther(const Column& column, int storage, sqlite3_value* value, values::Variant& cell);
 
   std::vector<tsql::ResultColumn> results_;
   std::vector<Column> columns_;
+  std::vector<engine::SortKey> order_;
 };
 
 }  // namespace sqlite

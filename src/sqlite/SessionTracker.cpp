@@ -10,12 +10,14 @@
 #include <charconv>
 #include <string>
 
+#include "engine/DateNumber.h"
 #include "sqlite/Handle.h"
-#include "sqlite/storage/DateNumber.h"
 #include "values/Decimal.h"
 #include "values/Errore.h"
 
 namespace sqlite {
+
+using namespace engine;
 namespace {
 
 using values::Variant;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "ado/Messages.h"
+#include "engine/ResultSet.h"
 #include "sqlite/ConnectionWords.h"
 #include "sqlite/SessionTracker.h"
 #include "sqlite/emitter/Translate.h"
@@ -93,7 +94,8 @@ RecordsetPtr SqliteConnection::Execute(std::string_view text) {
   ++statistics_.executed;
   const tsql::Scan scan = tsql::scan(text);
   auto& plan = planFor(scan);
-  if (plan.kind() == Translation::Kind::Identity) return identityRow(plan.columns());
+  if (plan.kind() == Translation::Kind::Identity)
+    return engine::identityRow(plan.columns().front().name, lastIdentity_);
   if (plan.kind() == Translation::Kind::Schema) return runSchemaChange(plan, scan);
   if (auto rows = plan.run(scan.literals)) return rows;
   if (plan.insertsIdentity() && sqlite3_changes(database_.get()) > 0) {
@@ -134,19 +136,6 @@ void SqliteConnection::reloadSchema() {
   catalog_->reload();
 }
 
-RecordsetPtr SqliteConnection::identityRow(const std::vector<tsql::ResultColumn>& columns) const {
-  auto set = std::make_shared<Recordset>();
-  set->CursorLocation = adUseClient;
-  auto& field = set->Fields().Append(columns.empty() ? "" : columns.front().name, adDecimal, 0, adFldIsNullable);
-  field.Precision(28);
-  field.NumericScale(0);
-  set->Open();
-  auto cells = set->AppendRow();
-  if (lastIdentity_) cells[0] = values::Decimal::FromScaled(*lastIdentity_);
-  set->MoveFirst();
-  return set;
-}
-
 void SqliteConnection::BeginTrans() {
   requireOpen();
   if (inTransaction_) throw Errore("Cannot start more transactions on this session");
@@ -181,7 +170,7 @@ void SqliteConnection::RollbackTrans() {
 
 /// What was made inside the transaction is gone: stages, and tables if any were.
 void SqliteConnection::forgetRolledBack() {
-  cache_->removeStaged();
+  cache_->removeIf([](const Plan& plan) { return plan.hasStages(); });
   if (schemaChangedInTransaction_) reloadSchema();
   schemaChangedInTransaction_ = false;
 }

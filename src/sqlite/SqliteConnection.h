@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "ado/connection/Connection.h"
+#include "engine/StatementCache.h"
 #include "sqlite/Handle.h"
 #include "sqlite/Plan.h"
 #include "sqlite/SchemaCatalog.h"
-#include "sqlite/StatementCache.h"
 #include "tsql/Lexer.h"
 
 namespace sqlite {
@@ -50,14 +50,13 @@ class SqliteConnection : public ado::Connection {
   Plan& planFor(const tsql::Scan& scan);
   std::unique_ptr<Plan> makePlan(const tsql::Scan& scan);
   ado::RecordsetPtr runSchemaChange(Plan& plan, const tsql::Scan& scan);
-  ado::RecordsetPtr identityRow(const std::vector<tsql::ResultColumn>& columns) const;
   void reloadSchema();
   void forgetRolledBack();
 
   Database database_;
   Prepared rollback_;
   std::optional<SchemaCatalog> catalog_;
-  std::optional<StatementCache> cache_;
+  std::optional<StatementCache<Plan>> cache_;
   std::unique_ptr<ado::ChangeTracker> tracker_;
   Statistics statistics_;
   std::optional<std::int64_t> lastIdentity_;

@@ -66,17 +66,17 @@ Decimal quotaNelPeriodo(const Decimal& importo, const Date& inizio, const Date& 
   return somma;
 }
 
-std::vector<Decimal> ripartisciPerPesi(const Decimal& importo, const std::vector<Decimal>& pesi) {
+std::vector<Decimal> ripartisciPerPesi(const Decimal& importo, const std::vector<Decimal>& pesi, int decimali) {
   const bool negativo = importo.isNegative();
   const Decimal intero = negativo ? -importo : importo;
-  const Decimal centesimo = Decimal::FromScaled(1, kDecimaliImporto);
+  const Decimal centesimo = Decimal::FromScaled(1, decimali);
   const Decimal somma = std::accumulate(pesi.begin(), pesi.end(), Decimal());
   std::vector<Decimal> quote, frazioni;
   Decimal resto = intero;
   for (const auto& peso : pesi) {
     // The quotient is rounded: the fraction is what the products say.
     const Decimal esatta = intero * peso;
-    Decimal tagliata = (esatta / somma).rounded(kDecimaliImporto);
+    Decimal tagliata = (esatta / somma).rounded(decimali);
     if (tagliata * somma > esatta) tagliata = tagliata - centesimo;
     quote.push_back(tagliata);
     frazioni.push_back(esatta - tagliata * somma);

@@ -33,8 +33,8 @@ values::Decimal quotaNelPeriodo(const values::Decimal& importo, const values::Da
 
 /// Shares of an amount in proportion to weights: whole cents that add up to it. Each is cut to the cent towards zero;
 /// the cents left over go to the largest fractions, of equal ones to the first.
-/// @param importo  of two decimals. @param pesi  not negative, and not all of them 0.
-std::vector<values::Decimal> ripartisciPerPesi(const values::Decimal& importo,
-                                               const std::vector<values::Decimal>& pesi);
+/// @param importo  of so many decimals. @param pesi  not negative, and not all of them 0. @param decimali  2 for cents.
+std::vector<values::Decimal> ripartisciPerPesi(const values::Decimal& importo, const std::vector<values::Decimal>& pesi,
+                                               int decimali);
 
 }  // namespace suite

@@ -26,6 +26,29 @@ bool removeGrouping(std::string& number, char sign, std::size_t end) {
 
 }  // namespace
 
+std::string withDecimals(const Decimal& number, int decimals) {
+  std::string text = number.rounded(decimals).toString();
+  const auto point = text.find('.');
+  auto present = point == std::string::npos ? 0 : text.size() - point - 1;
+  if (present == 0 && decimals > 0) text += '.';
+  for (; present < static_cast<std::size_t>(decimals); ++present) text += '0';
+  return text;
+}
+
+std::string groupedNumber(const Decimal& number, int decimals, char separator) {
+  const auto plain = withDecimals(number, decimals);
+  const auto point = plain.find('.');
+  const auto integer = plain.substr(0, point);
+  const std::size_t sign = integer.starts_with('-') ? 1 : 0;
+  std::string text(integer.substr(0, sign));
+  for (std::size_t i = sign; i < integer.size(); ++i) {
+    if (i > sign && (integer.size() - i) % 3 == 0) text += separator == ',' ? '.' : ',';
+    text += integer[i];
+  }
+  if (point != std::string::npos) text.append(1, separator).append(plain.substr(point + 1));
+  return text;
+}
+
 std::optional<std::string> plainNumber(std::string_view text, char separator) {
   std::string number(trim(text));
   const char decimal = separator == '.' ? '.' : ',';

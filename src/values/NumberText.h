@@ -4,7 +4,14 @@
 #include <string>
 #include <string_view>
 
+#include "values/Decimal.h"
+
 namespace values {
+
+/// Exactly so many decimals, with a point: "-1234.50".
+std::string withDecimals(const Decimal& number, int decimals);
+/// The same as people read it, grouped by threes: 1.234.567,89, or 1,234,567.89 with a point as the separator.
+std::string groupedNumber(const Decimal& number, int decimals, char separator);
 
 /// Brings a number given as text to plain notation (point, no grouping, no blanks around). `separator` is the decimal
 /// sign; of point and comma the other one groups the whole part by threes. Nothing when the signs stand otherwise;

@@ -50,7 +50,7 @@ class OutOfMemory : public FaultSweep {
     return true;
   }
 
-  const CommitWatch watch{file.path()};
+  const CommitWatch watch{database};
   int committed = 0, managed = 0;
 };
 

@@ -46,7 +46,7 @@ class Program:
         self.program, self.database, self.year = program, database, year
 
     def rows(self, *command):
-        result = subprocess.run([self.program, *command, "-d", self.database, "--format", "csv"],
+        result = subprocess.run([self.program, *command, "-d", self.database, "--format", "csv", "--all"],
                                 check=True, capture_output=True, text=True)
         return list(csv.DictReader(io.StringIO(result.stdout)))
 

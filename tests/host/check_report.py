@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Compares reports with the finance CSV files, cell by cell, by an independent calculation.
 
-check_report.py PROGRAM DATABASE FINANCE_DIR [--year 2011]
+check_report.py PROGRAM DATABASE FINANCE_DIR [--year 2011] [--forecast SUBTYPE]
 
-The actuals must have been elaborated. Exit code 0 when every cell of every report agrees.
+The actuals must have been elaborated. With --forecast it compares instead what grid, periods and report say a
+forecast is made of, in that budget. Exit code 0 when every cell of every report agrees.
 """
 
 import argparse
@@ -67,18 +68,59 @@ def check_cell(row, column, amounts, problems, where):
         problems.append(f"{where} {column or 'total'}: CSV {dict(amounts)}, report {shown}")
 
 
+PARTS = ["IMP_FORECAST1", "IMP_CONS_FORE1", "IMP_PREV_FORE1", "IMP_DA_FORE1"]
+
+
+def check_periods(program, card, wanted, problems):
+    """The parts add up to those of the year, and the forecast's own begin where it says."""
+    periods = program.rows("periods", card, "--explain")
+    sums = [sum((amount(p[name]) or 0 for p in periods), Decimal()) for name in PARTS[1:3]]
+    if sums != [amount(value) or 0 for value in wanted[1:3]]:
+        problems.append(f"periods of card {card}: {sums}, report {wanted}")
+    own = [p["DESCRIZIONE"] for p in periods if p["IMP_PREV_FORE1"]]
+    marked = [(p["DESCRIZIONE"], p["IMP_DA_FORE1"]) for p in periods if p["IMP_DA_FORE1"]]
+    if marked != ([(own[0], wanted[3])] if own else []):
+        problems.append(f"periods of card {card}: from {marked}, own values in {own}, report {wanted[3]}")
+
+
+def check_forecasts(program, year, subtype, problems):
+    """Grid, periods and report give one figure, and it is the sum of its parts."""
+    budget = ["-t", "4", "-s", subtype, "-y", str(year)]
+    cards = {row["BU65_ID"]: [row[name] for name in PARTS] for row in program.rows(
+        "report", *budget, "--rows", "id", "--values", "forecast1,forecast1.actual,forecast1.forecast,forecast1.from")}
+    shown = {}
+    for place in program.rows("report", *budget, "--rows", "site,kind", "--values", "budget"):
+        grid = program.rows("grid", *budget, "--explain", "--CodiceSede", place["BU65_CODICE_CG31"],
+                            "--BdgTipoScheda", place["BU65_INDCOSRIC_BU07"])
+        shown.update({row["BU65_ID"]: [row[name] for name in PARTS] for row in grid})
+    if shown != cards:
+        problems.append(f"grid and report differ in {[c for c in cards if shown.get(c) != cards[c]][:5]}")
+    for card, (whole, actual, own, _) in cards.items():
+        if (amount(whole) or 0) != (amount(actual) or 0) + (amount(own) or 0):
+            problems.append(f"card {card}: {whole} is not {actual} + {own}")
+    mixed = [card for card, parts in cards.items() if parts[1] and parts[2]]
+    for card in mixed[:5] + list(cards)[:5]:
+        check_periods(program, card, cards[card], problems)
+    if not mixed:
+        problems.append("no forecast has actuals and values of its own")
+    return 4 * len(cards)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("program")
     parser.add_argument("database")
     parser.add_argument("folder", type=Path)
     parser.add_argument("--year", type=int, default=2011)
+    parser.add_argument("--forecast")
     args = parser.parse_args()
 
     sums = read_amounts(args.folder)
     program = Program(args.program, args.database, args.year)
     problems, cells = [], 0
-    for rows, columns, options, keeps in REPORTS:
+    if args.forecast:
+        cells = check_forecasts(program, args.year, args.forecast, problems)
+    for rows, columns, options, keeps in [] if args.forecast else REPORTS:
         axes = rows.split(",") if rows else []
         wanted = expected(sums, args.year, axes, columns, keeps)
         options = [option.format(year=args.year) for option in options]
@@ -95,7 +137,8 @@ def main():
             cells += 4 * len(names)
     for problem in problems[:20]:
         print(problem, file=sys.stderr)
-    print(f"{len(REPORTS)} reports, {cells} cells: " + ("all equal" if not problems else f"{len(problems)} differences"))
+    what = "forecasts" if args.forecast else f"{len(REPORTS)} reports"
+    print(f"{what}, {cells} cells: " + ("all equal" if not problems else f"{len(problems)} differences"))
     return 1 if problems or cells == 0 else 0
 
 

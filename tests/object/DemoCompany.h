@@ -1,8 +1,11 @@
 #pragma once
 
-#include "demo/DemoAzienda.h"
+#ifdef BUKORVAL_OBJECT_DATABASE
+#include BUKORVAL_OBJECT_DATABASE
+#else
+#include "sqlite/ObjectDatabase.h"
+#endif
 #include "object/CLSKORVAL.h"
-#include "sqlite/TemporaryDatabase.h"
 #include "suite/Suite.h"
 #include "support/Database.h"
 
@@ -10,14 +13,11 @@ namespace object_tests {
 
 using bukorval::CLSKORVAL;
 
-/// The demo company in a file of its own, fresh for each test.
+/// The demo company in a database of its own, fresh for each test.
 class DemoCompany : public testing::Test {
  protected:
   DemoCompany() {
-    sqlite::registerSqlite();
     suite::registraServiziSuite();
-    schema::create(*db);
-    demo::creaDemo(*db);
     session = std::make_shared<suite::Sessione>(db);
   }
 
@@ -60,8 +60,8 @@ class DemoCompany : public testing::Test {
   }
   static std::string outcome(const CLSKORVAL& bo) { return std::to_string(bo.Stato()) + " " + bo.errore(); }
 
-  sqlite_tests::TemporaryDatabase file;
-  ado::ConnectionPtr db = file.open();
+  Database database;
+  ado::ConnectionPtr db = database.open();
   std::shared_ptr<suite::Sessione> session;
 };
 

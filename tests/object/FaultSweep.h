@@ -1,36 +1,9 @@
 #pragma once
 
-#include <sqlite3.h>
-
 #include "object/DemoCompany.h"
-#include "sqlite/Handle.h"
 #include "support/FaultConnection.h"
 
 namespace object_tests {
-
-/// Sees every commit to a database file through a handle of its own.
-class CommitWatch {
- public:
-  explicit CommitWatch(const std::string& path) {
-    sqlite3* raw = nullptr;
-    const int opened = sqlite3_open_v2(path.c_str(), &raw, SQLITE_OPEN_READONLY, nullptr);
-    database_.reset(raw);
-    sqlite3_stmt* statement = nullptr;
-    if (opened == SQLITE_OK) sqlite3_prepare_v2(raw, "PRAGMA data_version", -1, &statement, nullptr);
-    version_.reset(statement);
-  }
-  /// A number that stays the same as long as nobody else commits a change.
-  int version() const {
-    EXPECT_EQ(sqlite3_step(version_.get()), SQLITE_ROW);
-    const int number = sqlite3_column_int(version_.get(), 0);
-    sqlite3_reset(version_.get());
-    return number;
-  }
-
- private:
-  sqlite::Database database_;
-  sqlite::Prepared version_;
-};
 
 /// Runs that fail at every statement in turn.
 class FaultSweep : public DemoCompany {
@@ -41,7 +14,7 @@ class FaultSweep : public DemoCompany {
   /// when a run meets no fault; that one must write.
   /// @return the number of statements that failed.
   int sweep(const std::function<std::unique_ptr<CLSKORVAL>()>& prepare, const Step& run) {
-    const CommitWatch watch(file.path());
+    const CommitWatch watch(database);
     const int before = watch.version();
     const auto broken = std::make_shared<testing_support::FaultConnection>(db);
     for (int k = 1;; ++k) {

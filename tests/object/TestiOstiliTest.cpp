@@ -84,7 +84,7 @@ class TestiOstili : public object_tests::DemoCompany {
 };
 
 TEST_F(TestiOstili, NoPropertyWidensARun) {
-  const object_tests::CommitWatch watch(file.path());
+  const object_tests::CommitWatch watch(database);
   for (const auto& operazione : kOperazioni) {
     const auto prima = altri(operazione);
     ASSERT_FALSE(prima.empty());

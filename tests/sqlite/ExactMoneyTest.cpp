@@ -1,6 +1,6 @@
 #include "ado/recordset/Recordset.h"
 #include "sqlite/SqliteConnection.h"
-#include "sqlite/storage/Scaled.h"
+#include "engine/Scaled.h"
 #include "support/Test.h"
 
 namespace {

@@ -1,16 +1,16 @@
 #include <iomanip>
 #include <sstream>
 
-#include "sqlite/LiteralConversion.h"
+#include "engine/LiteralConversion.h"
 #include "sqlite/functions/SqlLikePattern.h"
 #include "support/Test.h"
 
 namespace {
 
-using sqlite::Binding, tsql::Literal, tsql::Type, tsql::TypeKind;
+using engine::Binding, tsql::Literal, tsql::Type, tsql::TypeKind;
 using Kind = Literal::Kind;
 
-std::string shownValue(const sqlite::BoundValue& value) {
+std::string shownValue(const engine::BoundValue& value) {
   std::ostringstream out;
   std::visit([&](const auto& v) { out << std::setprecision(17) << v; }, value);
   return out.str();
@@ -79,7 +79,7 @@ TEST(LiteralConversion, GivesTheStoredFormOrSqlServersError) {
     const Binding binding{Binding::How::ToType, 0, c.target, c.assignment, "C"};
     const Literal literal{c.kind, c.text};
     std::string value;
-    const auto error = errorOf([&] { value = shownValue(sqlite::convertedValue(literal, binding)); });
+    const auto error = errorOf([&] { value = shownValue(engine::convertedValue(literal, binding)); });
     EXPECT_EQ(error.empty() ? value : error, c.expected) << c.text;
   }
 }

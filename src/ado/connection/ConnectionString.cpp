@@ -66,6 +66,12 @@ std::string connectionEntry(std::string_view connectionString, std::string_view 
   return {};
 }
 
+std::vector<std::pair<std::string, std::string>> connectionEntries(std::string_view connectionString) {
+  std::vector<std::pair<std::string, std::string>> found;
+  for (Entries entries(connectionString); entries.next();) found.emplace_back(entries.key, entries.value);
+  return found;
+}
+
 std::string connectionValue(std::string_view value) {
   std::string quoted = "\"";
   for (const char c : value) quoted.append(c == '"' ? 2 : 1, c);

@@ -79,7 +79,7 @@ class Recordset : public values::Object {
   std::vector<std::vector<values::Variant>> GetRows(std::string_view field = {});
 
   /// For providers: adds one row to the end and returns its cells, all Null, to be filled with values that already
-  /// have the fields' types. The span is valid until the next call.
+  /// have the fields' types. The span is valid until the set is closed.
   std::span<values::Variant> AppendRow();
 
  private:

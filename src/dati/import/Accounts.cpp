@@ -3,6 +3,7 @@
 
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -50,21 +51,21 @@ class Accounts : public FileImporter {
       const auto code = values::toText(row.values[kCode]);
       if (code.empty()) continue;
       if (!import.accounts.insert(row.values[kCode]))
-        import.problems.add(file, row.line, "account " + code + " stands twice");
+        import.problems.add(file, row.line, tr("account {} stands twice", code));
       if (values::length(code) != length)
         import.problems.add(file, row.line,
-                            "account " + code + " has " + counted(values::length(code), "character") +
-                                ", the company's accounts have " + lengths);
+                            tr("account {} has {}, the company's accounts have {}", code,
+                               counted(values::length(code), "character"), lengths));
       if (nature(row) == kNatures.size())
         import.problems.add(
             file, row.line,
-            "column nature: " + shown(values::toText(row.values[kNature])) + " is not balance, revenue or cost");
+            tr("column nature: {} is not balance, revenue or cost", shown(values::toText(row.values[kNature]))));
       checkRange(row, kModel, kTotal, 0, 1, file, import.problems);
     }
   }
 
   void write(ImportContext& import) override {
-    Steps steps(import.options.progress, "Writing accounts", static_cast<std::int64_t>(batch_.rows.size()));
+    Steps steps(import.options.progress, tr("Writing accounts"), static_cast<std::int64_t>(batch_.rows.size()));
     std::int64_t written = 0;
     for (const auto& row : batch_.rows) {
       steps.done(++written);

@@ -8,6 +8,7 @@
 #include "dati/RowInsert.h"
 #include "frame/TestoSql.h"
 #include "frame/Transazione.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -38,7 +39,7 @@ values::Variant Batches::identifierOf(const std::string& name) const {
 
 values::Variant Batches::require(const std::string& name) const {
   auto identifier = identifierOf(name);
-  if (identifier.isEmpty()) throw Refused("There is no import with the name " + name);
+  if (identifier.isEmpty()) throw Refused(tr("There is no import with the name {}", name));
   return identifier;
 }
 

@@ -6,23 +6,11 @@
 
 #include "definition/Colonne.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
 namespace {
-
-constexpr std::string_view kArticle = "BU65_CODART_MG66";
-
-/// Where the codes of a column stand: where they are described, but for articles, which need no description.
-Descrizione tableOf(const Colonna& column) {
-  auto table = column.descrizione;
-  if (column.nome == kArticle) {
-    table.tabella = "MG66_ANAGART";
-    table.codice = "MG66_CODART";
-    table.altre[0].campo = "MG66_DITTA_CG18";
-  }
-  return table;
-}
 
 std::string withParent(const values::Variant& parent, const values::Variant& code) {
   return values::toPlainText(parent) + "\n" + values::toPlainText(code);
@@ -31,11 +19,12 @@ std::string withParent(const values::Variant& parent, const values::Variant& cod
 }  // namespace
 
 CardCodes::CardCodes(ado::Connection& connection, const values::Variant& company,
-                     const std::vector<std::string>& columns, const std::vector<std::string>& except) {
+                     const std::vector<std::string>& columns, const std::vector<std::string>& except,
+                     const std::vector<BroughtCode>& brought) {
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const auto& described = colonnaBU65(columns[i]);
     if (!described.haDescrizione() || std::ranges::find(except, columns[i]) != except.end()) continue;
-    const auto table = tableOf(described);
+    const auto table = codeTable(described);
     Column column{columns[i], i, {}, {}, {}};
     std::string fields(table.codice), conditions;
     for (const auto& [field, value] : table.altre) {
@@ -53,6 +42,11 @@ CardCodes::CardCodes(ado::Connection& connection, const values::Variant& company
     TestoSql sql;
     sql.riga(" SELECT DISTINCT ", fields).riga(" FROM   ", table.tabella, " WITH (NOLOCK) ").testo(conditions);
     column.read(*connection.Execute(sql));
+    for (const auto& [name, code] : brought) {
+      if (name != columns[i]) continue;
+      column.codes.insert(code.code);
+      column.codesOfParents.insert(withParent(code.parent, code.code));
+    }
     if (!column.codes.empty()) columns_.push_back(std::move(column));
   }
 }
@@ -73,7 +67,7 @@ std::vector<std::string> CardCodes::problemsOf(const std::vector<values::Variant
     const bool known = column.parent && !values[*column.parent].isEmpty()
                            ? column.codesOfParents.contains(withParent(values[*column.parent], code))
                            : column.codes.contains(code);
-    if (!known) found.push_back("no " + column.name + " " + values::toPlainText(code));
+    if (!known) found.push_back(tr("no {} {}", column.name, values::toPlainText(code)));
   }
   return found;
 }

@@ -9,6 +9,7 @@
 #include "dati/import/CardCodes.h"
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
+#include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
@@ -48,7 +49,7 @@ class CardValues : public FileImporter {
     const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
     const int periods = values::toInt32(values::nvl(budget.GetBdgNrPeriodi(periodicity), 0));
     const int lastKind = budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget) + bdgDettaglioOrdini;
-    const CardCodes codes(*import.connection, import.company, columns_, {kCard, kAccount, kSite});
+    const CardCodes codes(*import.connection, import.company, columns_, {kCard, kAccount, kSite}, import.codes);
     for (const auto& row : batch_.rows) {
       checkRange(row, kFixed, kPeriod, 1, periods, file, import.problems);
       checkRange(row, kFixed, kKind, 0, lastKind, file, import.problems);
@@ -60,7 +61,7 @@ class CardValues : public FileImporter {
 
   void write(ImportContext& import) override {
     CardWriter cards(import.budget(), *import.connection);
-    Steps steps(import.options.progress, "Writing values", static_cast<std::int64_t>(batch_.rows.size()));
+    Steps steps(import.options.progress, tr("Writing values"), static_cast<std::int64_t>(batch_.rows.size()));
     std::int64_t written = 0;
     for (const auto& row : batch_.rows) {
       steps.done(++written);
@@ -105,7 +106,7 @@ class CardValues : public FileImporter {
       return position == columns_.end() ? Variant() : card[static_cast<std::size_t>(position - columns_.begin())];
     };
     const auto say = [&](const std::string& what, const Variant& code) {
-      import.problems.add(batch_.file, line, "no " + what + " " + values::toPlainText(code));
+      import.problems.add(batch_.file, line, tr("no {} {}", what, values::toPlainText(code)));
     };
     const auto chart = given("BU65_GRUPPO_CG10"), account = given(kAccount), site = given(kSite),
                kind = given(kCardKind);

@@ -6,6 +6,7 @@
 #include <cerrno>
 
 #include "dati/import/Converter.h"
+#include "language/Language.h"
 #include "values/Errore.h"
 
 namespace bukorval::dati {
@@ -17,7 +18,7 @@ class Converter {
   explicit Converter(std::string_view from) : handle_(iconv_open("UTF-8", std::string(from).c_str())) {
     // The library spells failure as the pointer -1.
     if (handle_ == reinterpret_cast<iconv_t>(-1))
-      throw values::Errore("This system knows no encoding " + std::string(from));
+      throw values::Errore(tr("This system knows no encoding {}", from));
   }
   ~Converter() { iconv_close(handle_); }
   Converter(const Converter&) = delete;

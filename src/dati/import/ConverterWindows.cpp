@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "dati/import/Converter.h"
+#include "language/Language.h"
 #include "values/Errore.h"
 #include "values/WideText.h"
 
@@ -69,7 +70,7 @@ bool convertToUtf8(std::string& bytes, std::string_view encoding, std::string& t
       convertStart(bytes, page.number, text);
     return wide.has_value();
   }
-  throw values::Errore("This system knows no encoding " + std::string(encoding));
+  throw values::Errore(tr("This system knows no encoding {}", encoding));
 }
 
 }  // namespace bukorval::dati

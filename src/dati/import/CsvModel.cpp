@@ -10,11 +10,12 @@
 #include <utility>
 
 #include "dati/Failure.h"
+#include "dati/TypedNumber.h"
 #include "dati/import/CsvReader.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
 #include "values/FileName.h"
-#include "values/NumberText.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -25,17 +26,16 @@ values::Errore unacceptable(std::string_view text, const std::string& why) {
 }
 
 values::Variant parseDecimal(std::string_view text, int integerDigits, int decimals, char decimalSign) {
-  const auto number = values::Decimal::TryParse(values::typedNumber(text, decimalSign))->normalized();
-  if (number.scale() > decimals) throw unacceptable(text, "has more than " + std::to_string(decimals) + " decimals");
-  if (number.integerDigits() > integerDigits) throw unacceptable(text, "is too large");
+  const auto number = values::Decimal::TryParse(typedNumber(text, decimalSign))->normalized();
+  if (number.scale() > decimals) throw unacceptable(text, tr("has more than {} decimals", decimals));
+  if (number.integerDigits() > integerDigits) throw unacceptable(text, tr("is too large"));
   return number;
 }
 
 values::Variant parseInteger(std::string_view text, int digits) {
   const bool onlyDigits = std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
-  if (!onlyDigits) throw unacceptable(text, "is not a whole number");
-  if (text.size() > static_cast<std::size_t>(digits))
-    throw unacceptable(text, "has more than " + std::to_string(digits) + " digits");
+  if (!onlyDigits) throw unacceptable(text, tr("is not a whole number"));
+  if (text.size() > static_cast<std::size_t>(digits)) throw unacceptable(text, tr("has more than {} digits", digits));
   return std::stoll(std::string(text));
 }
 
@@ -45,7 +45,7 @@ std::vector<std::optional<std::size_t>> mapColumns(const CsvReader& reader, cons
   std::vector<std::optional<std::size_t>> positions;
   std::vector<bool> present(model.fields.size());
   if (reader.header().empty()) {
-    problems.add(file, 1, "the file is empty: a line with the names of the columns is needed");
+    problems.add(file, 1, tr("the file is empty: a line with the names of the columns is needed"));
     return positions;
   }
   for (const auto& name : reader.header()) {
@@ -54,16 +54,16 @@ std::vector<std::optional<std::size_t>> mapColumns(const CsvReader& reader, cons
       if (values::compareText(model.fields[i].name, name) == 0) position = i;
     }
     if (!position) {
-      problems.add(file, reader.line(), "unknown column " + shown(name));
+      problems.add(file, reader.line(), tr("unknown column {}", shown(name)));
     } else if (present[*position]) {
-      problems.add(file, reader.line(), "column " + shown(name) + " stands twice");
+      problems.add(file, reader.line(), tr("column {} stands twice", shown(name)));
     } else {
       present[*position] = true;
     }
   }
   for (std::size_t i = 0; i < present.size(); ++i) {
     if (present[i] || !model.fields[i].required) continue;
-    problems.add(file, reader.line(), "column " + shown(model.fields[i].name) + " is missing");
+    problems.add(file, reader.line(), tr("column {} is missing", shown(model.fields[i].name)));
   }
   return positions;
 }
@@ -77,7 +77,7 @@ void readRow(CsvRow& row, const std::vector<std::string>& fields,
     try {
       row.values[*positions[i]] = parseField(fields[i], field, decimalSign);
     } catch (const values::Errore& e) {
-      problems.add(file, row.line, "column " + std::string(field.name) + ": " + e.what());
+      problems.add(file, row.line, tr("column {}: {}", field.name, e.what()));
     }
   }
 }
@@ -103,7 +103,7 @@ std::string contentOf(const std::string& file) {
   const auto path = values::pathOf(file);
   std::ifstream in(path, std::ios::binary);
   std::error_code ignored;
-  if (!in || std::filesystem::is_directory(path, ignored)) throw Refused("Cannot open " + file);
+  if (!in || std::filesystem::is_directory(path, ignored)) throw Refused(tr("Cannot open {}", file));
   std::ostringstream content;
   content << in.rdbuf();
   return std::move(content).str();
@@ -125,7 +125,7 @@ std::string columnList(const CsvModel& model) {
 values::Variant parseField(std::string_view text, const CsvField& field, char decimalSign) {
   text = values::trim(text);
   if (text.empty()) {
-    if (field.required) throw values::Errore("a value is needed");
+    if (field.required) throw values::Errore(tr("a value is needed"));
     return {};
   }
   switch (field.type) {
@@ -134,11 +134,11 @@ values::Variant parseField(std::string_view text, const CsvField& field, char de
     case CsvType::Quantity: return parseDecimal(text, 11, 3, decimalSign);
     case CsvType::Date:
       if (const auto date = values::Date::TryParse(text)) return date->dateOnly();
-      throw unacceptable(text, "is not a date");
+      throw unacceptable(text, tr("is not a date"));
     case CsvType::Text: break;
   }
   if (values::length(text) > static_cast<std::size_t>(field.width)) {
-    throw unacceptable(text, "has more than " + std::to_string(field.width) + " characters");
+    throw unacceptable(text, tr("has more than {} characters", field.width));
   }
   return text;
 }
@@ -149,8 +149,7 @@ void checkRange(const CsvRow& row, const CsvModel& model, std::size_t field, int
   const auto value = values::toInt64(row.values[field]);
   if (value >= low && value <= high) return;
   problems.add(file, row.line,
-               "column " + std::string(model.fields[field].name) + ": " + std::to_string(value) + " is not between " +
-                   std::to_string(low) + " and " + std::to_string(high));
+               tr("column {}: {} is not between {} and {}", model.fields[field].name, value, low, high));
 }
 
 std::string shown(std::string_view text) {
@@ -160,7 +159,7 @@ std::string shown(std::string_view text) {
 }
 
 std::string wrongFieldCount(std::size_t fields, std::size_t names) {
-  return std::to_string(fields) + " fields where the header has " + std::to_string(names);
+  return tr("{} fields where the header has {}", fields, names);
 }
 
 void readText(const std::string& file, std::string_view encoding, Problems& problems,
@@ -177,7 +176,7 @@ void readText(const std::string& file, std::string_view encoding, Problems& prob
 CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems, const CsvReading& reading) {
   CsvBatch batch{file, {}};
   readText(file, reading.encoding, problems, [&](std::string text) {
-    Steps steps(reading.progress, "Reading " + file, std::ranges::count(text, '\n'));
+    Steps steps(reading.progress, tr("Reading {}", file), std::ranges::count(text, '\n'));
     std::istringstream in(std::move(text));
     CsvReader reader(in);
     readRows(reader, model, batch, problems, steps);

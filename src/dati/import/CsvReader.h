@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "language/Language.h"
 #include "values/Errore.h"
 
 namespace bukorval::dati {
@@ -12,7 +13,7 @@ namespace bukorval::dati {
 /// A quoted field that no quote ends.
 struct UnclosedQuote : values::Errore {
   explicit UnclosedQuote(std::size_t lineOfRecord)
-      : values::Errore("a quoted field is never closed"), line(lineOfRecord) {}
+      : values::Errore(tr("a quoted field is never closed")), line(lineOfRecord) {}
   std::size_t line;  ///< on which the record began
 };
 

@@ -3,10 +3,13 @@
 #include <utility>
 
 #include "dati/Budgets.h"
+#include "dati/Codes.h"
+#include "dati/Nearest.h"
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
 #include "definition/Colonne.h"
 #include "definition/Slot.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -48,7 +51,7 @@ std::string nameOf(const values::Variant& type, const values::Variant& subtype) 
 
 /// What is wrong with a sequence of element codes, "" for nothing.
 std::string problemOf(std::string_view structure) {
-  if (values::length(structure) % kLarghezzaSlot != 0) return "codes of three letters are needed";
+  if (values::length(structure) % kLarghezzaSlot != 0) return tr("codes of three letters are needed");
   std::string problem;
   CodeSet seen;
   perOgniElemento(structure, [&](std::string_view code) {
@@ -56,9 +59,9 @@ std::string problemOf(std::string_view structure) {
         elementiStruttura(), [&](const Elemento& element) { return values::compareText(element.codice, code) == 0; });
     if (!problem.empty()) return;
     if (!known)
-      problem = "there is no element " + shown(code);
+      problem = tr("there is no element {}", shown(code)) + didYouMean(code, elementCodes());
     else if (!seen.insert(std::string(code)))
-      problem = "element " + std::string(code) + " stands twice";
+      problem = tr("element {} stands twice", code);
   });
   return problem;
 }
@@ -73,9 +76,9 @@ class Definitions : public FileImporter {
     for (const auto& row : batch_.rows) {
       const auto& v = row.values;
       if (!v[kType].isEmpty() && !v[kSubtype].isEmpty() && !defined.insert(nameOf(v[kType], v[kSubtype])))
-        import.problems.add(file, row.line, "budget " + nameOf(v[kType], v[kSubtype]) + " is defined already");
+        import.problems.add(file, row.line, tr("budget {} is defined already", nameOf(v[kType], v[kSubtype])));
       if (const auto problem = problemOf(values::toPlainText(v[kStructure])); !problem.empty())
-        import.problems.add(file, row.line, "column structure: " + problem);
+        import.problems.add(file, row.line, tr("column structure: {}", problem));
       for (const auto& [field, highest] : kRanges) checkRange(row, kModel, field, 0, highest, file, import.problems);
     }
   }

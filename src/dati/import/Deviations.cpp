@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "dati/import/CsvModel.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -36,12 +37,12 @@ ByAccount collect(const CsvBatch& batch, Problems& problems) {
     auto& found = accounts[code];
     const int month = values::isBlank(period) ? 0 : values::toInt32(period);
     if (values::isBlank(period)) {
-      if (found.whole) problems.add(batch.file, row.line, "account " + code + " stands twice");
+      if (found.whole) problems.add(batch.file, row.line, tr("account {} stands twice", code));
       found.whole = percent;
     } else if (month < 1 || month > kMonths) {
-      problems.add(batch.file, row.line, "period " + std::to_string(month) + " is no month from 1 to 12");
+      problems.add(batch.file, row.line, tr("period {} is no month from 1 to 12", month));
     } else if (!found.byPeriod.emplace(month, percent).second) {
-      problems.add(batch.file, row.line, "account " + code + " stands twice for period " + std::to_string(month));
+      problems.add(batch.file, row.line, tr("account {} stands twice for period {}", code, month));
     }
   }
   return accounts;

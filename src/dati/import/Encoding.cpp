@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "dati/import/Converter.h"
+#include "language/Language.h"
 
 namespace bukorval::dati {
 namespace {
@@ -31,11 +32,10 @@ std::string toUtf8(std::string bytes, std::string_view encoding) {
   text.reserve(bytes.size());
   if (!convertToUtf8(bytes, encoding, text))
     throw EncodingFault(lineAt(text, text.size()), encoding == kUtf8 && looksLikeUtf16(bytes)
-                                                       ? "the text is utf-16, not utf-8"
-                                                       : "the text is not " + std::string(encoding));
+                                                       ? tr("the text is utf-16, not utf-8")
+                                                       : tr("the text is not {}", encoding));
   if (const auto zero = text.find('\0'); zero != std::string::npos)
-    throw EncodingFault(lineAt(text, zero),
-                        "a character is zero: the file is no text, or not " + std::string(encoding));
+    throw EncodingFault(lineAt(text, zero), tr("a character is zero: the file is no text, or not {}", encoding));
   return text;
 }
 

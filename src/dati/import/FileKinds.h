@@ -32,6 +32,7 @@ std::span<const FileKind> fileKinds();
 
 FileKind accountsFile();
 FileKind sitesFile();
+FileKind codesFile();
 FileKind definitionsFile();
 FileKind movementsFile();
 FileKind valuesFile();

@@ -6,6 +6,7 @@
 
 #include "dati/Failure.h"
 #include "dati/import/CsvModel.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/FileName.h"
 
@@ -41,7 +42,7 @@ std::map<int, std::string> readCodes(const std::string& file, const char* what, 
     if (row.values[0].isEmpty()) continue;
     const int code = values::toInt32(row.values[0]);
     if (!codes.emplace(code, values::toText(row.values[2])).second)
-      problems.add(file, row.line, what + std::to_string(code) + " stands twice");
+      problems.add(file, row.line, tr("{}{} stands twice", what, code));
   }
   return codes;
 }
@@ -59,14 +60,14 @@ void addAmount(const CsvRow& row, const std::string& file, FinanceFolder& financ
   const auto number = [&](std::size_t field) { return values::toInt32(row.values[field]); };
   const auto scenario = scenarioOf(text(kScenario));
   bool right = true;
-  const auto require = [&](bool holds, const char* before, std::size_t field, const char* after) {
-    if (!holds) problems.add(file, row.line, before + text(field) + after);
+  const auto require = [&](bool holds, const char* problem, std::size_t field) {
+    if (!holds) problems.add(file, row.line, tr(problem, text(field)));
     right = right && holds;
   };
-  require(scenario.has_value(), "column scenario: '", kScenario, "' is not actual, budget or forecast");
-  require(finance.accounts.contains(text(kAccount)), "no account ", kAccount, "");
-  require(finance.sites.contains(number(kSite)), "no site ", kSite, "");
-  require(finance.departments.contains(number(kDepartment)), "no department ", kDepartment, "");
+  require(scenario.has_value(), "column scenario: '{}' is not actual, budget or forecast", kScenario);
+  require(finance.accounts.contains(text(kAccount)), "no account {}", kAccount);
+  require(finance.sites.contains(number(kSite)), "no site {}", kSite);
+  require(finance.departments.contains(number(kDepartment)), "no department {}", kDepartment);
   if (right)
     finance.amounts.push_back({monthOf(values::toDate(row.values[kDate])), number(kSite), number(kDepartment),
                                *scenario, text(kAccount), values::toDecimal(row.values[kAmount])});
@@ -91,15 +92,16 @@ values::Date monthOf(const values::Date& day) { return (day.day() <= 15 ? day.ad
 
 FinanceFolder readFinanceFolder(const std::string& folder, Problems& problems, const CsvReading& reading) {
   if (!std::filesystem::is_directory(values::pathOf(folder)))
-    throw Refused("There is no folder " + folder +
-                  ": give the one that holds amounts.csv, accounts.csv, sites.csv and departments.csv");
+    throw Refused(
+        tr("There is no folder {}: give the one that holds amounts.csv, accounts.csv, sites.csv and departments.csv",
+           folder));
   const auto file = [&](const char* name) { return values::nameOf(values::pathOf(folder) / name); };
   FinanceFolder finance;
   for (const auto& row : readCsv(file("accounts.csv"), kAccounts, problems, reading).rows) {
     if (row.values[0].isEmpty()) continue;
     const auto text = [&](std::size_t field) { return values::toText(row.values[field]); };
     if (!finance.accounts.emplace(text(0), FinanceAccount{text(1), text(2), text(3)}).second)
-      problems.add(file("accounts.csv"), row.line, "account " + text(0) + " stands twice");
+      problems.add(file("accounts.csv"), row.line, tr("account {} stands twice", text(0)));
   }
   finance.sites = readCodes(file("sites.csv"), "site ", problems, reading);
   finance.departments = readCodes(file("departments.csv"), "department ", problems, reading);

@@ -12,6 +12,7 @@
 #include "dati/import/FinanceChart.h"
 #include "dati/import/Import.h"
 #include "frame/Transazione.h"
+#include "language/Language.h"
 
 namespace bukorval::dati {
 namespace {
@@ -74,7 +75,7 @@ class FinanceImport {
     auto next = ledger_.lastRegistration() + 1;
     std::map<std::pair<int, values::Date>, std::pair<std::int64_t, int>> registrations;
     std::size_t lines = 0;
-    Steps steps(progress_, "Writing movements", static_cast<std::int64_t>(finance_.amounts.size()));
+    Steps steps(progress_, tr("Writing movements"), static_cast<std::int64_t>(finance_.amounts.size()));
     std::int64_t looked = 0;
     for (const auto& amount : finance_.amounts) {
       steps.done(++looked);
@@ -98,7 +99,7 @@ class FinanceImport {
                                negative ? -amount.amount : amount.amount});
       ++lines;
     }
-    outcomes_.push_back(counted(lines, "movement") + " in " + counted(registrations.size(), "registration"));
+    outcomes_.push_back(tr("{} in {}", counted(lines, "movement"), counted(registrations.size(), "registration")));
   }
 
   /// Every year with a budget gets a card for each place that has an amount in that year.
@@ -127,14 +128,14 @@ class FinanceImport {
     budget_.AnnoEsercizio = year;
     budget_.ProgressivoEsercizio = 1;
     CardWriter writer(budget_, connection_);
-    Steps steps(progress_, "Writing cards of " + std::to_string(year), static_cast<std::int64_t>(cards.size()));
+    Steps steps(progress_, tr("Writing cards of {}", year), static_cast<std::int64_t>(cards.size()));
     std::int64_t written = 0;
     for (const auto& [place, monthly] : cards) {
       steps.done(++written);
       const auto card = writer.findOrCreate(keyOf(place));
       for (const auto& [where, value] : monthly) writer.write(card, where.first, where.second, bdgValoreImporto, value);
     }
-    outcomes_.push_back(counted(cards.size(), "card") + " of " + std::to_string(year));
+    outcomes_.push_back(tr("{} of {}", counted(cards.size(), "card"), year));
   }
 
   CardKey keyOf(const Place& place) {

@@ -7,6 +7,7 @@
 #include "dati/Failure.h"
 #include "dati/import/FinanceFolder.h"
 #include "dati/import/ImportProgress.h"
+#include "language/Language.h"
 #include "object/CLSKORVAL.h"
 #include "suite/ActiveInterface.h"
 
@@ -14,7 +15,7 @@ namespace bukorval::dati {
 
 /// A finance folder wants a company of its own.
 struct CompanyNotEmpty : Refused {
-  CompanyNotEmpty() : Refused("The company has accounts, movements or budgets already: create a new one") {}
+  CompanyNotEmpty() : Refused(tr("The company has accounts, movements or budgets already: create a new one")) {}
 };
 
 /// Writes a finance folder that was read without problems into a company that has no accounts, movements or budgets

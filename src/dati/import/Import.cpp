@@ -5,6 +5,7 @@
 #include "dati/Failure.h"
 #include "dati/Recording.h"
 #include "frame/Transazione.h"
+#include "language/Language.h"
 
 namespace bukorval::dati {
 
@@ -37,7 +38,7 @@ Import::Import(ado::ConnectionPtr connection, const suite::ActiveInterface& sess
                ImportOptions options)
     : context_(std::move(connection), session, std::move(budget), std::move(options)) {
   const auto& batch = context_.options.batch;
-  if (!batch.empty() && context_.batches.has(batch)) throw Refused("There is an import with the name " + batch);
+  if (!batch.empty() && context_.batches.has(batch)) throw Refused(tr("There is an import with the name {}", batch));
 }
 
 Import::~Import() = default;
@@ -48,7 +49,7 @@ void Import::read(const FileKind& kind, const std::string& file) {
 }
 
 std::vector<std::string> Import::write() {
-  if (problems().count() > 0) throw Refused("The files have problems, nothing was imported");
+  if (problems().count() > 0) throw Refused(tr("The files have problems, nothing was imported"));
   if (!context_.options.batch.empty()) context_.batches.prepare();
   Recording recording(*context_.connection, context_.company, context_.options.author);
   Transazione transaction(*context_.connection);
@@ -61,13 +62,13 @@ std::vector<std::string> Import::write() {
 }
 
 std::span<const FileKind> fileKinds() {
-  static const std::vector<FileKind> kKinds{accountsFile(), sitesFile(), definitionsFile(), movementsFile(),
-                                            valuesFile()};
+  static const std::vector<FileKind> kKinds{accountsFile(),    sitesFile(),     codesFile(),
+                                            definitionsFile(), movementsFile(), valuesFile()};
   return kKinds;
 }
 
 std::string counted(std::size_t number, const std::string& noun) {
-  return std::to_string(number) + " " + noun + (number == 1 ? "" : "s");
+  return std::to_string(number) + " " + tr(number == 1 ? noun : noun + "s");
 }
 
 }  // namespace bukorval::dati

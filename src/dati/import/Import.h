@@ -10,6 +10,7 @@
 #include "dati/History.h"
 #include "dati/Ledger.h"
 #include "dati/import/Batches.h"
+#include "dati/import/CardCodes.h"
 #include "dati/import/CodeSet.h"
 #include "dati/import/CsvModel.h"
 #include "dati/import/FileKinds.h"
@@ -50,6 +51,7 @@ class ImportContext {
   Batches batches;
   Problems problems;
   CodeSet accounts, sites;  ///< what this import brings
+  std::vector<BroughtCode> codes;
   bool accountsUnderstood = true, sitesUnderstood = true;
 
  private:

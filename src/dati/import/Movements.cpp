@@ -5,6 +5,7 @@
 
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
+#include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 
@@ -66,12 +67,12 @@ class Movements : public FileImporter {
     findTaken(import);
     if (!import.options.replace)
       for (const auto number : taken_)
-        import.problems.add(file, heads_.at(number)->line,
-                            "there is a registration " + std::to_string(number) + " already", Remedy::Replace);
+        import.problems.add(file, heads_.at(number)->line, tr("there is a registration {} already", number),
+                            Remedy::Replace);
   }
 
   void write(ImportContext& import) override {
-    Steps steps(import.options.progress, "Writing movements", static_cast<std::int64_t>(batch_.rows.size()));
+    Steps steps(import.options.progress, tr("Writing movements"), static_cast<std::int64_t>(batch_.rows.size()));
     for (const auto number : taken_) {
       import.ledger.removeRegistration(number);
       import.batches.release(number);
@@ -92,8 +93,8 @@ class Movements : public FileImporter {
   }
 
   std::string outcome() const override {
-    return counted(batch_.rows.size(), "movement") + " in " + counted(registrations_.size(), "registration") +
-           (taken_.empty() ? "" : ", " + std::to_string(taken_.size()) + " of them replaced");
+    return tr("{} in {}", counted(batch_.rows.size(), "movement"), counted(registrations_.size(), "registration")) +
+           (taken_.empty() ? "" : tr(", {} of them replaced", taken_.size()));
   }
 
  private:
@@ -113,12 +114,12 @@ class Movements : public FileImporter {
     const auto& v = row.values;
     std::vector<std::string> found;
     if (!v[kAccount].isEmpty() && !import.hasAccount(v[kAccount]))
-      found.push_back("no account " + values::toText(v[kAccount]));
-    if (!v[kSite].isEmpty() && !import.hasSite(v[kSite])) found.push_back("no site " + values::toText(v[kSite]));
+      found.push_back(tr("no account {}", values::toText(v[kAccount])));
+    if (!v[kSite].isEmpty() && !import.hasSite(v[kSite])) found.push_back(tr("no site {}", values::toText(v[kSite])));
     const auto side = values::toText(v[kSide]);
-    if (!side.empty() && side != "D" && side != "C") found.push_back("column side: " + shown(side) + " is not D or C");
+    if (!side.empty() && side != "D" && side != "C") found.push_back(tr("column side: {} is not D or C", shown(side)));
     if (!v[kFrom].isEmpty() && !v[kTo].isEmpty() && values::compare(v[kFrom], v[kTo]) > 0)
-      found.push_back("competence ends before it begins");
+      found.push_back(tr("competence ends before it begins"));
     if (!v[kDate].isEmpty() && yearOf(v) == nullptr) found.push_back(problemOfYear(v));
     if (!v[kRegistration].isEmpty()) compareWithHead(row, found);
     return found;
@@ -140,10 +141,10 @@ class Movements : public FileImporter {
 
   static std::string problemOfYear(const Values& v) {
     const auto date = values::toText(v[kDate]);
-    if (v[kYear].isEmpty()) return "no accounting year holds " + date;
-    const auto year = "the accounting year " + values::toText(v[kYear]);
-    if (isAdjusting(v)) return year + " neither holds " + date + " nor ends before it";
-    return year + " does not hold " + date;
+    if (v[kYear].isEmpty()) return tr("no accounting year holds {}", date);
+    const auto year = values::toText(v[kYear]);
+    if (isAdjusting(v)) return tr("the accounting year {} neither holds {} nor ends before it", year, date);
+    return tr("the accounting year {} does not hold {}", year, date);
   }
 
   /// The lines of one registration are of one kind.
@@ -155,8 +156,7 @@ class Movements : public FileImporter {
     for (const auto& [field, otherwise] : kShared) {
       const auto& value = row.values[field];
       if (value.isEmpty() || isSame(value, head.values[field].isEmpty() ? otherwise : head.values[field])) continue;
-      found.push_back("registration " + std::to_string(number) + " has another " +
-                      std::string(kModel.fields[field].name) + " on line " + std::to_string(head.line));
+      found.push_back(tr("registration {} has another {} on line {}", number, kModel.fields[field].name, head.line));
     }
   }
 

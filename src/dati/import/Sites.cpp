@@ -1,5 +1,6 @@
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -17,7 +18,7 @@ class Sites : public FileImporter {
     for (const auto& row : batch_.rows) {
       const auto& code = row.values[kCode];
       if (!code.isEmpty() && !import.sites.insert(code))
-        import.problems.add(file, row.line, "site " + values::toText(code) + " stands twice");
+        import.problems.add(file, row.line, tr("site {} stands twice", values::toText(code)));
       checkRange(row, kModel, kCode, 1, 99, file, import.problems);
     }
   }

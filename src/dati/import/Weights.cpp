@@ -3,6 +3,7 @@
 #include <set>
 
 #include "dati/import/CsvModel.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -25,11 +26,11 @@ PeriodWeights readWeights(const std::string& file, std::size_t periods, Problems
     const auto period = static_cast<std::size_t>(values::toInt32(row.values[Period]));
     const auto weight = values::toDecimal(row.values[Weight]);
     if (period < 1 || period > periods)
-      problems.add(batch.file, row.line, "the budget has no period " + std::to_string(period));
+      problems.add(batch.file, row.line, tr("the budget has no period {}", period));
     else if (!seen.insert(period).second)
-      problems.add(batch.file, row.line, "period " + std::to_string(period) + " stands twice");
+      problems.add(batch.file, row.line, tr("period {} stands twice", period));
     else if (weight.isNegative())
-      problems.add(batch.file, row.line, "a weight is 0 or more, not " + weight.toString());
+      problems.add(batch.file, row.line, tr("a weight is 0 or more, not {}", weight.toString()));
     else
       weights[period - 1] = weight;
   }

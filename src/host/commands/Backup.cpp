@@ -4,6 +4,7 @@
 
 #include "host/commands/Command.h"
 #include "host/environment/DatabaseFiles.h"
+#include "language/Language.h"
 #include "sqlite/Upkeep.h"
 
 namespace bukorval::host {
@@ -13,7 +14,7 @@ void backUp(const Environment& environment, const std::string& file) {
   const auto connectionString = environment.connectionString();
   requireEmbedded(connectionString, "backup");
   makeDatabase(file, [&](const std::string& workName) { sqlite::copyDatabase(connectionString, workName); });
-  std::cout << "Backed up into " << file << '\n';
+  std::cout << tr("Backed up into {}", file) << '\n';
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "dati/import/Import.h"
 #include "host/commands/Command.h"
 #include "host/environment/Terminal.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 namespace {
@@ -33,9 +34,9 @@ void showBatches(const Environment& environment, const dati::Batches& batches) {
 void removeBatch(dati::Batches& batches, const BatchesOptions& options) {
   const auto registrations =
       dati::counted(static_cast<std::size_t>(batches.registrationsOf(options.remove)), "registration");
-  confirm("Remove the import " + options.remove + " with its " + registrations + "?", options.yes);
+  confirm(tr("Remove the import {} with its {}?", options.remove, registrations), options.yes);
   batches.remove(options.remove);
-  std::cout << "Removed " << options.remove << " with " << registrations << '\n';
+  std::cout << tr("Removed {} with {}", options.remove, registrations) << '\n';
 }
 
 void run(Environment& environment, const BatchesOptions& options) {

@@ -4,6 +4,7 @@
 
 #include "dati/Locks.h"
 #include "host/commands/Command.h"
+#include "host/commands/Lists.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -43,7 +44,9 @@ std::vector<values::Variant> rowOf(CLSKORVAL& budget, const dati::DefinedBudget&
           lockedYears(defined, locks)};
 }
 
-void showBudgets(Environment& environment) {
+}  // namespace
+
+Table budgetsTable(Environment& environment) {
   auto& budget = environment.budget();
   Table table{{{"TIPO", "Type", true},
                {"SOTTOTIPO", "Subtype"},
@@ -62,17 +65,15 @@ void showBudgets(Environment& environment) {
     table.rows.push_back(rowOf(budget, defined, locks));
     environment.requireSuccess();
   }
-  environment.show(table);
+  return table;
 }
-
-}  // namespace
 
 Command budgetsCommand() {
   return {"budgets",
           "List the budgets that are defined, with their years and cards",
           "  bukorval budgets -d demo.db",
           {},
-          showBudgets};
+          [](Environment& environment) { environment.show(budgetsTable(environment)); }};
 }
 
 }  // namespace bukorval::host

@@ -7,6 +7,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
+#include "language/Language.h"
 #include "object/Interfaccia.h"
 
 namespace bukorval::host {
@@ -20,10 +21,11 @@ void add(CallResults& results, const std::string& name, const values::Variant& v
   }
 }
 
-const Membro& findMethod(const std::string& name) {
+const Membro& findMethod(Environment& environment, const std::string& name) {
   const auto* member = trovaMembro(name);
   if (member && member->genere == Genere::Metodo) return *member;
-  throw UsageError("The object has no method " + name + "; `bukorval call --list` shows them all");
+  throw UsageError(tr("The object has no method {}; `bukorval call --list` shows them all{}", name,
+                      didYouMeanCode(environment, Codes::Methods, name)));
 }
 
 std::vector<values::Variant> parseArguments(const Membro& method, const std::vector<std::string>& texts) {
@@ -47,7 +49,7 @@ void addRecordsets(const CLSKORVAL& budget, CallResults& results) {
 }
 
 void callMethod(Environment& environment, const std::string& name, const std::vector<std::string>& texts) {
-  const auto& method = findMethod(name);
+  const auto& method = findMethod(environment, name);
   auto arguments = parseArguments(method, texts);
   auto& budget = environment.budget();
   const Progress progress(budget);
@@ -78,7 +80,7 @@ struct CallOptions {
 
 void call(Environment& environment, const CallOptions& options) {
   if (options.list) return listMethods();
-  if (options.method.empty()) throw UsageError("METHOD is needed; `bukorval call --list` shows them all");
+  if (options.method.empty()) throw UsageError(tr("METHOD is needed; `bukorval call --list` shows them all"));
   callMethod(environment, options.method, options.arguments);
 }
 

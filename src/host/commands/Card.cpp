@@ -56,7 +56,7 @@ Table termsTable(const dati::CardTerms& terms) {
   return {{{"ULTIMAMODIFICA", "Written"},
            {"MANUALI", "By hand", true},
            {"TIPOCF", "Party kind", true},
-           {"CLIFOR", "Cliente/Fornitore", true},
+           {"CLIFOR", "Customer/Supplier", true},
            {"VALIDADA", "Valid from"},
            {"RATE", "Instalments", true},
            {"MESI", "Months between", true},
@@ -77,9 +77,9 @@ Table percentageTable(const std::vector<dati::CardPercentage>& percentages) {
 
 Table dueDateTable(const std::vector<dati::DueDate>& dates) {
   Table table{{{"BU14_ID", "ID", true},
-               {"PERIODO", "Periodo", true},
+               {"PERIODO", "Period", true},
                {"SCADENZA", "Due"},
-               {"IMPORTO", "Importo", true, 2, false, true},
+               {"IMPORTO", "Amount", true, 2, false, true},
                {"MANUALE", "By hand", true}},
               {},
               {}};

@@ -28,7 +28,7 @@ Table tableOf(const std::vector<dati::CardChange>& changes, const std::vector<da
                {"DATA", "When"},
                {"UTENTE", "Who"},
                {"BU65_ID", "Card", true},
-               {"RIGA", "What"},
+               {.name = "RIGA", .title = "What", .words = true},
                {"TIPO", "Kind", true},
                {"PERIODO", "Period", true},
                {"COLONNA", "Column"},
@@ -48,10 +48,10 @@ Table tableOf(const std::vector<dati::CardChange>& changes, const std::vector<da
 
 Table conflictTable(const std::vector<dati::CardChange>& conflicts) {
   Table table{{{"BU65_ID", "Card", true},
-               {"RIGA", "What"},
+               {.name = "RIGA", .title = "What", .words = true},
                {"TIPO", "Kind", true},
                {"PERIODO", "Period", true},
-               {"COLONNA", "Column"},
+               {.name = "COLONNA", .title = "Column", .words = true},
                {"LASCIATO", "Left"},
                {"ORA", "Now"}},
               {},

@@ -8,6 +8,7 @@
 #include "dati/Years.h"
 #include "host/commands/DetailKind.h"
 #include "host/environment/Errors.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -33,21 +34,21 @@ void completeKinds(Environment& environment) {
   const bool named =
       std::ranges::any_of(kMovementKinds, [&](const auto& kind) { return given.contains(kind.property); });
   if (given.contains("TipoMovimenti")) {
-    if (named) throw UsageError("--TipoMovimenti is a condition of its own: name no kinds of movement beside it");
+    if (named) throw UsageError(tr("--TipoMovimenti is a condition of its own: name no kinds of movement beside it"));
     return;
   }
   std::string taken;
   for (const auto& [property, kind, byDefault, member] : kMovementKinds)
     if (named ? budget.*member : byDefault) taken.append(taken.empty() ? "" : ", ").append(kind);
-  if (taken.empty()) throw UsageError("No kind of movement is left: name --MovimentiConsolidati or another one");
+  if (taken.empty()) throw UsageError(tr("No kind of movement is left: name --MovimentiConsolidati or another one"));
   budget.TipoMovimenti = "CG41_INDTIPOMOV IN (" + taken + ")";
 }
 
 /// Refuses what would only wipe amounts, or write them where no grid shows them.
 void checkInput(CLSKORVAL& budget) {
   if (budget.TipoDataMovimenti != 0 && budget.TipoDataMovimenti != 1)
-    throw UsageError("--TipoDataMovimenti is 0 (registration date) or 1 (competence), not " +
-                     std::to_string(budget.TipoDataMovimenti));
+    throw UsageError(
+        tr("--TipoDataMovimenti is 0 (registration date) or 1 (competence), not {}", budget.TipoDataMovimenti));
   requireDetailKind(budget, budget.TipoDettaglioDestinazione);
 }
 
@@ -83,9 +84,11 @@ CardRunDates completeDates(Environment& environment) {
   const auto closed = (last.isNothing() ? from : values::toDate(last)).lastOfMonth();
   if (open && closed < to) budget.AData = closed;
   const auto day = [](const values::Variant& date) { return values::toPlainText(date); };
-  std::cerr << "From " << day(budget.DaData) << " to " << day(budget.AData)
-            << (last.isNothing() ? ": no movement was registered there\n"
-                                 : ": the latest movement is of " + day(last) + "\n");
+  std::cerr << (last.isNothing()
+                    ? tr("From {} to {}: no movement was registered there", day(budget.DaData), day(budget.AData))
+                    : tr("From {} to {}: the latest movement is of {}", day(budget.DaData), day(budget.AData),
+                         day(last)))
+            << '\n';
   return {closed, !open && closed < to};
 }
 

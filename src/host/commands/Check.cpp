@@ -5,6 +5,7 @@
 #include "dati/Checks.h"
 #include "dati/Failure.h"
 #include "host/commands/Command.h"
+#include "language/Language.h"
 #include "sqlite/Upkeep.h"
 
 namespace bukorval::host {
@@ -30,14 +31,17 @@ void check(Environment& environment) {
     for (auto& result : dati::checkRows(connection)) results.push_back(std::move(result));
     results.push_back(dati::checkGrids(environment.budget(), connection));
   }
-  Table table{{{"CONTROLLO", "Check"}, {"TROVATI", "Findings", true}, {"ESEMPIO", "Example"}}, {}, {}};
+  Table table{
+      {{.name = "CONTROLLO", .title = "Check", .words = true}, {"TROVATI", "Findings", true}, {"ESEMPIO", "Example"}},
+      {},
+      {}};
   std::int64_t findings = 0;
   for (const auto& result : results) {
     findings += result.findings;
     table.rows.push_back({result.check, result.findings, result.example});
   }
   environment.show(table);
-  if (findings > 0) throw dati::Refused(std::to_string(findings) + (findings == 1 ? " finding" : " findings"));
+  if (findings > 0) throw dati::Refused(findings == 1 ? tr("1 finding") : tr("{} findings", findings));
 }
 
 }  // namespace

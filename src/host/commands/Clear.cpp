@@ -7,6 +7,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
 #include "host/environment/Terminal.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 namespace {
@@ -22,7 +23,8 @@ void clear(Environment& environment, const ClearOptions& options) {
   const bool all = options.kind == "all";
   const BdgTipoDettaglio kind = all ? bdgDettaglioTutti : parseDetailKind(options.kind).kind;
   if (!all) requireDetailKind(environment.budget(), kind);
-  confirm("Clear the " + (all ? "values of every kind" : options.kind + " values") + " of card " + options.card + "?",
+  confirm(all ? tr("Clear the values of every kind of card {}?", options.card)
+              : tr("Clear the {} values of card {}?", options.kind, options.card),
           options.yes);
   auto transaction = environment.transaction();
   selectWritableCard(environment, card);

@@ -9,6 +9,7 @@
 #include <variant>
 #include <vector>
 
+#include "host/environment/CodeLists.h"
 #include "host/environment/Environment.h"
 
 namespace bukorval::host {
@@ -32,6 +33,7 @@ struct Option {
   std::optional<std::pair<int, int>> range = {};  ///< the least and the greatest value that is right
   /// What is wrong with a value, "" for nothing.
   std::function<std::string(const std::string&)> check = {};
+  Codes codes = Codes::None;  ///< which codes a value is one of, for completion
 };
 
 /// What a command does to cards, for the options that come with it.

@@ -9,6 +9,7 @@
   command(years)                   \
   command(batches)                 \
   command(budgets)                 \
+  command(list)                    \
   command(grid)                    \
   command(periods)                 \
   command(report)                  \
@@ -32,7 +33,8 @@
   command(check)                   \
   command(backup)                  \
   command(restore)                 \
-  command(call)
+  command(call)                    \
+  command(completion)
 // clang-format on
 
 namespace bukorval::host {

@@ -42,8 +42,8 @@ Table tableOf(CLSKORVAL& budget, const dati::Comparison& comparison, const Compa
     table.columns.back().secondary = isTechnical(column);
   }
   if (!comparison.periods.empty()) {
-    table.columns.push_back({"PERIODO", "Periodo", true});
-    table.columns.push_back({"DESCRIZIONE", "Descrizione"});
+    table.columns.push_back({"PERIODO", "Period", true});
+    table.columns.push_back({"DESCRIZIONE", "Description"});
   }
   const auto first = table.columns.size();
   table.columns.push_back({"SINISTRA", options.left, true, 2, false, true});

@@ -3,10 +3,14 @@
 #include <string>
 
 #include "dati/Company.h"
+#include "dati/Failure.h"
+#include "dati/OwnTables.h"
 #include "demo/DemoAzienda.h"
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/DatabaseFiles.h"
+#include "host/environment/Errors.h"
+#include "language/Language.h"
 #include "schema/Schema.h"
 #include "values/Conversion.h"
 
@@ -30,23 +34,47 @@ dati::NewCompany companyOf(const SharedOptions& shared, const CreateOptions& opt
 }
 
 void fill(ado::Connection& connection, const SharedOptions& shared, const CreateOptions& options) {
-  schema::create(connection);
   if (options.demo)
     demo::creaDemo(connection);
   else
     dati::createCompany(connection, companyOf(shared, options));
 }
 
-void create(const SharedOptions& shared, const CreateOptions& options) {
+/// @param where  what was made, for who reads it.
+void tell(const std::string& where, const CreateOptions& options) {
+  std::cout << (options.demo ? tr("Created {} with the demo company", where)
+                             : tr("Created {} with an empty company", where))
+            << '\n';
+}
+
+/// A server's database is there already. What a run that failed has left of the tables is gone on with.
+void createOnServer(Environment& environment, const CreateOptions& options) {
+  auto& connection = *environment.connection();
+  if (!dati::hasTable(connection, "CG18_ANADITTE"))
+    schema::create(connection);
+  else if (!connection.Execute("SELECT TOP 1 CG18_CODICE FROM CG18_ANADITTE")->Eof())
+    throw dati::Refused(tr("The database holds a company already and is left as it is"));
+  fill(connection, environment.options, options);
+  tell(tr("the tables"), options);
+}
+
+void createFile(const SharedOptions& shared, const CreateOptions& options) {
   const auto& file = options.file;
   makeDatabase(file, [&](const std::string& workName) {
     const auto connection = ado::createConnection();
     // It is brought to the disk when it gets its name.
     connection->ConnectionString = sqliteConnectionString(workName) + ";Create=True;Synchronous=Off";
     connection->Open();
+    schema::create(*connection);
     fill(*connection, shared, options);
   });
-  std::cout << "Created " << file << (options.demo ? " with the demo company" : " with an empty company") << '\n';
+  tell(file, options);
+}
+
+void create(Environment& environment, const CreateOptions& options) {
+  if (!options.file.empty()) return createFile(environment.options, options);
+  if (environment.serverConnection().empty()) throw UsageError(tr("Which database? Give a FILE or --connection"));
+  createOnServer(environment, options);
 }
 
 }  // namespace
@@ -54,11 +82,13 @@ void create(const SharedOptions& shared, const CreateOptions& options) {
 Command createCommand() {
   const auto options = std::make_shared<CreateOptions>();
   return {"create",
-          "Make an embedded database with an empty company, or with the demo company",
+          "Make a database with an empty company, or with the demo company",
           "  bukorval create demo.db --demo\n"
           "  bukorval create acme.db --name \"Acme S.r.l.\" -c 1 -y 2025\n"
-          "An empty company has one accounting year (-y, by default the current one); `bukorval import` fills it.",
-          {{.flags = "FILE", .help = "the file to make; it must not exist", .target = &options->file, .required = true},
+          "  bukorval create --demo --connection \"Provider=PostgreSQL;Host=db;Database=budget\"\n"
+          "On a server the database must be there, and hold no company. An empty company has one accounting year (-y, "
+          "by default the current one); `bukorval import` fills it.",
+          {{.flags = "FILE", .help = "the file to make; it must not exist", .target = &options->file},
            {"--demo", "the demo company, with budgets and movements", &options->demo},
            {"--name", "the company's name", &options->name},
            {.flags = "--structure",
@@ -66,7 +96,7 @@ Command createCommand() {
             .target = &options->structure,
             .showDefault = true,
             .range = {{2, 5}}}},
-          [options](Environment& environment) { create(environment.options, *options); }};
+          [options](Environment& environment) { create(environment, *options); }};
 }
 
 }  // namespace bukorval::host

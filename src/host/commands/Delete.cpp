@@ -7,6 +7,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
 #include "host/environment/Terminal.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 namespace {
@@ -20,9 +21,7 @@ void deleteCard(Environment& environment, const DeleteOptions& options) {
   values::Variant card = parseArgument(options.card);
   auto& connection = *environment.connection();
   selectWritableCard(environment, card);
-  confirm(
-      "Delete card " + options.card + " with its " + std::to_string(dati::countDetails(connection, card)) + " details?",
-      options.yes);
+  confirm(tr("Delete card {} with its {} details?", options.card, dati::countDetails(connection, card)), options.yes);
   auto transaction = environment.transaction();
   selectWritableCard(environment, card);
   const auto before = dati::countRowsOfCard(connection, card);

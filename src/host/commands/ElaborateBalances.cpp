@@ -18,6 +18,7 @@
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
@@ -60,12 +61,13 @@ void completeDeviation(Environment& environment, const BalancesOptions& options)
   if (!given.contains("TipoScostamento"))
     budget.TipoScostamento = percentage ? bdgScostamentoFisso : bdgScostamentoNessuno;
   else if (percentage && budget.TipoScostamento != bdgScostamentoFisso)
-    throw UsageError("--PercentualeScostamento is the one percentage of --TipoScostamento 0: it has no effect with " +
-                     std::to_string(budget.TipoScostamento));
+    throw UsageError(
+        tr("--PercentualeScostamento is the one percentage of --TipoScostamento 0: it has no effect with {}",
+           budget.TipoScostamento));
   if (percentage && !(options.percentage.empty() && options.percentageFile.empty()))
-    throw UsageError("--PercentualeScostamento, --percent and --percent-file exclude each other");
+    throw UsageError(tr("--PercentualeScostamento, --percent and --percent-file exclude each other"));
   if (percentage && !budget.PercentualeScostamento.isNumber())
-    throw UsageError("--PercentualeScostamento: '" + given.at("PercentualeScostamento") + "' is no number");
+    throw UsageError(tr("--PercentualeScostamento: '{}' is no number", given.at("PercentualeScostamento")));
 }
 
 void setDeviations(Environment& environment, const BalancesOptions& options) {
@@ -112,14 +114,14 @@ class AccountAmounts {
 
 /// The proposed rows beside what the cards hold, and what writing them would add.
 Table proposalTable(ado::Recordset& rows, const AccountAmounts& held) {
-  Table table{{{"CONTO", "Conto"},
-               {"DESCRIZIONE", "Descrizione"},
-               {"PERIODO", "Periodo", true},
-               {"PRESENTE", "Presente", true, 2, false, true},
-               {"IMPORTO", "Proposto", true, 2, false, true},
-               {"DIFFERENZA", "Differenza", true, 2, false, true},
+  Table table{{{"CONTO", "Account"},
+               {"DESCRIZIONE", "Description"},
+               {"PERIODO", "Period", true},
+               {"PRESENTE", "Present", true, 2, false, true},
+               {"IMPORTO", "Proposed", true, 2, false, true},
+               {"DIFFERENZA", "Difference", true, 2, false, true},
                {"BUDGETPRESENTE", "BUDGETPRESENTE", true, 0, false, false, true},
-               {"SOVRASCRIVI", "Sovrascrivi", true}},
+               {"SOVRASCRIVI", "Overwrite", true}},
               {},
               {}};
   for (; !rows.Eof(); rows.MoveNext()) {
@@ -143,8 +145,9 @@ void overwriteAll(ado::Recordset& rows) {
 
 void tellMissing(const ado::RecordsetPtr& missing) {
   if (!missing || missing->RecordCount() == 0) return;
-  std::cerr << missing->RecordCount()
-            << " accounts have no card and the budget's structure allows none; they were not written:\n";
+  std::cerr << tr("{} accounts have no card and the budget's structure allows none; they were not written:",
+                  missing->RecordCount())
+            << '\n';
   for (missing->MoveFirst(); !missing->Eof(); missing->MoveNext())
     std::cerr << "  " << safeText(values::toPlainText((*missing)["CONTO"].Value())) << "  "
               << safeText(values::toPlainText((*missing)["DESCRIZIONE"].Value())) << '\n';
@@ -194,7 +197,7 @@ void elaborateBalances(Environment& environment, const BalancesOptions& options)
   budget.BdgElaEco_PopolaRstSaldiElaEco();
   environment.requireSuccess();
   auto& rows = *budget.RstSaldiElaEco;
-  if (rows.RecordCount() == 0) std::cerr << "There are no balances in the range\n";
+  if (rows.RecordCount() == 0) std::cerr << tr("There are no balances in the range") << '\n';
   if (budget.IsSovrascriviEsistenti) overwriteAll(rows);
   const dati::DetailScope scope{budgetScelto(budget), budget.TipoDettaglioDestinazione,
                                 budget.GetTipoPdC(budget.TipoBudget, budget.SottoTipoBudget)};
@@ -205,7 +208,8 @@ void elaborateBalances(Environment& environment, const BalancesOptions& options)
     const dati::DetailSnapshot held(*environment.connection(), scope);
     showWithUnlinked(environment, "Proposal", proposalTable(rows, AccountAmounts(held, budget.CodiceSede)));
   }
-  if (refused) throw dati::Refused("Not all balances have a reclassification link: with --strict nothing was written");
+  if (refused)
+    throw dati::Refused(tr("Not all balances have a reclassification link: with --strict nothing was written"));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
 #include "host/environment/Terminal.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -48,8 +49,8 @@ void completeInput(Environment& environment, const CardsOptions& options) {
   completeSites(environment);
   const auto dates = completeDates(environment);
   if (dates.beyond && !options.dryRun)
-    confirm("The months after " + values::toPlainText(dates.closed) +
-                " have no movements: they become 0 and replace the forecast. Go on?",
+    confirm(tr("The months after {} have no movements: they become 0 and replace the forecast. Go on?",
+               values::toPlainText(dates.closed)),
             options.yes);
 }
 
@@ -114,7 +115,7 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
                      {"Landed nowhere", unlandedTable(reconciliation)},
                      {"Reconciliation", totalsTable(reconciliation)}}});
   if (refused)
-    throw dati::Refused("Not every movement landed on a card, to the cent: with --strict nothing was written");
+    throw dati::Refused(tr("Not every movement landed on a card, to the cent: with --strict nothing was written"));
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
+#include "language/Language.h"
 #include "sheet/CsvFiles.h"
 #include "sheet/ReplaceFile.h"
 #include "sheet/XlsxWriter.h"
@@ -38,7 +39,7 @@ void writeCsv(const ExportOptions& options, const Writer& write) {
     std::ofstream out(values::pathOf(name), std::ios::binary);
     write(out, *style);
     out.close();
-    if (!out) throw dati::Refused("Cannot write " + options.file);
+    if (!out) throw dati::Refused(tr("Cannot write {}", options.file));
   });
 }
 
@@ -66,7 +67,7 @@ void exportWide(Environment& environment, const ExportOptions& options, bool spr
   auto& budget = environment.budget();
   requireDetailKind(budget, selection.kind);
   auto cards = sheet::readBudgetSheet(budget, *environment.connection(), selection);
-  if (cards.rows.empty()) throw dati::Refused("The selection has no cards");
+  if (cards.rows.empty()) throw dati::Refused(tr("The selection has no cards"));
   for (auto& key : cards.keys) {
     key.title = title(key.name);
     key.hidden = isTechnical(key.name);
@@ -80,11 +81,11 @@ void exportWide(Environment& environment, const ExportOptions& options, bool spr
 void exportCards(Environment& environment, const ExportOptions& options) {
   const bool spreadsheet = options.file.ends_with(".xlsx");
   if (!spreadsheet && !options.file.empty() && !options.file.ends_with(".csv"))
-    throw UsageError("-o names a file that ends in .xlsx or .csv");
+    throw UsageError(tr("-o names a file that ends in .xlsx or .csv"));
   if (spreadsheet && (options.tidy || !options.csv.empty()))
-    throw UsageError("--tidy and --csv write CSV, not a spreadsheet: -o names a file that ends in .csv");
+    throw UsageError(tr("--tidy and --csv write CSV, not a spreadsheet: -o names a file that ends in .csv"));
   if (options.file.empty() && options.csv.empty() && !options.tidy)
-    throw UsageError("-o is needed; --csv and --tidy may write to standard output");
+    throw UsageError(tr("-o is needed; --csv and --tidy may write to standard output"));
   if (options.tidy) return exportTidy(environment, options);
   exportWide(environment, options, spreadsheet);
 }

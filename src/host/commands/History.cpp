@@ -9,6 +9,7 @@
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -32,7 +33,8 @@ void history(Environment& environment, const std::string& card) {
   const dati::History history(*environment.connection(), environment.session().CodiceDitta());
   if (card.empty()) return showEntries(environment, history);
   const auto number = parseArgument(card);
-  if (!number.isNumber()) throw UsageError("A card is given by its identifier, a whole number (BU65_ID in the grid)");
+  if (!number.isNumber())
+    throw UsageError(tr("A card is given by its identifier, a whole number (BU65_ID in the grid)"));
   environment.show(tableOf(history.ofCard(values::toInt64(number)), history.entries()));
 }
 

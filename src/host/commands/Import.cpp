@@ -17,6 +17,7 @@
 #include "host/environment/ProgressBar.h"
 #include "host/environment/Selection.h"
 #include "host/environment/Terminal.h"
+#include "language/Language.h"
 #include "values/Text.h"
 
 namespace bukorval::host {
@@ -50,13 +51,13 @@ std::string encodingList() {
 std::string remedies(const dati::Problems& problems) {
   std::string text;
   if (problems.has(dati::Remedy::Encoding))
-    text += "\n--encoding NAME reads files in another encoding: " + encodingList();
-  if (problems.has(dati::Remedy::Replace)) text += "\n--replace puts the new registrations in place of those";
+    text += "\n" + tr("--encoding NAME reads files in another encoding: {}", encodingList());
+  if (problems.has(dati::Remedy::Replace)) text += "\n" + tr("--replace puts the new registrations in place of those");
   return text;
 }
 
 void tell(const std::vector<std::string>& outcomes) {
-  for (const auto& outcome : outcomes) std::cout << "Imported " << outcome << '\n';
+  for (const auto& outcome : outcomes) std::cout << tr("Imported {}", outcome) << '\n';
 }
 
 void importFiles(Environment& environment, const FilesToImport& options) {
@@ -72,7 +73,7 @@ void importFiles(Environment& environment, const FilesToImport& options) {
     }
     import.read(kind, options.files[i]);
   }
-  if (import.empty()) throw UsageError("Nothing to import: give at least one file");
+  if (import.empty()) throw UsageError(tr("Nothing to import: give at least one file"));
   refuseProblems(import.problems(), remedies(import.problems()));
   tell(import.write());
 }
@@ -91,7 +92,7 @@ void importFinance(Environment& environment, const FilesToImport& options) {
   try {
     tell(dati::importFinance(environment.budget(), *connection, environment.session(), finance, options.how.progress));
   } catch (const dati::CompanyNotEmpty& e) {
-    throw dati::Refused(std::string(e.what()) + " with `bukorval create`");
+    throw dati::Refused(tr("{} with `bukorval create`", e.what()));
   }
 }
 
@@ -100,14 +101,14 @@ void import(Environment& environment, FilesToImport& options) {
   options.how.author = environment.author();
   if (isTerminal(stderr)) options.how.progress = &watcher;
   if (!hasMovements(options)) {
-    if (!options.how.batch.empty()) throw UsageError("--batch names an import of --movements");
-    if (options.how.replace) throw UsageError("--replace is for the registrations of --movements");
+    if (!options.how.batch.empty()) throw UsageError(tr("--batch names an import of --movements"));
+    if (options.how.replace) throw UsageError(tr("--replace is for the registrations of --movements"));
   }
-  if (options.dryRun && options.sheet.empty()) throw UsageError("--dry-run is for --sheet");
+  if (options.dryRun && options.sheet.empty()) throw UsageError(tr("--dry-run is for --sheet"));
   if (options.finance.empty() && options.sheet.empty()) return importFiles(environment, options);
   const bool others = std::ranges::any_of(options.files, [](const auto& file) { return !file.empty(); });
   if (others || (!options.finance.empty() && !options.sheet.empty()))
-    throw UsageError("--finance and --sheet stand alone: import other files afterwards");
+    throw UsageError(tr("--finance and --sheet stand alone: import other files afterwards"));
   if (options.sheet.empty())
     importFinance(environment, options);
   else
@@ -117,8 +118,8 @@ void import(Environment& environment, FilesToImport& options) {
 /// Why a name cannot be a batch's, "" when it can.
 std::string wrongBatchName(const std::string& name) {
   constexpr std::size_t kLongest = 40;
-  if (values::trim(name).empty()) return "a name is needed";
-  return values::length(name) > kLongest ? "a name has at most 40 characters" : "";
+  if (values::trim(name).empty()) return tr("a name is needed");
+  return values::length(name) > kLongest ? tr("a name has at most {} characters", kLongest) : "";
 }
 
 std::vector<Option> declareFiles(FilesToImport& options) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "dati/Failure.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 
@@ -12,13 +13,14 @@ void refuseProblems(const dati::Problems& problems, const std::string& advice) {
   const auto number = problems.count();
   if (number == 0) return;
   const auto sorted = problems.sorted();
-  std::string all = (number == 1 ? "1 problem" : std::to_string(number) + " problems") + ", nothing was imported:";
+  std::string all =
+      number == 1 ? tr("1 problem, nothing was imported:") : tr("{} problems, nothing was imported:", number);
   for (std::size_t i = 0; i < std::min(kShown, number); ++i) {
     const auto& problem = sorted[i];
     all += '\n' + problem.file + ':' + (problem.cell.empty() ? std::to_string(problem.line) : problem.cell) + ": " +
            problem.text;
   }
-  if (number > kShown) all += "\n... and " + std::to_string(number - kShown) + " more";
+  if (number > kShown) all += '\n' + tr("... and {} more", number - kShown);
   throw dati::Refused(all + advice);
 }
 

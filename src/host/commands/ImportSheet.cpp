@@ -9,11 +9,13 @@
 #include "dati/Failure.h"
 #include "dati/Locks.h"
 #include "dati/Years.h"
+#include "dati/import/Import.h"
 #include "host/commands/DetailKind.h"
 #include "host/commands/ImportProblems.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
+#include "language/Language.h"
 #include "sheet/SheetFile.h"
 #include "values/Arithmetic.h"
 
@@ -24,14 +26,14 @@ namespace {
 void selectBudget(Environment& environment, const sheet::SheetSelection& selection, const std::string& file) {
   for (const auto* property : {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio", "ProgressivoEsercizio"})
     if (environment.options.properties.contains(property))
-      throw UsageError("--" + std::string(property) + " is not for --sheet, which names its budget itself");
+      throw UsageError(tr("--{} is not for --sheet, which names its budget itself", property));
   auto& budget = environment.budget();
   const auto& of = selection.cards.budget;
-  if (values::compare(budget.CodiceDitta, of.ditta) != 0) throw dati::Refused(file + " is of another company");
+  if (values::compare(budget.CodiceDitta, of.ditta) != 0) throw dati::Refused(tr("{} is of another company", file));
   auto& connection = *environment.connection();
   dati::requireYear(connection, of.ditta, of.anno, of.progressivo);
   if (!dati::isBudgetDefined(connection, of.tipo, of.sottoTipo))
-    throw dati::Refused(file + " is of budget " + dati::nameOf(of) + ", which is not defined here");
+    throw dati::Refused(tr("{} is of budget {}, which is not defined here", file, dati::nameOf(of)));
   budget.TipoBudget = of.tipo;
   budget.SottoTipoBudget = of.sottoTipo;
   budget.AnnoEsercizio = of.anno;
@@ -56,9 +58,9 @@ Table tableOf(const std::vector<sheet::SheetChange>& changes, const std::vector<
 void tellCount(const std::vector<sheet::SheetChange>& changes, bool written) {
   std::set<const sheet::SheetRow*> cards;
   for (const auto& change : changes) cards.insert(change.row);
-  std::cout << (written ? "Changed " : "Would change ") << changes.size()
-            << (changes.size() == 1 ? " value" : " values") << " of " << cards.size()
-            << (cards.size() == 1 ? " card" : " cards") << '\n';
+  std::cout << tr(written ? "Changed {} of {}" : "Would change {} of {}", dati::counted(changes.size(), "value"),
+                  dati::counted(cards.size(), "card"))
+            << '\n';
 }
 
 }  // namespace

@@ -27,11 +27,13 @@ void lock(Environment& environment, const LockOptions& options) {
   if (!options.budget.empty())
     dati::lockBudget(*environment.connection(), parseBudgetName(environment, options.budget), userName(),
                      options.reason);
+  environment.noteWritten();
   showLocks(environment);
 }
 
 void unlock(Environment& environment, const LockOptions& options) {
   dati::unlockBudget(*environment.connection(), parseBudgetName(environment, options.budget));
+  environment.noteWritten();
   showLocks(environment);
 }
 

@@ -11,6 +11,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -27,20 +28,21 @@ struct MovementsOptions {
 
 /// A card names its budget; an account needs one that says how it is kept.
 dati::ElaboratedCard chosenCard(Environment& environment, const MovementsOptions& options) {
-  if (options.card.empty() == options.account.empty()) throw UsageError("Give either --card or --account");
+  if (options.card.empty() == options.account.empty()) throw UsageError(tr("Give either --card or --account"));
   auto& budget = environment.budget();
   if (options.card.empty()) {
     requireGrid(environment);
     requireGiven(environment, {"BdgTipoScheda"});
+    tellUnknownCode(environment, Codes::Accounts, options.account);
     return {0, values::toInt32(budget.BdgTipoScheda), options.account, budget.CodiceSede, {}};
   }
   for (const auto* name : {"TipoBudget", "SottoTipoBudget", "AnnoEsercizio", "CodiceSede", "BdgTipoScheda"})
     if (environment.options.properties.contains(name))
-      throw UsageError("--card names its budget: --" + std::string(name) + " does not go with it");
+      throw UsageError(tr("--card names its budget: --{} does not go with it", name));
   const auto id = parseArgument(options.card);
   selectCard(environment, id);
   const auto card = dati::findElaboratedCard(*environment.connection(), id);
-  if (!card) throw dati::Refused("Card " + options.card + " is none that an elaboration fills from movements");
+  if (!card) throw dati::Refused(tr("Card {} is none that an elaboration fills from movements", options.card));
   return *card;
 }
 
@@ -79,8 +81,8 @@ std::string restText(const dati::CellMovement& movement, const std::vector<int>&
   }
   auto text = runsOf(here);
   const auto add = [&](const std::string& part) { text += (text.empty() ? "" : "; ") + part; };
-  if (!notWritten.empty()) add("not written: " + runsOf(notWritten));
-  if (nowhere) add("no period");
+  if (!notWritten.empty()) add(tr("not written: {}", runsOf(notWritten)));
+  if (nowhere) add(tr("no period"));
   return text;
 }
 
@@ -92,15 +94,15 @@ Table tableOf(const std::vector<dati::CellMovement>& movements, const std::vecto
                {"CG41_DATADOC", "Document"},
                {"CG41_NUMDOC", "Number"},
                {"CG41_DESCR", "Text"},
-               {"CG42_CONTOPAR_CG24", "Conto"},
-               {"CG41_CODICE_CG31", "Sede", true},
-               {"MOTIVO", "Reason"},
+               {"CG42_CONTOPAR_CG24", "Account"},
+               {"CG41_CODICE_CG31", "Site", true},
+               {.name = "MOTIVO", .title = "Reason", .words = true},
                {"COMPETENZA_DA", "From"},
                {"COMPETENZA_A", "To"},
                {"GIORNI", "Days", true},
                {"GIORNI_CELLA", "Here", true},
                {"PERCENTUALE", "Rate %", true, 4, true},
-               {"IMPORTO", "Importo", true, 2, false, true},
+               {"IMPORTO", "Amount", true, 2, false, true},
                {"QUOTA", "Share", true, 2, false, true},
                {"RESTO", "Rest", true, 2, false, true},
                {"RESTO_IN", "Rest in"}},

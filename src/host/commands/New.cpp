@@ -9,6 +9,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 namespace {
@@ -18,9 +19,9 @@ ado::DictionaryPtr parseColumns(const std::vector<std::string>& texts) {
   auto columns = std::make_shared<ado::Dictionary>();
   for (const auto& text : texts) {
     const auto equals = text.find('=');
-    if (equals == 0 || equals == std::string::npos) throw UsageError("NAME=VALUE is needed, not " + text);
+    if (equals == 0 || equals == std::string::npos) throw UsageError(tr("NAME=VALUE is needed, not {}", text));
     const values::Variant name = text.substr(0, equals);
-    if (columns->Exists(name)) throw UsageError("The column " + text.substr(0, equals) + " is given twice");
+    if (columns->Exists(name)) throw UsageError(tr("The column {} is given twice", text.substr(0, equals)));
     columns->Add(name, parseArgument(text.substr(equals + 1)));
   }
   return columns;

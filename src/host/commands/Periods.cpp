@@ -9,6 +9,7 @@
 
 #include "host/commands/Command.h"
 #include "host/commands/Deltas.h"
+#include "host/commands/Explain.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
 #include "values/Arithmetic.h"
@@ -24,7 +25,7 @@ void addNames(CLSKORVAL& budget, Table& table) {
   const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
   const auto yearKind = budget.GetAnnoBudgetFiscaleSolare(budget.TipoBudget, budget.SottoTipoBudget);
   const auto after = static_cast<std::ptrdiff_t>(*period) + 1;
-  table.columns.insert(table.columns.begin() + after, {"DESCRIZIONE", "Descrizione"});
+  table.columns.insert(table.columns.begin() + after, {"DESCRIZIONE", "Description"});
   for (auto& row : table.rows) {
     row.insert(row.begin() + after,
                budget.GetDescrizionePeriodo(budget.CodiceDitta, periodicity, yearKind, values::toInt16(row[*period]),
@@ -103,7 +104,7 @@ void totalLatestOrder(Table& table) {
   }
 }
 
-void showPeriods(Environment& environment, const std::string& cardText) {
+void showPeriods(Environment& environment, const std::string& cardText, bool explain) {
   const auto card = parseArgument(cardText);
   selectCard(environment, card);
   auto& budget = environment.budget();
@@ -119,6 +120,7 @@ void showPeriods(Environment& environment, const std::string& cardText) {
   totalLatestOrder(table);
   for (const auto& [column, total] : forecasts) table.totals[column] = total;
   fillDeltas(budget, table);
+  if (explain) explainPeriods(environment, table, card);
   environment.show(table);
 }
 
@@ -126,12 +128,15 @@ void showPeriods(Environment& environment, const std::string& cardText) {
 
 Command periodsCommand() {
   const auto card = std::make_shared<std::string>();
-  return {"periods",
-          "Show one card period by period",
-          "  bukorval periods 12 -d demo.db\n"
-          "CARD is the identifier that `bukorval grid` shows in its first column (BU65_ID).",
-          {{"CARD", "identifier of the card", card.get(), true}},
-          [card](Environment& environment) { showPeriods(environment, *card); }};
+  const auto explain = std::make_shared<bool>(false);
+  return {
+      "periods",
+      "Show one card period by period",
+      "  bukorval periods 12 -d demo.db\n"
+      "CARD is the identifier that `bukorval grid` shows in its first column (BU65_ID).",
+      {{"CARD", "identifier of the card", card.get(), true},
+       {"--explain", "show what each forecast is made of: actuals, forecast, and from which period", explain.get()}},
+      [card, explain](Environment& environment) { showPeriods(environment, *card, *explain); }};
 }
 
 }  // namespace bukorval::host

@@ -12,13 +12,13 @@ const char* kindText(int cardKind) { return cardKind == 1 ? "revenue" : "cost"; 
 }  // namespace
 
 Table unlandedTable(const dati::CardReconciliation& reconciliation) {
-  Table table{{{"SCHEDE", "Cards"},
-               {"CONTO", "Conto"},
-               {"DESCRIZIONE", "Descrizione"},
-               {"SEDE", "Sede", true},
-               {"MOTIVO", "Reason"},
+  Table table{{{.name = "SCHEDE", .title = "Cards", .words = true},
+               {"CONTO", "Account"},
+               {"DESCRIZIONE", "Description"},
+               {"SEDE", "Site", true},
+               {.name = "MOTIVO", .title = "Reason", .words = true},
                {"RIGHE", "Lines", true},
-               {"IMPORTO", "Importo", true, 2}},
+               {"IMPORTO", "Amount", true, 2}},
               {},
               {}};
   for (const auto& [kind, account, description, site, reason, lines, amount] : reconciliation.unlanded)
@@ -28,8 +28,12 @@ Table unlandedTable(const dati::CardReconciliation& reconciliation) {
 }
 
 Table totalsTable(const dati::CardReconciliation& reconciliation) {
-  Table table{
-      {{"SCHEDE", "Cards"}, {"VOCE", "Movements"}, {"RIGHE", "Lines", true}, {"IMPORTO", "Importo", true, 2}}, {}, {}};
+  Table table{{{.name = "SCHEDE", .title = "Cards", .words = true},
+               {.name = "VOCE", .title = "Movements", .words = true},
+               {"RIGHE", "Lines", true},
+               {"IMPORTO", "Amount", true, 2}},
+              {},
+              {}};
   for (const auto& totals : reconciliation.totals) {
     const auto add = [&](const char* text, const Variant& lines, const values::Decimal& amount) {
       table.rows.push_back({kindText(totals.cardKind), text, lines, amount});

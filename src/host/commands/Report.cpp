@@ -9,9 +9,13 @@
 #include <vector>
 
 #include "host/commands/Command.h"
+#include "host/commands/ReportPictures.h"
+#include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
+#include "language/Language.h"
+#include "report/Lines.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -20,30 +24,21 @@ namespace {
 using values::Variant;
 
 /// What cards without a code have instead of it, for people.
-const std::string kNone = "(nessuno)";
+constexpr std::string_view kNone = "(none)";
 
 /// The options as they were typed.
 struct ReportOptions {
-  std::string rows, columns = "year", values = "budget,actual,delta,delta%", measure = "amount", to, sort;
+  std::string rows, columns = "year", values = "budget,actual,delta,delta%", measure = "amount", to, sort, page;
   std::vector<std::string> where;
   int top = 0;
+  bool plot = false;
 };
-
-std::vector<std::string> split(std::string_view list) {
-  std::vector<std::string> parts;
-  while (!list.empty()) {
-    const auto end = std::min(list.find(','), list.size());
-    parts.emplace_back(list.substr(0, end));
-    list.remove_prefix(std::min(end + 1, list.size()));
-  }
-  return parts;
-}
 
 /// "site=1,2".
 report::Filter filterOf(const std::string& text) {
   const auto equal = text.find('=');
   if (equal == std::string::npos || equal == 0)
-    throw UsageError("A condition is AXIS=CODE,CODE with * for any ending, not " + text);
+    throw UsageError(tr("A condition is AXIS=CODE,CODE with * for any ending, not {}", text));
   auto codes = split(std::string_view(text).substr(equal + 1));
   if (codes.empty()) codes.emplace_back();
   return {text.substr(0, equal), std::move(codes)};
@@ -52,7 +47,7 @@ report::Filter filterOf(const std::string& text) {
 /// "2025-09".
 values::Date monthOf(const std::string& text) {
   const auto day = text.size() == 7 ? values::Date::TryParse(text + "-01") : std::nullopt;
-  if (!day) throw UsageError("A month is given as 2025-09, not " + text);
+  if (!day) throw UsageError(tr("A month is given as 2025-09, not {}", text));
   return *day;
 }
 
@@ -69,14 +64,14 @@ report::Query queryOf(const ReportOptions& options) {
   if (order != std::string::npos) {
     const auto direction = std::string_view(options.sort).substr(order + 1);
     query.ascending = direction == "asc";
-    if (!query.ascending && direction != "desc") throw UsageError("--sort takes VALUE, VALUE:desc or VALUE:asc");
+    if (!query.ascending && direction != "desc") throw UsageError(tr("--sort takes VALUE, VALUE:desc or VALUE:asc"));
   }
   query.top = options.top;
   return query;
 }
 
 std::string nameOf(const report::Key& key) {
-  const auto code = values::isBlank(key.code) ? kNone : values::toPlainText(key.code);
+  const auto code = values::isBlank(key.code) ? tr(kNone) : values::toPlainText(key.code);
   if (key.description.empty()) return code;
   return code + " - " + key.description;
 }
@@ -87,21 +82,11 @@ class ReportTable {
  public:
   ReportTable(const report::Result& result, bool forPeople) : result_(result), forPeople_(forPeople) {
     addColumns();
-    const auto depth = result.axes.size();
-    std::vector<const report::Row*> open;  // groups whose rows come
-    const auto close = [&](std::size_t level) {
-      for (; !open.empty() && open.back()->level() >= level; open.pop_back())
-        if (forPeople) addSubtotal(*open.back());
-    };
-    for (const auto& row : result.rows) {
-      if (row.level() == 0) continue;
-      close(row.level());
-      if (row.level() < depth && row.others == 0)
-        open.push_back(&row);
-      else
-        addRow(row);
-    }
-    close(1);
+    report::forEachLine(
+        result, [&](const auto& row) { addRow(row); },
+        [&](const auto& row) {
+          if (forPeople_) addSubtotal(row);
+        });
     addTotal(result.rows.front());
   }
 
@@ -125,7 +110,7 @@ class ReportTable {
         shown.decimals = value.decimals;
         shown.number = value.decimals > 0;
         shown.percentage = value.ratio;
-        if (result_.columns.size() > 1) shown.group = column.title.empty() ? kNone : column.title;
+        if (result_.columns.size() > 1) shown.group = column.title.empty() ? tr(kNone) : column.title;
         table_.columns.push_back(std::move(shown));
       }
     }
@@ -141,7 +126,7 @@ class ReportTable {
     return keys;
   }
 
-  static std::string othersText(int count) { return "Altri (" + std::to_string(count) + ")"; }
+  static std::string othersText(int count) { return tr("Others ({})", count); }
 
   void addRow(const report::Row& row) {
     std::vector<Variant> keys;
@@ -169,14 +154,14 @@ class ReportTable {
 
   void addSubtotal(const report::Row& row) {
     std::vector<Variant> keys(row.level(), Variant::Null());
-    keys.back() = "Totale " + nameOf(row.keys.back());
+    keys.back() = tr("Total {}", nameOf(row.keys.back()));
     table_.rows.push_back(cellsOf(row, std::move(keys)));
     table_.looks.back().subtotal = true;
     lastKeys_.clear();
   }
 
   void addTotal(const report::Row& row) {
-    auto cells = cellsOf(row, {"Totale"});
+    auto cells = cellsOf(row, {tr("Total")});
     (result_.axes.empty() ? table_.rows.emplace_back() : table_.totals) = std::move(cells);
   }
 
@@ -187,11 +172,27 @@ class ReportTable {
   Table table_;
 };
 
+/// Axes whose codes are told when there are none like them.
+constexpr std::pair<std::string_view, Codes> kAxisCodes[] = {
+    {"site", Codes::Sites}, {"kind", Codes::CardKinds}, {"account", Codes::Accounts}, {"card", Codes::CardCodes}};
+
+void tellUnknownCodes(Environment& environment, const std::vector<report::Filter>& filters) {
+  for (const auto& [axis, codes] : filters)
+    for (const auto& [name, list] : kAxisCodes)
+      for (const auto& code : codes)
+        if (axis == name && !code.ends_with('*')) tellUnknownCode(environment, list, code);
+}
+
 void showReport(Environment& environment, const ReportOptions& options) {
   requireBudget(environment);
+  if (options.plot && !environment.format().forPeople)
+    throw UsageError(tr("--plot draws for people: --format does not go with it"));
   const auto query = queryOf(options);
+  tellUnknownCodes(environment, query.where);
   const auto result = report::run(environment.budget(), *environment.connection(), query);
-  environment.show(ReportTable(result, environment.format().forPeople).take());
+  if (!options.page.empty()) writeReportPage(environment, query, result, options.page);
+  if (options.plot) return plotReport(environment, query);
+  if (options.page.empty()) environment.show(ReportTable(result, environment.format().forPeople).take());
 }
 
 }  // namespace
@@ -202,6 +203,7 @@ Command reportCommand() {
           "Show a budget by any axes, with subtotals",
           "  bukorval report -d demo.db -t 4 -s 01 -y 2025 --rows site,account --columns quarter --to 2025-09\n"
           "  bukorval report -d demo.db -t 4 -s 01 -y 2025 --rows level:1 --values budget,forecast1,forecast1.from\n"
+          "  bukorval report -d demo.db -t 4 -s 01 -y 2025 --rows site,account --to 2025-09 --html report.html\n"
           "All sites and card kinds are in it. An unknown axis, column or value lists those of the budget.",
           {{.flags = "--rows",
             .help = "axes, the outermost first: site, kind, card, account, id, level:N of the account, or an analysis "
@@ -227,7 +229,12 @@ Command reportCommand() {
            {.flags = "--top",
             .help = "only the first rows of each group, the others in one",
             .target = &options->top,
-            .range = std::pair(1, 1000000)}},
+            .range = std::pair(1, 1000000)},
+           {"--plot", "draw the values by period and the greatest deltas, instead of the table", &options->plot},
+           {.flags = "--html",
+            .help = "write a page with both pictures and the table, instead of showing it",
+            .target = &options->page,
+            .valueName = "FILE"}},
           [options](Environment& environment) { showReport(environment, *options); }};
 }
 

@@ -7,6 +7,7 @@
 #include "host/commands/Command.h"
 #include "host/environment/DatabaseFiles.h"
 #include "host/environment/Terminal.h"
+#include "language/Language.h"
 #include "sqlite/NewFile.h"
 #include "sqlite/Upkeep.h"
 #include "values/FileName.h"
@@ -24,15 +25,16 @@ void restore(const Environment& environment, const RestoreOptions& options) {
   const bool missing = !database.empty() && !sqlite::isTaken(database);
   const auto connectionString = missing ? sqliteConnectionString(database) : environment.connectionString();
   requireEmbedded(connectionString, "restore");
-  if (!std::filesystem::exists(values::pathOf(options.file))) throw dati::Refused("There is no file " + options.file);
+  if (!std::filesystem::exists(values::pathOf(options.file)))
+    throw dati::Refused(tr("There is no file {}", options.file));
   const auto from = sqliteConnectionString(options.file) + ";Mode=Read";
   if (missing) {
     makeDatabase(database, [&](const std::string& workName) { sqlite::copyDatabase(from, workName); });
   } else {
-    confirm("Replace everything in the database by " + options.file + "?", options.yes);
+    confirm(tr("Replace everything in the database by {}?", options.file), options.yes);
     sqlite::replaceDatabase(connectionString, from);
   }
-  std::cout << "Restored from " << options.file << '\n';
+  std::cout << tr("Restored from {}", options.file) << '\n';
 }
 
 }  // namespace

@@ -8,14 +8,14 @@
 
 namespace bukorval::host {
 
-Table tableOf(const std::vector<dati::AmountChange>& changes) {
+Table tableOf(const std::vector<dati::AmountChange>& changes, int decimals) {
   Table table{{{"BU65_ID", "ID", true},
-               {"BU65_CODICE_CG31", "Sede", true},
-               {"BU65_SCHEDA_BU07", "Scheda"},
-               {"BU65_CONTO_CG24", "Conto"},
-               {"PERIODO", "Periodo", true},
-               {"PRIMA", "Prima", true, 2},
-               {"DOPO", "Dopo", true, 2}},
+               {"BU65_CODICE_CG31", "Site", true},
+               {"BU65_SCHEDA_BU07", "Card"},
+               {"BU65_CONTO_CG24", "Account"},
+               {"PERIODO", "Period", true},
+               {"PRIMA", "Before", true, decimals},
+               {"DOPO", "After", true, decimals}},
               {},
               {}};
   for (const auto& [key, card, before, after] : changes)

@@ -10,7 +10,7 @@
 /// What a run of an elaboration changed, as tables.
 namespace bukorval::host {
 
-Table tableOf(const std::vector<dati::AmountChange>& changes);
+Table tableOf(const std::vector<dati::AmountChange>& changes, int decimals = 2);
 
 /// How many cards a run took and how many of them it changed, site by site.
 class SiteSummary {

@@ -10,6 +10,7 @@
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Selection.h"
+#include "language/Language.h"
 #include "suite/Sessione.h"
 #include "values/Conversion.h"
 
@@ -23,10 +24,9 @@ Variant cellValue(Environment& environment, const Variant& card, int period, con
   const auto periods = environment.budget().RecSetPeriodiBudget(card);
   environment.requireSuccess();
   auto* field = periods->Fields().Find(column);
-  if (!field) throw dati::Refused("The budget of this card has no " + column);
+  if (!field) throw dati::Refused(tr("The budget of this card has no {}", column));
   periods->Filter("PERIODO = " + std::to_string(period));
-  if (periods->RecordCount() == 0)
-    throw dati::Refused("The budget of this card has no period " + std::to_string(period));
+  if (periods->RecordCount() == 0) throw dati::Refused(tr("The budget of this card has no period {}", period));
   return field->Value();
 }
 

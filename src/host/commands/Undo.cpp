@@ -9,6 +9,7 @@
 #include "host/commands/CardChanges.h"
 #include "host/commands/Command.h"
 #include "host/environment/Selection.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 namespace {
@@ -29,8 +30,7 @@ void undo(Environment& environment, int number) {
   const auto conflicts = history.takeBack(entry);
   if (!conflicts.empty()) {
     environment.show(conflictTable(conflicts));
-    throw dati::Refused("Entry " + std::to_string(entry.number) +
-                        " cannot be undone: the values above have changed since");
+    throw dati::Refused(tr("Entry {} cannot be undone: the values above have changed since", entry.number));
   }
   // A deleted card is there again only now.
   requireWritableCards(environment, connection, cards);

@@ -10,12 +10,12 @@
 namespace bukorval::host {
 
 Table unlinkedTable(const CLSKORVAL& budget) {
-  Table table{{{"CONTO", "Conto"},
-               {"DESCRIZIONE", "Descrizione"},
-               {"SEDE", "Sede", true},
-               {"SEGNO", "Segno", true},
+  Table table{{{"CONTO", "Account"},
+               {"DESCRIZIONE", "Description"},
+               {"SEDE", "Site", true},
+               {"SEGNO", "Sign", true},
                {"MESI", "Months", true, 0, false, true},
-               {"IMPORTO", "Importo", true, 2, false, true}},
+               {"IMPORTO", "Amount", true, 2, false, true}},
               {},
               {}};
   if (!budget.RstSaldiSenzaCollegamento || budget.RstSaldiSenzaCollegamento->RecordCount() == 0) return table;

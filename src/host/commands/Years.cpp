@@ -6,8 +6,10 @@
 #include "dati/Failure.h"
 #include "frame/Transazione.h"
 #include "host/commands/Command.h"
+#include "host/commands/Lists.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -20,23 +22,10 @@ struct YearsOptions {
   int year = 0, progressive = 0, months = 12;
 };
 
-void showYears(Environment& environment) {
-  Table table{{{"ANNO", "Year", true},
-               {"PROGRESSIVO", "Progressive", true},
-               {"DATAINIZIO", "From"},
-               {"DATAFINE", "To"},
-               {"STATO", "State"}},
-              {},
-              {}};
-  for (const auto& year : dati::accountingYears(*environment.connection(), environment.session().CodiceDitta()))
-    table.rows.push_back({year.year, year.progressive, year.begin, year.end, year.closed ? "closed" : "open"});
-  environment.show(table);
-}
-
 Variant parseFrom(const std::string& text) {
   if (text.empty()) return {};
   const auto date = values::Date::TryParse(text);
-  if (!date) throw UsageError("--from is a date, 2025-07-01 or 01/07/2025, not " + text);
+  if (!date) throw UsageError(tr("--from is a date, 2025-07-01 or 01/07/2025, not {}", text));
   return *date;
 }
 
@@ -50,7 +39,7 @@ void setClosed(Environment& environment, const YearsOptions& options, bool close
 
 void years(Environment& environment, const YearsOptions& options) {
   if (options.action != "list") {
-    if (options.year == 0) throw UsageError("years " + options.action + " needs a year");
+    if (options.year == 0) throw UsageError(tr("years {} needs a year", options.action));
     Transazione transaction(*environment.connection());
     if (options.action == "add")
       dati::addAccountingYear(*environment.connection(), environment.session().CodiceDitta(), options.year,
@@ -58,11 +47,25 @@ void years(Environment& environment, const YearsOptions& options) {
     else
       setClosed(environment, options, options.action == "close");
     transaction.conferma();
+    environment.noteWritten();
   }
-  showYears(environment);
+  environment.show(yearsTable(environment));
 }
 
 }  // namespace
+
+Table yearsTable(Environment& environment) {
+  Table table{{{"ANNO", "Year", true},
+               {"PROGRESSIVO", "Progressive", true},
+               {"DATAINIZIO", "From"},
+               {"DATAFINE", "To"},
+               {.name = "STATO", .title = "State", .words = true}},
+              {},
+              {}};
+  for (const auto& year : dati::accountingYears(*environment.connection(), environment.session().CodiceDitta()))
+    table.rows.push_back({year.year, year.progressive, year.begin, year.end, year.closed ? "closed" : "open"});
+  return table;
+}
 
 Command yearsCommand() {
   const auto options = std::make_shared<YearsOptions>();

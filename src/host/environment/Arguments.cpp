@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
+#include "dati/TypedNumber.h"
 #include "host/environment/Errors.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
-#include "values/NumberText.h"
 #include "values/Text.h"
 
 namespace bukorval::host {
@@ -33,7 +34,7 @@ values::Variant parseNumber(std::string_view text) {
 
 values::Variant parseDate(std::string_view text) {
   const auto date = values::Date::TryParse(text.substr(1, text.size() - 2));
-  if (!date) throw UsageError(std::string(text) + " is not a date");
+  if (!date) throw UsageError(tr("{} is not a date", text));
   return *date;
 }
 
@@ -45,7 +46,7 @@ bool isEnclosed(std::string_view text, char mark) {
 
 values::Decimal typedDecimal(std::string_view text, char separator) {
   try {
-    return *values::Decimal::TryParse(values::typedNumber(text, separator));
+    return *values::Decimal::TryParse(dati::typedNumber(text, separator));
   } catch (const values::Errore& e) {
     throw UsageError(e.what());
   }
@@ -54,7 +55,7 @@ values::Decimal typedDecimal(std::string_view text, char separator) {
 values::Decimal parsePercentage(std::string_view text, char separator) {
   const auto percentage = typedDecimal(text, separator);
   if (percentage < values::Decimal::FromScaled(-100) || percentage > values::Decimal::FromScaled(1000))
-    throw UsageError("A percentage is -100 to 1000, not " + values::toPlainText(values::Variant(percentage)));
+    throw UsageError(tr("A percentage is -100 to 1000, not {}", values::toPlainText(values::Variant(percentage))));
   return percentage;
 }
 
@@ -67,6 +68,16 @@ values::Variant parseArgument(std::string_view text) {
   return text;
 }
 
+std::vector<std::string> split(std::string_view list) {
+  std::vector<std::string> parts;
+  while (!list.empty()) {
+    const auto end = std::min(list.find(','), list.size());
+    parts.emplace_back(values::trim(list.substr(0, end)));
+    list.remove_prefix(std::min(end + 1, list.size()));
+  }
+  return parts;
+}
+
 ado::DictionaryPtr parseDictionary(std::string_view text) {
   auto dictionary = std::make_shared<ado::Dictionary>();
   while (!text.empty()) {
@@ -75,7 +86,7 @@ ado::DictionaryPtr parseDictionary(std::string_view text) {
     const auto equals = item.find('=');
     const auto key = parseArgument(item.substr(0, equals));
     const auto value = equals == std::string_view::npos ? key : parseArgument(item.substr(equals + 1));
-    if (dictionary->Exists(key)) throw UsageError("'" + std::string(item) + "' stands twice");
+    if (dictionary->Exists(key)) throw UsageError(tr("'{}' stands twice", item));
     dictionary->Add(key, value);
   }
   return dictionary;
@@ -89,7 +100,7 @@ values::Variant parseAs(std::string_view text, TipoDato type, std::string_view n
     case TipoDato::Long:
     case TipoDato::Boolean: return text == "EMPTY" ? values::Variant() : values::Variant(text);
     case TipoDato::Dictionary: return std::shared_ptr<values::Object>(parseDictionary(text));
-    default: throw UsageError(std::string(name) + " cannot be given as text");
+    default: throw UsageError(tr("{} cannot be given as text", name));
   }
 }
 

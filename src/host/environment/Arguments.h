@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "ado/Dictionary.h"
 #include "object/Interfaccia.h"
@@ -20,6 +21,8 @@ values::Decimal typedDecimal(std::string_view text, char separator);
 /// A deviation by the given decimal sign, 5 or -2,5. Throws UsageError below -100, which would turn the signs, and
 /// above 1000, a slip of the keyboard.
 values::Decimal parsePercentage(std::string_view text, char separator);
+/// The parts of a list with commas, without the blanks around them.
+std::vector<std::string> split(std::string_view list);
 /// "1,2,3" as keys, "NAME=VALUE,NAME=VALUE" as keys with items.
 ado::DictionaryPtr parseDictionary(std::string_view text);
 /// By the type of a parameter or property; what is neither value nor dictionary throws UsageError.

@@ -2,10 +2,10 @@
 
 #include <regex>
 
-#include "dati/Budgets.h"
-#include "dati/Failure.h"
 #include "dati/Years.h"
 #include "host/environment/Errors.h"
+#include "host/environment/Selection.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 
@@ -13,15 +13,13 @@ BudgetAnno parseBudgetName(Environment& environment, const std::string& text) {
   static const std::regex kForm(R"((\d)/([^@/]{1,2})@(\d{4})(?:/(\d{1,2}))?)");
   std::smatch parts;
   if (!std::regex_match(text, parts, kForm))
-    throw UsageError("A budget is given as TYPE/SUBTYPE@YEAR, for example 4/01@2025, not " + text);
+    throw UsageError(tr("A budget is given as TYPE/SUBTYPE@YEAR, for example 4/01@2025, not {}", text));
   auto& connection = *environment.connection();
   const auto company = environment.session().CodiceDitta();
   const int type = std::stoi(parts[1]);
   const int number = std::stoi(parts[3]);
   const std::string subtype = parts[2];
-  if (!dati::isBudgetDefined(connection, type, subtype))
-    throw dati::Refused("There is no budget of type " + std::to_string(type) + ", subtype " + subtype +
-                        "; `bukorval budgets` lists what is defined");
+  requireDefined(environment, type, subtype);
   const auto progressive = parts[4].matched ? values::Variant(std::stoi(parts[4])) : values::Variant();
   dati::requireYear(connection, company, number, progressive);
   const auto year = *dati::findYear(connection, company, number, progressive);

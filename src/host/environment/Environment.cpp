@@ -1,20 +1,28 @@
 #include "host/environment/Environment.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <sstream>
 
 #include "ado/connection/ConnectionString.h"
 #include "dati/Failure.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
+#include "host/environment/Pager.h"
 #include "host/environment/StandardStreams.h"
 #include "host/environment/Terminal.h"
 #include "host/environment/UserName.h"
 #include "host/output/SafeText.h"
+#include "language/Language.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
+#ifdef BUKORVAL_POSTGRES
+#include "postgres/Provider.h"
+#endif
 #include "sqlite/Provider.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
@@ -30,19 +38,30 @@ std::string sqliteConnectionString(const std::string& file) {
 Environment::Environment() {
   sqlite::registerSqlite();
   odbc::registerOdbc();
+#ifdef BUKORVAL_POSTGRES
+  postgres::registerPostgres();
+#endif
   suite::registraServiziSuite();
 }
 
 Environment::~Environment() = default;
 
-bool Environment::hasDatabase() const { return !options.database.empty() || !options.connectionString.empty(); }
+std::string Environment::serverConnection() const {
+  if (!options.connectionString.empty()) return options.connectionString;
+  const char* usual = std::getenv("BUKORVAL_CONNECTION");
+  return options.database.empty() && usual ? usual : "";
+}
+
+bool Environment::hasDatabase() const { return !options.database.empty() || !serverConnection().empty(); }
 
 std::string Environment::connectionString() const {
-  if (!hasDatabase()) throw UsageError("Which database? Give -d FILE or set BUKORVAL_DATABASE");
-  if (!options.connectionString.empty()) return options.connectionString;
+  if (!hasDatabase())
+    throw UsageError(
+        tr("Which database? Give -d FILE or --connection, or set BUKORVAL_DATABASE or BUKORVAL_CONNECTION"));
+  if (auto server = serverConnection(); !server.empty()) return server;
   const auto& file = options.database;
   if (!std::filesystem::exists(values::pathOf(file)))
-    throw dati::Refused("There is no database " + file + "; `bukorval create " + file + "` makes one");
+    throw dati::Refused(tr("There is no database {}; `bukorval create {}` makes one", file, file));
   return sqliteConnectionString(file) + ";Busy Timeout=" + std::to_string(options.wait);
 }
 
@@ -97,7 +116,10 @@ std::optional<dati::Author> Environment::author() const {
   return dati::Author{userName(), options.commandText};
 }
 
-dati::Transaction Environment::transaction() { return {budget(), connection(), author()}; }
+dati::Transaction Environment::transaction() {
+  noteWritten();
+  return {budget(), connection(), author()};
+}
 
 void Environment::requireSuccess() { dati::requireSuccess(budget()); }
 
@@ -105,19 +127,50 @@ const Format& Environment::format() const { return findFormat(options.format); }
 
 Style Environment::style() const {
   const char separator = session_ ? session_->SeparatoreDecimale() : values::kDefaultSeparator;
-  return {separator, wantsColour(stdout), options.all};
+  const bool fitted = isTerminal(stdout) && !options.wide && !options.all;
+  return {separator, wantsColour(stdout), options.all, fitted ? screen().columns : 0};
+}
+
+CallResults Environment::chosen(const CallResults& results) const {
+  const auto names = split(options.fields);
+  std::string there;
+  for (const auto& [name, table] : results.tables)
+    for (const auto& column : table.columns) there.append(there.empty() ? "" : ", ").append(column.name);
+  for (const auto& name : names) {
+    if (std::ranges::any_of(results.tables, [&](const auto& each) { return each.second.positionOf(name).has_value(); }))
+      continue;
+    const auto problem = tr("There is no column {}, only {}", name, there);
+    if (!written_) throw UsageError(problem);
+    std::cerr << safeText(problem) << '\n';
+    return results;
+  }
+  CallResults chosen{results.values, {}};
+  for (const auto& [name, table] : results.tables)
+    if (auto some = table.with(names); !some.columns.empty()) chosen.tables.emplace_back(name, std::move(some));
+  return chosen;
+}
+
+template <class Shown>
+void Environment::print(const Shown& shown, void (*write)(std::ostream&, const Shown&, const Style&)) const {
+  if (!isTerminal(stdout)) {
+    errno = 0;
+    write(std::cout, shown, style());
+  } else {
+    std::ostringstream text;
+    write(text, shown, style());
+    errno = 0;
+    writePaged(text.str(), !options.noPager);
+  }
+  flushOutput();
 }
 
 void Environment::show(const Table& table) const {
-  errno = 0;
-  format().write(std::cout, table, style());
-  flushOutput();
+  if (options.fields.empty()) return print(table, format().write);
+  print(chosen({{}, {{"", table}}}).tables.front().second, format().write);
 }
 
 void Environment::show(const CallResults& results) const {
-  errno = 0;
-  format().writeResults(std::cout, results, style());
-  flushOutput();
+  print(options.fields.empty() ? results : chosen(results), format().writeResults);
 }
 
 }  // namespace bukorval::host

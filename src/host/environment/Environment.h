@@ -17,7 +17,10 @@ struct SharedOptions {
   std::string connectionString;  ///< a whole connection string, instead of a file
   int wait = 5;                  ///< seconds, for another run that writes the file
   std::string format{formats().front().name};
-  bool all = false;                               ///< show empty columns too
+  bool all = false;    ///< show empty columns too
+  bool wide = false;   ///< do not fit tables to the terminal
+  std::string fields;  ///< the columns to show, with commas
+  bool noPager = false;
   bool force = false;                             ///< write into a closed year too
   bool noHistory = false;                         ///< keep none of what is written
   std::string commandText;                        ///< the command as it was given, for the history
@@ -36,6 +39,9 @@ class Environment {
   SharedOptions options;
 
   bool hasDatabase() const;
+  /// The connection string that was given instead of a file, "" without one: that of the command line, or, when no file
+  /// is named either, what BUKORVAL_CONNECTION holds.
+  std::string serverConnection() const;
   /// What the connection is opened with. Throws UsageError when no database was given, dati::Refused when there is no
   /// such file: only `create` makes one.
   std::string connectionString() const;
@@ -54,17 +60,24 @@ class Environment {
 
   /// The format that was chosen.
   const Format& format() const;
-  /// Writes to standard output in that format. Throws dati::Failure when it does not get there.
+  /// To be called by a command that has written something without transaction().
+  void noteWritten() { written_ = true; }
+  /// Writes to standard output in that format. Throws dati::Failure when it does not get there, UsageError for a column
+  /// that is not there; where something has been written already, that is told, and all columns are shown.
   void show(const Table& table) const;
   void show(const CallResults& results) const;
 
  private:
   void completeSelection();
   Style style() const;
+  CallResults chosen(const CallResults& results) const;
+  template <class Shown>
+  void print(const Shown& shown, void (*write)(std::ostream& out, const Shown& shown, const Style& style)) const;
 
   ado::ConnectionPtr connection_;
   std::shared_ptr<suite::Sessione> session_;
   std::unique_ptr<CLSKORVAL> budget_;
+  bool written_ = false;
 };
 
 /// "Provider=SQLite;Data Source=FILE", whatever the name of the file holds.

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "host/environment/Terminal.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -24,7 +25,7 @@ void Progress::begin(std::string_view description, std::int64_t steps) {
   description_ = description;
   steps_ = std::max<std::int64_t>(steps, 0);
   tenths_ = 0;
-  std::cerr << description_ << ": " << steps_ << " steps\n";
+  std::cerr << tr("{}: {} steps", description_, steps_) << '\n';
 }
 
 void Progress::step(std::int64_t done) {
@@ -36,7 +37,7 @@ void Progress::step(std::int64_t done) {
 
 void Progress::end() {
   if (terminal_) return bar_.end();
-  std::cerr << description_ << ": done\n";
+  std::cerr << tr("{}: done", description_) << '\n';
 }
 
 }  // namespace bukorval::host

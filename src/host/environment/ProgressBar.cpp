@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iostream>
 
+#include "language/Language.h"
+
 namespace bukorval::host {
 namespace {
 
@@ -46,9 +48,9 @@ void ProgressBar::draw(std::int64_t done) {
   const std::chrono::duration<double> elapsed = Clock::now() - begun_;
   std::cerr << "\r\033[K" << description_ << " [" << std::string(static_cast<std::size_t>(filled), '#')
             << std::string(static_cast<std::size_t>(kWidth - filled), '.') << "] " << done << "/" << steps_ << "  "
-            << duration(elapsed) << " elapsed";
+            << tr("{} elapsed", duration(elapsed));
   if (done > 0 && done < steps_) {
-    std::cerr << ", " << duration(elapsed * static_cast<double>(steps_ - done) / static_cast<double>(done)) << " left";
+    std::cerr << tr(", {} left", duration(elapsed * static_cast<double>(steps_ - done) / static_cast<double>(done)));
   }
   std::cerr << std::flush;
 }

@@ -4,8 +4,11 @@
 #include "dati/Cards.h"
 #include "dati/Failure.h"
 #include "dati/Locks.h"
+#include "dati/Nearest.h"
 #include "dati/Years.h"
+#include "host/environment/CodeLists.h"
 #include "host/environment/Errors.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::host {
@@ -13,8 +16,23 @@ namespace bukorval::host {
 void requireGiven(const Environment& environment, std::initializer_list<std::string_view> properties) {
   for (const auto name : properties) {
     if (environment.options.properties.contains(std::string(name))) continue;
-    throw UsageError("--" + std::string(name) + " is needed; `bukorval budgets` lists what is defined");
+    throw UsageError(tr("--{} is needed; `bukorval budgets` lists what is defined", name));
   }
+}
+
+void requireDefined(Environment& environment, const values::Variant& type, const values::Variant& subtype) {
+  if (dati::isBudgetDefined(*environment.connection(), type, subtype)) return;
+  std::vector<std::string> defined;
+  for (const auto& budget : dati::definedBudgets(*environment.connection(), environment.session().CodiceDitta()))
+    defined.push_back(std::to_string(budget.type) + "/" + values::toPlainText(budget.subtype));
+  const auto typeText = values::toPlainText(type), subtypeText = values::toPlainText(subtype);
+  throw dati::Refused(tr("There is no budget of type {}, subtype {}; `bukorval budgets` lists what is defined{}",
+                         typeText, subtypeText, dati::didYouMean(typeText + "/" + subtypeText, defined)));
+}
+
+void requireDefined(Environment& environment) {
+  const auto& budget = environment.budget();
+  requireDefined(environment, budget.TipoBudget, budget.SottoTipoBudget);
 }
 
 void requireBudget(Environment& environment) {
@@ -25,9 +43,8 @@ void requireBudget(Environment& environment) {
   dati::requireYear(connection, budget.CodiceDitta, budget.AnnoEsercizio, budget.ProgressivoEsercizio);
   dati::requireYear(connection, budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
                     budget.ProgressivoEsercizioMovimenti);
-  if (dati::isBudgetDefined(connection, budget.TipoBudget, budget.SottoTipoBudget)) return;
-  throw dati::Refused("There is no budget of type " + std::to_string(budget.TipoBudget) + ", subtype " +
-                      values::toPlainText(budget.SottoTipoBudget) + "; `bukorval budgets` lists what is defined");
+  requireDefined(environment);
+  tellUnknownCodes(environment);
 }
 
 void requireWritable(Environment& environment, const BudgetAnno& budget) {
@@ -56,10 +73,10 @@ void completeCardRange(Environment& environment) {
 }
 
 void selectCard(Environment& environment, const values::Variant& card) {
-  if (!card.isNumber()) throw UsageError("A card is given by its identifier, a whole number (BU65_ID in the grid)");
+  if (!card.isNumber()) throw UsageError(tr("A card is given by its identifier, a whole number (BU65_ID in the grid)"));
   const auto& connection = environment.connection();
   if (!dati::selectBudgetOfCard(environment.budget(), *connection, card))
-    throw dati::Refused("There is no card " + values::toPlainText(card));
+    throw dati::Refused(tr("There is no card {}", values::toPlainText(card)));
 }
 
 void selectWritableCard(Environment& environment, const values::Variant& card) {

@@ -11,8 +11,12 @@ namespace bukorval::host {
 
 /// Throws UsageError that names the first of these properties that was not given.
 void requireGiven(const Environment& environment, std::initializer_list<std::string_view> properties);
+/// Throws dati::Refused, with those that are, when no such budget is defined.
+void requireDefined(Environment& environment, const values::Variant& type, const values::Variant& subtype);
+/// The same of the budget that is selected.
+void requireDefined(Environment& environment);
 /// Type, subtype and year of a budget. Throws UsageError for what is missing, dati::Refused when no such budget is
-/// defined or the company has no such year.
+/// defined or the company has no such year. Codes of the selection that there are not are told on standard error.
 void requireBudget(Environment& environment);
 /// Throws dati::Refused when the cards of that budget are not to be written: its accounting year is not in the
 /// calendar, or closed and --force was not given; or it is locked.

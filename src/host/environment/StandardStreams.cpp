@@ -16,6 +16,7 @@
 #endif
 
 #include "dati/Failure.h"
+#include "language/Language.h"
 
 namespace bukorval::host {
 
@@ -43,8 +44,8 @@ void flushOutput() {
     if (std::cout.good()) return;
   }
   const int reason = errno;
-  throw dati::Failure(bdgStatoErrore, "Standard output cannot be written" +
-                                          (reason == 0 ? "" : ": " + std::generic_category().message(reason)));
+  throw dati::Failure(bdgStatoErrore, tr("Standard output cannot be written{}",
+                                         (reason == 0 ? "" : ": " + std::generic_category().message(reason))));
 }
 
 }  // namespace bukorval::host

@@ -3,71 +3,22 @@
 #include <string_view>
 #include <vector>
 
-#include "host/output/CellText.h"
 #include "host/output/Formats.h"
-#include "values/Conversion.h"
+#include "host/output/TextGrid.h"
+#include "language/Language.h"
 #include "values/Text.h"
 
 namespace bukorval::host {
 namespace {
 
-/// Longer descriptions are cut, unless everything is asked for.
-constexpr std::size_t kLongestDescription = 30;
 constexpr std::string_view kBold = "\033[1m";
 constexpr std::string_view kRed = "\033[31m";
 constexpr std::string_view kEndOfRed = "\033[39m";
 constexpr std::string_view kEnd = "\033[0m";
 
-/// The table as texts, without the columns that hold nothing.
-struct TextGrid {
-  std::vector<const Column*> columns;
-  std::vector<std::size_t> positions;  ///< of these columns in the table
-  std::vector<std::size_t> widths;
-  std::vector<std::vector<std::string>> rows;  ///< the totals last, when there are any
-};
-
-bool isEmptyColumn(const Table& table, std::size_t column) {
-  return std::ranges::all_of(table.rows, [&](const auto& row) { return values::isBlank(row[column]); });
-}
-
-std::string cellText(const values::Variant& cell, const Column& column, const Style& style) {
-  auto text = humanText(cell, column, style.separator);
-  const bool whole = style.all || !column.name.ends_with("_DESCR");
-  if (whole || values::length(text) <= kLongestDescription) return text;
-  return std::string(values::rtrim(values::left(text, kLongestDescription - 1))) + "…";
-}
-
-TextGrid layOut(const Table& table, const Style& style) {
-  TextGrid grid;
-  grid.rows.resize(table.rows.size() + (table.totals.empty() ? 0 : 1));
-  for (std::size_t i = 0; i < table.columns.size(); ++i) {
-    const Column& column = table.columns[i];
-    if (!style.all && (column.secondary || isEmptyColumn(table, i))) continue;
-    std::size_t width = values::length(column.title);
-    for (std::size_t r = 0; r < grid.rows.size(); ++r) {
-      const auto& cell = r < table.rows.size() ? table.rows[r][i] : table.totals[i];
-      auto& text = grid.rows[r].emplace_back(cellText(cell, column, style));
-      width = std::max(width, values::length(text));
-    }
-    grid.columns.push_back(&column);
-    grid.positions.push_back(i);
-    grid.widths.push_back(width);
-  }
-  return grid;
-}
-
 std::string padded(std::string_view text, std::size_t width, bool right) {
   const std::string blanks(width - values::length(text), ' ');
   return right ? blanks + std::string(text) : std::string(text) + blanks;
-}
-
-std::string titleLine(const TextGrid& grid) {
-  std::string text;
-  for (std::size_t i = 0; i < grid.columns.size(); ++i) {
-    if (i > 0) text += "  ";
-    text += padded(grid.columns[i]->title, grid.widths[i], grid.columns[i]->number);
-  }
-  return std::string(values::rtrim(text));
 }
 
 /// Visits the groups of neighbouring columns: where one begins, the column after it, and the width it takes.
@@ -106,45 +57,80 @@ std::string ruler(const TextGrid& grid) {
   return text;
 }
 
-/// @param red  tells which cells are.
-template <class Red>
-std::string rowLine(const TextGrid& grid, const std::vector<std::string>& cells, const Red& red) {
+std::string rowLine(const TextGrid& grid, const std::vector<std::string>& cells, const std::vector<bool>& red = {}) {
   std::string text;
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (i > 0) text += "  ";
     const auto aligned = padded(cells[i], grid.widths[i], grid.columns[i]->number);
-    text += red(i) ? std::string(kRed).append(aligned).append(kEndOfRed) : aligned;
+    text += !red.empty() && red[i] ? std::string(kRed).append(aligned).append(kEndOfRed) : aligned;
   }
   return std::string(values::rtrim(text));
 }
+
+/// The titles, the last line of each just above the ruler.
+std::vector<std::string> titleLines(const TextGrid& grid) {
+  auto lines = wrappedLines(grid, grid.titles);
+  for (std::size_t i = 0; i < grid.columns.size(); ++i) {
+    while (std::ranges::any_of(lines, [&](const auto& line) { return !line[i].empty(); }) && lines.back()[i].empty())
+      for (auto k = lines.size() - 1; k > 0; --k) std::swap(lines[k][i], lines[k - 1][i]);
+  }
+  std::vector<std::string> texts;
+  for (const auto& line : lines) texts.push_back(rowLine(grid, line));
+  return texts;
+}
+
+/// Writes a grid that may be narrower than its texts.
+class Writer {
+ public:
+  Writer(std::ostream& out, const Table& table, const TextGrid& grid, const Style& style)
+      : out_(out), table_(table), grid_(grid), colour_(style.colour), wraps_(style.width > 0) {}
+
+  void operator()() const {
+    if (const auto groups = groupLine(grid_); !groups.empty()) line(groups, true);
+    for (const auto& titles : titleLines(grid_)) line(titles, true);
+    out_ << ruler(grid_) << '\n';
+    for (std::size_t r = 0; r < table_.rows.size(); ++r) row(r, !table_.looks.empty() && table_.looks[r].subtotal);
+    if (!table_.totals.empty()) {
+      out_ << ruler(grid_) << '\n';
+      row(table_.rows.size(), true);
+    }
+  }
+
+ private:
+  void line(const std::string& text, bool bold) const {
+    if (colour_ && bold)
+      out_ << kBold << text << kEnd << '\n';
+    else
+      out_ << text << '\n';
+  }
+
+  void row(std::size_t r, bool bold) const {
+    const auto red = colour_ ? alarms(grid_, table_, r) : std::vector<bool>{};
+    if (!wraps_) return line(rowLine(grid_, grid_.rows[r], red), bold);
+    for (const auto& cells : wrappedLines(grid_, grid_.rows[r])) line(rowLine(grid_, cells, red), bold);
+  }
+
+  std::ostream& out_;
+  const Table& table_;
+  const TextGrid& grid_;
+  bool colour_, wraps_;
+};
 
 }  // namespace
 
 void writeAligned(std::ostream& out, const Table& table, const Style& style) {
   // A heading of dozens of empty columns would say less.
   if (table.rows.empty()) {
-    out << "No rows\n";
+    out << tr("No rows") << '\n';
     return;
   }
-  auto grid = layOut(table, style);
+  auto grid = textGrid(table, style);
+  if (style.width > 0) fit(grid, style.width);
   widenGroups(grid);
-  const auto bold = [&](const std::string& text, bool wanted = true) {
-    return style.colour && wanted ? std::string(kBold).append(text).append(kEnd) : text;
-  };
-  const auto line = [&](std::size_t r) {
-    const auto& cells = grid.rows[r];
-    const bool totals = r == table.rows.size();
-    return rowLine(grid, cells, [&](std::size_t i) {
-      if (!style.colour) return false;
-      if (!table.looks.empty()) return static_cast<bool>(table.looks[r].alarm[grid.positions[i]]);
-      return !totals && grid.columns[i]->number && cells[i].starts_with('-');
-    });
-  };
-  if (const auto groups = groupLine(grid); !groups.empty()) out << bold(groups) << '\n';
-  out << bold(titleLine(grid)) << '\n' << ruler(grid) << '\n';
-  for (std::size_t r = 0; r < table.rows.size(); ++r)
-    out << bold(line(r), !table.looks.empty() && table.looks[r].subtotal) << '\n';
-  if (!table.totals.empty()) out << ruler(grid) << '\n' << bold(line(table.rows.size())) << '\n';
+  Writer(out, table, grid, style)();
+  if (grid.dropped > 0)
+    out << (grid.dropped == 1 ? tr("1 column more with --wide") : tr("{} columns more with --wide", grid.dropped))
+        << '\n';
 }
 
 }  // namespace bukorval::host

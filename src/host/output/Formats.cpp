@@ -3,26 +3,41 @@
 #include <algorithm>
 #include <array>
 
+#include "language/Language.h"
 #include "values/Errore.h"
 
 namespace bukorval::host {
 namespace {
 
 constexpr std::array kFormats{
-    Format{"table", true, writeAligned, writeAlignedResults},
-    Format{"csv", false, writeCsv, writeCsvResults},
+    Format{"table", true, writeAligned, writeAlignedResults}, Format{"md", true, writeMarkdown, writeMarkdownResults},
+    Format{"html", true, writeHtml, writeHtmlResults},        Format{"csv", false, writeCsv, writeCsvResults},
     Format{"json", false, writeJson, writeJsonResults},
 };
 
-/// The names of the formats of one audience: "csv or json".
+/// The names of the formats of one audience: "table, md or html".
 std::string names(bool forPeople) {
-  std::string text;
+  std::vector<std::string_view> found;
   for (const auto& format : kFormats)
-    if (format.forPeople == forPeople) text.append(text.empty() ? "" : " or ").append(format.name);
+    if (format.forPeople == forPeople) found.push_back(format.name);
+  std::string text;
+  for (std::size_t i = 0; i < found.size(); ++i)
+    text.append(i == 0 ? "" : i + 1 == found.size() ? tr(" or ") : ", ").append(found[i]);
   return text;
 }
 
-/// @param title  says what a table shows, before it; nothing for a program.
+}  // namespace
+
+std::span<const Format> formats() { return kFormats; }
+
+const Format& findFormat(std::string_view name) {
+  const auto found = std::ranges::find(kFormats, name, &Format::name);
+  if (found != kFormats.end()) return *found;
+  throw values::Errore(tr("There is no format {}, only {}", name, formatHelp()));
+}
+
+std::string formatHelp() { return tr("{} (for people), {} (for programs)", names(true), names(false)); }
+
 void writeEach(std::ostream& out, const CallResults& results, const Style& style, decltype(Format::write) write,
                void (*title)(std::ostream& out, const std::string& name, const Table& table)) {
   if (!results.values.empty()) {
@@ -37,21 +52,9 @@ void writeEach(std::ostream& out, const CallResults& results, const Style& style
   }
 }
 
-}  // namespace
-
-std::span<const Format> formats() { return kFormats; }
-
-const Format& findFormat(std::string_view name) {
-  const auto found = std::ranges::find(kFormats, name, &Format::name);
-  if (found != kFormats.end()) return *found;
-  throw values::Errore("There is no format " + std::string(name) + ", only " + formatHelp());
-}
-
-std::string formatHelp() { return names(true) + " (for people), " + names(false) + " (for programs)"; }
-
 void writeAlignedResults(std::ostream& out, const CallResults& results, const Style& style) {
   writeEach(out, results, style, writeAligned, [](std::ostream& to, const std::string& name, const Table& table) {
-    to << name << " (" << table.rows.size() << " rows)\n";
+    to << tr("{} ({} rows)", tr(name), table.rows.size()) << '\n';
   });
 }
 

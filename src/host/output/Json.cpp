@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 
 #include "host/output/CellText.h"
 #include "host/output/Formats.h"
@@ -9,45 +9,71 @@
 namespace bukorval::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-/// A double carries every number of up to 15 digits unchanged; a longer one goes as text rather than lose a
-/// digit.
-Json numberToJson(const std::string& text) {
-  constexpr std::size_t kSafeDigits = 15;
-  const auto digits =
-      static_cast<std::size_t>(std::ranges::count_if(text, [](char c) { return c >= '0' && c <= '9'; }));
-  if (digits > kSafeDigits) return text;
-  if (text.find('.') == std::string::npos) return std::stoll(text);
-  return std::stod(text);
+/// Written by hand around the library's texts: it keeps numbers as binary floating point, which loses digits.
+std::string quoted(const std::string& text) {
+  // A byte that is no UTF-8 has no place in JSON.
+  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
-/// Null, true or false, a number or text; dates as ISO text.
-Json toJson(const values::Variant& value, const Column& column) {
-  if (value.isNothing()) return nullptr;
-  if (const auto* boolean = value.get_if<bool>()) return *boolean;
+/// Infinity has no number in JSON.
+bool isNumber(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) {
+    return (c >= '0' && c <= '9') || std::string_view("+-.eE").find(c) != std::string_view::npos;
+  });
+}
+
+/// Null, true or false, a number with the digits it has, or text; dates as ISO text.
+std::string json(const values::Variant& value, const Column& column) {
+  if (value.isNothing()) return "null";
   const std::string text = plainText(value, column);
-  return value.isNumber() ? numberToJson(text) : Json(text);
+  return value.get_if<bool>() || (value.isNumber() && isNumber(text)) ? text : quoted(text);
 }
 
-Json toJson(const Table& table) {
-  auto rows = Json::array();
-  for (const auto& row : table.rows) {
-    auto& object = rows.emplace_back(Json::object());
-    for (std::size_t i = 0; i < row.size(); ++i) object[table.columns[i].name] = toJson(row[i], table.columns[i]);
+/// Writes the items between two brackets, one a line; nothing between them when there are none.
+template <class Items, class Write>
+void writeItems(std::ostream& out, std::string_view brackets, std::string_view indent, const Items& items,
+                const Write& write) {
+  out << brackets[0];
+  bool first = true;
+  for (const auto& item : items) {
+    out << (first ? "\n" : ",\n") << indent << "  ";
+    write(item);
+    first = false;
   }
-  return rows;
+  if (!first) out << '\n' << indent;
+  out << brackets[1];
+}
+
+void writeRows(std::ostream& out, const Table& table, const std::string& indent) {
+  std::vector<std::string> keys;
+  for (const auto& column : table.columns) keys.push_back(quoted(column.name) + ": ");
+  const auto inner = indent + "  ";
+  writeItems(out, "[]", indent, table.rows, [&](const auto& row) {
+    std::size_t i = 0;
+    writeItems(out, "{}", inner, row, [&](const auto& cell) {
+      out << keys[i] << json(cell, table.columns[i]);
+      ++i;
+    });
+  });
 }
 
 }  // namespace
 
-void writeJson(std::ostream& out, const Table& table, const Style&) { out << toJson(table).dump(2) << '\n'; }
+void writeJson(std::ostream& out, const Table& table, const Style&) {
+  writeRows(out, table, "");
+  out << '\n';
+}
 
 void writeJsonResults(std::ostream& out, const CallResults& results, const Style&) {
-  auto all = Json::object();
-  for (const auto& [name, value] : results.values) all[name] = toJson(value, Column{});
-  for (const auto& [name, table] : results.tables) all[name] = toJson(table);
-  out << all.dump(2) << '\n';
+  using Member = std::pair<std::string, const Table*>;
+  std::vector<Member> members;
+  for (const auto& [name, value] : results.values) members.emplace_back(quoted(name) + ": " + json(value, {}), nullptr);
+  for (const auto& [name, table] : results.tables) members.emplace_back(quoted(name) + ": ", &table);
+  writeItems(out, "{}", "", members, [&](const Member& member) {
+    out << member.first;
+    if (member.second) writeRows(out, *member.second, "  ");
+  });
+  out << '\n';
 }
 
 }  // namespace bukorval::host

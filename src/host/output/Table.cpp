@@ -1,6 +1,9 @@
 #include "host/output/Table.h"
 
+#include <type_traits>
+
 #include "host/output/Titles.h"
+#include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
@@ -38,6 +41,37 @@ std::optional<std::size_t> Table::position(std::string_view name) const {
     if (values::compareText(columns[i].name, name) == 0) return i;
   }
   return std::nullopt;
+}
+
+std::optional<std::size_t> Table::positionOf(std::string_view nameOrTitle) const {
+  if (const auto found = position(nameOrTitle)) return found;
+  // Where a code and its description share a title, people see the one that is not secondary.
+  for (const bool secondary : {false, true})
+    for (std::size_t i = 0; i < columns.size(); ++i)
+      if (columns[i].secondary == secondary && (values::compareText(columns[i].title, nameOrTitle) == 0 ||
+                                                values::compareText(translated(columns[i].title), nameOrTitle) == 0))
+        return i;
+  return std::nullopt;
+}
+
+Table Table::with(const std::vector<std::string>& names) const {
+  std::vector<std::size_t> chosen;
+  for (const auto& name : names)
+    if (const auto i = positionOf(name)) chosen.push_back(*i);
+  const auto picked = [&](const auto& cells) {
+    std::remove_cvref_t<decltype(cells)> all;
+    for (const auto i : chosen) all.push_back(cells[i]);
+    return all;
+  };
+  Table table{picked(columns), {}, {}};
+  for (auto& column : table.columns) {
+    column.secondary = false;
+    column.wanted = true;
+  }
+  for (const auto& row : rows) table.rows.push_back(picked(row));
+  if (!totals.empty()) table.totals = picked(totals);
+  for (const auto& look : looks) table.looks.push_back({look.subtotal, picked(look.alarm)});
+  return table;
 }
 
 void Table::hide(std::initializer_list<std::string_view> names) {

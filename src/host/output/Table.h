@@ -22,6 +22,8 @@ struct Column {
   bool total = false;       ///< summed in the totals row
   bool secondary = false;   ///< in the aligned table only on request
   std::string group = {};   ///< heads neighbouring columns that share it, above their titles in the aligned table
+  bool words = false;       ///< its texts are the program's, so that people read them in their language
+  bool wanted = false;      ///< asked for by name: shown though it is empty
 };
 
 /// What a row of the aligned table is among the others.
@@ -39,8 +41,13 @@ struct Table {
 
   /// Nothing when there is no such column.
   std::optional<std::size_t> position(std::string_view name) const;
+  /// The same by name or, failing that, by title.
+  std::optional<std::size_t> positionOf(std::string_view nameOrTitle) const;
   /// Marks columns that the aligned table shows only on request; names it does not have are passed over.
   void hide(std::initializer_list<std::string_view> names);
+  /// This table with the named columns alone, in that order, each given by its name or its title in any case. Names
+  /// that it does not have are passed over.
+  Table with(const std::vector<std::string>& names) const;
   /// Fills the totals row with the sums of the columns marked for it; a column without values stays Null.
   void addTotals();
 };

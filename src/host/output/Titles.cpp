@@ -4,6 +4,8 @@
 #include <array>
 #include <cctype>
 
+#include "language/Language.h"
+
 namespace bukorval::host {
 namespace {
 
@@ -16,58 +18,58 @@ struct Word {
 constexpr std::array kWords{
     Word{"ID_FORECAST", "ID F%"},
     Word{"ID_BUDGET", "ID Bdg"},
-    Word{"ID_CONSUNTIVO", "ID Cons"},
-    Word{"ID_ORDINI", "ID Ord"},
+    Word{"ID_CONSUNTIVO", "ID Actual"},
+    Word{"ID_ORDINI", "ID Orders"},
     Word{"IMP_BUDGET", "Budget"},
-    Word{"IMP_CONSUNTIVO", "Consuntivo"},
-    Word{"IMP_ORDINI", "Ordini"},
+    Word{"IMP_CONSUNTIVO", "Actual"},
+    Word{"IMP_ORDINI", "Orders"},
     Word{"IMP_FORECAST", "Forecast %"},
     Word{"DELTAIMP_CONS", "Delta"},
     Word{"DELTAPERCIMP_CONS", "Delta %%"},
     Word{"DELTAIMP_FORE", "Delta F%"},
     Word{"DELTAPERCIMP_FORE", "Delta F% %%"},
     Word{"QTA1_BUDGET", "Q1 Budget"},
-    Word{"QTA1_CONSUNTIVO", "Q1 Cons"},
-    Word{"QTA1_ORDINI", "Q1 Ordini"},
+    Word{"QTA1_CONSUNTIVO", "Q1 Actual"},
+    Word{"QTA1_ORDINI", "Q1 Orders"},
     Word{"QTA1_FORECAST", "Q1 F%"},
     Word{"DELTAQTA1_CONS", "Q1 Delta"},
     Word{"DELTAPERCQTA1_CONS", "Q1 Delta %%"},
     Word{"DELTAQTA1_FORE", "Q1 Delta F%"},
     Word{"DELTAPERCQTA1_FORE", "Q1 Delta F% %%"},
     Word{"QTA2_BUDGET", "Q2 Budget"},
-    Word{"QTA2_CONSUNTIVO", "Q2 Cons"},
-    Word{"QTA2_ORDINI", "Q2 Ordini"},
+    Word{"QTA2_CONSUNTIVO", "Q2 Actual"},
+    Word{"QTA2_ORDINI", "Q2 Orders"},
     Word{"QTA2_FORECAST", "Q2 F%"},
     Word{"DELTAQTA2_CONS", "Q2 Delta"},
     Word{"DELTAPERCQTA2_CONS", "Q2 Delta %%"},
     Word{"DELTAQTA2_FORE", "Q2 Delta F%"},
     Word{"DELTAPERCQTA2_FORE", "Q2 Delta F% %%"},
-    Word{"IMP_DISPONIBILE", "Disponibile"},
-    Word{"IMP_CONS_FORE", "F% Consuntivo"},
-    Word{"IMP_PREV_FORE", "F% Previsione"},
-    Word{"IMP_DA_FORE", "F% da"},
-    Word{"QTA1_DISPONIBILE", "Q1 Disponibile"},
-    Word{"QTA1_CONS_FORE", "Q1 F% Cons"},
-    Word{"QTA1_PREV_FORE", "Q1 F% Prev"},
-    Word{"QTA1_DA_FORE", "Q1 F% da"},
-    Word{"QTA2_DISPONIBILE", "Q2 Disponibile"},
-    Word{"QTA2_CONS_FORE", "Q2 F% Cons"},
-    Word{"QTA2_PREV_FORE", "Q2 F% Prev"},
-    Word{"QTA2_DA_FORE", "Q2 F% da"},
-    Word{"PERIODO", "Periodo"},
-    Word{"LIVELLO", "Livello %"},
+    Word{"IMP_DISPONIBILE", "Available"},
+    Word{"IMP_CONS_FORE", "F% Actual"},
+    Word{"IMP_PREV_FORE", "F% Forecast"},
+    Word{"IMP_DA_FORE", "F% from"},
+    Word{"QTA1_DISPONIBILE", "Q1 Available"},
+    Word{"QTA1_CONS_FORE", "Q1 F% Actual"},
+    Word{"QTA1_PREV_FORE", "Q1 F% Forecast"},
+    Word{"QTA1_DA_FORE", "Q1 F% from"},
+    Word{"QTA2_DISPONIBILE", "Q2 Available"},
+    Word{"QTA2_CONS_FORE", "Q2 F% Actual"},
+    Word{"QTA2_PREV_FORE", "Q2 F% Forecast"},
+    Word{"QTA2_DA_FORE", "Q2 F% from"},
+    Word{"PERIODO", "Period"},
+    Word{"LIVELLO", "Level %"},
     Word{"BU65_ID", "ID"},
-    Word{"BU65_CODICE_CG31", "Sede"},
-    Word{"BU65_INDCOSRIC_BU07", "Tipo"},
-    Word{"BU65_SCHEDA_BU07", "Scheda"},
-    Word{"BU65_CONTO_CG24", "Conto"},
-    Word{"BU65_CODICE_CG23", "Voce"},
-    Word{"BU65_CONTO_PC03", "Conto"},
-    Word{"BU65_CLIFOR_CG44", "Cliente/Fornitore"},
+    Word{"BU65_CODICE_CG31", "Site"},
+    Word{"BU65_INDCOSRIC_BU07", "Kind"},
+    Word{"BU65_SCHEDA_BU07", "Card"},
+    Word{"BU65_CONTO_CG24", "Account"},
+    Word{"BU65_CODICE_CG23", "Item"},
+    Word{"BU65_CONTO_PC03", "Account"},
+    Word{"BU65_CLIFOR_CG44", "Customer/Supplier"},
     Word{"BU65_AREA_MG08", "Area"},
-    Word{"BU65_CODART_MG66", "Articolo"},
-    Word{"BU65_OPZIONE_MG5E", "Variante"},
-    Word{"FLGESISTECRITPREL", "Criteri"},
+    Word{"BU65_CODART_MG66", "Article"},
+    Word{"BU65_OPZIONE_MG5E", "Variant"},
+    Word{"FLGESISTECRITPREL", "Criteria"},
 };
 
 /// What only programs look at, in any grid: charts of accounts, kinds of partners, flags.
@@ -107,7 +109,7 @@ std::string shorten(std::string_view field) {
     const auto table = field.rfind('_');
     if (table != std::string_view::npos && field.size() - table == 5) field = field.substr(0, table);
   }
-  return std::string(field) + (description ? " descr." : "");
+  return std::string(field) + (description ? tr(" descr.") : "");
 }
 
 }  // namespace
@@ -115,7 +117,7 @@ std::string shorten(std::string_view field) {
 std::string title(std::string_view field) {
   for (const auto& word : kWords) {
     if (field.starts_with(word.start) && onlyDigits(field.substr(word.start.size()))) {
-      return fillIn(word.title, field.substr(word.start.size()));
+      return fillIn(translated(word.title), field.substr(word.start.size()));
     }
   }
   return shorten(field);

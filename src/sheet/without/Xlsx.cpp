@@ -1,4 +1,5 @@
 #include "dati/Failure.h"
+#include "language/Language.h"
 #include "sheet/RawTable.h"
 #include "sheet/XlsxWriter.h"
 
@@ -7,7 +8,7 @@ namespace bukorval::sheet {
 namespace {
 
 [[noreturn]] void refuse(const std::string& file) {
-  throw dati::Refused(file + ": this build reads and writes no spreadsheets; use a file that ends in .csv");
+  throw dati::Refused(tr("{}: this build reads and writes no spreadsheets; use a file that ends in .csv", file));
 }
 
 }  // namespace

@@ -7,12 +7,16 @@
 #include <string_view>
 #include <vector>
 
-#include "sqlite/emitter/Piece.h"
+#include "engine/Piece.h"
+#include "engine/SqlWords.h"
 #include "sqlite/emitter/Translate.h"
 #include "tsql/Lexer.h"
 #include "tsql/Statement.h"
 
 namespace sqlite {
+
+/// A text compared otherwise than by its column's collation needs one of its own.
+inline constexpr std::string_view kTextCollation = " COLLATE BK_TEXT";
 
 /// How the statements name a common table expression.
 struct NamedQuery {

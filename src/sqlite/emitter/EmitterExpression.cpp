@@ -10,28 +10,6 @@ using namespace tsql;
 
 namespace {
 
-constexpr std::string_view symbol(ComparisonOperator op) {
-  switch (op) {
-    case ComparisonOperator::Equal: return "=";
-    case ComparisonOperator::NotEqual: return "<>";
-    case ComparisonOperator::Less: return "<";
-    case ComparisonOperator::Greater: return ">";
-    case ComparisonOperator::LessOrEqual: return "<=";
-    case ComparisonOperator::GreaterOrEqual: return ">=";
-  }
-  return {};
-}
-
-constexpr ComparisonOperator mirrored(ComparisonOperator op) {
-  switch (op) {
-    case ComparisonOperator::Less: return ComparisonOperator::Greater;
-    case ComparisonOperator::Greater: return ComparisonOperator::Less;
-    case ComparisonOperator::LessOrEqual: return ComparisonOperator::GreaterOrEqual;
-    case ComparisonOperator::GreaterOrEqual: return ComparisonOperator::LessOrEqual;
-    default: return op;
-  }
-}
-
 /// An operator of the engine, and the functions that do its work where it cannot; none where it always can.
 struct ArithmeticWords {
   std::string_view symbol, wide, whole, real;
@@ -48,10 +26,6 @@ constexpr ArithmeticWords arithmeticWords(ArithmeticOperator op) {
   return {};
 }
 
-std::string infix(std::string_view left, std::string_view op, std::string_view right) {
-  return std::string("(").append(left).append(op).append(right).append(")");
-}
-
 /// Both sides in words, comparable as the engine compares.
 std::string compared(ComparisonOperator op, const std::string& a, const std::string& b, const Type& type,
                      bool collated) {
@@ -60,8 +34,6 @@ std::string compared(ComparisonOperator op, const std::string& a, const std::str
   const bool text = type.kind == TypeKind::Text && !collated;
   return infix(text ? a + std::string(kTextCollation) : a, sign, b);
 }
-
-std::string notIf(bool negated, const std::string& condition) { return (negated ? "(NOT " : "(") + condition + ")"; }
 
 /// Left side of an IN: a computed text has no collation of its own.
 std::string member(const std::string& sql, bool negated, const Type& type, bool column, const std::string& list) {

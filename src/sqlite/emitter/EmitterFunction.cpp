@@ -21,12 +21,6 @@ constexpr TextFunction kTextFunctions[] = {
     {Function::Replace, "bk_replace", 3}, {Function::Replicate, "bk_replicate", 1},
 };
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string sql;
-  for (const auto& word : words) sql += (sql.empty() ? "" : ", ") + word;
-  return sql;
-}
-
 std::string_view partText(DatePart part) {
   switch (part) {
     case DatePart::Year: return "'y'";

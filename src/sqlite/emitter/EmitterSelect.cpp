@@ -11,66 +11,6 @@ namespace sqlite {
 
 using namespace tsql;
 
-namespace {
-
-std::string_view joinWords(JoinKind join) {
-  switch (join) {
-    case JoinKind::None: return " FROM ";
-    case JoinKind::Comma: return ", ";
-    case JoinKind::Inner: return " INNER JOIN ";
-    case JoinKind::Cross: return " CROSS JOIN ";
-    case JoinKind::Left: return " LEFT OUTER JOIN ";
-    case JoinKind::Right: return " RIGHT OUTER JOIN ";
-    case JoinKind::Full: return " FULL OUTER JOIN ";
-  }
-  return {};
-}
-
-std::string_view operationWords(SetOperation operation) {
-  switch (operation) {
-    case SetOperation::None: break;
-    case SetOperation::Union: return " UNION ";
-    case SetOperation::UnionAll: return " UNION ALL ";
-    case SetOperation::Except: return " EXCEPT ";
-    case SetOperation::Intersect: return " INTERSECT ";
-  }
-  return {};
-}
-
-std::vector<Type> typesOf(const std::vector<ResultColumn>& columns) {
-  std::vector<Type> types;
-  for (const auto& column : columns) types.push_back(column.type);
-  return types;
-}
-
-/// Under DISTINCT a LEFT JOIN whose table is named nowhere else can only repeat rows that DISTINCT removes again.
-std::vector<bool> droppedJoins(const Select& select, const std::vector<OrderItem>& orderBy) {
-  std::vector<bool> dropped(select.sources.size(), false);
-  if (!select.distinct || !select.groupBy.empty() || select.top) return dropped;
-  for (std::size_t i = 1; i < select.sources.size(); ++i) {
-    const Source& source = select.sources[i];
-    if (source.join != JoinKind::Left || !source.catalogTable) continue;
-    bool used = false;
-    const auto look = [&](const Expression& e) {
-      if (const auto* star = e.as<Star>())
-        used = used || star->qualifier.empty() || sameName(star->qualifier, source.shownName());
-      if (const auto* column = e.as<ColumnName>())
-        used = used || (column->qualifier.empty() ? source.catalogTable->find(column->name) != nullptr
-                                                  : sameName(column->qualifier, source.shownName()));
-    };
-    for (const auto& item : select.items) walkExpressions(*item.value, look);
-    if (select.where) walkExpressions(*select.where, look);
-    if (select.having) walkExpressions(*select.having, look);
-    for (std::size_t j = 0; j < select.sources.size(); ++j)
-      if (j != i && select.sources[j].condition) walkExpressions(*select.sources[j].condition, look);
-    for (const auto& item : orderBy) walkExpressions(*item.value, look);
-    dropped[i] = !used;
-  }
-  return dropped;
-}
-
-}  // namespace
-
 std::string Emitter::select(const Select& select, const std::vector<Type>* targets) {
   if (!select.next) return core(select, targets, select.orderBy);
   const std::vector<Type> types = targets ? *targets : typesOf(select.columns);

@@ -1,12 +1,14 @@
 #include "sqlite/emitter/SchemaEmitter.h"
 
-#include "sqlite/emitter/Piece.h"
+#include "engine/SqlWords.h"
 #include "sqlite/storage/StoredType.h"
 #include "tsql/Names.h"
 #include "values/Errore.h"
 #include "values/Text.h"
 
 namespace sqlite {
+
+using namespace engine;
 
 using namespace tsql;
 
@@ -62,17 +64,22 @@ bool isIdentityKey(const SchemaChange& change, const Column& column) {
 std::string createTable(const SchemaChange& change) {
   std::string sql = "CREATE TABLE " + quotedName(change.name) + " (";
   bool identity = false;
+  bool keyed = false;
   bool first = true;
   for (const auto& definition : change.columns) {
     sql += (first ? "" : ", ") + columnText(definition, isIdentityKey(change, definition.column));
     identity = identity || definition.column.identity;
+    keyed = keyed || definition.primaryKey;
     first = false;
   }
   for (const auto& constraint : change.constraints) {
+    keyed = keyed || constraint.primaryKey;
     if (constraint.primaryKey && identity) continue;
     sql += (constraint.primaryKey ? ", PRIMARY KEY (" : ", UNIQUE (") + names(constraint.columns) + ")";
   }
-  return sql + ")";
+  // The rows lie in the order of their key, as SQL Server's do: one search finds a row, and rows that follow each other
+  // in a key are read together.
+  return sql + (keyed && !identity ? ") WITHOUT ROWID" : ")");
 }
 
 std::string createIndex(const SchemaChange& change) {

@@ -12,20 +12,15 @@ using namespace tsql;
 
 namespace {
 
-/// SELECT @@IDENTITY, answered by the connection.
-bool asksIdentity(const Query& query) {
-  const Select& select = *query.select;
-  return query.with.empty() && !select.next && select.sources.empty() && select.items.size() == 1 &&
-         select.items[0].value->as<LastIdentity>();
-}
-
-Translation translated(const Query& query, const Scan& scan, std::string_view stagePrefix) {
+Translation translated(Query& query, const Scan& scan, std::string_view stagePrefix) {
   Translation translation;
   translation.columns = query.select->columns;
   if (asksIdentity(query)) {
     translation.kind = Translation::Kind::Identity;
     return translation;
   }
+  translation.order = orderAfterReading(*query.select);
+  if (!translation.order.empty()) query.select->orderBy.clear();
   Emitter emitter(scan);
   Stages(query, stagePrefix).build(emitter, translation);
   auto sql = emitter.withInlined(emitter.select(*query.select));
@@ -58,7 +53,7 @@ Translation translated(const SchemaChange& change, const Scan&, std::string_view
 Translation translate(const Scan& scan, const Catalog& catalog, std::string_view stagePrefix) {
   Statement statement = Parser(scan).statement();
   Resolver(scan, catalog).resolve(statement);
-  return std::visit([&](const auto& kind) { return translated(kind, scan, stagePrefix); }, statement);
+  return std::visit([&](auto& kind) { return translated(kind, scan, stagePrefix); }, statement);
 }
 
 }  // namespace sqlite

@@ -5,32 +5,15 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/Binding.h"
+#include "engine/RowOrder.h"
 #include "tsql/Catalog.h"
 #include "tsql/Lexer.h"
 
 /// What the emitter hands to the connection: SQL Server text turned into SQLite statements with parameters.
 namespace sqlite {
 
-/// How one literal becomes the value of one parameter.
-struct Binding {
-  enum class How {
-    AsIs,       ///< by its own kind; a decimal as units of its own scale
-    ToType,     ///< converted to `target` as an assignment or comparison would, with its errors
-    Pattern,    ///< a LIKE pattern in the form the rewritten LIKE expects
-    RangeFrom,  ///< first text of the prefix range of a LIKE pattern
-    RangeTo,    ///< text after the last of that range
-  } how = How::AsIs;
-  std::size_t literal = 0;
-  tsql::Type target;
-  bool assignment = false;  ///< ToType for a column write: length, range and precision are checked
-  std::string column;       ///< the column written, for error texts
-};
-
-/// One statement for the engine. Parameter i + 1 is bindings[i].
-struct StepText {
-  std::string sql;
-  std::vector<Binding> bindings;
-};
+using namespace engine;
 
 /// A translated text. It depends only on the text's key (see tsql/Lexer.h) and the catalog, never on literal values.
 struct Translation {
@@ -41,6 +24,7 @@ struct Translation {
   std::vector<StepText> cleanup;   ///< run after every execution
   std::vector<StepText> teardown;  ///< run when the translation is forgotten
   std::vector<tsql::ResultColumn> columns;
+  std::vector<SortKey> order;    ///< by which the rows are to be sorted once they are read
   bool insertsIdentity = false;  ///< Change: an INSERT into a table with an identity column
 };
 

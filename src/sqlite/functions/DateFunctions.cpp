@@ -1,5 +1,5 @@
 #include "sqlite/functions/FunctionSupport.h"
-#include "sqlite/storage/DateNumber.h"
+#include "engine/DateNumber.h"
 
 namespace sqlite {
 namespace {

@@ -5,11 +5,13 @@
 #include <span>
 #include <string_view>
 
-#include "sqlite/storage/Scaled.h"
+#include "engine/Scaled.h"
 #include "values/Errore.h"
 
 /// What the engine's functions share: how they read arguments and answer.
 namespace sqlite {
+
+using namespace engine;
 
 inline constexpr const char* kNumericOverflow = "Arithmetic overflow error converting expression to data type numeric";
 

@@ -30,7 +30,7 @@ struct Tables {
   std::optional<sqlite::SchemaCatalog> catalog;
 };
 
-void requireReadable(sqlite3* database, const sqlite::StepText& step, bool run) {
+void requireReadable(sqlite3* database, const engine::StepText& step, bool run) {
   try {
     const auto statement = sqlite::prepare(database, step.sql);
     if (run) sqlite::stepToEnd(database, statement.get());

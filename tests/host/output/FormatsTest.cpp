@@ -44,14 +44,15 @@ TEST(Formats, AlignsForPeople) {
 
 TEST(Formats, WritesPlainValuesForPrograms) {
   EXPECT_EQ(shown("csv"),
-            "CODE,EMPTY,AMOUNT,RATIO,DAY\n"
-            "\"à, \"\"x\"\"\",,1234567.89,0.2500,2011-02-28\n"
-            "b,,-0.50,,\n");
+            "CODE,AMOUNT,RATIO,DAY\n"
+            "\"à, \"\"x\"\"\",1234567.89,0.2500,2011-02-28\n"
+            "b,-0.50,,\n");
+  EXPECT_EQ(shown("csv", ',', true).substr(0, 28), "CODE,EMPTY,AMOUNT,RATIO,DAY\n");
   EXPECT_EQ(shown("json"),
             "[\n"
             "  {\n    \"CODE\": \"à, \\\"x\\\"\",\n    \"EMPTY\": null,\n    \"AMOUNT\": 1234567.89,\n"
-            "    \"RATIO\": 0.25,\n    \"DAY\": \"2011-02-28\"\n  },\n"
-            "  {\n    \"CODE\": \"b\",\n    \"EMPTY\": null,\n    \"AMOUNT\": -0.5,\n    \"RATIO\": null,\n"
+            "    \"RATIO\": 0.2500,\n    \"DAY\": \"2011-02-28\"\n  },\n"
+            "  {\n    \"CODE\": \"b\",\n    \"EMPTY\": null,\n    \"AMOUNT\": -0.50,\n    \"RATIO\": null,\n"
             "    \"DAY\": null\n  }\n]\n");
 }
 
@@ -62,7 +63,7 @@ TEST(Formats, JsonNeverLosesADigit) {
   std::ostringstream out;
   findFormat("json").write(out, table, {});
   EXPECT_NE(out.str().find("\"A\": 9999999999999.99"), std::string::npos) << out.str();
-  EXPECT_NE(out.str().find("\"B\": \"12345678901234567.89\""), std::string::npos) << out.str();
+  EXPECT_NE(out.str().find("\"B\": 12345678901234567.89"), std::string::npos) << out.str();
 }
 
 TEST(Formats, ATerminalObeysNoData) {
@@ -84,12 +85,16 @@ TEST(Formats, ATerminalObeysNoData) {
             std::string::npos)
       << in("table");
   EXPECT_EQ(in("csv"), "A\n\"" + data + "\"\n");
+  EXPECT_NE(in("json").find(R"("a\u001b[2Jb\nc)"), std::string::npos) << in("json");
+  table.rows = {{"<b>|&*\"\x1b"}};
+  EXPECT_EQ(in("md"), "| A |\n| --- |\n| \\<b\\>\\|\\&\\*\"\\\\x1B |\n");
+  EXPECT_NE(in("html").find(R"(<td>&lt;b&gt;|&amp;*&quot;\x1B</td>)"), std::string::npos) << in("html");
   EXPECT_EQ(safeText("one\r\ntwo\r\x1b", Lines::Keep), "one\r\ntwo\\r\\x1B");
 }
 
 TEST(Formats, AnUnknownOneIsRefusedWithTheKnownOnes) {
   EXPECT_EQ(errorOf([] { findFormat("xml"); }),
-            "There is no format xml, only table (for people), csv or json (for programs)");
+            "There is no format xml, only table, md or html (for people), csv or json (for programs)");
 }
 
 TEST(Titles, ShortenFieldNames) {

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ado/connection/Connection.h"
+#include "engine/StatementCache.h"
+#include "postgres/Handle.h"
+#include "postgres/Plan.h"
+#include "postgres/SchemaCatalog.h"
+#include "tsql/Lexer.h"
+
+namespace postgres {
+
+/// A connection to a PostgreSQL server. It takes SQL Server's text and gives SQL Server's results. The connection
+/// string is told in ConnectionWords.h.
+///
+/// A statement that fails inside a transaction takes nothing else with it, as SQL Server has it: a savepoint stands
+/// behind the last statement that wrote. When the server gives up a transaction because of what others do, or the
+/// connection is lost, nothing of it stays and its statements and its commit are refused until it is rolled back.
+/// Outside a transaction a connection that was lost is made again.
+class PostgresConnection : public ado::Connection {
+ public:
+  PostgresConnection() = default;
+  ~PostgresConnection() override;
+
+  void Open(std::string_view user = {}, std::string_view password = {}, std::int32_t options = -1) override;
+  void Close() override;
+  ado::ObjectStateEnum State() const override;
+  ado::RecordsetPtr Execute(std::string_view text) override;
+  void BeginTrans() override;
+  void CommitTrans() override;
+  void RollbackTrans() override;
+
+  ado::ChangeTracker* changes() override;
+
+  /// Runs one of the provider's own statements, in the transaction that is open.
+  Result runBeside(const std::string& sql, const std::vector<std::string>& parameters = {});
+  /// Makes the functions that statements call where the server lacks them, or has those of an older program.
+  void ensureFunctions();
+  const SchemaCatalog& catalog() const { return catalog_; }
+
+  std::size_t cachedPlans() const { return cache_.size(); }
+
+ private:
+  void connect();
+  void disconnect();
+  void requireOpen() const;
+  void requireConnected();
+  void requireTransaction() const;
+  Plan& planFor(const tsql::Scan& scan);
+  ado::RecordsetPtr run(const tsql::Scan& scan);
+  Result execute(const Plan& plan, const tsql::Scan& scan);
+  Result executeAndAdvance(const Plan& plan, const char* const* values);
+  void changeSchema(const std::string& sql);
+  void advance();
+  void reloadSchema();
+  void keepIdentity(const PGresult* result);
+  bool isStale(const PGresult* result) const;
+  [[noreturn]] void fail(const PGresult* result);
+
+  std::string user_, password_;
+  Server server_;
+  SchemaCatalog catalog_;
+  engine::StatementCache<Plan> cache_{256};  ///< more than the distinct statements of the whole system
+  std::unique_ptr<ado::ChangeTracker> tracker_;
+  std::optional<std::int64_t> lastIdentity_;
+  long names_ = 0;  ///< of prepared statements
+  bool open_ = false;
+  bool inTransaction_ = false;
+  bool rolledBack_ = false;  ///< the server ended the transaction; the caller has not yet
+  bool schemaChangedInTransaction_ = false;
+};
+
+}  // namespace postgres

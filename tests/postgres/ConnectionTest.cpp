@@ -1,0 +1,167 @@
+#include <algorithm>
+#include <random>
+
+#include "ado/OverAConnection.h"
+#include "postgres/ConnectionWords.h"
+#include "postgres/Databases.h"
+#include "values/Text.h"
+
+namespace {
+
+using provider_cases::outcomeOf, provider_cases::shown;
+using testing::HasSubstr, testing::Not;
+
+constexpr const char* kEnded = "The transaction has been rolled back by the database and must be ended first";
+
+/// A database with an empty table A.
+struct PostgresTable : testing::Test {
+  const postgres_tests::TemporaryDatabase database;
+  std::shared_ptr<postgres::PostgresConnection> connection = database.open();
+  postgres::Server raw = postgres_tests::rawServer(database.name());
+
+  PostgresTable() {
+    run("CREATE TABLE A (ID decimal(10,0) IDENTITY(1,1) NOT NULL, X int NOT NULL, Y nvarchar(40) NULL,"
+        " CONSTRAINT PK PRIMARY KEY (ID))");
+  }
+  void run(std::string_view text) const { connection->Execute(text); }
+  std::string outcome(std::string_view text) const { return outcomeOf(*connection, text); }
+  void past(const std::string& sql) const { postgres::runSimple(raw.get(), sql); }
+  void breakConnections() const {
+    past(
+        "SELECT count(pg_terminate_backend(pid, 5000)) FROM pg_stat_activity WHERE datname = current_database()"
+        " AND pid <> pg_backend_pid()");
+  }
+};
+using PostgresTransactions = PostgresTable;
+using PostgresTexts = PostgresTable;
+
+TEST(PostgresWords, AreLibpqsOwnOrCommonNamesForThem) {
+  const auto words = postgres::wordsOf(
+      "Provider=PostgreSQL;Server=h;Initial Catalog=d;UID=u;PWD=\"a;b\";sslmode=require;"
+      "Service=x;Mode=Read",
+      "", "");
+  EXPECT_THAT(words.names, testing::ElementsAre("client_encoding", "fallback_application_name", "host", "dbname",
+                                                "user", "password", "sslmode", "service"));
+  EXPECT_EQ(words.values[5], "a;b");
+  EXPECT_TRUE(words.readOnly);
+  for (const std::string text : {"Host=h;Pasword=x", "Host=h;Mode=Write", "Host=/nowhere;User=u", "Port=x"}) {
+    postgres::PostgresConnection connection;
+    connection.ConnectionString = text + ";Password=secret";
+    const auto told = errorOf([&] { connection.Open(); });
+    EXPECT_NE(told, "") << text;
+    EXPECT_THAT(told, Not(HasSubstr("secret"))) << text;
+    EXPECT_EQ(connection.State(), ado::adStateClosed);
+  }
+}
+
+TEST_F(PostgresTransactions, ALostConnectionKeepsNothingAndIsMadeAgain) {
+  run("INSERT INTO A (X) VALUES (1)");
+  connection->BeginTrans();
+  run("INSERT INTO A (X) VALUES (2)");
+  breakConnections();
+  EXPECT_THAT(outcome("INSERT INTO A (X) VALUES (3)"), HasSubstr("connection to the database was lost"));
+  EXPECT_EQ(outcome("INSERT INTO A (X) VALUES (4)"), kEnded);
+  EXPECT_THROW(connection->CommitTrans(), values::Errore);
+  EXPECT_NO_THROW(connection->RollbackTrans());
+  EXPECT_EQ(outcome("SELECT X FROM A"), "1");
+  breakConnections();
+  EXPECT_THAT(outcome("SELECT X FROM A"), HasSubstr("connection to the database was lost"));
+  EXPECT_EQ(outcome("SELECT X FROM A"), "1");
+}
+
+TEST_F(PostgresTransactions, ACollisionIsRefusedInItalianAndTakesEverythingBack) {
+  run("INSERT INTO A (X) VALUES (1)");
+  const auto other = database.open();
+  for (auto* each : {connection.get(), other.get()}) {
+    each->IsolationLevel = ado::adXactSerializable;
+    each->BeginTrans();
+    each->Execute("SELECT X FROM A");
+  }
+  other->Execute("UPDATE A SET X = 2");
+  run("INSERT INTO A (X) VALUES (5)");
+  other->CommitTrans();
+  EXPECT_THAT(outcome("UPDATE A SET X = 3"), HasSubstr("Un altro utente"));
+  EXPECT_EQ(outcome("SELECT X FROM A"), kEnded);
+  EXPECT_THROW(connection->CommitTrans(), values::Errore);
+  connection->RollbackTrans();
+  EXPECT_EQ(outcome("SELECT X FROM A"), "2");
+}
+
+TEST_F(PostgresTransactions, ReadModeRefusesWrites) {
+  const auto reader = database.open(";Mode=Read");
+  EXPECT_EQ(outcomeOf(*reader, "SELECT X FROM A"), "");
+  EXPECT_EQ(outcomeOf(*reader, "INSERT INTO A (X) VALUES (1)"), "The database is open for reading only");
+}
+
+TEST_F(PostgresTable, TheIdentityIsTheStatementsOwn) {
+  run("CREATE TABLE B (N int IDENTITY(1,1) NOT NULL, Z int NULL)");
+  for (int i = 0; i < 5; ++i) run("INSERT INTO B (Z) VALUES (0)");
+  past(
+      "CREATE FUNCTION t() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN INSERT INTO b (z) VALUES (1); RETURN NULL; END'");
+  past("CREATE TRIGGER t AFTER INSERT ON a FOR EACH ROW EXECUTE FUNCTION t()");
+  const auto other = database.open();
+  other->Execute("INSERT INTO A (X) VALUES (1)");
+  run("INSERT INTO A (X) VALUES (2)");
+  other->Execute("INSERT INTO A (X) SELECT Z FROM B");
+  EXPECT_EQ(outcome("SELECT @@IDENTITY"), "2");
+  EXPECT_EQ(outcomeOf(*other, "SELECT @@IDENTITY"), "9");
+}
+
+TEST_F(PostgresTable, TextsThatDifferInLiteralsShareOnePlanAndFollowChangesOfTheTables) {
+  for (int i = 0; i < 300; ++i) run("INSERT INTO A (X, Y) VALUES (" + std::to_string(i) + ", 'y')");
+  EXPECT_EQ(connection->cachedPlans(), 1U);
+  EXPECT_EQ(outcome("SELECT * FROM A WHERE X = 1"), "2|1|y");
+  past("ALTER TABLE a ADD COLUMN z int DEFAULT 5");
+  EXPECT_EQ(outcome("SELECT * FROM A WHERE 2 = X"), "3|2|y|5");
+  database.open()->Execute("CREATE TABLE C (X varchar(5) NULL)");
+  connection->BeginTrans();
+  run("INSERT INTO C (X) VALUES ('c')");
+  run("CREATE TABLE E (X int NULL)");
+  connection->RollbackTrans();
+  EXPECT_EQ(outcome("SELECT X FROM C"), "");
+  EXPECT_THAT(outcome("SELECT X FROM E"), HasSubstr("Invalid object name"));
+}
+
+/// Every letter, alone and behind another.
+std::vector<std::string> letters() {
+  std::vector<std::string> found;
+  for (unsigned code = ' '; code < 0x180; ++code) {
+    const std::string letter =
+        code < 0x80 ? std::string(1, static_cast<char>(code))
+                    : std::string{static_cast<char>(0xC0U | code >> 6U), static_cast<char>(0x80U | (code & 0x3FU))};
+    found.insert(found.end(), {letter, "x" + letter, letter + " "});
+  }
+  return found;
+}
+
+/// Random texts of few letters, which are often equal or nearly so.
+std::vector<std::string> mixtures() {
+  const std::vector<std::string> parts{"a", "A", "b", "Z", "_", "9", "-", " ", "~", "€"};
+  std::mt19937 random(11);
+  std::vector<std::string> found(500);
+  for (auto& text : found)
+    for (auto length = random() % 5; length > 0; --length) text += parts[random() % parts.size()];
+  return found;
+}
+
+TEST_F(PostgresTexts, StandInTheOrderOfOurOwn) {
+  for (auto own : {letters(), mixtures()}) {
+    run("DELETE FROM A");
+    for (const auto& text : own) {
+      std::string quoted;
+      for (const char c : text) quoted.append(c == '\'' ? 2 : 1, c);
+      run("INSERT INTO A (X, Y) VALUES (0, N'" + quoted + "')");
+    }
+    std::ranges::stable_sort(own, [](const auto& a, const auto& b) { return values::compareText(a, b) < 0; });
+    const auto ordered = connection->Execute("SELECT Y FROM A ORDER BY Y, ID");
+    for (const auto& text : own) {
+      EXPECT_EQ(values::toPlainText((*ordered)["Y"].Value()), text);
+      ordered->MoveNext();
+    }
+    const auto same = [](const auto& a, const auto& b) { return values::compareText(a, b) == 0; };
+    const auto distinct = std::ranges::unique(own, same).begin() - own.begin();
+    EXPECT_EQ(outcome("SELECT COUNT(DISTINCT Y) AS N FROM A"), std::to_string(distinct));
+  }
+}
+
+}  // namespace
