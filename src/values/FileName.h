@@ -13,7 +13,7 @@ inline std::filesystem::path pathOf(std::string_view name) {
   return std::filesystem::path(std::u8string(name.begin(), name.end()));
 }
 inline std::string nameOf(const std::filesystem::path& path) {
-  const auto name = path.u8string();
+  const auto name = path.generic_u8string();
   return std::string(name.begin(), name.end());
 }
 

@@ -321,7 +321,7 @@ void inApartment(const std::function<void()>& action) {
 TEST_F(LateCompany, ServesTwoThreadsAndAMarshalledClient) {
   const auto work = [&] {
     const auto own = create(L"BUKORVAL.Connection");
-    own.call(L"Open", args("Provider=SQLite;Data Source=" + file.path()));
+    own.call(L"Open", args("Provider=SQLite;Data Source=" + database.path()));
     const auto object = create(L"BUKORVAL.CLSKORVAL");
     object.put(L"Connessione", objectValue(own));
     for (int i = 0; i < 50; ++i) EXPECT_EQ(object.value(L"GetNumeroForecast", args(4, "01")), Variant(std::int16_t{2}));

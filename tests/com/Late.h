@@ -62,7 +62,7 @@ inline std::string rowsOf(const Caller& set) {
 class LateCompany : public object_tests::DemoCompany {
  protected:
   LateCompany() {
-    connection.call(L"Open", args("Provider=SQLite;Data Source=" + file.path()));
+    connection.call(L"Open", args("Provider=SQLite;Data Source=" + database.path()));
     lateSession.call(L"Open", pack(objectValue(connection)));
     budget.put(L"Connessione", objectValue(connection));
     budget.put(L"ActiveInterface", objectValue(lateSession));

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <optional>
@@ -14,11 +15,13 @@
 namespace bukorval::dati {
 namespace {
 
+constexpr UINT kWindows1252 = 1252;
+
 struct CodePage {
   std::string_view name;
   UINT number;
 };
-constexpr std::array kCodePages{CodePage{"utf-8", CP_UTF8}, CodePage{"windows-1252", 1252}, CodePage{"latin1", 28591},
+constexpr std::array kCodePages{CodePage{"utf-8", CP_UTF8}, CodePage{"windows-1252", kWindows1252}, CodePage{"latin1", 28591},
                                 CodePage{"latin9", 28605}, CodePage{"cp850", 850}};
 
 std::optional<std::wstring> wideOf(std::string_view bytes, UINT page) {
@@ -27,6 +30,9 @@ std::optional<std::wstring> wideOf(std::string_view bytes, UINT page) {
   const int units = ::MultiByteToWideChar(page, MB_ERR_INVALID_CHARS, bytes.data(), size, wide.data(), size);
   if (units == 0 && size > 0) return std::nullopt;
   wide.resize(static_cast<std::size_t>(units));
+  // The system reads the holes of this code page as control characters.
+  const auto isHole = [](wchar_t unit) { return unit >= 0x80 && unit <= 0x9F; };
+  if (page == kWindows1252 && std::ranges::any_of(wide, isHole)) return std::nullopt;
   return wide;
 }
 

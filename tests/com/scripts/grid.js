@@ -1,4 +1,4 @@
-// The same object from the other script language; names in Unicode.
+// The same object from the other script language, which has no decimals: names in Unicode, errors as exceptions.
 var connection = new ActiveXObject("BUKORVAL.Connection");
 connection.Open("Provider=SQLite;Data Source=" + WScript.Arguments.Item(0));
 var session = new ActiveXObject("BUKORVAL.Session");
@@ -14,7 +14,7 @@ budget.CodiceSede = 1;
 budget.BdgTipoScheda = 1;
 var grid = budget.RecordSetBudget();
 for (; !grid.EOF; grid.MoveNext())
-  WScript.Echo(budget.RTrimN(grid("BU65_SCHEDA_BU07").Value) + " " + grid.Fields("BU65_ID").Value);
+  WScript.Echo(budget.RTrimN(grid("BU65_SCHEDA_BU07").Value) + " " + grid.Fields("BU65_SCHEDA_BU07_DESCR").DefinedSize);
 var padded = budget.BFill("perch\u00e9 \u20ac", 12);
 WScript.Echo(padded.length + " " + padded.charCodeAt(5) + " " + padded.charCodeAt(7));
 WScript.Echo(budget.GetDescrizionePeriodo(1, 0, 1, 12, 2025, 1) + ", " + budget.GetDes_BdgSiNo(1).charCodeAt(1));
