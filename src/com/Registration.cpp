@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "com/Classes.h"
-#include "com/idl/Identifiers.h"
 #include "com/Module.h"
+#include "com/idl/Identifiers.h"
 #include "values/Errore.h"
 #include "values/WideText.h"
 

@@ -67,7 +67,9 @@ class Writer {
   explicit Writer(const std::string& sourceFolder) : help_(helpTexts(sourceFolder)) {}
 
   std::string write() {
-    line("// The type library of the component, made from the table of the members and the sentences of their contract.");
+    line(
+        "// The type library of the component, made from the table of the members and the sentences of their "
+        "contract.");
     line("import \"oaidl.idl\";");
     line("");
     line("[uuid(" + textOf(Guid BUKORVAL_LIBRARY) + "), version(1.0), helpstring(\"Budget object\")]");
@@ -113,7 +115,8 @@ class Writer {
 
   void method(const Membro& member) {
     head(memberId(member), "", member.nome);
-    line("      " + typeName(member.tipo, member.enumerazione) + " " + member.nome + "(" + parametersText(member) + ");");
+    line("      " + typeName(member.tipo, member.enumerazione) + " " + member.nome + "(" + parametersText(member) +
+         ");");
   }
 
   void property(const Membro& member) {
