@@ -114,12 +114,12 @@ std::string History::changesOf(std::int64_t entry) const {
   return text;
 }
 
-std::vector<CardChange> History::ofCard(std::int64_t card) const {
+std::vector<CardChange> History::ofCard(std::int64_t card, const std::vector<HistoryEntry>& among) const {
   std::vector<CardChange> changes;
   auto* tracker = connection_.changes();
   if (!tracker) return changes;
   RowPlaces places(connection_);
-  for (const auto& entry : entries()) {
+  for (const auto& entry : among) {
     const auto rows = tracker->read(changesOf(entry.number));
     const auto found = places.find(rows);
     for (std::size_t i = 0; i < rows.size(); ++i)

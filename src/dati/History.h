@@ -49,7 +49,9 @@ class History {
   /// Throws Refused when there is none, or when it has been undone. Without a number the newest that has not been.
   HistoryEntry undoable(std::optional<std::int64_t> number) const;
   /// The values of one card, the newest change first.
-  std::vector<CardChange> ofCard(std::int64_t card) const;
+  std::vector<CardChange> ofCard(std::int64_t card) const { return ofCard(card, entries()); }
+  /// Of these entries alone.
+  std::vector<CardChange> ofCard(std::int64_t card, const std::vector<HistoryEntry>& among) const;
   /// The cards that an entry's rows belong to.
   std::vector<std::int64_t> cardsOf(const HistoryEntry& entry) const;
 

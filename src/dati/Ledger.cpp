@@ -21,6 +21,8 @@ std::vector<values::Variant> firstColumn(ado::Connection& connection, const Test
 Ledger::Ledger(ado::Connection& connection, values::Variant company, values::Variant chart)
     : connection_(connection), company_(std::move(company)), chart_(std::move(chart)) {}
 
+MovementWriter Ledger::movementWriter(bool adjusting) { return {connection_, company_, chart_, adjusting}; }
+
 bool Ledger::exists(std::string_view table, const std::string& condition) const {
   TestoSql sql;
   sql.riga(" SELECT TOP 1 1 ").riga(" FROM   ", table, " WITH (NOLOCK) ").riga(" WHERE  ", condition);
@@ -152,38 +154,6 @@ void Ledger::putAccount(const std::string& account, const values::Variant& descr
       .set("CG24_DESCR", description)
       .set("CG24_INDTIPOCONTO", kind)
       .set("CG24_INDCONTORICAV", nature)
-      .run(connection_);
-}
-
-void Ledger::add(const Registration& r) {
-  RowInsert row("CG41_PRIMANOTA");
-  row.set("CG41_DITTA_CG18", company_)
-      .set("CG41_NUMREG", r.number)
-      .set("CG41_DATAREG", r.date)
-      .set("CG41_ANNO_CG19", r.year)
-      .set("CG41_PROGESER_CG19", r.progressive)
-      .set("CG41_INDPROVREG", 0)
-      .set("CG41_CODICE_CG31", r.site)
-      .set("CG41_INDTIPOMOV", r.kind)
-      .set("CG41_DATADOC", r.documentDate)
-      .set("CG41_DESCR", r.description);
-  if (r.adjusting) row.set("CG41_FLGRETTIF", 1);  // an older database may lack the column
-  row.run(connection_);
-}
-
-void Ledger::add(const MovementLine& m) {
-  RowInsert("CG42_MOVCONT")
-      .set("CG42_DITTA_CG18", company_)
-      .set("CG42_NUMREG_CG41", m.registration)
-      .set("CG42_NUMRIGACONT", m.line)
-      .set("CG42_GRUPPO_CG10", chart_)
-      .set("CG42_CONTOPAR_CG24", m.account)
-      .set("CG42_INDDAAV", m.credit ? 2 : 1)
-      .set("CG42_IMPTOTALE", m.amount)
-      .set("CG42_FLGCOMP", m.competenceFrom.isNothing() ? 0 : 1)
-      .set("CG42_DATAINICOMP", m.competenceFrom)
-      .set("CG42_DATAFINCOMP", m.competenceTo)
-      .set("CG42_CODICE_CG31", m.site)
       .run(connection_);
 }
 

@@ -6,27 +6,11 @@
 #include <vector>
 
 #include "ado/connection/Connection.h"
+#include "dati/MovementWriter.h"
 #include "dati/Years.h"
 #include "values/Variant.h"
 
 namespace bukorval::dati {
-
-/// A registration, without its lines (CG41_PRIMANOTA).
-struct Registration {
-  values::Variant number, date, year, progressive, site;
-  values::Variant kind;  ///< 0 consolidated, 1 to be consolidated, 2 forecast
-  values::Variant documentDate, description;
-  bool adjusting = false;  ///< an adjusting entry of the accounting year it belongs to
-};
-
-/// A line of a registration (CG42_MOVCONT).
-struct MovementLine {
-  values::Variant registration;
-  std::int32_t line = 1;
-  values::Variant account, site, competenceFrom, competenceTo;
-  bool credit = false;
-  values::Variant amount;
-};
 
 /// A company's accounting data, which no method of the object writes: years, sites, chart of accounts, movements,
 /// card codes. Opens no transaction.
@@ -57,8 +41,8 @@ class Ledger {
   /// New, or with a new description and kind.
   /// @param nature  0 balance sheet, 1 revenue, 2 cost; @param kind  1 a total of accounts, 2 with movements.
   void putAccount(const std::string& account, const values::Variant& description, int nature, int kind);
-  void add(const Registration& registration);
-  void add(const MovementLine& line);
+  /// @param adjusting  some of the registrations are adjusting entries.
+  MovementWriter movementWriter(bool adjusting = false);
   /// Deletes a registration with its lines.
   void removeRegistration(std::int64_t number);
   /// The code of a card of budget type 4; one that is there already keeps its description.

@@ -1,28 +1,14 @@
 #include "dati/RowInsert.h"
 
+#include "ado/connection/BulkInsert.h"
 #include "frame/TestoSql.h"
-#include "values/Conversion.h"
 
 namespace bukorval::dati {
-namespace {
-
-std::string literal(const values::Variant& value) {
-  switch (value.kind()) {
-    case values::Kind::Empty:
-    case values::Kind::Null: return "NULL";
-    case values::Kind::String: return "N" + testoDati(value);
-    case values::Kind::Date: return "'" + value.as<values::Date>().toSql() + "'";
-    case values::Kind::Boolean: return value.as<bool>() ? "1" : "0";
-    default: return values::toPlainText(value);
-  }
-}
-
-}  // namespace
 
 RowInsert& RowInsert::set(std::string_view column, const values::Variant& value) {
   const std::string_view separator = columns_.empty() ? "" : ", ";
   columns_.append(separator).append(column);
-  values_.append(separator).append(literal(value));
+  values_.append(separator).append(ado::literalOf(value));
   return *this;
 }
 

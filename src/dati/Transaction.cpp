@@ -33,10 +33,11 @@ class Transaction::Shared : public ado::Connection {
   void Close() override {}
   ado::ObjectStateEnum State() const override { return real_->State(); }
   ado::ChangeTracker* changes() override { return real_->changes(); }
-  ado::RecordsetPtr Execute(std::string_view text) override {
-    // Statements after a rollback would each be kept for themselves.
-    if (!open_) throw Refused(tr("The transaction has ended: nothing more can be written in it"));
-    return real_->Execute(text);
+  ado::RecordsetPtr Execute(std::string_view text) override { return opened().Execute(text); }
+  void ForEachRow(std::string_view text, const ado::RowVisitor& visit) override { opened().ForEachRow(text, visit); }
+  std::unique_ptr<ado::BulkInsert> bulkInsert(std::string_view table,
+                                              const std::vector<std::string_view>& columns) override {
+    return opened().bulkInsert(table, columns);
   }
   void BeginTrans() override {}
   void CommitTrans() override {}
@@ -46,6 +47,12 @@ class Transaction::Shared : public ado::Connection {
   }
 
  private:
+  /// Statements after a rollback would each be kept for themselves.
+  ado::Connection& opened() const {
+    if (!open_) throw Refused(tr("The transaction has ended: nothing more can be written in it"));
+    return *real_;
+  }
+
   ado::ConnectionPtr real_;
   bool open_ = false;
 };

@@ -1,5 +1,6 @@
 #include "elaschede/ElaborazioneSchede.h"
 
+#include <functional>
 #include <vector>
 
 #include "definition/CaricaDatiBudget.h"
@@ -76,14 +77,17 @@ class Elaborazione {
   }
 
   void elaboraScheda(const ContoScheda& scheda, const values::Variant& id) {
-    const auto movimenti = BdgElaSchede_GetRstMovimentiConto(ctx_, scheda);
-    if (!movimenti) return;
+    TotaliMovimenti movimenti;
+    BdgElaSchede_GetRstMovimentiConto(ctx_, scheda, [&](const ado::Recordset& movimento) -> std::function<void()> {
+      switch (ctx_.prop.TipoDataMovimenti) {
+        case 0: return BdgElaSchede_GetTotaliMovimentiPerPeriodo(ctx_, periodi_, movimenti, movimento);
+        case 1: return BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(ctx_, periodi_, movimenti, movimento);
+        default: return [&] { movimenti.conta(); };
+      }
+    });
+    if (!movimenti.trovati()) return;
     const auto totali = BdgElaSchede_GetRstBdgSchedeConsuntiviDaElaborare(ctx_);
-    switch (ctx_.prop.TipoDataMovimenti) {
-      case 0: BdgElaSchede_GetTotaliMovimentiPerPeriodo(ctx_, periodi_, *totali, *movimenti); break;
-      case 1: BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(ctx_, periodi_, *totali, *movimenti); break;
-      default: break;
-    }
+    movimenti.scrivi(*totali);
     BdgElaSchede_UpdateBU66(ctx_, *periodi_.daElaborare, *totali, id);
   }
 

@@ -88,13 +88,11 @@ std::string testoMovimenti(Contesto& ctx, const ContoScheda& scheda) {
 
 }  // namespace
 
-ado::RecordsetPtr BdgElaSchede_GetRstMovimentiConto(Contesto& ctx, const ContoScheda& scheda) {
-  return esegui(ctx, "BdgElaSchede_GetRstMovimentiConto", ado::RecordsetPtr(), [&]() -> ado::RecordsetPtr {
+void BdgElaSchede_GetRstMovimentiConto(Contesto& ctx, const ContoScheda& scheda, const ado::RowVisitor& visita) {
+  esegui(ctx, "BdgElaSchede_GetRstMovimentiConto", [&] {
     // A code of zeros has no level: as a prefix it would take every movement of the company.
-    if (values::isBlank(scheda.conto) || BdgElaSchede_GetUltimoPadrePdc(ctx, scheda.conto).empty()) return nullptr;
-    auto movimenti = ctx.connessione().Execute(testoMovimenti(ctx, scheda));
-    if (movimenti->RecordCount() < 1) return nullptr;
-    return movimenti;
+    if (values::isBlank(scheda.conto) || BdgElaSchede_GetUltimoPadrePdc(ctx, scheda.conto).empty()) return;
+    ctx.connessione().ForEachRow(testoMovimenti(ctx, scheda), visita);
   });
 }
 

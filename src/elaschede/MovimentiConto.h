@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ado/recordset/Recordset.h"
+#include "ado/connection/Connection.h"
 #include "frame/Contesto.h"
 
 namespace bukorval {
@@ -11,9 +11,9 @@ struct ContoScheda {
   values::Variant clifor;  ///< BU67_CLIFOR_CG44
 };
 
-/// The movements of a card's account in the selected year, kinds and dates, in order of registration; Nothing for a
-/// card without account or without movements.
+/// Visits the movements of a card's account in the selected year, kinds and dates; none for a card without account.
+/// They are many, and their order tells nothing: they are not held.
 /// Outcome: 99 with " in BdgElaSchede_GetRstMovimentiConto". Reads CG41_PRIMANOTA, CG42_MOVCONT.
-ado::RecordsetPtr BdgElaSchede_GetRstMovimentiConto(Contesto& ctx, const ContoScheda& scheda);
+void BdgElaSchede_GetRstMovimentiConto(Contesto& ctx, const ContoScheda& scheda, const ado::RowVisitor& visita);
 
 }  // namespace bukorval

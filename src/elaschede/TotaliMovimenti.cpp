@@ -25,36 +25,28 @@ Decimal importoDi(const values::Variant& valore) {
   return values::isBlank(valore) ? Decimal() : values::toDecimal(valore);
 }
 
-/// Sums kept by period while the movements are read; written into the record set once, at the end. Periods without
-/// a row in the set have nowhere to go: no card holds them.
-class Somme {
- public:
-  void aggiungi(int periodo, const Decimal& importo) {
-    if (periodo <= 0) return;
-    const auto posizione = static_cast<std::size_t>(periodo);
-    if (posizione >= somme_.size()) somme_.resize(posizione + 1);
-    auto& somma = somme_[posizione];
-    somma = somma ? *somma + importo : importo;
-  }
-
-  void scrivi(ado::Recordset& totali) const {
-    if (totali.RecordCount() == 0) return;
-    const auto& periodo = totali["PERIODO"];
-    auto& importo = totali["IMPORTO"];
-    for (totali.MoveFirst(); !totali.Eof(); totali.MoveNext()) {
-      const auto posizione = static_cast<std::size_t>(values::toInt32(periodo.Value()));
-      if (posizione >= somme_.size() || !somme_[posizione]) continue;
-      importo.Value(importoDi(importo.Value()) + *somme_[posizione]);
-      totali.Update();
-    }
-    totali.MoveFirst();
-  }
-
- private:
-  std::vector<std::optional<Decimal>> somme_;
-};
-
 }  // namespace
+
+void TotaliMovimenti::aggiungi(int periodo, const Decimal& importo) {
+  if (periodo <= 0) return;
+  const auto posizione = static_cast<std::size_t>(periodo);
+  if (posizione >= somme_.size()) somme_.resize(posizione + 1);
+  auto& somma = somme_[posizione];
+  somma = somma ? *somma + importo : importo;
+}
+
+void TotaliMovimenti::scrivi(ado::Recordset& totali) const {
+  if (totali.RecordCount() == 0) return;
+  const auto& periodo = totali["PERIODO"];
+  auto& importo = totali["IMPORTO"];
+  for (totali.MoveFirst(); !totali.Eof(); totali.MoveNext()) {
+    const auto posizione = static_cast<std::size_t>(values::toInt32(periodo.Value()));
+    if (posizione >= somme_.size() || !somme_[posizione]) continue;
+    importo.Value(importoDi(importo.Value()) + *somme_[posizione]);
+    totali.Update();
+  }
+  totali.MoveFirst();
+}
 
 std::optional<std::pair<values::Date, values::Date>> intervalloCompetenza(const DateMovimento& date) {
   const auto& da = values::nvl(date.inizio, date.fine);
@@ -82,48 +74,43 @@ int segnoNegativo(const values::Variant& tipoScheda) {
   }
 }
 
-void BdgElaSchede_GetTotaliMovimentiPerPeriodo(Contesto& ctx, const PeriodiElaborazione& periodi,
-                                               ado::Recordset& totali, ado::Recordset& movimenti) {
-  esegui(ctx, "BdgElaSchede_GetTotaliMovimentiPerPeriodo", [&] {
-    const int negativo = segnoNegativo(ctx.prop.BdgTipoScheda);
-    const auto& registrazione = movimenti["CG41_DATAREG"];
-    const auto& lato = movimenti["CG42_INDDAAV"];
-    const auto& totale = movimenti["CG42_IMPTOTALE"];
-    Somme somme;
-    for (movimenti.MoveFirst(); !movimenti.Eof(); movimenti.MoveNext()) {
+std::function<void()> BdgElaSchede_GetTotaliMovimentiPerPeriodo(Contesto& ctx, const PeriodiElaborazione& periodi,
+                                                                TotaliMovimenti& totali,
+                                                                const ado::Recordset& movimento) {
+  return [&ctx, &periodi, &totali, negativo = segnoNegativo(ctx.prop.BdgTipoScheda),
+          &registrazione = movimento["CG41_DATAREG"], &lato = movimento["CG42_INDDAAV"],
+          &totale = movimento["CG42_IMPTOTALE"]] {
+    esegui(ctx, "BdgElaSchede_GetTotaliMovimentiPerPeriodo", [&] {
+      totali.conta();
       const auto mese = static_cast<std::size_t>(values::toDate(registrazione.Value()).month());
       const auto importo = importoDi(totale.Value());
-      somme.aggiungi(periodi.perMese[mese], uguale(lato.Value(), negativo) ? -importo : importo);
-    }
-    somme.scrivi(totali);
-  });
+      totali.aggiungi(periodi.perMese[mese], uguale(lato.Value(), negativo) ? -importo : importo);
+    });
+  };
 }
 
-void BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(Contesto& ctx, const PeriodiElaborazione& periodi,
-                                                           ado::Recordset& totali, ado::Recordset& movimenti) {
-  esegui(ctx, "BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza", [&] {
-    const int negativo = segnoNegativo(ctx.prop.BdgTipoScheda);
-    const auto& registrazione = movimenti["CG41_DATAREG"];
-    const auto& documento = movimenti["CG41_DATADOC"];
-    const auto& inizio = movimenti["CG42_DATAINICOMP"];
-    const auto& fine = movimenti["CG42_DATAFINCOMP"];
-    const auto& rateo = movimenti["CG42_INDRATRIS"];
-    const auto& lato = movimenti["CG42_INDDAAV"];
-    const auto& totale = movimenti["CG42_IMPTOTALE"];
-    const auto arrotonda = [&](const Decimal& quota) {
-      return values::toDecimal(RoundZQ(ctx, quota, suite::kDecimaliImporto));
-    };
-    Somme somme;
-    for (movimenti.MoveFirst(); !movimenti.Eof(); movimenti.MoveNext()) {
+std::function<void()> BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(Contesto& ctx,
+                                                                            const PeriodiElaborazione& periodi,
+                                                                            TotaliMovimenti& totali,
+                                                                            const ado::Recordset& movimento) {
+  return [&ctx, &periodi, &totali, negativo = segnoNegativo(ctx.prop.BdgTipoScheda),
+          &registrazione = movimento["CG41_DATAREG"], &documento = movimento["CG41_DATADOC"],
+          &inizio = movimento["CG42_DATAINICOMP"], &fine = movimento["CG42_DATAFINCOMP"],
+          &rateo = movimento["CG42_INDRATRIS"], &lato = movimento["CG42_INDDAAV"],
+          &totale = movimento["CG42_IMPTOTALE"],
+          arrotonda = suite::Arrotondamento([&ctx](const Decimal& quota) {
+            return values::toDecimal(RoundZQ(ctx, quota, suite::kDecimaliImporto));
+          })] {
+    esegui(ctx, "BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza", [&] {
+      totali.conta();
       const auto importo = importoDi(totale.Value());
       const bool inverti = uguale(lato.Value(), negativo);
       const auto quote = quotePerCompetenza(
           importo, {registrazione.Value(), documento.Value(), inizio.Value(), fine.Value(), rateo.Value()}, arrotonda);
       for (std::size_t mese = 1; mese < quote.size(); ++mese)
-        if (!quote[mese].isZero()) somme.aggiungi(periodi.perMese[mese], inverti ? -quote[mese] : quote[mese]);
-    }
-    somme.scrivi(totali);
-  });
+        if (!quote[mese].isZero()) totali.aggiungi(periodi.perMese[mese], inverti ? -quote[mese] : quote[mese]);
+    });
+  };
 }
 
 }  // namespace bukorval

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "ado/recordset/Recordset.h"
 #include "elaschede/PeriodiElaborazione.h"
@@ -28,16 +30,35 @@ suite::QuoteMensili quotePerCompetenza(const values::Decimal& importo, const Dat
 /// (1); 0 for none.
 int segnoNegativo(const values::Variant& tipoScheda);
 
-/// Adds the movements into the card's totals by the month of their registration date. A cost card counts credits
+/// A card's sums by period while its movements are read, one by one.
+class TotaliMovimenti {
+ public:
+  void aggiungi(int periodo, const values::Decimal& importo);
+  /// A movement has been read, wherever its amount went.
+  void conta() { trovati_ = true; }
+  bool trovati() const { return trovati_; }
+  /// Adds the sums into the card's totals, a row a period. Periods without a row have nowhere to go: no card holds
+  /// them.
+  void scrivi(ado::Recordset& totali) const;
+
+ private:
+  std::vector<std::optional<values::Decimal>> somme_;
+  bool trovati_ = false;
+};
+
+/// What adds the movement on which the set stands to the period of its registration's month. A cost card counts credits
 /// negative, a revenue card debits.
 /// Outcome: 99 with " in BdgElaSchede_GetTotaliMovimentiPerPeriodo".
-void BdgElaSchede_GetTotaliMovimentiPerPeriodo(Contesto& ctx, const PeriodiElaborazione& periodi,
-                                               ado::Recordset& totali, ado::Recordset& movimenti);
+std::function<void()> BdgElaSchede_GetTotaliMovimentiPerPeriodo(Contesto& ctx, const PeriodiElaborazione& periodi,
+                                                                TotaliMovimenti& totali,
+                                                                const ado::Recordset& movimento);
 
 /// The same by competence: a movement is spread over the months of its interval in proportion to their days, each
 /// share rounded to cents; the month of the end date takes the rest, so the shares add up to the amount exactly.
 /// Outcome: 99 with " in BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza".
-void BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(Contesto& ctx, const PeriodiElaborazione& periodi,
-                                                           ado::Recordset& totali, ado::Recordset& movimenti);
+std::function<void()> BdgElaSchede_GetTotaliMovimentiPerPeriodoDiCompetenza(Contesto& ctx,
+                                                                            const PeriodiElaborazione& periodi,
+                                                                            TotaliMovimenti& totali,
+                                                                            const ado::Recordset& movimento);
 
 }  // namespace bukorval

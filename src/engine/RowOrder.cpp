@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
+#include <string>
 #include <utility>
 
 #include "values/Arithmetic.h"
+#include "values/Text.h"
 
 namespace engine {
 namespace {
@@ -20,6 +22,9 @@ bool isSortable(const tsql::Type& type) {
 
 int compareCells(const Variant& a, const Variant& b) {
   if (a.isNull() || b.isNull()) return static_cast<int>(b.isNull()) - static_cast<int>(a.isNull());
+  // Values compare texts by their bytes; rows stand in the order that the engines have.
+  if (a.kind() == values::Kind::String && b.kind() == values::Kind::String)
+    return values::compareText(a.as<std::string>(), b.as<std::string>());
   return values::compare(a, b);
 }
 

@@ -33,6 +33,12 @@ class StatementCache {
     positions_.emplace(entries_.front().key, entries_.begin());
     return *entries_.front().plan;
   }
+  /// Hands over a plan that is there.
+  std::unique_ptr<Plan> take(std::string_view key) {
+    auto plan = std::move(positions_.find(key)->second->plan);
+    remove(key);
+    return plan;
+  }
   /// Forgets one plan.
   void remove(std::string_view key) {
     const auto position = positions_.find(key);

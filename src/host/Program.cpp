@@ -17,9 +17,22 @@
 namespace bukorval::host {
 namespace {
 
+/// What engines say of others who work on the database, whichever procedure met them.
+constexpr Retelling kOfOthers[] = {
+    {"Un altro utente ha modificato gli stessi dati: l'operazione è stata annullata e va ripetuta{}",
+     "Another user has changed the same data: nothing was written, run the command again"},
+    {"Un altro utente tiene gli stessi dati: l'operazione è stata annullata e va ripetuta{}",
+     "Another user holds the same data: nothing was written, run the command again"},
+    {"I dati sono in uso da parte di un altro utente{}", "The data is in use by another user: nothing was written"},
+    {"Il database è in uso da parte di un altro programma; atteso {} s{}",
+     "The database is in use by another program; waited {} s"},
+    {"Il database è in uso da parte di un altro programma{}", "The database is in use by another program"},
+    {"Il database è in uso da parte di {}; atteso {} s{}", "The database is in use by {}; waited {} s"},
+    {"Il database è in uso da parte di {}", "The database is in use by {}"}};
+
 int failed(int code, const char* message) {
   std::cout << std::flush;
-  std::cerr << "bukorval: " << safeText(message, Lines::Keep) << '\n';
+  std::cerr << "bukorval: " << safeText(retold(message, kOfOthers), Lines::Keep) << '\n';
   return code;
 }
 

@@ -5,6 +5,19 @@ namespace {
 
 /// A text that is the same in both languages stands here too: what is missing has been forgotten.
 constexpr ItalianText kTexts[] = {
+    // Pictures of reports.
+    {"Forecast", "Forecast"},
+    {"Budget and actual by period", "Budget e consuntivo per periodo"},
+    {"From budget to actual: the largest deltas", "Dal budget al consuntivo: gli scostamenti maggiori"},
+    {"unfavourable", "sfavorevole"},
+    {"favourable", "favorevole"},
+    {"Others", "Altri"},
+    {"up to", "fino a"},
+    {"The axis does not begin at zero.", "L'asse non parte da zero."},
+    {"without actuals", "senza consuntivo"},
+    {"The budget has periods without actuals, too:", "Nel budget anche periodi senza consuntivo:"},
+    {"A heading sorts the rows; the third time brings back their first order.",
+     "Un'intestazione ordina le righe; la terza volta torna l'ordine iniziale."},
     // Headings.
     {"Cards before", "Schede prima"},
     {"Added", "Aggiunte"},
@@ -486,9 +499,16 @@ constexpr ItalianText kTexts[] = {
     {"Change one value of a card", "Cambia un valore di una scheda"},
     {"budget amount of March", "importo di budget di marzo"},
     {"VALUE has the company's decimal sign, 1.250,50 or 1250,50; what could be read two ways, 1.250, is refused.\nNULL "
-     "clears it.",
+     "clears it. --seen keeps an edit of somebody else: when the card has been changed since that moment,\nnothing is "
+     "written, and what has changed is shown.",
      "VALUE ha il segno decimale della ditta, 1.250,50 o 1250,50; ciò che si può leggere in due modi, 1.250, è "
-     "rifiutato.\nNULL lo svuota."},
+     "rifiutato.\nNULL lo svuota. --seen salva la modifica di un altro: se la scheda è stata modificata dopo quel "
+     "momento,\nnon si scrive niente e si mostra che cosa è cambiato."},
+    {"last change of the card as `card` or `grid --stamps` showed it: refused when it was changed since",
+     "ultima modifica della scheda come l'hanno mostrata `card` o `grid --stamps`: rifiutato se è cambiata dopo"},
+    {"when each card was changed last, for `set --seen`",
+     "quando ogni scheda è stata modificata l'ultima volta, per `set --seen`"},
+    {"Last change", "Ultima modifica"},
     {"number of the period", "numero del periodo"},
     {"the new value", "il valore nuovo"},
     {"budget, actual, orders, forecastN or a number", "budget, actual, orders, forecastN o un numero"},
@@ -886,7 +906,24 @@ constexpr ItalianText kTexts[] = {
     {"{} Nobody to ask here: add --yes to go on",
      "{} Qui non c'è nessuno a cui chiedere: aggiungere --yes per continuare"},
     {"yes", "sì"},
+    {"Another user has changed the same data: nothing was written, run the command again",
+     "Un altro utente ha modificato gli stessi dati: non è stato scritto niente, ripetere il comando"},
+    {"Another user holds the same data: nothing was written, run the command again",
+     "Un altro utente tiene gli stessi dati: non è stato scritto niente, ripetere il comando"},
+    {"The data is in use by another user: nothing was written",
+     "I dati sono in uso da parte di un altro utente: non è stato scritto niente"},
+    {"The database is in use by another program; waited {} s",
+     "Il database è in uso da parte di un altro programma; atteso {} s"},
+    {"The database is in use by another program", "Il database è in uso da parte di un altro programma"},
+    {"The database is in use by {}; waited {} s", "Il database è in uso da parte di {}; atteso {} s"},
+    {"The database is in use by {}", "Il database è in uso da parte di {}"},
+    {"--seen is a last change as `bukorval card` shows it, not '{}'",
+     "--seen è un'ultima modifica come la mostra `bukorval card`, non '{}'"},
+    {"Card {} has been changed since it was seen ({}), last on {}: nothing was written",
+     "La scheda {} è stata modificata dopo che è stata vista ({}), l'ultima volta il {}: non è stato scritto niente"},
     {"Nothing was changed", "Non è stato cambiato niente"},
+    {"Another run has taken movements away meanwhile: nothing was changed",
+     "Nel frattempo un'altra esecuzione ha tolto movimenti: non è stato cambiato niente"},
     {"No rows", "Nessuna riga"},
     {"1 column more with --wide", "1 altra colonna con --wide"},
     {"{} columns more with --wide", "altre {} colonne con --wide"},

@@ -86,4 +86,11 @@ std::string retold(std::string_view said, std::span<const char* const> texts) {
   return std::string(said);
 }
 
+std::string retold(std::string_view said, std::span<const Retelling> texts) {
+  for (const auto& text : texts)
+    if (const auto arguments = argumentsOf(text.said, said))
+      return filled(text.english, std::vector<Argument>(arguments->begin(), arguments->end()));
+  return std::string(said);
+}
+
 }  // namespace bukorval

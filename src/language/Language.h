@@ -46,6 +46,14 @@ std::string filled(std::string_view english, std::span<const Argument> arguments
 /// catalogue that says it, with the same arguments. Unchanged when none does.
 std::string retold(std::string_view said, std::span<const char* const> texts);
 
+/// A text that is said in another language than the keys of the catalogue, and its key.
+struct Retelling {
+  const char* said;
+  const char* english;
+};
+/// The same of what is said in that language.
+std::string retold(std::string_view said, std::span<const Retelling> texts);
+
 template <class... Arguments>
 std::string tr(std::string_view english, const Arguments&... arguments) {
   const std::array<Argument, sizeof...(arguments)> all{Argument(arguments)...};

@@ -22,10 +22,10 @@ class Handle {
 
   /// Throws values::Errore with the driver's description unless the call on this handle went well.
   void check(SQLRETURN outcome) const;
-
- private:
+  /// The driver's description of the last failure of a call on this handle.
   std::string description() const;
 
+ private:
   SQLSMALLINT type_ = 0;
   SQLHANDLE handle_ = SQL_NULL_HANDLE;
 };

@@ -1,10 +1,10 @@
 #include "odbc/OdbcConnection.h"
 
-#include <limits>
 #include <memory>
+#include <utility>
 
 #include "ado/Messages.h"
-#include "ado/connection/ConnectionString.h"
+#include "odbc/Login.h"
 #include "odbc/Rows.h"
 #include "odbc/SingleStatement.h"
 #include "odbc/Wide.h"
@@ -19,27 +19,9 @@ namespace {
 
 using values::Errore;
 
-constexpr std::size_t kLongestString = std::numeric_limits<SQLSMALLINT>::max();
 constexpr const char* kRolledBack = "The transaction has been rolled back by the database and must be ended first";
 
 SQLPOINTER number(std::uintptr_t value) { return reinterpret_cast<SQLPOINTER>(value); }
-
-/// A value that may hold any sign, as an entry of a connection string.
-std::string braced(std::string_view value) {
-  std::string text = "{";
-  for (const char c : value) text.append(c == '}' ? 2 : 1, c);
-  return text += "}";
-}
-
-/// The driver's own part of the connection string, with the user if Open names one.
-std::u16string driverString(std::string_view connectionString, std::string_view user, std::string_view password) {
-  std::string text = withoutEntry(connectionString, "Provider");
-  if (!user.empty()) {
-    if (!text.empty() && text.back() != ';') text += ';';
-    text.append("UID=").append(braced(user)).append(";PWD=").append(braced(password));
-  }
-  return toWide(text);
-}
 
 }  // namespace
 
@@ -47,16 +29,11 @@ OdbcConnection::~OdbcConnection() { disconnect(); }
 
 void OdbcConnection::Open(std::string_view user, std::string_view password, std::int32_t) {
   if (connected_) throw Errore(kObjectOpen);
-  const auto text = driverString(ConnectionString, user, password);
-  if (text.size() > kLongestString) throw Errore("The connection string is too long");
-  Handle environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE);
-  environment.check(SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, number(SQL_OV_ODBC3), 0));
-  Handle connection(SQL_HANDLE_DBC, environment.get());
-  connection.check(SQLDriverConnectW(connection.get(), nullptr, units(text), static_cast<SQLSMALLINT>(text.size()),
-                                     nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT));
-  environment_ = std::move(environment);
-  connection_ = std::move(connection);
+  auto session = login(ConnectionString, user, password);
+  environment_ = std::move(session.environment);
+  connection_ = std::move(session.connection);
   connected_ = true;
+  codePage_.emplace([this](std::string_view question) { return run(question); });
 }
 
 void OdbcConnection::disconnect() {
@@ -68,6 +45,7 @@ void OdbcConnection::disconnect() {
   connected_ = false;
   inTransaction_ = false;
   rolledBack_ = false;
+  usualLevel_.reset();
 }
 
 void OdbcConnection::Close() {
@@ -85,13 +63,15 @@ RecordsetPtr OdbcConnection::Execute(std::string_view text) {
   requireOpen();
   if (rolledBack_) throw Errore(kRolledBack);
   requireSingleStatement(text);
+  codePage_->require(text);
   if (!inTransaction_) return run(text);
   try {
     auto rows = run(text);
     worked_ = true;
     return rows;
   } catch (const Errore&) {
-    rolledBack_ = worked_ && transactionIsGone();
+    rolledBack_ = transactionIsGone();
+    if (rolledBack_ && !worked_) beginAnew();
     throw;
   }
 }
@@ -124,19 +104,71 @@ bool OdbcConnection::transactionIsGone() const {
   }
 }
 
+/// What has done nothing yet has lost nothing: a look at a table that is missing need not cost the transaction.
+void OdbcConnection::beginAnew() {
+  try {
+    SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_ROLLBACK);
+    leaveManualMode();
+    setAutocommit(false);
+    rolledBack_ = false;
+  } catch (const Errore&) {
+    // Then it stays gone, until the caller ends it.
+  }
+}
+
 void OdbcConnection::setAutocommit(bool on) {
   const auto mode = on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF;
   connection_.check(SQLSetConnectAttr(connection_.get(), SQL_ATTR_AUTOCOMMIT, number(mode), 0));
 }
 
+/// Some drivers take back a transaction of their own when they leave the mode, and fail where the database has ended
+/// it. They are given one.
+void OdbcConnection::leaveManualMode() {
+  try {
+    setAutocommit(true);
+  } catch (const Errore&) {
+    run("BEGIN TRANSACTION");
+    setAutocommit(true);
+  }
+}
+
+std::optional<SQLULEN> OdbcConnection::isolation() const {
+  SQLULEN level = 0;
+  if (!SQL_SUCCEEDED(SQLGetConnectAttr(connection_.get(), SQL_ATTR_TXN_ISOLATION, &level, sizeof level, nullptr)))
+    return std::nullopt;
+  return level;
+}
+
+/// Serialisable for one transaction, where IsolationLevel says so: statements outside it keep the usual level.
+void OdbcConnection::raiseIsolation() {
+  if (IsolationLevel != adXactSerializable) return;
+  const auto usual = isolation();
+  if (usual == SQLULEN{SQL_TXN_SERIALIZABLE}) return;
+  const auto outcome = SQLSetConnectAttr(connection_.get(), SQL_ATTR_TXN_ISOLATION, number(SQL_TXN_SERIALIZABLE), 0);
+  // A driver may also take another level than the one it was given.
+  const auto got = SQL_SUCCEEDED(outcome) ? isolation() : std::nullopt;
+  if (!SQL_SUCCEEDED(outcome) || got.value_or(SQL_TXN_SERIALIZABLE) != SQLULEN{SQL_TXN_SERIALIZABLE}) {
+    const auto reason = SQL_SUCCEEDED(outcome) ? "the driver chose another level" : connection_.description();
+    restoreIsolation(usual);
+    throw Errore("The transaction cannot be made serializable: " + reason);
+  }
+  usualLevel_ = usual;
+}
+
+void OdbcConnection::restoreIsolation(std::optional<SQLULEN> level) {
+  if (level) SQLSetConnectAttr(connection_.get(), SQL_ATTR_TXN_ISOLATION, number(*level), 0);
+}
+
 void OdbcConnection::BeginTrans() {
   requireOpen();
   if (inTransaction_) throw Errore("Cannot start more transactions on this session");
-  if (IsolationLevel == adXactSerializable) {
-    // A driver that has one level only refuses the wish; its level then holds.
-    SQLSetConnectAttr(connection_.get(), SQL_ATTR_TXN_ISOLATION, number(SQL_TXN_SERIALIZABLE), 0);
+  raiseIsolation();
+  try {
+    setAutocommit(false);
+  } catch (const Errore&) {
+    restoreIsolation(std::exchange(usualLevel_, std::nullopt));
+    throw;
   }
-  setAutocommit(false);
   inTransaction_ = true;
   worked_ = false;
 }
@@ -144,12 +176,21 @@ void OdbcConnection::BeginTrans() {
 void OdbcConnection::CommitTrans() {
   requireTransaction();
   if (rolledBack_) throw Errore(kRolledBack);
-  endTransaction(SQL_COMMIT);
+  if (SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_COMMIT))) return leaveTransaction();
+  const Errore failure(connection_.description());
+  rolledBack_ = transactionIsGone();
+  throw failure;
 }
 
+/// A driver that cannot take back is asked whether there is anything left to take back. Where nobody knows, the
+/// connection is given up, and the work on it with it.
 void OdbcConnection::RollbackTrans() {
   requireTransaction();
-  endTransaction(SQL_ROLLBACK);
+  if (SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_ROLLBACK))) return leaveTransaction();
+  const Errore failure(connection_.description());
+  if (transactionIsGone()) return leaveTransaction();
+  disconnect();
+  throw failure;
 }
 
 void OdbcConnection::requireTransaction() const {
@@ -157,11 +198,17 @@ void OdbcConnection::requireTransaction() const {
   if (!inTransaction_) throw Errore("No transaction is active");
 }
 
-void OdbcConnection::endTransaction(SQLSMALLINT how) {
-  connection_.check(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), how));
+void OdbcConnection::leaveTransaction() {
   inTransaction_ = false;
   rolledBack_ = false;
-  setAutocommit(true);
+  try {
+    leaveManualMode();
+  } catch (const Errore&) {
+    // Each later statement would hang in a transaction that nobody ends.
+    disconnect();
+    throw;
+  }
+  restoreIsolation(std::exchange(usualLevel_, std::nullopt));
 }
 
 }  // namespace odbc

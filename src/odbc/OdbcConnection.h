@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "ado/connection/Connection.h"
+#include "odbc/CodePage.h"
 #include "odbc/Handle.h"
 
 namespace odbc {
@@ -28,16 +30,23 @@ class OdbcConnection : public ado::Connection {
   void requireTransaction() const;
   ado::RecordsetPtr run(std::string_view text) const;
   bool transactionIsGone() const;
-  void endTransaction(SQLSMALLINT how);
+  void beginAnew();
+  void leaveTransaction();
   void setAutocommit(bool on);
+  void leaveManualMode();
+  std::optional<SQLULEN> isolation() const;
+  void raiseIsolation();
+  void restoreIsolation(std::optional<SQLULEN> level);
   void disconnect();
 
   Handle environment_;
   Handle connection_;
   bool connected_ = false;
   bool inTransaction_ = false;
-  bool worked_ = false;      ///< a statement of the transaction went well
-  bool rolledBack_ = false;  ///< the database ended the transaction; the caller has not yet
+  std::optional<CodePage> codePage_;
+  std::optional<SQLULEN> usualLevel_;  ///< of the connection, while a transaction has a level of its own
+  bool worked_ = false;                ///< a statement of the transaction went well
+  bool rolledBack_ = false;            ///< the database ended the transaction; the caller has not yet
 };
 
 }  // namespace odbc

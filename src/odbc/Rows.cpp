@@ -89,7 +89,7 @@ void append(Recordset& set, const Column& column) {
   auto& field = fields.Append(unique, column.type.field, size, column.nullable ? adFldIsNullable : adFldUnspecified);
   if (column.type.how == How::Decimal) {
     field.Precision(static_cast<int>(std::min<SQLULEN>(column.size, kDecimalDigits)));
-    field.NumericScale(column.scale);
+    field.NumericScale(std::min<int>(column.scale, kDecimalDigits));
   }
 }
 
@@ -156,6 +156,12 @@ class CellReader {
     const auto digits = fromWide(text_);
     const auto value = values::Decimal::TryParse(digits);
     if (!value) throw values::Errore("Column '" + column.name + "' holds no number: '" + digits + "'");
+    // A sum or a quotient may have more digits than a decimal holds; zeros at its end are no loss.
+    const auto point = std::min(digits.find('.'), digits.size() - 1);
+    const auto kept = point + 1 + static_cast<std::size_t>(value->scale());
+    if (kept < digits.size() && digits.find_first_not_of('0', kept) != std::string::npos)
+      throw values::Errore("Column '" + column.name + "' holds " + digits + ", which has more than " +
+                           std::to_string(kDecimalDigits) + " digits");
     cell = *value;
   }
 

@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "language/Language.h"
 #include "values/Decimal.h"
 
 /// The language of pictures and pages.
@@ -26,7 +25,7 @@ struct Phrases {
 };
 
 struct Words {
-  const Phrases& phrases;
+  Phrases phrases;
   char separator;  ///< decimal sign
   /// What heads a column, by the field of an axis or a value.
   std::function<std::string(std::string_view field)> titleOf;
@@ -36,6 +35,7 @@ struct Words {
   std::string difference(const values::Decimal& number, int decimals) const;
 };
 
-const Phrases& phrasesFor(Language language);
+/// In the language that the program speaks.
+Phrases phrases();
 
 }  // namespace bukorval::picture

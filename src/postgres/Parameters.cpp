@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "engine/DateNumber.h"
-#include "engine/LiteralConversion.h"
 #include "engine/Scaled.h"
 #include "postgres/LikeRegex.h"
 #include "values/Errore.h"
@@ -83,14 +82,22 @@ std::string textOf(const Parameter& parameter, const Literal& literal) {
   return valueOf(literal, parameter.binding);
 }
 
+std::string requireStorable(std::string text) {
+  if (text.find('\0') != std::string::npos) throw values::Errore("A text with a zero sign cannot be stored");
+  return text;
+}
+
 }  // namespace
+
+std::string serverText(const BoundValue& value, const tsql::Type& type) {
+  return requireStorable(std::visit(Words{type}, value));
+}
 
 Parameters::Parameters(const std::vector<Parameter>& parameters, const std::vector<Literal>& literals) {
   texts_.reserve(parameters.size());
   for (const auto& parameter : parameters) {
-    auto& text = texts_.emplace_back(textOf(parameter, literals.at(parameter.binding.literal)));
-    if (text.find('\0') != std::string::npos) throw values::Errore("A text with a zero sign cannot be stored");
-    pointers_.push_back(text.c_str());
+    texts_.push_back(requireStorable(textOf(parameter, literals.at(parameter.binding.literal))));
+    pointers_.push_back(texts_.back().c_str());
   }
 }
 

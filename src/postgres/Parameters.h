@@ -3,9 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "engine/LiteralConversion.h"
 #include "postgres/emitter/Translate.h"
 
 namespace postgres {
+
+/// A value of a column of that type in the server's words. Throws values::Errore for a text that it cannot store.
+std::string serverText(const engine::BoundValue& value, const tsql::Type& type);
 
 /// The parameters of one execution, as libpq takes them.
 class Parameters {

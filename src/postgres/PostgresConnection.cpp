@@ -9,6 +9,7 @@
 #include "ado/Messages.h"
 #include "engine/ResultSet.h"
 #include "postgres/ConnectionWords.h"
+#include "postgres/CopyInsert.h"
 #include "postgres/Parameters.h"
 #include "postgres/ServerFunctions.h"
 #include "postgres/TriggerTracker.h"
@@ -32,6 +33,9 @@ constexpr const char* kSettings =
 /// A savepoint that moves behind each statement that has written.
 constexpr const char* kRelease = "bk_release";
 constexpr const char* kSave = "bk_save";
+/// A run of one statement in a transaction: so many times its answer is waited for, so many are sent without.
+constexpr int kShortRun = 8;
+constexpr int kMostSent = 200;
 constexpr const char* kBackToSavepoint = "ROLLBACK TO SAVEPOINT bk";
 
 void prepareNamed(PGconn* server, const char* name, const char* sql) {
@@ -84,6 +88,7 @@ void PostgresConnection::disconnect() {
   auto server = std::move(server_);
   cache_.clear();
   inTransaction_ = rolledBack_ = schemaChangedInTransaction_ = false;
+  sent_ = 0;
 }
 
 void PostgresConnection::Close() {
@@ -113,16 +118,44 @@ RecordsetPtr PostgresConnection::Execute(std::string_view text) {
   return run(tsql::scan(text));
 }
 
+void PostgresConnection::ForEachRow(std::string_view text, const RowVisitor& visit) {
+  requireConnected();
+  const auto scan = tsql::scan(text);
+  auto* plan = &planOf(scan);
+  if (plan->translation().kind != Translation::Kind::Query) return Connection::ForEachRow(text, visit);
+  const auto result = answer(plan, scan);
+  // Its own: what the visit runs may drop plans.
+  RowReader reader(plan->translation().columns);
+  reader.readEach(result.get(), visit);
+}
+
+/// Waits first for what was sent without waiting, unless the text goes on with it.
+Plan& PostgresConnection::planOf(const tsql::Scan& scan) {
+  auto* plan = cache_.find(scan.key);
+  if (!plan || plan->name() != lastChange_) settle();
+  return plan ? *plan : planFor(scan);
+}
+
 RecordsetPtr PostgresConnection::run(const tsql::Scan& scan) {
   using Kind = Translation::Kind;
-  auto* plan = &planFor(scan);
+  auto* plan = &planOf(scan);
   if (plan->translation().kind == Kind::Identity)
     return engine::identityRow(plan->translation().columns.front().name, lastIdentity_);
   if (plan->translation().kind == Kind::Schema) {
     changeSchema(std::string(plan->translation().sql));
     return std::make_shared<Recordset>();
   }
+  const auto result = answer(plan, scan);
+  if (!result) return std::make_shared<Recordset>();
+  if (plan->translation().kind == Kind::Query) return plan->reader().readAll(result.get());
+  if (plan->translation().insertsIdentity) keepIdentity(result.get());
+  return std::make_shared<Recordset>();
+}
+
+/// What the server answers, with a plan made anew where the tables have changed; null when it is not waited for.
+Result PostgresConnection::answer(Plan*& plan, const tsql::Scan& scan) {
   auto result = execute(*plan, scan);
+  if (!result && repeats_ >= kShortRun) return nullptr;
   if (!succeeded(result.get()) && isStale(result.get())) {
     // Another program has changed the tables.
     if (inTransaction_) runSimple(server_.get(), kBackToSavepoint);
@@ -131,13 +164,10 @@ RecordsetPtr PostgresConnection::run(const tsql::Scan& scan) {
     result = execute(*plan, scan);
   }
   if (!succeeded(result.get())) fail(result.get());
-  if (plan->translation().kind == Kind::Query) return plan->reader().readAll(result.get());
-  if (plan->translation().insertsIdentity) keepIdentity(result.get());
-  return std::make_shared<Recordset>();
+  return result;
 }
 
 Plan& PostgresConnection::planFor(const tsql::Scan& scan) {
-  if (auto* plan = cache_.find(scan.key)) return *plan;
   // Another program may have changed the tables; only a text seen for the first time needs to know.
   if (catalog_.outdated(server_.get())) reloadSchema();
   auto translation = translate(scan, catalog_);
@@ -154,32 +184,58 @@ Plan& PostgresConnection::planFor(const tsql::Scan& scan) {
   return cache_.insert(scan.key, std::move(plan));
 }
 
+/// @return null for a statement of a run whose answer is not waited for.
 Result PostgresConnection::execute(const Plan& plan, const tsql::Scan& scan) {
   const Parameters parameters(plan.translation().parameters, scan.literals);
-  if (inTransaction_ && plan.translation().kind == Translation::Kind::Change)
-    return executeAndAdvance(plan, parameters.values());
-  return Result(
-      PQexecPrepared(server_.get(), plan.name().c_str(), parameters.count(), parameters.values(), nullptr, nullptr, 0));
+  if (!inTransaction_ || plan.translation().kind != Translation::Kind::Change)
+    return Result(PQexecPrepared(server_.get(), plan.name().c_str(), parameters.count(), parameters.values(), nullptr,
+                                 nullptr, 0));
+  repeats_ = plan.name() == lastChange_ ? repeats_ + 1 : 0;
+  lastChange_ = plan.name();
+  send(plan, parameters.values());
+  if (repeats_ < kShortRun) return collect();
+  if (sent_ >= kMostSent) settle();
+  return nullptr;
 }
 
-/// The statement and the steps of the savepoint behind it, in one message. Of an answer that is a failure the server
-/// does not do what follows.
-Result PostgresConnection::executeAndAdvance(const Plan& plan, const char* const* values) {
+void PostgresConnection::send(const Plan& plan, const char* const* values) {
   auto* server = server_.get();
+  if (sent_++ == 0) PQenterPipelineMode(server);
   const auto count = static_cast<int>(plan.translation().parameters.size());
-  PQenterPipelineMode(server);
   PQsendQueryPrepared(server, plan.name().c_str(), count, values, nullptr, nullptr, 0);
+}
+
+/// The answer to the last statement that was sent, or the first that is a failure: what follows one the server does
+/// not do. The savepoint moves behind them in the same message.
+Result PostgresConnection::collect() {
+  auto* server = server_.get();
   PQsendQueryPrepared(server, kRelease, 0, nullptr, nullptr, nullptr, 0);
   PQsendQueryPrepared(server, kSave, 0, nullptr, nullptr, nullptr, 0);
   PQpipelineSync(server);
-  Result first;
+  Result answer;
+  int statements = std::exchange(sent_, 0);
   for (bool done = false; !done && PQstatus(server) == CONNECTION_OK;) {
     Result each(PQgetResult(server));
     done = each && PQresultStatus(each.get()) == PGRES_PIPELINE_SYNC;
-    if (each && !done && !first) first = std::move(each);
+    if (!each || done || statements == 0) continue;
+    --statements;
+    if (!succeeded(each.get())) statements = 0;
+    answer = std::move(each);
   }
   PQexitPipelineMode(server);
-  return first;
+  return answer;
+}
+
+/// Waits for what was sent without waiting.
+void PostgresConnection::settle() {
+  if (sent_ == 0) return;
+  const Result answer = collect();
+  if (succeeded(answer.get())) return keepIdentity(answer.get());
+  // Which statements of the run would have to be done again nobody knows any more.
+  const auto description = describeFailure(server_.get(), answer.get());
+  rolledBack_ = true;
+  if (PQstatus(server_.get()) == CONNECTION_OK) const Result back(PQexec(server_.get(), "ROLLBACK"));
+  throw Errore(description);
 }
 
 /// No plan outlives a change of the tables, its own included.
@@ -194,6 +250,7 @@ void PostgresConnection::changeSchema(const std::string& sql) {
 
 void PostgresConnection::ensureFunctions() {
   requireConnected();
+  settle();
   if (catalog_.hasFunctions()) return;
   const Result result(PQexec(server_.get(), serverFunctions().c_str()));
   if (!succeeded(result.get())) fail(result.get());
@@ -213,6 +270,7 @@ ChangeTracker* PostgresConnection::changes() {
 
 Result PostgresConnection::runBeside(const std::string& sql, const std::vector<std::string>& parameters) {
   requireConnected();
+  settle();
   std::vector<const char*> values;
   for (const auto& parameter : parameters) values.push_back(parameter.c_str());
   Result result(PQexecParams(server_.get(), sql.c_str(), static_cast<int>(values.size()), nullptr, values.data(),
@@ -220,6 +278,30 @@ Result PostgresConnection::runBeside(const std::string& sql, const std::vector<s
   if (!succeeded(result.get())) fail(result.get());
   advance();
   return result;
+}
+
+std::unique_ptr<BulkInsert> PostgresConnection::bulkInsert(std::string_view table,
+                                                           const std::vector<std::string_view>& columns) {
+  requireConnected();
+  settle();
+  if (catalog_.outdated(server_.get())) reloadSchema();
+  return insertByCopy(*this, engine::BulkRow(catalog_, table, columns));
+}
+
+void PostgresConnection::copyIn(const std::string& sql, std::string_view rows) {
+  requireConnected();
+  settle();
+  auto* server = server_.get();
+  Result answer(PQexec(server, sql.c_str()));
+  if (PQresultStatus(answer.get()) != PGRES_COPY_IN) fail(answer.get());
+  // A failure to send is told by the answer.
+  PQputCopyData(server, rows.data(), static_cast<int>(rows.size()));
+  PQputCopyEnd(server, nullptr);
+  answer.reset(PQgetResult(server));
+  while (const Result rest{PQgetResult(server)}) {
+  }
+  if (!succeeded(answer.get())) fail(answer.get());
+  advance();
 }
 
 void PostgresConnection::reloadSchema() {
@@ -261,6 +343,7 @@ void PostgresConnection::BeginTrans() {
                                (IsolationLevel == adXactSerializable ? " ISOLATION LEVEL SERIALIZABLE" : "") +
                                "; SAVEPOINT bk");
   inTransaction_ = true;
+  lastChange_.clear();
   schemaChangedInTransaction_ = false;
 }
 
@@ -272,6 +355,7 @@ void PostgresConnection::requireTransaction() const {
 void PostgresConnection::CommitTrans() {
   requireTransaction();
   if (rolledBack_) throw Errore(kRolledBack);
+  settle();
   const Result result(PQexec(server_.get(), "COMMIT"));
   if (!succeeded(result.get())) {
     // What was not kept is gone, whoever asks.
@@ -285,6 +369,8 @@ void PostgresConnection::CommitTrans() {
 
 void PostgresConnection::RollbackTrans() {
   requireTransaction();
+  // Whatever the answers are, nothing of it stays.
+  if (sent_ > 0 && PQstatus(server_.get()) == CONNECTION_OK) collect();
   const bool gone = std::exchange(rolledBack_, false);
   inTransaction_ = false;
   if (PQstatus(server_.get()) != CONNECTION_OK) return disconnect();

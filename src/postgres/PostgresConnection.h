@@ -20,7 +20,9 @@ namespace postgres {
 /// string is told in ConnectionWords.h.
 ///
 /// A statement that fails inside a transaction takes nothing else with it, as SQL Server has it: a savepoint stands
-/// behind the last statement that wrote. When the server gives up a transaction because of what others do, or the
+/// behind the last statement that wrote. Only in a run of one statement, again and again with other values, answers
+/// are not waited for from the ninth on: a failure among these is told by a later call and takes the whole transaction
+/// back. When the server gives up a transaction because of what others do, or the
 /// connection is lost, nothing of it stays and its statements and its commit are refused until it is rolled back.
 /// Outside a transaction a connection that was lost is made again.
 class PostgresConnection : public ado::Connection {
@@ -32,6 +34,10 @@ class PostgresConnection : public ado::Connection {
   void Close() override;
   ado::ObjectStateEnum State() const override;
   ado::RecordsetPtr Execute(std::string_view text) override;
+  /// The server's answer is held while its rows are visited, but no record set of them.
+  void ForEachRow(std::string_view text, const ado::RowVisitor& visit) override;
+  std::unique_ptr<ado::BulkInsert> bulkInsert(std::string_view table,
+                                              const std::vector<std::string_view>& columns) override;
   void BeginTrans() override;
   void CommitTrans() override;
   void RollbackTrans() override;
@@ -40,6 +46,8 @@ class PostgresConnection : public ado::Connection {
 
   /// Runs one of the provider's own statements, in the transaction that is open.
   Result runBeside(const std::string& sql, const std::vector<std::string>& parameters = {});
+  /// Sends rows in the text form of COPY … FROM STDIN, the statement that is given.
+  void copyIn(const std::string& sql, std::string_view rows);
   /// Makes the functions that statements call where the server lacks them, or has those of an older program.
   void ensureFunctions();
   const SchemaCatalog& catalog() const { return catalog_; }
@@ -53,9 +61,13 @@ class PostgresConnection : public ado::Connection {
   void requireConnected();
   void requireTransaction() const;
   Plan& planFor(const tsql::Scan& scan);
+  Plan& planOf(const tsql::Scan& scan);
   ado::RecordsetPtr run(const tsql::Scan& scan);
+  Result answer(Plan*& plan, const tsql::Scan& scan);
   Result execute(const Plan& plan, const tsql::Scan& scan);
-  Result executeAndAdvance(const Plan& plan, const char* const* values);
+  void send(const Plan& plan, const char* const* values);
+  Result collect();
+  void settle();
   void changeSchema(const std::string& sql);
   void advance();
   void reloadSchema();
@@ -69,7 +81,10 @@ class PostgresConnection : public ado::Connection {
   engine::StatementCache<Plan> cache_{256};  ///< more than the distinct statements of the whole system
   std::unique_ptr<ado::ChangeTracker> tracker_;
   std::optional<std::int64_t> lastIdentity_;
-  long names_ = 0;  ///< of prepared statements
+  std::string lastChange_;  ///< name of the plan that wrote last in the transaction
+  int repeats_ = 0;         ///< how often it has, one after the other
+  int sent_ = 0;            ///< statements whose answers are still to come
+  long names_ = 0;          ///< of prepared statements
   bool open_ = false;
   bool inTransaction_ = false;
   bool rolledBack_ = false;  ///< the server ended the transaction; the caller has not yet

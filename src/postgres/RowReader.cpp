@@ -1,5 +1,6 @@
 #include "postgres/RowReader.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "engine/ResultSet.h"
@@ -105,17 +106,31 @@ RowReader::RowReader(const std::vector<tsql::ResultColumn>& columns) : results_(
 ado::RecordsetPtr RowReader::readAll(const PGresult* result) {
   auto set = engine::emptySet(results_);
   const int rows = PQntuples(result);
-  for (int row = 0; row < rows; ++row) {
-    const auto cells = set->AppendRow();
-    int position = 0;
-    for (auto& column : columns_) {
-      if (PQgetisnull(result, row, position) == 0)
-        read(column, cell(result, row, position), cells[static_cast<std::size_t>(position)]);
-      ++position;
-    }
-  }
+  for (int row = 0; row < rows; ++row) readRow(result, row, set->AppendRow());
   if (rows > 0) set->MoveFirst();
   return set;
+}
+
+void RowReader::readEach(const PGresult* result, const ado::RowVisitor& visit) {
+  const auto set = engine::emptySet(results_);
+  const auto cells = set->AppendRow();
+  set->MoveFirst();
+  const auto each = visit(*set);
+  const int rows = PQntuples(result);
+  for (int row = 0; row < rows; ++row) {
+    std::ranges::fill(cells, Variant::Null());
+    readRow(result, row, cells);
+    each();
+  }
+}
+
+void RowReader::readRow(const PGresult* result, int row, std::span<Variant> cells) {
+  int position = 0;
+  for (auto& column : columns_) {
+    if (PQgetisnull(result, row, position) == 0)
+      read(column, cell(result, row, position), cells[static_cast<std::size_t>(position)]);
+    ++position;
+  }
 }
 
 void RowReader::read(Column& column, std::string_view text, Variant& cell) {

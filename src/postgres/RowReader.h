@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ado/recordset/Recordset.h"
+#include "ado/connection/Connection.h"
 #include "tsql/Catalog.h"
 
 namespace postgres {
@@ -23,6 +23,8 @@ class RowReader {
 
   /// The set stands on its first row. A value that its column's type cannot hold throws values::Errore.
   ado::RecordsetPtr readAll(const PGresult* result);
+  /// Each row in one set, visited before the next is read.
+  void readEach(const PGresult* result, const ado::RowVisitor& visit);
 
  private:
   struct Column {
@@ -30,6 +32,7 @@ class RowReader {
     std::string lastText;  ///< dates repeat from row to row: the last one is kept converted
     values::Date lastDate;
   };
+  void readRow(const PGresult* result, int row, std::span<values::Variant> cells);
   static void read(Column& column, std::string_view text, values::Variant& cell);
 
   std::vector<tsql::ResultColumn> results_;

@@ -1,4 +1,3 @@
-#include <sstream>
 
 #include "dati/import/CsvModel.h"
 #include "dati/import/CsvReader.h"
@@ -27,8 +26,7 @@ RawTable readCsvTable(const std::string& file, const std::string& encoding, dati
   RawTable table;
   table.file = file;
   dati::readText(file, encoding, problems, [&](const std::string& text) {
-    std::istringstream in(text);
-    dati::CsvReader reader(in);
+    dati::CsvReader reader(text);
     table.decimalSign = reader.decimalSign();
     table.header = reader.header();
     readLines(reader, table, problems);

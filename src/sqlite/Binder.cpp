@@ -1,6 +1,5 @@
 #include "sqlite/Binder.h"
 
-#include "engine/LiteralConversion.h"
 #include "values/Errore.h"
 
 namespace sqlite {
@@ -37,15 +36,15 @@ BoundValue valueOf(const Binding& binding, const tsql::Literal& literal) {
 
 }  // namespace
 
+void bindValue(sqlite3_stmt* statement, int index, const std::optional<BoundValue>& value) {
+  const int outcome = value ? std::visit(Bind{statement, index}, *value) : sqlite3_bind_null(statement, index);
+  if (outcome != SQLITE_OK) throw values::Errore("A value could not be given to the statement");
+}
+
 void bindLiterals(sqlite3_stmt* statement, const std::vector<Binding>& bindings,
                   const std::vector<tsql::Literal>& literals) {
   int index = 0;
-  for (const auto& binding : bindings) {
-    const Bind bind{statement, ++index};
-    if (std::visit(bind, valueOf(binding, literals.at(binding.literal))) != SQLITE_OK) {
-      throw values::Errore("A value could not be given to the statement");
-    }
-  }
+  for (const auto& binding : bindings) bindValue(statement, ++index, valueOf(binding, literals.at(binding.literal)));
 }
 
 }  // namespace sqlite

@@ -65,11 +65,11 @@ std::int32_t applicationInHead(const fs::path& file) {
   return static_cast<std::int32_t>(application);
 }
 
-/// Files made before the head said so are told by the order of their texts.
+/// Files whose head does not say so (old ones) are told by the order of their texts.
 bool hasOurTexts(const fs::path& file) try {
   const auto database = openUntouched(file);
   return number(database.get(), "PRAGMA application_id") == 0 &&
-         number(database.get(), "SELECT 1 FROM sqlite_master WHERE sql LIKE '%COLLATE BK_TEXT%'") == 1;
+         number(database.get(), "SELECT 1 FROM sqlite_master WHERE sql GLOB '*COLLATE BK_*' LIMIT 1") == 1;
 } catch (const Errore&) {
   // Then the log makes it whole, if anything does.
   if (!hasUnmergedChanges(file)) throw;

@@ -22,14 +22,15 @@ std::string describeNull(std::string_view where) {
          std::string(where.substr(0, point)) + "'; column does not allow nulls";
 }
 
-/// Who holds the file, and how long this connection has waited for it.
+/// Who holds the file, and how long this connection has waited for it. Like what a server says of other users, in the
+/// language of the object: its clients show it as it is.
 std::string describeBusy(sqlite3* database) {
   const char* file = sqlite3_db_filename(database, "main");
   const auto holder = file == nullptr ? std::string() : lockHolder(file, Holding::ForWriting);
-  std::string text = "The database is in use by " + (holder.empty() ? "another program" : holder);
+  std::string text = "Il database è in uso da parte di " + (holder.empty() ? "un altro programma" : holder);
   const auto setting = prepare(database, "PRAGMA busy_timeout");
   const auto seconds = sqlite3_step(setting.get()) == SQLITE_ROW ? sqlite3_column_int(setting.get(), 0) / 1000 : 0;
-  if (seconds > 0) text += "; waited " + std::to_string(seconds) + (seconds == 1 ? " second" : " seconds");
+  if (seconds > 0) text += "; atteso " + std::to_string(seconds) + " s";
   return text;
 }
 

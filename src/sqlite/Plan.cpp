@@ -97,6 +97,10 @@ RecordsetPtr Plan::runMain(const Literals& literals) {
   return nullptr;
 }
 
+void Plan::visit(const Literals& literals, const RowVisitor& visit) {
+  reader_.readEach(database_, bound(main_, literals), visit);
+}
+
 RecordsetPtr Plan::runStaged(const Literals& literals) {
   RecordsetPtr rows;
   try {

@@ -35,6 +35,8 @@ class Plan {
   /// Runs every step with these literals; the stages are emptied again even when a step fails. Outside a
   /// transaction the steps of a staged plan see one state of the database. Gives the rows of a query, else null.
   ado::RecordsetPtr run(const std::vector<tsql::Literal>& literals);
+  /// Visits the rows of a query without stages.
+  void visit(const std::vector<tsql::Literal>& literals, const ado::RowVisitor& visit);
 
  private:
   struct Step {

@@ -1,5 +1,6 @@
 #include "sqlite/RowReader.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -68,6 +69,21 @@ RecordsetPtr RowReader::readAll(sqlite3* database, sqlite3_stmt* statement) {
   sortRows(toSort, order_);
   if (rows) set->MoveFirst();
   return set;
+}
+
+void RowReader::readEach(sqlite3* database, sqlite3_stmt* statement, const RowVisitor& visit) {
+  const auto set = emptySet(results_);
+  const auto cells = set->AppendRow();
+  set->MoveFirst();
+  const auto each = visit(*set);
+  const ResetAtEnd reset(statement);
+  int outcome = sqlite3_step(statement);
+  for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) {
+    std::ranges::fill(cells, Variant::Null());
+    readRow(statement, cells);
+    each();
+  }
+  if (outcome != SQLITE_DONE) throwFailure(database);
 }
 
 /// The values of a row are looked at without the engine's own locking: a connection serves one thread.

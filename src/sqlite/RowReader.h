@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "ado/recordset/Recordset.h"
+#include "ado/connection/Connection.h"
 #include "engine/RowOrder.h"
 #include "tsql/Catalog.h"
 
@@ -20,6 +20,8 @@ class RowReader {
   /// Steps the statement to its end; the set stands on its first row. A value that its column's type cannot hold
   /// throws values::Errore.
   ado::RecordsetPtr readAll(sqlite3* database, sqlite3_stmt* statement);
+  /// The same row by row, in the order of the engine.
+  void readEach(sqlite3* database, sqlite3_stmt* statement, const ado::RowVisitor& visit);
 
  private:
   enum class How : std::uint8_t { ByStorage, Int16, Int32, Int64, Decimal, Float, Text, Date, Bit };

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "sqlite/Handle.h"
+#include "sqlite/emitter/Translate.h"
 #include "sqlite/storage/StoredType.h"
 #include "values/Text.h"
 
@@ -40,6 +41,9 @@ int SchemaCatalog::readVersion() const {
 void SchemaCatalog::reload() {
   version_ = readVersion();
   tables_.clear();
+  const auto older = prepare(database_, "SELECT 1 FROM main.sqlite_master WHERE sql LIKE '%COLLATE " +
+                                            std::string(kOlderTextOrder) + "%' LIMIT 1");
+  textOrder_ = nextRow(database_, older) ? kOlderTextOrder : kTextOrder;
   const auto statement = prepare(
       database_, "SELECT name FROM main.sqlite_master WHERE type IN ('table', 'view') AND name NOT LIKE 'sqlite_%'");
   while (nextRow(database_, statement)) {

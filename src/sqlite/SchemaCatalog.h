@@ -18,6 +18,9 @@ class SchemaCatalog : public tsql::Catalog {
 
   const tsql::Table* find(std::string_view table) const override;
 
+  /// The collation that the texts of this database have.
+  std::string_view textOrder() const { return textOrder_; }
+
   /// Whether the tables have changed since the last load, by whichever program.
   bool outdated() const;
   void reload();
@@ -28,6 +31,7 @@ class SchemaCatalog : public tsql::Catalog {
 
   sqlite3* database_;
   std::unordered_map<std::string, tsql::Table> tables_;
+  std::string_view textOrder_;
   int version_ = 0;
 };
 

@@ -4,6 +4,7 @@
 
 #include "ado/Messages.h"
 #include "engine/ResultSet.h"
+#include "sqlite/BoundInsert.h"
 #include "sqlite/ConnectionWords.h"
 #include "sqlite/SessionTracker.h"
 #include "sqlite/emitter/Translate.h"
@@ -85,12 +86,16 @@ void SqliteConnection::requireOpen() const {
   if (!database_) throw Errore(kObjectClosed);
 }
 
-RecordsetPtr SqliteConnection::Execute(std::string_view text) {
+void SqliteConnection::requireReady() const {
   requireOpen();
   // What follows a rollback by the engine must not be written outside the caller's transaction.
   if (inTransaction_ && sqlite3_get_autocommit(database_.get()) != 0) {
     throw Errore("The transaction has been rolled back by the database and must be ended first");
   }
+}
+
+RecordsetPtr SqliteConnection::Execute(std::string_view text) {
+  requireReady();
   ++statistics_.executed;
   const tsql::Scan scan = tsql::scan(text);
   auto& plan = planFor(scan);
@@ -104,6 +109,25 @@ RecordsetPtr SqliteConnection::Execute(std::string_view text) {
   return std::make_shared<Recordset>();
 }
 
+void SqliteConnection::ForEachRow(std::string_view text, const RowVisitor& visit) {
+  requireReady();
+  const tsql::Scan scan = tsql::scan(text);
+  const auto& plan = planFor(scan);
+  if (plan.kind() != Translation::Kind::Query || plan.hasStages()) return Connection::ForEachRow(text, visit);
+  ++statistics_.executed;
+  // Out of the cache while its rows are visited: what the visit runs may drop plans.
+  auto own = cache_->take(scan.key);
+  own->visit(scan.literals, visit);
+  if (cache_) cache_->insert(scan.key, std::move(own));
+}
+
+std::unique_ptr<BulkInsert> SqliteConnection::bulkInsert(std::string_view table,
+                                                         const std::vector<std::string_view>& columns) {
+  requireReady();
+  if (catalog_->outdated()) reloadSchema();
+  return insertBound(*this, database_.get(), engine::BulkRow(*catalog_, table, columns));
+}
+
 Plan& SqliteConnection::planFor(const tsql::Scan& scan) {
   if (auto* plan = cache_->find(scan.key)) return *plan;
   // Another program may have changed the tables; only a text seen for the first time needs to know.
@@ -113,7 +137,8 @@ Plan& SqliteConnection::planFor(const tsql::Scan& scan) {
 
 std::unique_ptr<Plan> SqliteConnection::makePlan(const tsql::Scan& scan) {
   const std::string prefix = "bk_stage" + std::to_string(++stagePrefixes_) + "_";
-  auto plan = std::make_unique<Plan>(database_.get(), statistics_, translate(scan, *catalog_, prefix));
+  auto plan =
+      std::make_unique<Plan>(database_.get(), statistics_, translate(scan, *catalog_, prefix, catalog_->textOrder()));
   plan->setUp(scan.literals);
   return plan;
 }

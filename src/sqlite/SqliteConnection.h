@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "ado/connection/Connection.h"
 #include "engine/StatementCache.h"
@@ -36,6 +37,9 @@ class SqliteConnection : public ado::Connection {
   void Close() override;
   ado::ObjectStateEnum State() const override;
   ado::RecordsetPtr Execute(std::string_view text) override;
+  void ForEachRow(std::string_view text, const ado::RowVisitor& visit) override;
+  std::unique_ptr<ado::BulkInsert> bulkInsert(std::string_view table,
+                                              const std::vector<std::string_view>& columns) override;
   void BeginTrans() override;
   void CommitTrans() override;
   /// Also ends a transaction that the engine has already rolled back by itself.
@@ -44,6 +48,9 @@ class SqliteConnection : public ado::Connection {
 
   Statistics statistics() const { return statistics_; }
   std::size_t cachedPlans() const { return cache_ ? cache_->size() : 0; }
+
+  /// Throws when no statement may run now.
+  void requireReady() const;
 
  private:
   void requireOpen() const;

@@ -68,13 +68,12 @@ constexpr std::array<std::uint32_t, 128> kAsciiWeights = [] {
   return weights;
 }();
 
-/// Accented letters stand next to their base letter, everything else after Z.
-std::uint32_t weight(char32_t c) {
-  if (c < 0x80) return kAsciiWeights[c];
-  const char32_t folded = upper(c);
+/// Accented letters weigh what their base letter does; everything else stands after Z.
+std::uint32_t weight(char32_t folded) {
+  if (folded < 0x80) return kAsciiWeights[folded];
   const char base = folded >= 0xC0 && folded < 0x180 ? kBaseLetters[folded - 0xC0] : '.';
-  const std::uint32_t group = base == '.' ? 0x400U << 21 : kAsciiWeights[static_cast<unsigned char>(base)];
-  return group | static_cast<std::uint32_t>(folded);
+  if (base != '.') return kAsciiWeights[static_cast<unsigned char>(base)];
+  return 0x400U << 21 | static_cast<std::uint32_t>(folded);
 }
 
 bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
@@ -121,23 +120,39 @@ std::string padRight(std::string_view text, std::size_t width) {
   return out;
 }
 
-int compareText(std::string_view a, std::string_view b) {
+namespace {
+
+enum class Accents { Last, AtOnce };
+
+template <Accents accentsDecide>
+int compare(std::string_view a, std::string_view b) {
   a = rtrim(a);
   b = rtrim(b);
   std::size_t i = 0;
   std::size_t j = 0;
+  int accents = 0;
+  const auto order = [](std::uint32_t x, std::uint32_t y) { return x < y ? -1 : x > y ? 1 : 0; };
   while (i < a.size() && j < b.size()) {
-    const bool plain = isAscii(a[i]) && isAscii(b[j]);
-    if (plain && a[i] == b[j]) {
-      ++i, ++j;
+    if (isAscii(a[i]) && isAscii(b[j])) {
+      const auto x = static_cast<unsigned char>(a[i++]);
+      const auto y = static_cast<unsigned char>(b[j++]);
+      if (x != y && kAsciiWeights[x] != kAsciiWeights[y]) return order(kAsciiWeights[x], kAsciiWeights[y]);
       continue;
     }
-    const std::uint32_t x = plain ? kAsciiWeights[static_cast<unsigned char>(a[i++])] : weight(next(a, i));
-    const std::uint32_t y = plain ? kAsciiWeights[static_cast<unsigned char>(b[j++])] : weight(next(b, j));
-    if (x != y) return x < y ? -1 : 1;
+    const char32_t x = upper(next(a, i));
+    const char32_t y = upper(next(b, j));
+    if (const int letters = order(weight(x), weight(y)); letters != 0) return letters;
+    if (accents == 0) accents = order(x, y);
+    if (accentsDecide == Accents::AtOnce && accents != 0) return accents;
   }
-  return i < a.size() ? 1 : j < b.size() ? -1 : 0;
+  return i < a.size() ? 1 : j < b.size() ? -1 : accents;
 }
+
+}  // namespace
+
+int compareText(std::string_view a, std::string_view b) { return compare<Accents::Last>(a, b); }
+
+int compareLetters(std::string_view a, std::string_view b) { return compare<Accents::AtOnce>(a, b); }
 
 std::string foldText(std::string_view text) {
   text = rtrim(text);

@@ -29,6 +29,17 @@ TEST_P(PortableCases, AQueryGivesItsRowsAndStandsOnTheFirst) {
   EXPECT_EQ(rows("DELETE FROM NOTE WHERE ID > 2"), "closed");
 }
 
+TEST_P(PortableCases, VisitsRowsWhileOtherQueriesRun) {
+  std::string seen;
+  connection->ForEachRow("SELECT ID, TESTO FROM NOTE ORDER BY ID", [&](const ado::Recordset& row) {
+    return [&] {
+      run("SELECT MAX(ID) + 1 FROM NOTE");
+      seen += values::toPlainText(row["ID"].Value()) + values::toPlainText(row["TESTO"].Value()) + "; ";
+    };
+  });
+  EXPECT_EQ(seen, "1l'una; per tutte; 2; ");
+}
+
 TEST_P(PortableCases, RefusesASecondStatement) {
   for (const char* text : {"SELECT 1; DELETE FROM NOTE", "DELETE FROM NOTE WHERE TESTO = '' DELETE FROM NOTE",
                            "UPDATE NOTE SET TESTO = '' WHERE 1 = 0; DROP TABLE NOTE --'"}) {

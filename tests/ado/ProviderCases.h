@@ -71,6 +71,55 @@ TEST_P(ProviderCases, WritesOnlyWhatFits) {
   EXPECT_EQ(rows("SELECT IMPORTO, NOME FROM SCHEDE WHERE ID = 1"), "-9999999999999.99|dieci10   ");
 }
 
+TEST_P(ProviderCases, WritesManyRowsAsTheirTextsWould) {
+  using values::Decimal;
+  const std::vector<std::string_view> columns{"codice", "NOME", "IMPORTO", "QTA", "TIPO", "FATTA"};
+  const std::vector<std::vector<values::Variant>> written{
+      {"A1", "a\tb\nc\r\\N'", Decimal::FromScaled(1050, 2), Decimal::FromScaled(123456, 5), 0,
+       values::Date::FromYmd(2011, 1, 31)},
+      {"b2", {}, "-3.255", 5, true, "20110228 13:05:09"},
+      {std::string("C3  "), "\xC3\xA8", 1.5, values::Variant::Null(), std::int16_t{-7}, {}}};
+  connection->BeginTrans();
+  for (const auto& insert : {connection->bulkInsert("schede", columns).release(),
+                             ado::insertByText(*connection, "SCHEDE", columns).release()}) {
+    const std::unique_ptr<ado::BulkInsert> owned(insert);
+    for (const auto& row : written) owned->add(row);
+    owned->finish();
+  }
+  connection->CommitTrans();
+  const std::string read = "SELECT CODICE, NOME, IMPORTO, QTA, TIPO, FATTA FROM SCHEDE WHERE ID ";
+  const std::string expected =
+      "A1  |a\tb\nc\r\\N'|10.50|1.235|0|31/01/2011; b2  |NULL|-3.26|5.000|1|28/02/2011 13:05:09; "
+      "C3  |\xC3\xA8|1.50|NULL|-7|NULL";
+  EXPECT_EQ(rows(read + "<= 3 ORDER BY ID"), expected);
+  EXPECT_EQ(rows(read + "> 3 ORDER BY ID"), expected);
+}
+
+TEST_P(ProviderCases, RefusesARowOfManyInTheWordsOfAText) {
+  run("INSERT INTO CODICI (CODICE) VALUES ('due')");
+  const auto refusal = [&](std::unique_ptr<ado::BulkInsert> insert, const std::vector<values::Variant>& row) {
+    connection->BeginTrans();
+    std::string text;
+    try {
+      insert->add({"uno", "prima"});
+      insert->add(row);
+      insert->finish();
+    } catch (const values::Errore& error) {
+      text = error.what();
+    }
+    connection->RollbackTrans();
+    return text;
+  };
+  const std::vector<std::string_view> columns{"CODICE", "DESCR"};
+  for (const std::vector<values::Variant>& row :
+       {std::vector<values::Variant>{"lungo", {}}, {"tre", "x23456789012345678901"}, {{}, "x"}, {"due", "x"}}) {
+    const auto text = refusal(connection->bulkInsert("CODICI", columns), row);
+    EXPECT_NE(text, "");
+    EXPECT_EQ(text, refusal(ado::insertByText(*connection, "CODICI", columns), row));
+  }
+  EXPECT_EQ(rows("SELECT CODICE FROM CODICI"), "due ");
+}
+
 TEST_P(ProviderCases, KeepsConstraintsAndSaysWhichOneBroke) {
   run("INSERT INTO CODICI (CODICE, DESCR) VALUES ('X', N'uno')");
   EXPECT_NE(outcome("INSERT INTO CODICI (CODICE, DESCR) VALUES ('x   ', N'due')").find("CODICI"), std::string::npos);

@@ -32,7 +32,7 @@ def catalogue():
 
 def keys():
     for file in sorted([*source.glob("**/*.cpp"), *source.glob("**/*.h")]):
-        if file.relative_to(source).parts[0] not in ("dati", "sheet", "report", "demo", "host"):
+        if file.relative_to(source).parts[0] not in ("dati", "sheet", "report", "picture", "demo", "host"):
             continue
         text = file.read_text()
         found = [joined(m) for m in re.findall(rf"\b(?:tr|translated)\(\s*({STRINGS})", text)]
@@ -44,6 +44,8 @@ def keys():
             found += re.findall(r'\{"[A-Z0-9_]+",\s*"([^"]+)"(?=[,}])', text)
             found += re.findall(r'\.title = "([^"]+)"', text)
             found += re.findall(r'\.tables\.emplace_back\("([^"]+)"', text)
+        if file.name == "Program.cpp":
+            found += table(text, "kOfOthers[]")[1::2]
         if file.name == "Titles.cpp":
             found += re.findall(r'Word\{"[^"]+", "([^"]+)"\}', text)
         if file.name == "Landing.cpp":

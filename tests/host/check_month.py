@@ -24,7 +24,7 @@ FORECAST, ACTUAL = 3, 1
 
 def values(database, kind):
     with sqlite3.connect(database) as db:
-        db.create_collation("BK_TEXT", lambda a, b: (a.lower() > b.lower()) - (a.lower() < b.lower()))
+        db.create_collation("BK_ORDER", lambda a, b: (a.lower() > b.lower()) - (a.lower() < b.lower()))
         return db.execute("""SELECT BU65_ID, BU65_INDCOSRIC_BU07, BU66_PERIODO, BU66_IMPORTO
                              FROM BU66_DETBUDGET JOIN BU65_TESBUDGET ON BU65_ID = BU66_ID_BU65
                              WHERE BU65_SOTTOTIPO_BU01 = '02' AND BU66_TIPO = ? ORDER BY 1, 3""", (kind,)).fetchall()

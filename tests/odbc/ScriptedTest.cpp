@@ -3,7 +3,6 @@
 
 #include "ado/OverAConnection.h"
 #include "odbc/Provider.h"
-#include "schema/Schema.h"
 #include "support/Fields.h"
 
 /// What SQL Server's driver may answer, told by a driver that follows a script (driver/ScriptedDriver.cpp).
@@ -17,8 +16,13 @@ class Scripted : public testing::Test {
  protected:
   void SetUp() override {
     odbc::registerOdbc();
-    connection->ConnectionString = "Provider=ODBC;" + kDriver + ";";
-    connection->Open();
+    connection = opened(";");
+  }
+  static ado::ConnectionPtr opened(const std::string& words) {
+    auto fresh = ado::createConnection();
+    fresh->ConnectionString = "Provider=ODBC;" + kDriver + words;
+    fresh->Open();
+    return fresh;
   }
   std::string outcome(std::string_view text) { return provider_cases::outcomeOf(*connection, text); }
 
@@ -33,8 +37,8 @@ TEST_F(Scripted, TheDriverGetsItsOwnStringAndTheUserWhateverSignsThePasswordHas)
     return outcome("SELECT SETTINGS");
   };
   EXPECT_EQ(opened(" provider = odbc;" + kDriver + ";PWD={a;;b}};Provider=x};", "", ""),
-            kDriver + ";PWD={a;;b}};Provider=x};|auto|0|noscan");
-  EXPECT_EQ(opened(kDriver, "però", "p};w="), kDriver + ";UID={però};PWD={p}};w=}|auto|0|noscan");
+            kDriver + ";PWD={a;;b}};Provider=x};|auto|2|noscan");
+  EXPECT_EQ(opened(kDriver, "però", "p};w="), kDriver + ";UID={però};PWD={p}};w=}|auto|2|noscan");
   EXPECT_EQ(errorOf([&] { opened(kDriver, "nobody", ""); }), "Login failed for user 'nobody'");
   EXPECT_EQ(connection->State(), ado::adStateClosed);
   EXPECT_THROW(opened(kDriver + ";X=" + std::string(40'000, 'x'), "", ""), values::Errore);
@@ -48,7 +52,13 @@ TEST_F(Scripted, TheTextGoesUnchanged) {
   EXPECT_EQ(outcome("SELECT '\xE8'"), "The text is not valid UTF-8 from its byte 9");
 }
 
-TEST_F(Scripted, TheTablesOfTheSystemAreMadeByOneStatementEach) { EXPECT_NO_THROW(schema::create(*connection)); }
+TEST_F(Scripted, ADriverOfAnOldProtocolIsAskedForALaterOneUnlessTheStringSaysWhich) {
+  connection = opened(";Old=1");
+  EXPECT_EQ(outcome("SELECT SETTINGS"), kDriver + ";Old=1;TDS_Version=7.4|auto|2|noscan");
+  EXPECT_EQ(errorOf([] { opened(";TDS_Version=7.1"); }),
+            "The driver speaks version 7.1 of the server's protocol: TDS_Version=7.2 or later is needed");
+  EXPECT_EQ(outcome("SELECT CONNECTIONS"), "1");
+}
 
 TEST_F(Scripted, ReadsEveryTypeAsTheFieldSays) {
   const auto set = connection->Execute("SELECT TYPES");
@@ -72,6 +82,9 @@ TEST_F(Scripted, DecimalsLoseNoDigit) {
   EXPECT_EQ(field.NumericScale(), 2);
   EXPECT_EQ(shown(set), "0.50|12345678901234567890123456.78; -0.05|-0.10; 9999999999999.99|NULL");
   EXPECT_EQ(outcome("SELECT TOO MUCH MONEY"), "Overflow");
+  EXPECT_EQ(outcome("SELECT FINE MONEY"), "0.2500000000000000000000000000|123456789012345678901234567.50");
+  EXPECT_EQ(outcome("SELECT TOO FINE MONEY"),
+            "Column 'SOMMA' holds 1234567890123456789012345678.5001, which has more than 28 digits");
   EXPECT_EQ(outcome("SELECT NO MONEY"), "Column 'IMPORTO' holds no number: '1,50'");
 }
 
@@ -88,18 +101,60 @@ TEST_F(Scripted, LooksBehindCountsAndForErrorsToTheEnd) {
   EXPECT_EQ(outcome("INSERT SILENT FAILURE"), "The ODBC driver reported a failure with an empty description");
 }
 
+/// Drivers differ in who begins a transaction and in what fails when the server has ended it.
 TEST_F(Scripted, ATransactionThatTheDatabaseEndedIsNotGoneOnWith) {
-  connection->BeginTrans();
-  EXPECT_EQ(outcome("INSERT DEADLOCK"), "Transaction was deadlocked") << "nothing was written, so nothing is lost";
-  EXPECT_EQ(outcome("INSERT ONE"), "closed");
-  EXPECT_EQ(outcome("INSERT DOUBLE"), "Violation of PRIMARY KEY constraint 'PK_A'") << "the transaction stands";
-  EXPECT_EQ(outcome("INSERT ONE"), "closed");
-  EXPECT_EQ(outcome("INSERT DEADLOCK"), "Transaction was deadlocked");
   const std::string ended = "The transaction has been rolled back by the database and must be ended first";
-  EXPECT_EQ(outcome("INSERT ONE"), ended);
-  EXPECT_THROW(connection->CommitTrans(), values::Errore);
-  connection->RollbackTrans();
+  for (const char* words : {"", ";TDS_Version=7.4"}) {
+    connection = opened(words);
+    connection->BeginTrans();
+    EXPECT_EQ(outcome("INSERT DEADLOCK"), "Transaction was deadlocked") << "nothing was written, so nothing is lost";
+    EXPECT_EQ(outcome("INSERT ONE"), "closed");
+    EXPECT_EQ(outcome("SELECT @@TRANCOUNT AS N"), "1") << "what follows stands in a transaction all the same";
+    EXPECT_EQ(outcome("INSERT DOUBLE"), "Violation of PRIMARY KEY constraint 'PK_A'") << "the transaction stands";
+    EXPECT_EQ(outcome("INSERT ONE"), "closed");
+    EXPECT_EQ(outcome("INSERT DEADLOCK"), "Transaction was deadlocked");
+    EXPECT_EQ(outcome("INSERT ONE"), ended);
+    EXPECT_EQ(errorOf([&] { connection->CommitTrans(); }), ended);
+    EXPECT_NO_THROW(connection->RollbackTrans()) << words;
+    EXPECT_EQ(outcome("INSERT ONE"), "closed");
+    EXPECT_EQ(outcome("SELECT SETTINGS"), kDriver + words + "|auto|2|noscan");
+    connection->BeginTrans();
+    connection->Execute("INSERT ONE");
+    EXPECT_NO_THROW(connection->CommitTrans());
+  }
+}
+
+TEST_F(Scripted, AConnectionThatCannotTakeBackIsGivenUp) {
+  connection = opened(";TDS_Version=7.4");
+  connection->BeginTrans();
+  connection->Execute("INSERT ONE");
+  EXPECT_EQ(outcome("INSERT BREAK"), "Communication link failure");
+  EXPECT_EQ(errorOf([&] { connection->CommitTrans(); }), "Communication link failure");
+  EXPECT_EQ(errorOf([&] { connection->RollbackTrans(); }), "Communication link failure");
+  EXPECT_EQ(connection->State(), ado::adStateClosed);
+  EXPECT_NO_THROW(connection->Open());
   EXPECT_EQ(outcome("INSERT ONE"), "closed");
+}
+
+TEST_F(Scripted, ATextThatTheCodePageWouldChangeIsRefused) {
+  connection = opened(";TDS_Version=7.4");
+  const auto refusal = [](const std::string& text, const std::string& letter) {
+    return "The server cannot compare the text " + text + ": the code page of the database's collation has no '" +
+           letter + "'";
+  };
+  const struct {
+    std::string text, expected;
+  } kCases[] = {
+      {"SELECT X FROM A WHERE C = 'però €'", ""},
+      {"SELECT X FROM A WHERE C = N'Ω' -- 'Ω'", ""},
+      {"SELECT X AS [Ω] FROM A WHERE C = 'e''è'", ""},
+      {"SELECT X FROM A WHERE C = 'a' OR C = 'ő1'", refusal("'ő1'", "ő")},
+      {"IF NOT EXISTS (SELECT 1 FROM A WHERE C = '\xF0\x9F\x92\xB6') INSERT ONE",
+       refusal("'\xF0\x9F\x92\xB6'", "\xF0\x9F\x92\xB6")},
+  };
+  for (const auto& row : kCases) EXPECT_EQ(outcome(row.text), row.expected.empty() ? row.text : row.expected);
+  connection = opened("");
+  EXPECT_EQ(outcome("SELECT X FROM A WHERE C = 'Ω'"), "SELECT X FROM A WHERE C = 'Ω'") << "nobody knows";
 }
 
 TEST_F(Scripted, AConnectionIsLeftWhateverIsOpenOnIt) {
@@ -113,12 +168,31 @@ TEST_F(Scripted, AConnectionIsLeftWhateverIsOpenOnIt) {
   EXPECT_EQ(outcome("SELECT CONNECTIONS"), "1");
 }
 
-TEST_F(Scripted, TransactionsAreOfTheLevelAskedFor) {
-  connection->IsolationLevel = ado::adXactSerializable;
-  connection->BeginTrans();
-  EXPECT_EQ(outcome("SELECT SETTINGS"), kDriver + ";|manual|" + std::to_string(SQL_TXN_SERIALIZABLE) + "|noscan");
-  connection->CommitTrans();
-  EXPECT_EQ(outcome("SELECT SETTINGS"), kDriver + ";|auto|" + std::to_string(SQL_TXN_SERIALIZABLE) + "|noscan");
+TEST_F(Scripted, TransactionsAreOfTheLevelAskedForAndOnlyThey) {
+  for (const char* words : {"", ";TDS_Version=7.4"}) {
+    for (const bool keep : {true, false}) {
+      connection = opened(words);
+      connection->IsolationLevel = ado::adXactSerializable;
+      connection->BeginTrans();
+      EXPECT_EQ(outcome("SELECT SETTINGS"),
+                kDriver + words + "|manual|" + std::to_string(SQL_TXN_SERIALIZABLE) + "|noscan");
+      keep ? connection->CommitTrans() : connection->RollbackTrans();
+      EXPECT_EQ(outcome("SELECT SETTINGS"), kDriver + words + "|auto|2|noscan");
+    }
+  }
+  const struct {
+    const char *words, *reason;
+  } kRefused[] = {{";OneLevel=1", "Optional feature not implemented"},
+                  {";OwnLevel=1", "the driver chose another level"}};
+  for (const auto& row : kRefused) {
+    connection = opened(row.words);
+    connection->BeginTrans();
+    connection->CommitTrans();
+    connection->IsolationLevel = ado::adXactSerializable;
+    EXPECT_EQ(errorOf([&] { connection->BeginTrans(); }),
+              std::string("The transaction cannot be made serializable: ") + row.reason);
+    EXPECT_EQ(outcome("SELECT SETTINGS"), kDriver + row.words + "|auto|2|noscan");
+  }
 }
 
 }  // namespace

@@ -87,6 +87,31 @@ TEST_F(PostgresTransactions, ACollisionIsRefusedInItalianAndTakesEverythingBack)
   EXPECT_EQ(outcome("SELECT X FROM A"), "2");
 }
 
+TEST_F(PostgresTransactions, ARunIsSentTogetherAndAFailureInItTakesEverythingBack) {
+  run("CREATE UNIQUE INDEX UX ON A (X)");
+  const auto insert = [&](int x) { run("INSERT INTO A (X) VALUES (" + std::to_string(x) + ")"); };
+  connection->BeginTrans();
+  for (int x = 1; x <= 500; ++x) insert(x);
+  EXPECT_EQ(outcome("SELECT @@IDENTITY"), "500");
+  EXPECT_EQ(outcome("SELECT COUNT(*) AS N, MAX(X) AS M FROM A"), "500|500");
+  for (int x = 501; x <= 520; ++x) insert(x);
+  connection->CommitTrans();
+  for (const bool asks : {false, true}) {
+    connection->BeginTrans();
+    for (int x = 521; x <= 530; ++x) insert(x);
+    insert(1);
+    const auto told = errorOf([&] { asks ? run("SELECT X FROM A") : connection->CommitTrans(); });
+    EXPECT_THAT(told, HasSubstr("duplicate key in A"));
+    EXPECT_EQ(outcome("INSERT INTO A (X) VALUES (600)"), kEnded);
+    connection->RollbackTrans();
+    EXPECT_EQ(outcome("SELECT COUNT(*) AS N FROM A"), "520");
+  }
+  connection->BeginTrans();
+  for (int x = 521; x <= 540; ++x) insert(x);
+  connection->RollbackTrans();
+  EXPECT_EQ(outcome("SELECT COUNT(*) AS N FROM A"), "520");
+}
+
 TEST_F(PostgresTransactions, ReadModeRefusesWrites) {
   const auto reader = database.open(";Mode=Read");
   EXPECT_EQ(outcomeOf(*reader, "SELECT X FROM A"), "");
@@ -136,7 +161,7 @@ std::vector<std::string> letters() {
 
 /// Random texts of few letters, which are often equal or nearly so.
 std::vector<std::string> mixtures() {
-  const std::vector<std::string> parts{"a", "A", "b", "Z", "_", "9", "-", " ", "~", "€"};
+  const std::vector<std::string> parts{"a", "A", "à", "À", "á", "b", "Z", "ž", "_", "9", "-", " ", "~", "€"};
   std::mt19937 random(11);
   std::vector<std::string> found(500);
   for (auto& text : found)

@@ -1,6 +1,6 @@
 #include "ado/recordset/Recordset.h"
-#include "sqlite/SqliteConnection.h"
 #include "engine/Scaled.h"
+#include "sqlite/SqliteConnection.h"
 #include "support/Test.h"
 
 namespace {

@@ -99,6 +99,33 @@ struct SqliteTable : testing::Test {
 using SqliteTransactions = SqliteTable;
 using SqlitePlans = SqliteTable;
 
+TEST_F(SqliteTable, TextsKeepTheOrderThatTheFileWasMadeWith) {
+  connection->Execute("CREATE UNIQUE INDEX UX_A ON A (Y)");
+  connection.reset();
+  const struct {
+    const char *made, *sorted, *range, *highest;
+  } kFiles[] = {{"BK_ORDER", "e; É; éa; ez", "e; É; éa; ez", "EZ"}, {"BK_TEXT", "e; ez; É; éa", "e; ez", "ÉA"}};
+  for (const auto& row : kFiles) {
+    runRaw(file, ("PRAGMA writable_schema = 1; UPDATE sqlite_master SET sql = replace(sql, 'BK_ORDER', '" +
+                  std::string(row.made) + "')")
+                     .c_str());
+    connection = file.open();
+    connection->Execute("CREATE TABLE B (Y varchar(10) NULL)");
+    for (const std::string table : {"A (X, Y) VALUES (1, ", "B (Y) VALUES ("})
+      for (const char* text : {"ez", "éa", "É", "e"}) connection->Execute("INSERT INTO " + table + "N'" + text + "')");
+    const auto found = [&](const char* text) { return shown(connection->Execute(text)); };
+    EXPECT_EQ(found("SELECT Y FROM A ORDER BY Y"), row.sorted) << row.made;
+    EXPECT_EQ(found("SELECT Y FROM B ORDER BY Y"), row.sorted) << row.made << ", in a table that is new";
+    EXPECT_EQ(found("SELECT Y FROM A WHERE Y BETWEEN 'e' AND 'ez' ORDER BY Y"), row.range) << row.made;
+    EXPECT_EQ(found("SELECT MAX(UPPER(Y)) AS M FROM A"), row.highest) << row.made;
+    EXPECT_EQ(found("WITH Q AS (SELECT Y AS K FROM B WHERE Y >= 'É') SELECT COUNT(*) AS N FROM A, Q WHERE K = Y"),
+              row.made == std::string("BK_TEXT") ? "2" : "3");
+    connection->Execute("DROP TABLE B");
+    connection->Execute("DELETE FROM A");
+    connection.reset();
+  }
+}
+
 #ifndef _WIN32  // no process splits in two there
 TEST_F(SqliteTransactions, AKilledWriterLeavesNothingOfItsTransaction) {
   connection->Execute("INSERT INTO A (X) VALUES (1)");

@@ -31,9 +31,10 @@ TEST(Text, EqualTextsShareAKeyAndOthersDoNot) {
   }
   const struct {
     const char *low, *high;
-  } kOrdered[] = {{"A", "b"}, {"a", "B"},    {"z", "Za"}, {"a", "ab"},   {" a", "a"},      {"", "a"},
-                  {"1", "A"}, {"_", "1"},    {"e", "é"},  {"é", "f"},    {"È", "é"},       {"×", "÷"},
-                  {"Z", "€"}, {"A 1", "A1"}, {"ı", "j"},  {"Z", "\xFF"}, {"\xE9", "\xEA"}, {"\xC3", "\xC3\xA9"}};
+  } kOrdered[] = {{"A", "b"},       {"a", "B"},   {"z", "Za"},   {"a", "ab"},      {" a", "a"},         {"", "a"},
+                  {"1", "A"},       {"_", "1"},   {"e", "é"},    {"é", "f"},       {"éa", "eb"},        {"é", "ea"},
+                  {"ab1e", "ab1é"}, {"eé", "ée"}, {"à ", "aa"},  {"È", "é"},       {"×", "÷"},          {"Z", "€"},
+                  {"A 1", "A1"},    {"ı", "j"},   {"Z", "\xFF"}, {"\xE9", "\xEA"}, {"\xC3", "\xC3\xA9"}};
   for (const auto& row : kOrdered) {
     const bool strayByte = std::string_view(row.low) == "\xC3";
     EXPECT_NE(compareText(row.low, row.high), 0) << row.low;

@@ -73,6 +73,11 @@ class AnyConnection : public Connection {
   }
   ObjectStateEnum State() const override { return real_ ? real_->State() : adStateClosed; }
   RecordsetPtr Execute(std::string_view text) override { return opened().Execute(text); }
+  void ForEachRow(std::string_view text, const RowVisitor& visit) override { opened().ForEachRow(text, visit); }
+  std::unique_ptr<BulkInsert> bulkInsert(std::string_view table,
+                                         const std::vector<std::string_view>& columns) override {
+    return opened().bulkInsert(table, columns);
+  }
   void BeginTrans() override { opened().BeginTrans(); }
   void CommitTrans() override { opened().CommitTrans(); }
   void RollbackTrans() override { opened().RollbackTrans(); }
@@ -92,6 +97,17 @@ class AnyConnection : public Connection {
 };
 
 }  // namespace
+
+void Connection::ForEachRow(std::string_view text, const RowVisitor& visit) {
+  const auto rows = Execute(text);
+  const auto each = visit(*rows);
+  for (; !rows->Eof(); rows->MoveNext()) each();
+}
+
+std::unique_ptr<BulkInsert> Connection::bulkInsert(std::string_view table,
+                                                   const std::vector<std::string_view>& columns) {
+  return insertByText(*this, table, columns);
+}
 
 void registerProvider(std::string_view name, std::function<ConnectionPtr()> create, std::vector<std::string> entries) {
   assert(!name.empty() && create);

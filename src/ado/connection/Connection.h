@@ -8,10 +8,15 @@
 #include <vector>
 
 #include "ado/Types.h"
+#include "ado/connection/BulkInsert.h"
 #include "ado/connection/ChangeTracker.h"
 #include "ado/recordset/Recordset.h"
 
 namespace ado {
+
+/// Says what is done with the rows of a query. It is given, once, the set that will hold one row after the other, to
+/// look up its fields; what it gives back is called for each row.
+using RowVisitor = std::function<std::function<void()>(const Recordset& row)>;
 
 /// A database connection. Text is SQL Server's; one call runs one statement (IF … BEGIN … END counts as one).
 /// Every failure throws values::Errore with the database's description.
@@ -30,6 +35,14 @@ class Connection : public values::Object {
   /// After an insert into a table with an identity column, SELECT @@IDENTITY on the same connection gives the
   /// new identity.
   virtual RecordsetPtr Execute(std::string_view text) = 0;
+
+  /// Runs a query and visits its rows as they come: none is kept, so that it takes no more memory for many rows than
+  /// for few, and an ORDER BY counts for nothing. The visit may run other queries, but leaves the connection open and
+  /// the tables' definitions as they are.
+  virtual void ForEachRow(std::string_view text, const RowVisitor& visit);
+
+  /// Throws values::Errore when there is no such table or column, at once or with the first row.
+  virtual std::unique_ptr<BulkInsert> bulkInsert(std::string_view table, const std::vector<std::string_view>& columns);
 
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;

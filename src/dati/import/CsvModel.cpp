@@ -163,7 +163,7 @@ std::string wrongFieldCount(std::size_t fields, std::size_t names) {
 }
 
 void readText(const std::string& file, std::string_view encoding, Problems& problems,
-              const std::function<void(std::string text)>& read) {
+              const std::function<void(const std::string& text)>& read) {
   try {
     read(toUtf8(contentOf(file), encoding));
   } catch (const EncodingFault& fault) {
@@ -175,10 +175,9 @@ void readText(const std::string& file, std::string_view encoding, Problems& prob
 
 CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems, const CsvReading& reading) {
   CsvBatch batch{file, {}};
-  readText(file, reading.encoding, problems, [&](std::string text) {
+  readText(file, reading.encoding, problems, [&](const std::string& text) {
     Steps steps(reading.progress, tr("Reading {}", file), std::ranges::count(text, '\n'));
-    std::istringstream in(std::move(text));
-    CsvReader reader(in);
+    CsvReader reader(text);
     readRows(reader, model, batch, problems, steps);
   });
   return batch;

@@ -62,7 +62,7 @@ CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& probl
 /// Hands over the text of a file. What is wrong with it (another encoding, a quote that is never closed) goes to
 /// `problems`. Throws Refused when the file cannot be opened.
 void readText(const std::string& file, std::string_view encoding, Problems& problems,
-              const std::function<void(std::string text)>& read);
+              const std::function<void(const std::string& text)>& read);
 /// What is wrong with a line that has as many fields.
 std::string wrongFieldCount(std::size_t fields, std::size_t names);
 

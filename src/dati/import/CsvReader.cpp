@@ -5,19 +5,12 @@
 namespace bukorval::dati {
 namespace {
 
-constexpr int kEnd = std::istream::traits_type::eof();
-
-void skipByteOrderMark(std::istream& in) {
-  for (const char expected : {'\xEF', '\xBB', '\xBF'}) {
-    if (in.peek() != std::istream::traits_type::to_int_type(expected)) return;
-    in.get();
-  }
-}
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
-CsvReader::CsvReader(std::istream& in) : in_(in) {
-  skipByteOrderMark(in_);
+CsvReader::CsvReader(std::string_view text) : text_(text) {
+  if (text_.starts_with(kByteOrderMark)) position_ = kByteOrderMark.size();
   if (!read(header_)) {
     header_.clear();
     return;
@@ -41,7 +34,7 @@ CsvReader::CsvReader(std::istream& in) : in_(in) {
 bool CsvReader::next(std::vector<std::string>& fields) { return read(fields); }
 
 bool CsvReader::read(std::vector<std::string>& fields) {
-  while (in_.peek() != kEnd) {
+  while (position_ < text_.size()) {
     recordStart_ = currentLine_;
     fields.clear();
     do {
@@ -53,32 +46,29 @@ bool CsvReader::read(std::vector<std::string>& fields) {
 }
 
 char CsvReader::readField(std::string& field) {
-  if (in_.peek() == '"') readQuoted(field);
-  for (int c = in_.get(); c != kEnd; c = in_.get()) {
-    if (c == separator_) return separator_;
-    if (endsLine(c)) {
-      ++currentLine_;
-      return '\n';
-    }
-    field += static_cast<char>(c);
-  }
+  if (standsAt('"')) readQuoted(field);
+  const auto begun = position_;
+  while (position_ < text_.size() && text_[position_] != separator_ && text_[position_] != '\n' &&
+         text_[position_] != '\r')
+    ++position_;
+  field.append(text_, begun, position_ - begun);
+  if (position_ == text_.size()) return '\n';
+  const char end = text_[position_++];
+  if (end == separator_) return separator_;
+  if (end == '\r' && standsAt('\n')) ++position_;
+  ++currentLine_;
   return '\n';
 }
 
-bool CsvReader::endsLine(int c) {
-  if (c == '\r' && in_.peek() == '\n') in_.get();
-  return c == '\n' || c == '\r';
-}
-
 void CsvReader::readQuoted(std::string& field) {
-  in_.get();
-  for (int c = in_.get(); c != kEnd; c = in_.get()) {
-    if (c == '\n' || (c == '\r' && in_.peek() != '\n')) ++currentLine_;
+  while (++position_ < text_.size()) {
+    const char c = text_[position_];
+    if (c == '\n' || (c == '\r' && text_.substr(position_ + 1, 1) != "\n")) ++currentLine_;
     if (c == '"') {
-      if (in_.peek() != '"') return;
-      in_.get();
+      ++position_;
+      if (!standsAt('"')) return;
     }
-    field += static_cast<char>(c);
+    field += c;
   }
   throw UnclosedQuote(recordStart_);
 }

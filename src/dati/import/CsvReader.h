@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
-#include <istream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "language/Language.h"
@@ -23,8 +23,8 @@ struct UnclosedQuote : values::Errore {
 /// are skipped.
 class CsvReader {
  public:
-  /// Reads the header line. Throws UnclosedQuote.
-  explicit CsvReader(std::istream& in);
+  /// Reads the header line. The text must outlive the reader. Throws UnclosedQuote.
+  explicit CsvReader(std::string_view text);
 
   /// The comma where the semicolon separates, else the point.
   char decimalSign() const { return separator_ == ';' ? ',' : '.'; }
@@ -39,11 +39,11 @@ class CsvReader {
   bool read(std::vector<std::string>& fields);
   /// Reads one field; the character that ended it, '\n' also at the end of the text.
   char readField(std::string& field);
-  /// Whether a character that was read ends a line; takes the LF behind a CR with it.
-  bool endsLine(int c);
   void readQuoted(std::string& field);
+  bool standsAt(char c) const { return position_ < text_.size() && text_[position_] == c; }
 
-  std::istream& in_;
+  std::string_view text_;
+  std::size_t position_ = 0;
   char separator_ = ',';
   std::size_t currentLine_ = 1;
   std::size_t recordStart_ = 0;

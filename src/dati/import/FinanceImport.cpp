@@ -40,9 +40,9 @@ class FinanceImport {
         progress_(progress) {}
 
   std::vector<std::string> write() {
+    Transazione transaction(connection_);
     if (ledger_.hasAccounts() || ledger_.hasMovements() || isBudgetDefined(connection_, kType, kSubtype))
       throw CompanyNotEmpty();
-    Transazione transaction(connection_);
     writeFrame();
     writeMovements();
     writeBudgets();
@@ -75,6 +75,7 @@ class FinanceImport {
     auto next = ledger_.lastRegistration() + 1;
     std::map<std::pair<int, values::Date>, std::pair<std::int64_t, int>> registrations;
     std::size_t lines = 0;
+    auto writer = ledger_.movementWriter();
     Steps steps(progress_, tr("Writing movements"), static_cast<std::int64_t>(finance_.amounts.size()));
     std::int64_t looked = 0;
     for (const auto& amount : finance_.amounts) {
@@ -84,21 +85,22 @@ class FinanceImport {
       auto& [registration, line] = position->second;
       if (isNew) {
         ++next;
-        ledger_.add(Registration{registration, amount.month, yearOf(amount), 1, amount.site, 0, amount.month,
-                                 "Movimenti del mese"});
+        writer.add(Registration{registration, amount.month, yearOf(amount), 1, amount.site, 0, amount.month,
+                                "Movimenti del mese"});
       }
       const bool negative = amount.amount.isNegative();
       const bool credit = finance_.isRevenue(amount.account) != negative;
-      ledger_.add(MovementLine{registration,
-                               ++line,
-                               accountCode(amount),
-                               amount.site,
-                               {},
-                               {},
-                               credit,
-                               negative ? -amount.amount : amount.amount});
+      writer.add(MovementLine{registration,
+                              ++line,
+                              accountCode(amount),
+                              amount.site,
+                              {},
+                              {},
+                              credit,
+                              negative ? -amount.amount : amount.amount});
       ++lines;
     }
+    writer.finish();
     outcomes_.push_back(tr("{} in {}", counted(lines, "movement"), counted(registrations.size(), "registration")));
   }
 

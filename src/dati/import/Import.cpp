@@ -37,22 +37,28 @@ bool ImportContext::hasSite(const values::Variant& site) {
 Import::Import(ado::ConnectionPtr connection, const suite::ActiveInterface& session, std::function<CLSKORVAL&()> budget,
                ImportOptions options)
     : context_(std::move(connection), session, std::move(budget), std::move(options)) {
-  const auto& batch = context_.options.batch;
-  if (!batch.empty() && context_.batches.has(batch)) throw Refused(tr("There is an import with the name {}", batch));
+  refuseTakenName();
 }
 
 Import::~Import() = default;
+
+void Import::refuseTakenName() const {
+  const auto& batch = context_.options.batch;
+  if (!batch.empty() && context_.batches.has(batch)) throw Refused(tr("There is an import with the name {}", batch));
+}
 
 void Import::read(const FileKind& kind, const std::string& file) {
   files_.push_back(kind.create());
   files_.back()->read(file, context_);
 }
 
-std::vector<std::string> Import::write() {
+std::vector<std::string> Import::write(const std::function<void()>& look) {
   if (problems().count() > 0) throw Refused(tr("The files have problems, nothing was imported"));
   if (!context_.options.batch.empty()) context_.batches.prepare();
   Recording recording(*context_.connection, context_.company, context_.options.author);
   Transazione transaction(*context_.connection);
+  refuseTakenName();
+  if (look) look();
   for (const auto& file : files_) file->write(context_);
   recording.finish();
   transaction.conferma();

@@ -76,11 +76,15 @@ class Import {
   bool empty() const { return files_.empty(); }
   const Problems& problems() const { return context_.problems; }
   /// Writes what was read in one transaction, file after file in the order in which they were read. Refused when
-  /// there are problems.
+  /// there are problems, or another run has meanwhile made an import of this name.
+  /// @param look  what else must hold, asked inside the transaction before anything is written: throws when it does
+  /// not.
   /// @return what was written, in words: "12 accounts".
-  std::vector<std::string> write();
+  std::vector<std::string> write(const std::function<void()>& look = {});
 
  private:
+  void refuseTakenName() const;
+
   ImportContext context_;
   std::vector<std::unique_ptr<FileImporter>> files_;
 };

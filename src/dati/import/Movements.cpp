@@ -77,6 +77,8 @@ class Movements : public FileImporter {
       import.ledger.removeRegistration(number);
       import.batches.release(number);
     }
+    auto writer = import.ledger.movementWriter(
+        std::ranges::any_of(batch_.rows, [](const auto& row) { return isAdjusting(row.values); }));
     auto next = std::max(import.ledger.lastRegistration(), highest_) + 1;
     std::unordered_map<std::int64_t, int> lines;
     std::int64_t written = 0;
@@ -84,10 +86,11 @@ class Movements : public FileImporter {
       const auto& v = row.values;
       const auto number = v[kRegistration].isEmpty() ? next++ : values::toInt64(v[kRegistration]);
       auto& line = lines[number];
-      if (++line == 1) add(number, v, import);
-      import.ledger.add(MovementLine{number, line, v[kAccount], v[kSite], v[kFrom], v[kTo], isCredit(v), v[kAmount]});
+      if (++line == 1) add(number, v, writer);
+      writer.add(MovementLine{number, line, v[kAccount], v[kSite], v[kFrom], v[kTo], isCredit(v), v[kAmount]});
       steps.done(++written);
     }
+    writer.finish();
     if (!import.options.batch.empty())
       import.batches.add(import.options.batch, std::string(kModel.name), batch_.rows.size(), registrations_);
   }
@@ -100,10 +103,10 @@ class Movements : public FileImporter {
  private:
   using Values = std::vector<values::Variant>;
 
-  void add(std::int64_t number, const Values& v, ImportContext& import) {
+  void add(std::int64_t number, const Values& v, MovementWriter& writer) {
     const auto* year = yearOf(v);
-    import.ledger.add(Registration{number, v[kDate], year->year, year->progressive, v[kSite], values::nvl(v[kKind], 0),
-                                   v[kDocumentDate], v[kDescription], isAdjusting(v)});
+    writer.add(Registration{number, v[kDate], year->year, year->progressive, v[kSite], values::nvl(v[kKind], 0),
+                            v[kDocumentDate], v[kDescription], isAdjusting(v)});
     registrations_.push_back(number);
   }
 

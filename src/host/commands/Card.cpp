@@ -7,6 +7,7 @@
 
 #include "dati/CardDetails.h"
 #include "dati/History.h"
+#include "dati/LastChange.h"
 #include "dati/Locks.h"
 #include "host/commands/CardChanges.h"
 #include "host/commands/Command.h"
@@ -93,13 +94,18 @@ void showCard(Environment& environment, const std::string& text) {
   selectCard(environment, card);
   auto& connection = *environment.connection();
   const dati::History history(connection, environment.budget().CodiceDitta);
-  CallResults results{{{"Card", card}, {"Budget", dati::nameOf(budgetScelto(environment.budget()))}}, {}};
+  const auto number = values::toInt64(card);
+  const auto last = dati::lastChanges(connection, environment.budget().CodiceDitta, {number})[number];
+  CallResults results{{{"Card", card},
+                       {"Budget", dati::nameOf(budgetScelto(environment.budget()))},
+                       {"Last change", dati::textOf(last)}},
+                      {}};
   addHeader(environment, card, results);
   const auto add = [&](const char* name, Table table) { results.tables.emplace_back(name, std::move(table)); };
   add("Cash flow", termsTable(dati::termsOf(connection, card)));
   add("Percentages", percentageTable(dati::percentagesOf(connection, card)));
   add("Due dates", dueDateTable(dati::dueDatesOf(connection, card)));
-  add("History", tableOf(history.ofCard(values::toInt64(card)), history.entries()));
+  add("History", tableOf(history.ofCard(number), history.entries()));
   environment.show(results);
 }
 

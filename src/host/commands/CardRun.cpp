@@ -65,31 +65,41 @@ void completeCardRun(Environment& environment) {
   checkInput(budget);
 }
 
-CardRunDates completeDates(Environment& environment) {
+CardRunDates cardRunDates(Environment& environment) {
   auto& budget = environment.budget();
+  auto& connection = *environment.connection();
   values::Variant begin, end;
   budget.GetBdgDataInizioBdgDataFine(budget.TipoBudget, budget.SottoTipoBudget, budget.CodiceDitta,
                                      budget.AnnoEsercizio, budget.ProgressivoEsercizio, begin, end);
   environment.requireSuccess();
-  if (values::isBlank(budget.DaData)) budget.DaData = begin;
-  const bool open = values::isBlank(budget.AData);
-  if (open) budget.AData = end;
   if (values::isBlank(begin))
-    dati::requireYear(*environment.connection(), budget.CodiceDitta, budget.AnnoEsercizio, budget.ProgressivoEsercizio);
-  const auto from = values::toDate(budget.DaData), to = values::toDate(budget.AData);
-  const auto last = dati::lastMovementDate(*environment.connection(),
-                                           {budget.CodiceDitta, budget.AnnoEsercizioMovimenti,
-                                            budget.ProgressivoEsercizioMovimenti, budget.TipoMovimenti, from, to});
+    dati::requireYear(connection, budget.CodiceDitta, budget.AnnoEsercizio, budget.ProgressivoEsercizio);
+  const bool open = values::isBlank(budget.AData);
+  CardRunDates dates{values::toDate(values::isBlank(budget.DaData) ? begin : budget.DaData),
+                     values::toDate(open ? end : budget.AData),
+                     {},
+                     {}};
+  dates.last = dati::lastMovementDate(
+      connection, {budget.CodiceDitta, budget.AnnoEsercizioMovimenti, budget.ProgressivoEsercizioMovimenti,
+                   budget.TipoMovimenti, dates.from, dates.to});
   // Without any movement the first month alone keeps the run from the others.
-  const auto closed = (last.isNothing() ? from : values::toDate(last)).lastOfMonth();
-  if (open && closed < to) budget.AData = closed;
+  dates.closed = (dates.last.isNothing() ? dates.from : values::toDate(dates.last)).lastOfMonth();
+  dates.beyond = !open && dates.closed < dates.to;
+  if (open && dates.closed < dates.to) dates.to = dates.closed;
+  return dates;
+}
+
+void tellDates(const CardRunDates& dates) {
   const auto day = [](const values::Variant& date) { return values::toPlainText(date); };
-  std::cerr << (last.isNothing()
-                    ? tr("From {} to {}: no movement was registered there", day(budget.DaData), day(budget.AData))
-                    : tr("From {} to {}: the latest movement is of {}", day(budget.DaData), day(budget.AData),
-                         day(last)))
+  const auto from = day(dates.from), to = day(dates.to);
+  std::cerr << (dates.last.isNothing() ? tr("From {} to {}: no movement was registered there", from, to)
+                                       : tr("From {} to {}: the latest movement is of {}", from, to, day(dates.last)))
             << '\n';
-  return {closed, !open && closed < to};
+}
+
+void takeDates(CLSKORVAL& budget, const CardRunDates& dates) {
+  budget.DaData = dates.from;
+  budget.AData = dates.to;
 }
 
 std::vector<std::pair<values::Variant, values::Variant>> cardRunRanges(CLSKORVAL& budget) {

@@ -14,11 +14,16 @@ namespace bukorval::host {
 void completeCardRun(Environment& environment);
 
 struct CardRunDates {
-  values::Date closed;  ///< end of the month that has the latest movement
-  bool beyond = false;  ///< an AData was given that is later
+  values::Date from, to;  ///< DaData and AData where they were given, else the budget's first day and `closed`
+  values::Variant last;   ///< latest movement between them, Null without one
+  values::Date closed;    ///< end of the month that has it
+  bool beyond = false;    ///< an AData was given that is later
 };
-/// DaData and AData where they are missing: from the budget's first day to `closed`. Tells on standard error.
-CardRunDates completeDates(Environment& environment);
+CardRunDates cardRunDates(Environment& environment);
+/// Says them on standard error.
+void tellDates(const CardRunDates& dates);
+/// Makes them DaData and AData.
+void takeDates(CLSKORVAL& budget, const CardRunDates& dates);
 
 /// The dates, or two ranges where they cross the turn of the year in a budget by calendar months: the object takes
 /// the months of such dates as the two ends of a range and would elaborate those between them.

@@ -40,18 +40,29 @@ struct CardsOptions {
   bool dryRun = false, yes = false, strict = false;
 };
 
-/// What a month-end run means when the command line does not say otherwise: the real movements of the budget's own
-/// year, into the actuals, for every site. Further months would become 0, and a forecast takes a 0 as the actual
-/// value, so they are written only after a question.
-void completeInput(Environment& environment, const CardsOptions& options) {
-  completeCardRun(environment);
-  completeCardRange(environment);
-  completeSites(environment);
-  const auto dates = completeDates(environment);
-  if (dates.beyond && !options.dryRun)
+/// Further months than those with movements would become 0, and a forecast takes a 0 as the actual value, so they are
+/// written only after a question.
+void askForMonthsBeyond(const CardRunDates& dates, const CardsOptions& options) {
+  if (!dates.beyond) return;
+  tellDates(dates);
+  if (!options.dryRun)
     confirm(tr("The months after {} have no movements: they become 0 and replace the forecast. Go on?",
                values::toPlainText(dates.closed)),
             options.yes);
+}
+
+/// What a month-end run means when the command line does not say otherwise: the real movements of the budget's own
+/// year, into the actuals, for every site. Inside the transaction: other runs write cards and movements.
+/// @param asked  the dates that a question was about; nobody is asked while others wait.
+void completeInput(Environment& environment, const CardRunDates& asked, const CardsOptions& options) {
+  completeCardRange(environment);
+  completeSites(environment);
+  const auto dates = cardRunDates(environment);
+  const bool more = dates.beyond && (!asked.beyond || dates.closed < asked.closed);
+  if (more && !options.dryRun && !options.yes)
+    throw dati::Refused(tr("Another run has taken movements away meanwhile: nothing was changed"));
+  if (!asked.beyond) tellDates(dates);
+  takeDates(environment.budget(), dates);
 }
 
 /// Which part of the movements a run is about, by the command line.
@@ -93,10 +104,13 @@ void elaborate(CLSKORVAL& budget, dati::WatchedRun& run, dati::CardReconciler& r
 void elaborateCards(Environment& environment, const CardsOptions& options) {
   requireBudget(environment);
   if (!options.dryRun) requireWritable(environment, budgetScelto(environment.budget()));
-  completeInput(environment, options);
+  completeCardRun(environment);
+  const auto asked = cardRunDates(environment);
+  askForMonthsBeyond(asked, options);
   auto& budget = environment.budget();
   auto transaction = environment.transaction();
   if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
+  completeInput(environment, asked, options);
   dati::WatchedRun run(budget, transaction, {budgetScelto(budget), budget.TipoDettaglioDestinazione});
   dati::CardReconciler reconciler(budget, narrowingOf(environment));
   SiteSummary summary;

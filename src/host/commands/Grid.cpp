@@ -1,10 +1,15 @@
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <vector>
 
+#include "dati/LastChange.h"
 #include "host/commands/Command.h"
 #include "host/commands/Deltas.h"
 #include "host/commands/Explain.h"
 #include "host/environment/Selection.h"
 #include "host/output/Titles.h"
+#include "values/Conversion.h"
 
 namespace bukorval::host {
 namespace {
@@ -15,7 +20,23 @@ void hideSelection(const SharedOptions& options, Table& table) {
   if (options.properties.contains("BdgTipoScheda")) table.hide({"BU65_INDCOSRIC_BU07"});
 }
 
-void showGrid(Environment& environment, bool explain) {
+struct GridOptions {
+  bool explain = false, stamps = false;
+};
+
+/// When each card was changed last, for `set --seen`.
+void addStamps(Environment& environment, Table& table) {
+  const auto id = table.position("BU65_ID");
+  if (!id) return;
+  std::vector<std::int64_t> cards;
+  for (const auto& row : table.rows) cards.push_back(values::toInt64(row[*id]));
+  auto changes = dati::lastChanges(*environment.connection(), environment.budget().CodiceDitta, cards);
+  table.columns.push_back({"ULTIMAMODIFICA", "Last change"});
+  for (std::size_t i = 0; i < cards.size(); ++i) table.rows[i].push_back(dati::textOf(changes[cards[i]]));
+  if (!table.totals.empty()) table.totals.push_back(values::Variant::Null());
+}
+
+void showGrid(Environment& environment, const GridOptions& options) {
   requireGrid(environment);
   auto& budget = environment.budget();
   const auto grid = budget.RecordSetBudget();
@@ -27,21 +48,23 @@ void showGrid(Environment& environment, bool explain) {
   markTotals(table);
   table.addTotals();
   fillDeltas(budget, table);
-  if (explain) explainGrid(environment, table);
+  if (options.explain) explainGrid(environment, table);
+  if (options.stamps) addStamps(environment, table);
   environment.show(table);
 }
 
 }  // namespace
 
 Command gridCommand() {
-  const auto explain = std::make_shared<bool>(false);
+  const auto options = std::make_shared<GridOptions>();
   return {
       "grid",
       "Show the cards of a budget with their totals and deltas",
       "  bukorval grid -d demo.db -t 4 -s 01 -y 2025 --BdgTipoScheda 0 --CodiceSede 1\n"
       "Budget type 4 is kept by card kind (0 cost, 1 revenue), some budgets by site: then both are needed.",
-      {{"--explain", "show what each forecast is made of: actuals, forecast, and from which period", explain.get()}},
-      [explain](Environment& environment) { showGrid(environment, *explain); }};
+      {{"--explain", "show what each forecast is made of: actuals, forecast, and from which period", &options->explain},
+       {"--stamps", "when each card was changed last, for `set --seen`", &options->stamps}},
+      [options](Environment& environment) { showGrid(environment, *options); }};
 }
 
 }  // namespace bukorval::host

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -64,18 +65,23 @@ void importFiles(Environment& environment, const FilesToImport& options) {
   const auto& connection = environment.connection();
   dati::Import import(
       connection, environment.session(), [&environment]() -> CLSKORVAL& { return environment.budget(); }, options.how);
+  std::optional<BudgetAnno> written;
+  const auto look = [&] {
+    if (written) requireWritable(environment, *written);
+  };
   for (std::size_t i = 0; i < options.files.size(); ++i) {
     if (options.files[i].empty()) continue;
     const auto& kind = dati::fileKinds()[i];
     if (kind.needsBudget) {
       requireBudget(environment);
-      requireWritable(environment, budgetScelto(environment.budget()));
+      written = budgetScelto(environment.budget());
+      look();
     }
     import.read(kind, options.files[i]);
   }
   if (import.empty()) throw UsageError(tr("Nothing to import: give at least one file"));
   refuseProblems(import.problems(), remedies(import.problems()));
-  tell(import.write());
+  tell(import.write(look));
 }
 
 bool hasMovements(const FilesToImport& options) {

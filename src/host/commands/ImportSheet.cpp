@@ -75,6 +75,7 @@ void importSheet(Environment& environment, const SheetToImport& sheet,
   if (!sheet.dryRun) requireWritable(environment, file.selection.cards.budget);
   // What is compared is what is written over: both in one transaction.
   auto transaction = environment.transaction();
+  if (!sheet.dryRun) requireWritable(environment, file.selection.cards.budget);
   auto now = sheet::readBudgetSheet(budget, transaction.connection(), file.selection);
   for (auto& key : now.keys) key.hidden = isTechnical(key.name);
   const auto changes = sheet::sheetChanges(file, now, problems);

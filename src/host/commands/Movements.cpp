@@ -48,7 +48,9 @@ dati::ElaboratedCard chosenCard(Environment& environment, const MovementsOptions
 
 dati::DrillScope scopeOf(Environment& environment, const MovementsOptions& options) {
   dati::DrillScope scope;
-  completeDates(environment);
+  const auto dates = cardRunDates(environment);
+  tellDates(dates);
+  takeDates(environment.budget(), dates);
   for (const auto& [from, to] : cardRunRanges(environment.budget()))
     scope.ranges.emplace_back(values::toDate(from), values::toDate(to));
   if (options.period != 0) scope.period = options.period;

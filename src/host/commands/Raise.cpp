@@ -28,8 +28,8 @@ void raise(Environment& environment, const RaiseOptions& options) {
   const auto percentage = parsePercentage(options.percentage, environment.session().SeparatoreDecimale());
   const auto kind = parsePeriodKind(budget, options.kind);
   const auto& measure = parseMeasure(options.measure);
-  if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
   auto transaction = environment.transaction();
+  if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
   dati::WatchedRun run(budget, transaction, {budgetScelto(budget), kind, bdgPdcCoGe, &measure});
   const auto cards = dati::selectedCards(budget, run.connection());
   if (cards.empty()) throw dati::Refused(tr("There is no card in this selection"));

@@ -22,7 +22,7 @@ namespace {
 
 picture::Words wordsOf(Environment& environment) {
   const char separator = environment.session().SeparatoreDecimale();
-  return {picture::phrasesFor(chosenLanguage()), separator, title};
+  return {picture::phrases(), separator, title};
 }
 
 /// "Spese generali per sede", and below it which budget that is and what of it counts.

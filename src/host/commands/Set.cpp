@@ -4,7 +4,9 @@
 #include "dati/Cards.h"
 #include "dati/DetailNames.h"
 #include "dati/Failure.h"
+#include "dati/LastChange.h"
 #include "dati/Transaction.h"
+#include "host/commands/CardChanges.h"
 #include "host/commands/Command.h"
 #include "host/commands/DetailKind.h"
 #include "host/environment/Arguments.h"
@@ -31,15 +33,28 @@ Variant cellValue(Environment& environment, const Variant& card, int period, con
 }
 
 struct SetOptions {
-  std::string card, value, kind = "budget", measure = "amount";
+  std::string card, value, kind = "budget", measure = "amount", seen;
   int period = 0;
 };
+
+/// Ends the command when the card is no longer what was seen, and shows what it has become.
+void requireUnchanged(Environment& environment, ado::Connection& connection, const Variant& card,
+                      const std::string& seen) {
+  const auto change = dati::parseLastChange(seen);
+  if (!change) throw UsageError(tr("--seen is a last change as `bukorval card` shows it, not '{}'", seen));
+  const auto since = dati::changesSince(connection, environment.budget().CodiceDitta, values::toInt64(card), *change);
+  if (!since) return;
+  if (!since->changes.empty()) environment.show(tableOf(since->changes, since->entries));
+  throw dati::Refused(tr("Card {} has been changed since it was seen ({}), last on {}: nothing was written",
+                         values::toPlainText(card), dati::textOf(*change), dati::textOf(since->last)));
+}
 
 void setValue(Environment& environment, const SetOptions& options) {
   const auto card = parseArgument(options.card);
   selectWritableCard(environment, card);
   auto transaction = environment.transaction();
   selectWritableCard(environment, card);
+  if (!options.seen.empty()) requireUnchanged(environment, transaction.connection(), card, options.seen);
   const DetailKind kind = parseDetailKind(options.kind);
   const auto& measure = parseMeasure(options.measure);
   const std::string column = std::string(measure.gridColumn) + kind.column;
@@ -69,7 +84,8 @@ Command setCommand() {
           "  bukorval set 12 3 1250,50 -d demo.db                    budget amount of March\n"
           "  bukorval set 12 3 NULL --kind forecast1 --measure qty1 -d demo.db\n"
           "VALUE has the company's decimal sign, 1.250,50 or 1250,50; what could be read two ways, 1.250, is refused.\n"
-          "NULL clears it.",
+          "NULL clears it. --seen keeps an edit of somebody else: when the card has been changed since that moment,\n"
+          "nothing is written, and what has changed is shown.",
           {{"CARD", "identifier of the card", &options->card, true},
            {"PERIOD", "number of the period", &options->period, true},
            {"VALUE", "the new value", &options->value, true},
@@ -77,7 +93,11 @@ Command setCommand() {
             .help = "budget, actual, orders, forecastN or a number",
             .target = &options->kind,
             .showDefault = true},
-           {.flags = "--measure", .help = "amount, qty1 or qty2", .target = &options->measure, .showDefault = true}},
+           {.flags = "--measure", .help = "amount, qty1 or qty2", .target = &options->measure, .showDefault = true},
+           {.flags = "--seen",
+            .help = "last change of the card as `card` or `grid --stamps` showed it: refused when it was changed since",
+            .target = &options->seen,
+            .valueName = "WHEN"}},
           [options](Environment& environment) { setValue(environment, *options); },
           Writes::Cards};
 }

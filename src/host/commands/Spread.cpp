@@ -124,20 +124,22 @@ void spread(Environment& environment, SpreadOptions options) {
   const auto kind = parsePeriodKind(budget, options.kind);
   const auto& measure = parseMeasure(options.measure);
   const auto total = parseTotal(options.total, environment.session().SeparatoreDecimale(), measure.decimals);
-  if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
   const auto names = dati::periodNames(budget);
   const int last = static_cast<int>(names.size());
   if (options.to == 0) options.to = last;
   if (options.from > options.to || options.to > last)
     throw UsageError(tr("The periods of this budget are 1 to {}", last));
-  auto& connection = *environment.connection();
+  auto transaction = environment.transaction();
+  auto& connection = transaction.connection();
+  // Others may have written while this run waited: the card is looked at again.
+  selectCard(environment, card);
+  if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
   const auto weights = weightsOf({budget, connection, card, kind, measure, names.size()}, options);
   const auto shares = suite::ripartisciPerPesi(total, weights, measure.decimals);
-  auto transaction = environment.transaction();
-  const auto before = dati::amountsOfCard(transaction.connection(), card, kind, measure);
+  const auto before = dati::amountsOfCard(connection, card, kind, measure);
   for (int period = options.from; period <= options.to; ++period)
     dati::writeCardValue(budget, card, kind, period, measure.kind, shares[static_cast<std::size_t>(period) - 1]);
-  const auto after = dati::amountsOfCard(transaction.connection(), card, kind, measure);
+  const auto after = dati::amountsOfCard(connection, card, kind, measure);
   transaction.end(options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   environment.show(tableOf(options, measure, names, weights, before, after));
 }

@@ -70,6 +70,8 @@ const ado::ConnectionPtr& Environment::connection() {
   auto connection = ado::createConnection();
   connection->ConnectionString = connectionString();
   connection->CursorLocation = ado::adUseClient;
+  // What a command has looked at in its transaction holds until its end, as for the object's own connections.
+  connection->IsolationLevel = ado::adXactSerializable;
   connection->Open();
   connection_ = std::move(connection);
   return connection_;

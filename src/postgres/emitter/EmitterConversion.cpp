@@ -19,19 +19,19 @@ std::string Emitter::bind(Parameter parameter) {
 /// A literal as a value of the type: a number is cut or rounded to it.
 std::string Emitter::bindTo(std::size_t literal, const Type& target) {
   return bind({.use = Parameter::Use::Value,
+               .type = parameterType(target),
                .binding = {.how = engine::Binding::How::ToType,
                            .literal = literal,
                            .target = target,
                            .assignment = isNumeric(target) && target.kind != TypeKind::Bit,
-                           .column = {}},
-               .type = parameterType(target)});
+                           .column = {}}});
 }
 
 std::string Emitter::value(const Piece& piece) {
   if (!piece.literal) return piece.sql;
   return bind({.use = Parameter::Use::Value,
-               .binding = {.literal = *piece.literal, .target = {}, .column = {}},
-               .type = parameterType(literalType(scan_.literals[*piece.literal]))});
+               .type = parameterType(literalType(scan_.literals[*piece.literal])),
+               .binding = {.literal = *piece.literal, .target = {}, .column = {}}});
 }
 
 Piece Emitter::valued(Piece piece) {
@@ -102,12 +102,12 @@ std::string Emitter::assigned(const Piece& piece, const Column& column) {
   const Type& target = column.type;
   if (piece.literal)
     return bind({.use = Parameter::Use::Value,
+                 .type = parameterType(target),
                  .binding = {.how = engine::Binding::How::ToType,
                              .literal = *piece.literal,
                              .target = target,
                              .assignment = true,
-                             .column = column.name},
-                 .type = parameterType(target)});
+                             .column = column.name}});
   const Type& from = piece.type;
   if (from.kind == TypeKind::Text && target.kind == TypeKind::Text && target.fixed && !piece.null) return piece.sql;
   if (from.kind == TypeKind::Integer && target.kind == TypeKind::Integer) return piece.sql;

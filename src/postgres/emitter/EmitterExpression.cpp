@@ -127,8 +127,8 @@ std::string Emitter::literalComparison(ComparisonOperator op, const Piece& side,
   const Type type = comparisonType(side.type, written);
   if (side.type.kind == TypeKind::Unknown) return std::string(kUnknownTruth);
   Parameter parameter{.use = Parameter::Use::Value,
-                      .binding = {.literal = *literal.literal, .target = type, .column = {}},
-                      .type = parameterType(type)};
+                      .type = parameterType(type),
+                      .binding = {.literal = *literal.literal, .target = type, .column = {}}};
   if (type.kind == TypeKind::Text) {
     if (ordersTexts(op)) {
       // Once for the statement, not once for each row.
@@ -226,13 +226,13 @@ std::string Emitter::sql(const InList& node, const Expression&) {
       continue;
     }
     Parameter parameter{.use = text ? Parameter::Use::Folded : Parameter::Use::Value,
+                        .type = text    ? kText
+                                : whole ? kInt8
+                                        : parameterType(left.type),
                         .binding = {.how = engine::Binding::How::ToType,
                                     .literal = *member.literal,
                                     .target = whole ? integerType(64) : left.type,
-                                    .column = {}},
-                        .type = text    ? kText
-                                : whole ? kInt8
-                                        : parameterType(left.type)};
+                                    .column = {}}};
     list += (list.empty() ? "" : ", ") + bind(std::move(parameter));
   }
   std::string sql;
@@ -249,7 +249,7 @@ std::string Emitter::sql(const Like& node, const Expression&) {
   if (!pattern.literal)
     return notIf(node.negated, matched + " ~ " + call("bk_like_regex", {converted(pattern, textType(0))}));
   const auto bound = [&](Parameter::Use use) {
-    return bind({.use = use, .binding = {.literal = *pattern.literal, .target = {}, .column = {}}, .type = kText});
+    return bind({.use = use, .type = kText, .binding = {.literal = *pattern.literal, .target = {}, .column = {}}});
   };
   if (!node.prefix) return notIf(node.negated, matched + " ~ " + bound(Parameter::Use::Regex));
   std::string sql = call("starts_with", {matched, bound(Parameter::Use::Prefix)});

@@ -21,8 +21,8 @@ struct Parameter {
     PrefixTo,    ///< the text after the last of them
     Regex,       ///< a pattern of LIKE as a regular expression over what bk_upper gives
   } use = Use::Value;
-  engine::Binding binding;
   Oid type = kText;
+  engine::Binding binding;
 };
 
 /// A translated text. It depends only on the text's key (see tsql/Lexer.h) and the catalog, never on literal values.

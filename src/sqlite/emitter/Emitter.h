@@ -15,9 +15,6 @@
 
 namespace sqlite {
 
-/// A text compared otherwise than by its column's collation needs one of its own.
-inline constexpr std::string_view kTextCollation = " COLLATE BK_TEXT";
-
 /// How the statements name a common table expression.
 struct NamedQuery {
   std::string sqlName;
@@ -27,7 +24,9 @@ struct NamedQuery {
 /// Writes one SQLite statement after another from resolved pieces of a tree.
 class Emitter {
  public:
-  explicit Emitter(const tsql::Scan& scan) : scan_(scan) {}
+  Emitter(const tsql::Scan& scan, std::string_view textOrder) : scan_(scan), textOrder_(textOrder) {}
+
+  std::string_view textOrder() const { return textOrder_; }
 
   std::map<std::string, NamedQuery> named;  ///< by upper-case name
 
@@ -79,6 +78,12 @@ class Emitter {
   std::string sql(const tsql::ScalarQuery& node, const tsql::Expression& e);
   [[noreturn]] std::string sql(const tsql::LastIdentity& node, const tsql::Expression& e);
   Piece signedPiece(const tsql::Sign& node);
+  /// A text compared otherwise than by its column's collation needs one of its own.
+  std::string collated(const std::string& sql, bool text) const;
+  std::string compared(tsql::ComparisonOperator op, const std::string& a, const std::string& b, const tsql::Type& type,
+                       bool column) const;
+  std::string member(const std::string& sql, bool negated, const tsql::Type& type, bool column,
+                     const std::string& list) const;
   std::string comparison(tsql::ComparisonOperator op, const Piece& a, const Piece& b);
   std::string literalComparison(tsql::ComparisonOperator op, const Piece& side, const Piece& literal);
 
@@ -99,6 +104,7 @@ class Emitter {
   [[noreturn]] void fail(const std::string& message, std::size_t offset) const { failAt(scan_, message, offset); }
 
   const tsql::Scan& scan_;
+  const std::string_view textOrder_;
   std::vector<Binding> bindings_;
   std::set<std::string> used_;  ///< named queries that the statement reads
 };

@@ -26,22 +26,26 @@ constexpr ArithmeticWords arithmeticWords(ArithmeticOperator op) {
   return {};
 }
 
+}  // namespace
+
+std::string Emitter::collated(const std::string& sql, bool text) const {
+  return text ? sql + " COLLATE " + std::string(textOrder_) : sql;
+}
+
 /// Both sides in words, comparable as the engine compares.
-std::string compared(ComparisonOperator op, const std::string& a, const std::string& b, const Type& type,
-                     bool collated) {
+std::string Emitter::compared(ComparisonOperator op, const std::string& a, const std::string& b, const Type& type,
+                              bool column) const {
   const std::string sign = " " + std::string(symbol(op)) + " ";
   if (isWide(type)) return infix(call("bk_cmp", {a, b}), sign, "0");
-  const bool text = type.kind == TypeKind::Text && !collated;
-  return infix(text ? a + std::string(kTextCollation) : a, sign, b);
+  return infix(collated(a, type.kind == TypeKind::Text && !column), sign, b);
 }
 
 /// Left side of an IN: a computed text has no collation of its own.
-std::string member(const std::string& sql, bool negated, const Type& type, bool column, const std::string& list) {
-  const bool collate = type.kind == TypeKind::Text && !column;
-  return "(" + sql + (collate ? std::string(kTextCollation) : "") + (negated ? " NOT IN (" : " IN (") + list + "))";
+std::string Emitter::member(const std::string& sql, bool negated, const Type& type, bool column,
+                            const std::string& list) const {
+  const bool computed = type.kind == TypeKind::Text && !column;
+  return "(" + collated(sql, computed) + (negated ? " NOT IN (" : " IN (") + list + "))";
 }
-
-}  // namespace
 
 Piece Emitter::expression(const Expression& e) {
   if (const auto* constant = e.as<Constant>()) return {{}, e.type, constant->literal};

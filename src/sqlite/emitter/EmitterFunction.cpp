@@ -41,8 +41,7 @@ std::string Emitter::aggregate(const Call& node, const Expression& e) {
   const Type& type = argument.type;
   if (node.function == Function::Min || node.function == Function::Max) {
     if (isWide(type)) fail(node.name + " of a sum is not supported", e.offset);
-    const bool collate = type.kind == TypeKind::Text && !argument.column;
-    return node.name + "(" + values + (collate ? std::string(kTextCollation) : "") + ")";
+    return node.name + "(" + collated(values, type.kind == TypeKind::Text && !argument.column) + ")";
   }
   const bool average = node.function == Function::Avg;
   if (type.kind == TypeKind::Float) return call(average ? "avg" : "total", {values});

@@ -37,7 +37,7 @@ std::string defaultOf(const Column& column, const DefaultValue& value) {
   return value.text + std::string(static_cast<std::size_t>(type.scale), '0');
 }
 
-std::string columnText(const ColumnDefinition& definition, bool identityKey) {
+std::string columnText(const ColumnDefinition& definition, bool identityKey, std::string_view textOrder) {
   const Type& type = definition.column.type;
   std::string sql = quotedName(definition.column.name) + " ";
   if (definition.column.identity) {
@@ -46,7 +46,7 @@ std::string columnText(const ColumnDefinition& definition, bool identityKey) {
     return sql + "INTEGER " + identityConstraint(type);
   }
   sql += declaredType(type);
-  if (type.kind == TypeKind::Text) sql += " COLLATE BK_TEXT";
+  if (type.kind == TypeKind::Text) sql.append(" COLLATE ").append(textOrder);
   if (!type.nullable) sql += " NOT NULL";
   if (definition.defaultValue) sql += " DEFAULT " + defaultOf(definition.column, *definition.defaultValue);
   if (definition.primaryKey) sql += " PRIMARY KEY";
@@ -61,13 +61,13 @@ bool isIdentityKey(const SchemaChange& change, const Column& column) {
   return true;
 }
 
-std::string createTable(const SchemaChange& change) {
+std::string createTable(const SchemaChange& change, std::string_view textOrder) {
   std::string sql = "CREATE TABLE " + quotedName(change.name) + " (";
   bool identity = false;
   bool keyed = false;
   bool first = true;
   for (const auto& definition : change.columns) {
-    sql += (first ? "" : ", ") + columnText(definition, isIdentityKey(change, definition.column));
+    sql += (first ? "" : ", ") + columnText(definition, isIdentityKey(change, definition.column), textOrder);
     identity = identity || definition.column.identity;
     keyed = keyed || definition.primaryKey;
     first = false;
@@ -101,16 +101,17 @@ std::string createIndex(const SchemaChange& change) {
 
 }  // namespace
 
-std::string schemaStatement(const SchemaChange& change) {
+std::string schemaStatement(const SchemaChange& change, std::string_view textOrder) {
   switch (change.kind) {
-    case SchemaChange::Kind::CreateTable: return createTable(change);
+    case SchemaChange::Kind::CreateTable: return createTable(change, textOrder);
     case SchemaChange::Kind::CreateIndex: return createIndex(change);
     case SchemaChange::Kind::DropTable:
       return std::string("DROP TABLE ") + (change.ifExists ? "IF EXISTS " : "") + quotedName(change.name);
     case SchemaChange::Kind::DropIndex:
       return std::string("DROP INDEX ") + (change.ifExists ? "IF EXISTS " : "") + quotedName(change.name);
     case SchemaChange::Kind::AddColumn:
-      return "ALTER TABLE " + quotedName(change.table) + " ADD COLUMN " + columnText(change.columns[0], false);
+      return "ALTER TABLE " + quotedName(change.table) + " ADD COLUMN " +
+             columnText(change.columns[0], false, textOrder);
     case SchemaChange::Kind::Truncate: return "DELETE FROM " + quotedName(change.table);
   }
   return {};

@@ -15,9 +15,9 @@ namespace {
 
 /// An index serves an equality only when both sides have the same affinity. A wide sum has none: as a number its digits
 /// would be rounded.
-std::string_view stageAffinity(const Type& type) {
+std::string stageAffinity(const Type& type, std::string_view textOrder) {
   switch (type.kind) {
-    case TypeKind::Text: return " TEXT COLLATE BK_TEXT";
+    case TypeKind::Text: return " TEXT COLLATE " + std::string(textOrder);
     case TypeKind::Float: return " REAL";
     case TypeKind::Unknown: return "";
     default: return isWide(type) ? "" : " NUMERIC";
@@ -83,7 +83,7 @@ void Stages::stage(const CommonTable& table, const std::set<std::string>& lookup
     if (column.name.empty()) throw values::Errore("A column of '" + table.name + "' has no name");
     columns.append(columns.empty() ? "" : ", ").append(quotedName(column.name));
     // A key that is the row number needs no index of its own.
-    columns.append(key == i ? " INTEGER PRIMARY KEY" : stageAffinity(column.type));
+    columns.append(key == i ? " INTEGER PRIMARY KEY" : stageAffinity(column.type, emitter.textOrder()));
   }
   const auto bare = [](std::string sql) { return StepText{std::move(sql), {}}; };
   translation.setup.push_back(bare("CREATE TEMP TABLE " + quotedName(name) + " (" + columns + ")"));

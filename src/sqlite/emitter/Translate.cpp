@@ -12,25 +12,26 @@ using namespace tsql;
 
 namespace {
 
-Translation translated(Query& query, const Scan& scan, std::string_view stagePrefix) {
+Translation translated(Query& query, const Scan& scan, std::string_view stagePrefix, std::string_view textOrder) {
   Translation translation;
   translation.columns = query.select->columns;
   if (asksIdentity(query)) {
     translation.kind = Translation::Kind::Identity;
     return translation;
   }
-  translation.order = orderAfterReading(*query.select);
+  // Rows are sorted in the newer order of texts only.
+  if (textOrder == kTextOrder) translation.order = orderAfterReading(*query.select);
   if (!translation.order.empty()) query.select->orderBy.clear();
-  Emitter emitter(scan);
+  Emitter emitter(scan, textOrder);
   Stages(query, stagePrefix).build(emitter, translation);
   auto sql = emitter.withInlined(emitter.select(*query.select));
   translation.main = emitter.finish(std::move(sql));
   return translation;
 }
 
-Translation translated(const Change& change, const Scan& scan, std::string_view) {
+Translation translated(const Change& change, const Scan& scan, std::string_view, std::string_view textOrder) {
   using Kind = Change::Kind;
-  Emitter emitter(scan);
+  Emitter emitter(scan, textOrder);
   Translation translation;
   translation.kind = Translation::Kind::Change;
   auto sql = change.kind == Kind::Insert   ? emitter.insert(change)
@@ -41,19 +42,20 @@ Translation translated(const Change& change, const Scan& scan, std::string_view)
   return translation;
 }
 
-Translation translated(const SchemaChange& change, const Scan&, std::string_view) {
+Translation translated(const SchemaChange& change, const Scan&, std::string_view, std::string_view textOrder) {
   Translation translation;
   translation.kind = Translation::Kind::Schema;
-  translation.main = {schemaStatement(change), {}};
+  translation.main = {schemaStatement(change, textOrder), {}};
   return translation;
 }
 
 }  // namespace
 
-Translation translate(const Scan& scan, const Catalog& catalog, std::string_view stagePrefix) {
+Translation translate(const Scan& scan, const Catalog& catalog, std::string_view stagePrefix,
+                      std::string_view textOrder) {
   Statement statement = Parser(scan).statement();
   Resolver(scan, catalog).resolve(statement);
-  return std::visit([&](auto& kind) { return translated(kind, scan, stagePrefix); }, statement);
+  return std::visit([&](auto& kind) { return translated(kind, scan, stagePrefix, textOrder); }, statement);
 }
 
 }  // namespace sqlite

@@ -15,6 +15,10 @@ namespace sqlite {
 
 using namespace engine;
 
+/// The collations (see functions/Functions.h) of texts, and of those of older files: an index serves its own only.
+inline constexpr std::string_view kTextOrder = "BK_ORDER";
+inline constexpr std::string_view kOlderTextOrder = "BK_TEXT";
+
 /// A translated text. It depends only on the text's key (see tsql/Lexer.h) and the catalog, never on literal values.
 struct Translation {
   enum class Kind { Query, Change, Schema, Identity } kind = Kind::Query;
@@ -31,6 +35,8 @@ struct Translation {
 /// Turns one SQL Server statement into SQLite statements that give SQL Server's results.
 /// A construct it does not know, and a second statement, throw values::Errore and quote the place.
 /// @param stagePrefix  unique start of the names of temporary stages.
-Translation translate(const tsql::Scan& scan, const tsql::Catalog& catalog, std::string_view stagePrefix);
+/// @param textOrder  the collation of the database's texts.
+Translation translate(const tsql::Scan& scan, const tsql::Catalog& catalog, std::string_view stagePrefix,
+                      std::string_view textOrder = kTextOrder);
 
 }  // namespace sqlite

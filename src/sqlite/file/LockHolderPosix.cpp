@@ -78,7 +78,7 @@ std::string lockHolder(const std::string& file, Holding holding) {
     if (process == 0) continue;
     if (process == ::getpid()) return "another connection of this program";
     const auto program = programOf(process);
-    const auto number = "process " + std::to_string(process);
+    const auto number = "PID " + std::to_string(process);
     return program.empty() ? number : program + " (" + number + ")";
   }
   return {};

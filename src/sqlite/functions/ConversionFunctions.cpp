@@ -1,7 +1,7 @@
 #include <cmath>
 
-#include "sqlite/functions/FunctionSupport.h"
 #include "engine/DateNumber.h"
+#include "sqlite/functions/FunctionSupport.h"
 #include "values/Conversion.h"
 #include "values/Decimal.h"
 #include "values/Text.h"

@@ -1,5 +1,5 @@
-#include "sqlite/functions/FunctionSupport.h"
 #include "engine/DateNumber.h"
+#include "sqlite/functions/FunctionSupport.h"
 
 namespace sqlite {
 namespace {

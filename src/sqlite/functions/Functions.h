@@ -7,7 +7,8 @@
 /// cannot hold them. All are exact; a result of more than 38 digits is
 /// "Arithmetic overflow error converting numeric to data type numeric."
 ///
-/// Collation  BK_TEXT                   values::compareText
+/// Collations BK_ORDER                  values::compareText
+///            BK_TEXT                   values::compareLetters, for files that are still in that order
 ///
 /// Sums       bk_sum(units)             aggregate; NULL without values. bk_average(sum, count): whole, truncated
 /// Numbers    bk_add, bk_sub, bk_mul(a, b)  units

@@ -1,4 +1,3 @@
-#include <sstream>
 
 #include "dati/import/CsvModel.h"
 #include "dati/import/CsvReader.h"
@@ -10,8 +9,7 @@ using namespace bukorval::dati;
 
 /// "a|b 2:1|2 3:3|4": the header, then each record behind its first line.
 std::string readAll(const std::string& text) {
-  std::istringstream in(text);
-  CsvReader reader(in);
+  CsvReader reader(text);
   std::string shown;
   const auto add = [&](const std::vector<std::string>& fields) {
     for (const auto& field : fields) shown += (&field == &fields.front() ? "" : "|") + field;

@@ -1,5 +1,9 @@
 // A driver for the driver manager whose database is a script: it answers as SQL Server's driver may and the embedded
-// one never does. A text it does not know comes back as the one row of its answer.
+// one never does. A text it does not know comes back as the one row of its answer. With the word TDS_Version in its
+// connection string it is a server with the code page 1252, reached through a driver whose transactions are the
+// server's own: one is open as long as autocommit is off, and what ends one fails where the server did so first. That
+// driver speaks version 7.1 of the protocol unless the word says 7.4; Old stands for one that is set up so elsewhere.
+// With the word Empty the database has no tables but those that are made, and no rows; with ReadOnly it makes none.
 #include <sql.h>
 #include <sqlext.h>
 #include <sqlucode.h>
@@ -9,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -46,6 +51,11 @@ const std::map<Text, std::vector<Answer>>& script() {
          {{u".50", u"12345678901234567890123456.78"}, {u"-.05", u"-0.10"}, {u"9999999999999.99", {}}},
          {}}}},
       {u"SELECT TOO MUCH MONEY", {{{{u"X", SQL_DECIMAL, 38, 0}}, {{Text(38, u'9')}}, {}}}},
+      {u"SELECT FINE MONEY",
+       {{{{u"QUOTA", SQL_DECIMAL, 38, 38}, {u"SOMMA", SQL_DECIMAL, 38, 4}},
+         {{u".25" + Text(36, u'0'), u"123456789012345678901234567.5000"}},
+         {}}}},
+      {u"SELECT TOO FINE MONEY", {{{{u"SOMMA", SQL_DECIMAL, 38, 4}}, {{u"1234567890123456789012345678.5001"}}, {}}}},
       {u"SELECT NO MONEY", {{{{u"IMPORTO", SQL_DECIMAL, 15, 2}}, {{u"1,50"}}, {}}}},
       {u"SELECT TYPES",
        {{{{u"A", SQL_TINYINT},
@@ -69,6 +79,8 @@ const std::map<Text, std::vector<Answer>>& script() {
       {u"INSERT DEADLOCK", {{{}, {}, u"[Maker][SQL Server]Transaction was deadlocked", true}}},
       {u"INSERT SILENT FAILURE", {{{}, {}, u"[Maker]"}}},
       {u"INSERT ONE", {{}}},
+      {u"BEGIN TRANSACTION", {{}}},
+      {u"INSERT BREAK", {{{}, {}, u"[Maker]Communication link failure"}}},
   };
   return answers;
 }
@@ -76,8 +88,14 @@ const std::map<Text, std::vector<Answer>>& script() {
 struct Connection {
   Text opened;
   bool autocommit = true;
-  std::uintptr_t isolation = 0;
+  std::uintptr_t isolation = SQL_TXN_READ_COMMITTED;
   unsigned transactions = 0;
+  bool broken = false;
+
+  std::set<Text> tables;  ///< made on it
+
+  bool is(const char16_t* word) const { return opened.find(word) != Text::npos; }
+  bool tds() const { return is(u"TDS_Version"); }
 };
 
 struct Statement {
@@ -99,13 +117,48 @@ Text shown(std::uintptr_t value) {
   return {digits.begin(), digits.end()};
 }
 
+SQLRETURN refused(const char16_t* why) {
+  error = why;
+  return SQL_ERROR;
+}
+
+/// What a letter becomes in the code page 1252, as far as the tests know it.
+char16_t inCodePage(char16_t letter) {
+  return letter < 0x100 || letter == u'€' ? letter : letter == u'ő' ? u'o' : u'?';
+}
+
+/// The name behind these words; nothing where they are not there.
+std::optional<Text> nameBehind(const Text& text, std::u16string_view words) {
+  const auto at = text.find(words);
+  if (at == Text::npos) return std::nullopt;
+  const auto start = text.find_first_not_of(u' ', at + words.size());
+  return text.substr(start, text.find_first_of(u" (\n", start) - start);
+}
+
+/// What a database that has only the tables made on this connection refuses.
+std::optional<Text> refusal(const Text& text, Connection& connection) {
+  const auto made = nameBehind(text, u"CREATE TABLE ");
+  if (made && connection.is(u"ReadOnly")) return u"[Maker][SQL Server]CREATE TABLE permission denied.";
+  if (made && !connection.tables.insert(*made).second)
+    return u"[Maker][SQL Server]There is already an object named '" + *made + u"' in the database.";
+  const auto read = nameBehind(text, u" FROM ");
+  if (read && !connection.tables.contains(*read)) return u"[Maker][SQL Server]Invalid object name '" + *read + u"'.";
+  return std::nullopt;
+}
+
 std::vector<Answer> answersTo(const Text& text, const Statement& statement) {
-  const auto& connection = statement.connection;
+  auto& connection = statement.connection;
+  if (connection.is(u"Empty")) {
+    if (const auto why = refusal(text, connection)) return {{{}, {}, *why}};
+    if (nameBehind(text, u" FROM ")) return {{{{u"X", SQL_INTEGER}}, {}, {}}};
+  }
   if (const auto found = script().find(text); found != script().end()) return found->second;
   const auto one = [](Text value, SQLSMALLINT type) {
     return std::vector<Answer>{{{{u"X", type, 4000}}, {{std::move(value)}}, {}}};
   };
   if (text == u"SELECT @@TRANCOUNT AS N") return one(shown(connection.transactions), SQL_INTEGER);
+  constexpr std::u16string_view kLetter = u"SELECT UNICODE(CONVERT(varchar(8), N'";
+  if (connection.tds() && text.starts_with(kLetter)) return one(shown(inCodePage(text[kLetter.size()])), SQL_INTEGER);
   if (text == u"SELECT CONNECTIONS") return one(shown(connected), SQL_INTEGER);
   if (text == u"SELECT SETTINGS") {
     return one(connection.opened + (connection.autocommit ? u"|auto|" : u"|manual|") + shown(connection.isolation) +
@@ -121,6 +174,7 @@ SQLRETURN begin(Statement& statement) {
   if (statement.answer >= statement.answers.size()) return SQL_NO_DATA;
   const auto& answer = statement.answers[statement.answer];
   if (answer.endsTransaction) connection.transactions = 0;
+  if (connection.broken) return refused(u"[Maker]Communication link failure");
   if (answer.error.empty()) return SQL_SUCCESS;
   error = answer.error;
   return SQL_ERROR;
@@ -178,10 +232,19 @@ SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQL
   return SQL_ERROR;
 }
 
+/// The version of the protocol, asked for by the number that it has at one maker's driver.
+SQLRETURN SQL_API SQLGetInfoW(SQLHDBC handle, SQLUSMALLINT what, SQLPOINTER value, SQLSMALLINT, SQLSMALLINT* length) {
+  const auto& connection = *static_cast<Connection*>(handle);
+  if (what != 1300 || !(connection.tds() || connection.is(u"Old"))) return refused(u"[Driver]Option type out of range");
+  store<SQLUINTEGER>(value, 7U << 16U | (connection.is(u"TDS_Version=7.4") ? 4U : 1U));
+  *length = sizeof(SQLUINTEGER);
+  return SQL_SUCCESS;
+}
+
 /// Refused while a transaction is open, as the standard says.
 SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
-  error = u"[Maker]Invalid transaction state";
-  if (static_cast<Connection*>(handle)->transactions > 0) return SQL_ERROR;
+  const auto& connection = *static_cast<Connection*>(handle);
+  if (connection.transactions > 0 && !connection.broken) return refused(u"[Maker]Invalid transaction state");
   --connected;
   return SQL_SUCCESS;
 }
@@ -189,13 +252,34 @@ SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
 SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
   auto& connection = *static_cast<Connection*>(handle);
   const auto number = reinterpret_cast<std::uintptr_t>(value);
-  if (attribute == SQL_ATTR_AUTOCOMMIT) connection.autocommit = number == SQL_AUTOCOMMIT_ON;
-  if (attribute == SQL_ATTR_TXN_ISOLATION) connection.isolation = number;
+  if (attribute == SQL_ATTR_AUTOCOMMIT) {
+    const bool on = number == SQL_AUTOCOMMIT_ON;
+    const bool lost = connection.broken || (!connection.autocommit && connection.transactions == 0);
+    if (connection.tds() && on && lost) return refused(u"[Driver]Could not change transaction status");
+    if (connection.tds()) connection.transactions = on ? 0 : 1;
+    connection.autocommit = on;
+  }
+  if (attribute == SQL_ATTR_TXN_ISOLATION) {
+    if (connection.is(u"OneLevel")) return refused(u"[Driver]Optional feature not implemented");
+    if (connection.transactions > 0) return refused(u"[Driver]Attribute cannot be set now");
+    if (!connection.is(u"OwnLevel")) connection.isolation = number;
+  }
+  return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLGetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
+  if (attribute != SQL_ATTR_TXN_ISOLATION) return SQL_ERROR;
+  store(value, static_cast<SQLULEN>(static_cast<Connection*>(handle)->isolation));
   return SQL_SUCCESS;
 }
 
 SQLRETURN SQL_API SQLEndTran(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT) {
-  static_cast<Connection*>(handle)->transactions = 0;
+  auto& connection = *static_cast<Connection*>(handle);
+  if (connection.broken) return refused(u"[Maker]Communication link failure");
+  const bool next = connection.tds() && !connection.autocommit;
+  if (next && connection.transactions == 0)
+    return refused(u"[Maker][SQL Server]The transaction request has no corresponding BEGIN TRANSACTION.");
+  connection.transactions = next ? 1 : 0;
   return SQL_SUCCESS;
 }
 
@@ -213,7 +297,9 @@ SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER len
   auto& statement = *static_cast<Statement*>(handle);
   const Text asked(reinterpret_cast<const char16_t*>(text), static_cast<std::size_t>(length));
   if (asked == u"DELETE NOTHING") return SQL_NO_DATA;
-  const bool writes = asked.starts_with(u"INSERT");
+  if (asked == u"BEGIN TRANSACTION") statement.connection.transactions = 1;
+  if (asked == u"INSERT BREAK") statement.connection.broken = true;
+  const bool writes = asked.starts_with(u"INSERT") || asked.find(u"CREATE ") != Text::npos;
   if (writes && !statement.connection.autocommit) statement.connection.transactions = 1;
   statement.answers = answersTo(asked, statement);
   statement.answer = 0;

@@ -2,7 +2,7 @@
 import sqlite3
 
 database = sqlite3.connect("demo.db")
-database.create_collation("BK_TEXT", lambda a, b: (a.lower() > b.lower()) - (a.lower() < b.lower()))
+database.create_collation("BK_ORDER", lambda a, b: (a.lower() > b.lower()) - (a.lower() < b.lower()))
 for statement in (
     "DROP INDEX UX_BU66_DETTAGLIO",  # which older databases lack
     "DELETE FROM BU65_TESBUDGET WHERE BU65_ID = 52",

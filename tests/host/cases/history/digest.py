@@ -7,7 +7,7 @@ OWN = {"BK03_STORICO", "BK04_MODIFICHE", "sqlite_sequence"}
 STAMPS = {"BU65_DATAULTAGG"}
 
 db = sqlite3.connect(sys.argv[1])
-db.create_collation("BK_TEXT", lambda a, b: (a.upper() > b.upper()) - (a.upper() < b.upper()))
+db.create_collation("BK_ORDER", lambda a, b: (a.upper() > b.upper()) - (a.upper() < b.upper()))
 digest = hashlib.sha256()
 for (table,) in db.execute("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name").fetchall():
     if table in OWN:

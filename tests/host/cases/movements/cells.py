@@ -74,7 +74,7 @@ def with_percentages(amount, percentages):
 
 bukorval("elaborate-cards", "-t", "4", "-s", "01", "-y", "2025", *RUN)
 database = sqlite3.connect(DATABASE)
-database.create_collation("BK_TEXT", lambda a, b: (a > b) - (a < b))
+database.create_collation("BK_ORDER", lambda a, b: (a > b) - (a < b))
 last = database.execute("SELECT MAX(CG41_DATAREG) FROM CG41_PRIMANOTA WHERE CG41_ANNO_CG19 = 2025 "
                         "AND CG41_INDPROVREG = 0 AND CG41_INDTIPOMOV IN (0, 1)").fetchone()[0] // 10**6 // 100 * 100 + 31
 percentages = {} if "--IsApplicaPercentuali" not in OPTIONS else {

@@ -1,0 +1,93 @@
+#include "dati/LastChange.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdio>
+
+#include "dati/KeyLists.h"
+#include "frame/TestoSql.h"
+#include "values/Conversion.h"
+#include "values/Text.h"
+
+namespace bukorval::dati {
+namespace {
+
+using Stamps = std::map<std::int64_t, LastChange>;
+
+Stamps stampsOf(ado::Connection& connection, const std::vector<std::int64_t>& cards) {
+  Stamps stamps;
+  for (const auto& list : keyLists(cards)) {
+    TestoSql sql;
+    sql.riga(" SELECT BU65_ID, BU65_DATAULTAGG ")
+        .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+        .riga(" WHERE  BU65_ID IN (", list, ")");
+    const auto rs = connection.Execute(sql);
+    for (; !rs->Eof(); rs->MoveNext()) {
+      const auto& stamp = (*rs)["BU65_DATAULTAGG"].Value();
+      stamps[values::toInt64((*rs)["BU65_ID"].Value())].when =
+          stamp.isNothing() ? std::nullopt : std::optional(values::toDate(stamp));
+    }
+  }
+  return stamps;
+}
+
+/// The newest entry comes first.
+void takeEntry(LastChange& change, const HistoryEntry& entry) {
+  if (change.entry != 0) return;
+  change.entry = entry.number;
+  change.when = std::max(change.when, std::optional(values::toDate(entry.when)));
+}
+
+}  // namespace
+
+std::string textOf(const LastChange& change) {
+  if (!change.when) return "-";
+  const auto& date = *change.when;
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", date.year(), date.month(), date.day(),
+                date.hour(), date.minute(), date.second());
+  return text.data() + (change.entry == 0 ? "" : " #" + std::to_string(change.entry));
+}
+
+std::optional<LastChange> parseLastChange(std::string_view text) {
+  LastChange change;
+  if (const auto sign = text.find('#'); sign != std::string_view::npos) {
+    const auto number = values::trim(text.substr(sign + 1));
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), change.entry);
+    if (error != std::errc() || end != number.data() + number.size() || change.entry <= 0) return std::nullopt;
+    text = text.substr(0, sign);
+  }
+  if (values::trim(text) == "-" && change.entry == 0) return change;
+  change.when = values::Date::TryParse(text);
+  return change.when ? std::optional(change) : std::nullopt;
+}
+
+std::map<std::int64_t, LastChange> lastChanges(ado::Connection& connection, const values::Variant& company,
+                                               const std::vector<std::int64_t>& cards) {
+  auto changes = stampsOf(connection, cards);
+  const History history(connection, company);
+  for (const auto& entry : history.entries())
+    for (const auto card : history.cardsOf(entry))
+      if (const auto found = changes.find(card); found != changes.end()) takeEntry(found->second, entry);
+  return changes;
+}
+
+std::optional<ChangesSince> changesSince(ado::Connection& connection, const values::Variant& company, std::int64_t card,
+                                         const LastChange& seen) {
+  const History history(connection, company);
+  ChangesSince since{stampsOf(connection, {card})[card], history.entries(), {}};
+  std::erase_if(since.entries, [&](const HistoryEntry& entry) {
+    return seen.entry != 0 ? entry.number <= seen.entry : std::optional(values::toDate(entry.when)) <= seen.when;
+  });
+  since.changes = history.ofCard(card, since.entries);
+  std::erase_if(since.entries, [&](const HistoryEntry& entry) {
+    return std::ranges::find(since.changes, entry.number, &CardChange::entry) == since.changes.end();
+  });
+  const bool stamped = since.last.when > seen.when;
+  if (!stamped && since.entries.empty()) return std::nullopt;
+  for (const auto& entry : since.entries) takeEntry(since.last, entry);
+  return since;
+}
+
+}  // namespace bukorval::dati
