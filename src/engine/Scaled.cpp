@@ -105,13 +105,13 @@ Int128 divideRounded(Int128 numerator, Int128 denominator) {
 
 std::optional<Int128> addChecked(Int128 a, Int128 b) {
   Int128 result;
-  if (__builtin_add_overflow(a, b, &result)) return std::nullopt;
+  if (!values::addInto(a, b, result)) return std::nullopt;
   return result;
 }
 
 std::optional<Int128> multiplyChecked(Int128 a, Int128 b) {
   Int128 result;
-  if (__builtin_mul_overflow(a, b, &result)) return std::nullopt;
+  if (!values::multiplyInto(a, b, result)) return std::nullopt;
   return result;
 }
 

@@ -5,10 +5,12 @@
 #include <string>
 #include <string_view>
 
+#include "values/Int128.h"
+
 /// Whole numbers of up to 38 digits, the units of exact decimals (value × 10^scale).
 namespace engine {
 
-__extension__ using Int128 = __int128;
+using values::Int128;
 
 inline constexpr int kMaxDigits = 38;
 

@@ -955,6 +955,8 @@ constexpr ItalianText kTexts[] = {
     {"a formula without its value: save the file with a spreadsheet program",
      "una formula senza il suo valore: salvare il file con un programma di fogli di calcolo"},
     {"Cannot write {}: {}", "Non si può scrivere {}: {}"},
+    {"{}: this build reads and writes no spreadsheets; use a file that ends in .csv",
+     "{}: questa versione non legge e non scrive fogli di calcolo; si usi un file che finisce in .csv"},
     {"the line is of another sheet", "la riga è di un altro foglio"},
     {"what was exported cannot be read: it was changed",
      "ciò che era stato esportato non si può leggere: è stato cambiato"},

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <sql.h>
-#include <sqlext.h>
-
 #include <string>
+
+#include "odbc/Api.h"
 
 namespace odbc {
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <sql.h>
-#include <sqlext.h>
-
 #include <string>
 #include <string_view>
+
+#include "odbc/Api.h"
 
 namespace odbc {
 

@@ -7,6 +7,7 @@
 #include "dati/import/CsvModel.h"
 #include "language/Language.h"
 #include "sheet/WideShape.h"
+#include "values/FileName.h"
 #include "values/Text.h"
 
 namespace bukorval::sheet {
@@ -15,7 +16,7 @@ namespace {
 /// How files begin.
 bool startsWith(const std::string& file, std::string_view signature) {
   std::array<char, 4> start{};
-  std::ifstream(file, std::ios::binary).read(start.data(), start.size());
+  std::ifstream(values::pathOf(file), std::ios::binary).read(start.data(), start.size());
   return std::string_view(start.data(), start.size()) == signature;
 }
 

@@ -10,6 +10,7 @@
 
 #include "sqlite/file/Platform.h"
 #include "values/Errore.h"
+#include "values/FileName.h"
 
 namespace sqlite {
 namespace {
@@ -30,16 +31,18 @@ std::int32_t number(sqlite3* database, std::string_view query) {
 /// The file as it lies on the disk: no log, no journal, no locks, and nothing is made beside it.
 Database openUntouched(const fs::path& file) {
   constexpr const char* kHexDigits = "0123456789abcdef";
-  std::string address = "file://";
-  for (const char c : fs::absolute(file).string()) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (std::isalnum(byte) != 0 || c == '/')
-      address += c;
+  const auto name = fs::absolute(file).generic_u8string();
+  std::string address = name.starts_with(u8'/') ? "file://" : "file:///";
+  for (const auto byte : name) {
+    if (std::isalnum(byte) != 0 || byte == u8'/')
+      address += static_cast<char>(byte);
     else
       address.append(1, '%').append(1, kHexDigits[byte / 16]).append(1, kHexDigits[byte % 16]);
   }
   return open(address + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
 }
+
+fs::path beside(fs::path file, const char* ending) { return file += ending; }
 
 bool hasContent(const fs::path& file) {
   std::error_code none;
@@ -48,7 +51,7 @@ bool hasContent(const fs::path& file) {
 }
 
 bool hasUnmergedChanges(const fs::path& file) {
-  return hasContent(file.string() + "-wal") || hasContent(file.string() + "-journal");
+  return hasContent(beside(file, "-wal")) || hasContent(beside(file, "-journal"));
 }
 
 /// Read as bytes: a file whose log was not merged to the end need not be whole by itself.
@@ -81,9 +84,9 @@ void requireOurs(const fs::path& file) {
 
 /// A log can be read beside its index; where that is gone, only by whoever may make a new one.
 void requireIndex(const fs::path& file) {
-  if (hasContent(file.string() + "-wal") && !fs::exists(file.string() + "-shm") &&
-      !mayWrite(file.parent_path().string()))
-    throw Errore("Its log, " + file.filename().string() +
+  if (hasContent(beside(file, "-wal")) && !fs::exists(beside(file, "-shm")) &&
+      !mayWrite(values::nameOf(file.parent_path())))
+    throw Errore("Its log, " + values::nameOf(file.filename()) +
                  "-wal, must be merged first by somebody who may write in its folder");
 }
 
@@ -97,9 +100,9 @@ int denyWriting(void*, int action, const char* table, const char*, const char* d
 }
 
 Database openExisting(const FileWish& wish) {
-  const auto file = fs::canonical(wish.file);
+  const auto file = fs::canonical(values::pathOf(wish.file));
   requireOurs(file);
-  const bool writable = mayWrite(file.string()) && mayWrite(file.parent_path().string());
+  const bool writable = mayWrite(values::nameOf(file)) && mayWrite(values::nameOf(file.parent_path()));
   if (!writable && !hasUnmergedChanges(file)) return openUntouched(file);
   requireIndex(file);
   auto database = open(wish.file, SQLITE_OPEN_READWRITE);
@@ -120,11 +123,12 @@ Database openFile(const FileWish& wish) {
   const auto& file = wish.file;
   if (file == ":memory:") return open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY);
   std::error_code unknown;
-  const auto status = fs::status(file, unknown);
+  const auto path = values::pathOf(file);
+  const auto status = fs::status(path, unknown);
   const bool missing = status.type() == fs::file_type::not_found;
   if (missing && !wish.create) throw Errore("it does not exist (Create=True makes a new one)");
   if (!missing && !fs::is_regular_file(status)) throw Errore(unknown ? unknown.message() : "It is no regular file");
-  if (missing || (wish.create && fs::file_size(file) == 0)) return makeFile(file);
+  if (missing || (wish.create && fs::file_size(path) == 0)) return makeFile(file);
   return openExisting(wish);
 }
 

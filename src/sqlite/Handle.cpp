@@ -4,6 +4,7 @@
 
 #include "sqlite/file/LockHolder.h"
 #include "values/Errore.h"
+#include "values/FileName.h"
 
 namespace sqlite {
 namespace {
@@ -50,14 +51,14 @@ std::string withSystemReason(sqlite3* database, const char* text) {
   int reason = sqlite3_system_errno(database);
   if (reason == 0) reason = lastErrorOfLog(database);
   return reason == 0 ? std::string(text) + " (" + sqlite3_errmsg(database) + ")"
-                     : std::string(text) + ": " + std::generic_category().message(reason);
+                     : std::string(text) + ": " + std::system_category().message(reason);
 }
 
 }  // namespace
 
 Database open(const std::string& file, int flags) {
-  // What begins with a slash or a point is the name of a file to the engine, whatever follows.
-  const bool name = (flags & (SQLITE_OPEN_URI | SQLITE_OPEN_MEMORY)) == 0 && !file.starts_with('/');
+  // What begins with a root or a point is the name of a file to the engine, whatever follows.
+  const bool name = (flags & (SQLITE_OPEN_URI | SQLITE_OPEN_MEMORY)) == 0 && !values::pathOf(file).has_root_path();
   const std::string address = (name ? "./" : "") + file;
   sqlite3* raw = nullptr;
   const int outcome =

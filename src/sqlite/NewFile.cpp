@@ -8,6 +8,7 @@
 #include "sqlite/Handle.h"
 #include "sqlite/file/Platform.h"
 #include "values/Errore.h"
+#include "values/FileName.h"
 
 namespace sqlite {
 namespace {
@@ -58,8 +59,8 @@ NewFile::NewFile(std::string name) : name_(std::move(name)) {
 NewFile::~NewFile() {
   if (work_.empty()) return;
   std::error_code ignored;
-  std::filesystem::remove(work_, ignored);
-  for (const auto* companion : kCompanions) std::filesystem::remove(work_ + companion, ignored);
+  std::filesystem::remove(values::pathOf(work_), ignored);
+  for (const auto* companion : kCompanions) std::filesystem::remove(values::pathOf(work_ + companion), ignored);
 }
 
 bool NewFile::place() {
@@ -76,7 +77,7 @@ bool NewFile::place() {
 
 bool isTaken(const std::string& name) {
   std::error_code unknown;
-  return std::filesystem::exists(std::filesystem::symlink_status(name, unknown));
+  return std::filesystem::exists(std::filesystem::symlink_status(values::pathOf(name), unknown));
 }
 
 std::string companionOf(const std::string& name) {

@@ -9,6 +9,7 @@
 #include "sqlite/file/LockHolder.h"
 #include "sqlite/functions/Functions.h"
 #include "values/Errore.h"
+#include "values/FileName.h"
 #include "values/Text.h"
 
 namespace sqlite {
@@ -68,7 +69,7 @@ void leaveLog(sqlite3* database, const std::string& file) {
   if (outcome == SQLITE_ROW) return;
   if ((outcome & 0xff) != SQLITE_BUSY)
     throw Errore(describeFailure(database) + "; move it and its " + kCompanions[0] + " file away to restore it anew");
-  const auto user = lockHolder(std::filesystem::canonical(file).string(), Holding::Open);
+  const auto user = lockHolder(values::nameOf(std::filesystem::canonical(values::pathOf(file))), Holding::Open);
   throw Errore("The database is open in " + (user.empty() ? "another program" : user) + " and is left as it is");
 }
 
@@ -95,7 +96,8 @@ void replaceDatabase(const std::string& connectionString, const std::string& fro
     throw Errore("Nothing was restored from '" + other.file.file + "': " + damage.front());
   const auto database = openAsAsked(words);
   naming(words.file.file, [&] {
-    if (std::filesystem::equivalent(words.file.file, other.file.file)) throw Errore("It is the same file");
+    if (std::filesystem::equivalent(values::pathOf(words.file.file), values::pathOf(other.file.file)))
+      throw Errore("It is the same file");
     leaveLog(database.get(), words.file.file);
     copyPages(database.get(), source.get());
   });

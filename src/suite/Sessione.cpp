@@ -20,17 +20,17 @@ struct Livelli {
 const std::array kLivelli{Livelli{2, {3, 5}}, Livelli{3, {2, 2, 4}}, Livelli{4, {1, 1, 2, 4}},
                           Livelli{5, {1, 1, 2, 2, 2}}};
 
-const Livelli* livelli(int struttura) {
-  for (const auto& riga : kLivelli)
-    if (riga.struttura == struttura) return &riga;
-  return nullptr;
-}
-
 char segnoDecimale(const Variant& segno) {
   return values::isBlank(segno) ? values::kDefaultSeparator : values::toText(segno).front();
 }
 
 }  // namespace
+
+std::vector<int> lunghezzeLivelli(int struttura) {
+  for (const auto& riga : kLivelli)
+    if (riga.struttura == struttura) return riga.lunghezze;
+  throw values::Errore("Unknown code structure " + std::to_string(struttura));
+}
 
 Sessione::Sessione(ado::ConnectionPtr connessione, const Variant& ditta) : connessione_(std::move(connessione)) {
   if (!connessione_) throw values::Errore("The session has no connection");
@@ -53,10 +53,10 @@ void Sessione::leggiDitta(const Variant& ditta) {
   fornitori_ = (*riga)["CG18_MASTROFOR"].Value();
   separatore_ = segnoDecimale((*riga)["CG18_SEGNODEC"].Value());
   struttura_ = values::toInt32((*riga)["CG18_STRUTTCONTI"].Value());
-  if (!livelli(struttura_)) throw values::Errore("Unknown code structure " + std::to_string(struttura_));
+  lunghezzeLivelli(struttura_);  // throws for one that does not exist
 }
 
-std::vector<int> Sessione::LunghezzeLivelli() const { return livelli(struttura_)->lunghezze; }
+std::vector<int> Sessione::LunghezzeLivelli() const { return lunghezzeLivelli(struttura_); }
 
 /// The company's own wordings, read with the first text that is asked for.
 const std::unordered_map<int, std::string>& Sessione::testi() const {

@@ -13,6 +13,10 @@ namespace suite {
 /// Where messages to the user go: text, style (48 is a warning), title.
 using Messaggiero = std::function<void(std::string_view testo, int stile, std::string_view titolo)>;
 
+/// Length in characters of each level of an account code, by the structure of the codes (2 to 5). Throws Errore for any
+/// other.
+std::vector<int> lunghezzeLivelli(int struttura);
+
 /// A session over the suite's tables: one company, read once. Reads CG18_ANADITTE and CG00_MESSAGGI.
 class Sessione : public ActiveInterface {
  public:

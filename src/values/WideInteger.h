@@ -5,11 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "values/Int128.h"
+
 /// Unsigned integers wider than the language's: what exact decimals are computed with. Internal to this
 /// folder.
 namespace values {
-
-__extension__ typedef unsigned __int128 Uint128;
 
 inline constexpr Uint128 kMaxMagnitude = (Uint128{1} << 96) - 1;
 

@@ -1,5 +1,7 @@
 #include "ado/recordset/Fields.h"
 
+#include <cstdint>
+
 #include "ado/FieldType.h"
 #include "ado/Messages.h"
 #include "ado/recordset/Recordset.h"
@@ -18,10 +20,10 @@ char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) :
 
 /// Accented letters are left out, so that names which differ only in their case share a slot.
 std::size_t hashName(std::string_view name) {
-  std::size_t hash = 0xcbf29ce484222325U;
+  std::uint64_t hash = 0xcbf29ce484222325U;
   for (const char c : name)
     if (isAscii(c)) hash = (hash ^ static_cast<unsigned char>(lower(c))) * 0x100000001b3U;
-  return hash ^ hash >> 29;
+  return static_cast<std::size_t>(hash ^ hash >> 29);
 }
 
 bool sameName(std::string_view a, std::string_view b) {

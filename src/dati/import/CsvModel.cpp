@@ -15,6 +15,7 @@
 #include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
+#include "values/FileName.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -99,9 +100,10 @@ void readRows(CsvReader& reader, const CsvModel& model, CsvBatch& batch, Problem
 }
 
 std::string contentOf(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
+  const auto path = values::pathOf(file);
+  std::ifstream in(path, std::ios::binary);
   std::error_code ignored;
-  if (!in || std::filesystem::is_directory(file, ignored)) throw Refused(tr("Cannot open {}", file));
+  if (!in || std::filesystem::is_directory(path, ignored)) throw Refused(tr("Cannot open {}", file));
   std::ostringstream content;
   content << in.rdbuf();
   return std::move(content).str();

@@ -8,6 +8,7 @@
 #include "dati/import/CsvModel.h"
 #include "language/Language.h"
 #include "values/Conversion.h"
+#include "values/FileName.h"
 
 namespace bukorval::dati {
 namespace {
@@ -90,11 +91,11 @@ bool FinanceFolder::hasForecasts() const {
 values::Date monthOf(const values::Date& day) { return (day.day() <= 15 ? day.addMonths(-1) : day).lastOfMonth(); }
 
 FinanceFolder readFinanceFolder(const std::string& folder, Problems& problems, const CsvReading& reading) {
-  if (!std::filesystem::is_directory(folder))
+  if (!std::filesystem::is_directory(values::pathOf(folder)))
     throw Refused(
         tr("There is no folder {}: give the one that holds amounts.csv, accounts.csv, sites.csv and departments.csv",
            folder));
-  const auto file = [&](const char* name) { return (std::filesystem::path(folder) / name).string(); };
+  const auto file = [&](const char* name) { return values::nameOf(values::pathOf(folder) / name); };
   FinanceFolder finance;
   for (const auto& row : readCsv(file("accounts.csv"), kAccounts, problems, reading).rows) {
     if (row.values[0].isEmpty()) continue;

@@ -18,6 +18,7 @@
 #include "sheet/CsvFiles.h"
 #include "sheet/ReplaceFile.h"
 #include "sheet/XlsxWriter.h"
+#include "values/FileName.h"
 
 namespace bukorval::host {
 namespace {
@@ -35,7 +36,7 @@ void writeCsv(const ExportOptions& options, const Writer& write) {
     if (known.name == options.csv) style = &known;
   if (options.file.empty()) return write(std::cout, *style);
   sheet::replaceFile(options.file, [&](const std::string& name) {
-    std::ofstream out(name, std::ios::binary);
+    std::ofstream out(values::pathOf(name), std::ios::binary);
     write(out, *style);
     out.close();
     if (!out) throw dati::Refused(tr("Cannot write {}", options.file));

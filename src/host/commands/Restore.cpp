@@ -10,6 +10,7 @@
 #include "language/Language.h"
 #include "sqlite/NewFile.h"
 #include "sqlite/Upkeep.h"
+#include "values/FileName.h"
 
 namespace bukorval::host {
 namespace {
@@ -24,7 +25,8 @@ void restore(const Environment& environment, const RestoreOptions& options) {
   const bool missing = !database.empty() && !sqlite::isTaken(database);
   const auto connectionString = missing ? sqliteConnectionString(database) : environment.connectionString();
   requireEmbedded(connectionString, "restore");
-  if (!std::filesystem::exists(options.file)) throw dati::Refused(tr("There is no file {}", options.file));
+  if (!std::filesystem::exists(values::pathOf(options.file)))
+    throw dati::Refused(tr("There is no file {}", options.file));
   const auto from = sqliteConnectionString(options.file) + ";Mode=Read";
   if (missing) {
     makeDatabase(database, [&](const std::string& workName) { sqlite::copyDatabase(from, workName); });

@@ -20,10 +20,13 @@
 #include "language/Language.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
+#ifdef BUKORVAL_POSTGRES
 #include "postgres/Provider.h"
+#endif
 #include "sqlite/Provider.h"
 #include "suite/Suite.h"
 #include "values/Conversion.h"
+#include "values/FileName.h"
 
 namespace bukorval::host {
 
@@ -35,7 +38,9 @@ std::string sqliteConnectionString(const std::string& file) {
 Environment::Environment() {
   sqlite::registerSqlite();
   odbc::registerOdbc();
+#ifdef BUKORVAL_POSTGRES
   postgres::registerPostgres();
+#endif
   suite::registraServiziSuite();
 }
 
@@ -55,7 +60,7 @@ std::string Environment::connectionString() const {
         tr("Which database? Give -d FILE or --connection, or set BUKORVAL_DATABASE or BUKORVAL_CONNECTION"));
   if (auto server = serverConnection(); !server.empty()) return server;
   const auto& file = options.database;
-  if (!std::filesystem::exists(file))
+  if (!std::filesystem::exists(values::pathOf(file)))
     throw dati::Refused(tr("There is no database {}; `bukorval create {}` makes one", file, file));
   return sqliteConnectionString(file) + ";Busy Timeout=" + std::to_string(options.wait);
 }

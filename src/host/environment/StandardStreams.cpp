@@ -2,10 +2,15 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <iostream>
 #include <string>
 #include <system_error>
-#ifndef _WIN32
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+#else
 #include <fcntl.h>
 #include <unistd.h>
 #endif
@@ -16,7 +21,12 @@
 namespace bukorval::host {
 
 void prepareStandardStreams() {
-#ifndef _WIN32
+#ifdef _WIN32
+  // Bytes as they are: texts are UTF-8 with the line ends that were written.
+  ::SetConsoleOutputCP(CP_UTF8);
+  ::SetConsoleCP(CP_UTF8);
+  for (auto* const stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+#else
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   // Held by the wrong end, so that reading and writing go on failing. The lowest free number is taken first.

@@ -46,7 +46,9 @@ void askEnvironment(const char* name, std::size_t& size) {
 
 bool isTerminal(std::FILE* stream) {
 #ifdef _WIN32
-  return _isatty(_fileno(stream)) != 0;
+  // The null device is a terminal to the C library.
+  DWORD mode = 0;
+  return GetConsoleMode(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))), &mode) != 0;
 #else
   return isatty(fileno(stream)) != 0;
 #endif

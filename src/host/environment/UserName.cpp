@@ -1,5 +1,25 @@
 #include "host/environment/UserName.h"
 
+#ifdef _WIN32
+
+#include <windows.h>
+
+#include <array>
+
+#include "values/WideText.h"
+
+namespace bukorval::host {
+
+std::string userName() {
+  std::array<wchar_t, 257> name{};  // the system's longest, and its end
+  DWORD size = name.size();
+  return ::GetUserNameW(name.data(), &size) != 0 && size > 1 ? values::fromWide({name.data(), size - 1}) : "unknown";
+}
+
+}  // namespace bukorval::host
+
+#else
+
 #include <pwd.h>
 #include <unistd.h>
 
@@ -17,3 +37,5 @@ std::string userName() {
 }
 
 }  // namespace bukorval::host
+
+#endif

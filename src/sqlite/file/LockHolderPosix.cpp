@@ -1,3 +1,5 @@
+#ifndef _WIN32
+
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
@@ -83,3 +85,5 @@ std::string lockHolder(const std::string& file, Holding holding) {
 }
 
 }  // namespace sqlite
+
+#endif

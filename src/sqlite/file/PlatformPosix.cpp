@@ -1,3 +1,5 @@
+#ifndef _WIN32
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -59,3 +61,5 @@ void syncFile(const std::string& file) {
 bool mayWrite(const std::string& path) { return ::access(path.c_str(), W_OK) == 0; }
 
 }  // namespace sqlite
+
+#endif
