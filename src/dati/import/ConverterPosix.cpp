@@ -17,8 +17,7 @@ class Converter {
  public:
   explicit Converter(std::string_view from) : handle_(iconv_open("UTF-8", std::string(from).c_str())) {
     // The library spells failure as the pointer -1.
-    if (handle_ == reinterpret_cast<iconv_t>(-1))
-      throw values::Errore(tr("This system knows no encoding {}", from));
+    if (handle_ == reinterpret_cast<iconv_t>(-1)) throw values::Errore(tr("This system knows no encoding {}", from));
   }
   ~Converter() { iconv_close(handle_); }
   Converter(const Converter&) = delete;

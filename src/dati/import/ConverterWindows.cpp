@@ -21,8 +21,8 @@ struct CodePage {
   std::string_view name;
   UINT number;
 };
-constexpr std::array kCodePages{CodePage{"utf-8", CP_UTF8}, CodePage{"windows-1252", kWindows1252}, CodePage{"latin1", 28591},
-                                CodePage{"latin9", 28605}, CodePage{"cp850", 850}};
+constexpr std::array kCodePages{CodePage{"utf-8", CP_UTF8}, CodePage{"windows-1252", kWindows1252},
+                                CodePage{"latin1", 28591}, CodePage{"latin9", 28605}, CodePage{"cp850", 850}};
 
 std::optional<std::wstring> wideOf(std::string_view bytes, UINT page) {
   std::wstring wide(bytes.size(), L'\0');
