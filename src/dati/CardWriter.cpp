@@ -32,6 +32,8 @@ values::Variant CardWriter::findOrCreate(const CardKey& key) {
     auto columns = std::make_shared<ado::Dictionary>();
     for (const auto& [column, value] : key)
       if (!value.isNothing()) columns->Add(column, value);
+    if (!selectors_) selectors_.emplace(budget_);
+    selectors_->require(*columns);
     budget_.InserimentoNuovaSchedaBudget(columns);
     requireSuccess(budget_);
     ++created_;

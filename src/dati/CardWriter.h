@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 
 #include "ado/connection/Connection.h"
 #include "dati/Cards.h"
+#include "dati/NewCard.h"
 
 namespace bukorval::dati {
 
@@ -14,7 +16,7 @@ class CardWriter {
  public:
   CardWriter(CLSKORVAL& budget, ado::Connection& connection) : budget_(budget), connection_(connection) {}
 
-  /// BU65_ID. Refused when several cards have these values.
+  /// BU65_ID. Refused when several cards have these values, and when a new one lacks what finds it again.
   values::Variant findOrCreate(const CardKey& key);
   void write(const values::Variant& card, BdgTipoDettaglio kind, int period, BdgTipoValore measure,
              const values::Variant& value) {
@@ -30,6 +32,7 @@ class CardWriter {
   CLSKORVAL& budget_;
   ado::Connection& connection_;
   std::unordered_map<std::string, values::Variant> found_;
+  std::optional<CardSelectors> selectors_;  ///< of the budget, once a card is made
   int created_ = 0;
 };
 

@@ -56,19 +56,6 @@ bool isOptional(std::string_view column) {
          });
 }
 
-/// Without these no grid and no elaboration finds the card again.
-void requireSelectors(CLSKORVAL& budget, const ado::Dictionary& columns) {
-  bool perSite = false;
-  budget.GetGestioneSede(budget.TipoBudget, budget.SottoTipoBudget, perSite);
-  requireSuccess(budget);
-  const auto require = [&](std::string_view column, const std::string& why) {
-    if (values::isBlank(given(columns, column).value_or(Variant()))) throw Refused(tr("{} is needed: {}", column, why));
-  };
-  if (perSite) require(kSite, tr("the budget is kept by site"));
-  if (budget.TipoBudget == bdgTipoSpeseGenerali)
-    require(kKind, tr("the budget is kept by card kind, 0 cost or 1 revenue"));
-}
-
 void refuseTwin(CLSKORVAL& budget, ado::Connection& connection, const ado::Dictionary& columns) {
   CardKey key;
   for (const auto& column : cardColumns(budget, connection)) {
@@ -82,13 +69,26 @@ void refuseTwin(CLSKORVAL& budget, ado::Connection& connection, const ado::Dicti
 
 }  // namespace
 
+CardSelectors::CardSelectors(CLSKORVAL& budget) : kind_(budget.TipoBudget == bdgTipoSpeseGenerali) {
+  budget.GetGestioneSede(budget.TipoBudget, budget.SottoTipoBudget, site_);
+  requireSuccess(budget);
+}
+
+void CardSelectors::require(const ado::Dictionary& columns) const {
+  const auto needed = [&](std::string_view column, const std::string& why) {
+    if (values::isBlank(given(columns, column).value_or(Variant()))) throw Refused(tr("{} is needed: {}", column, why));
+  };
+  if (site_) needed(kSite, tr("the budget is kept by site"));
+  if (kind_) needed(kKind, tr("the budget is kept by card kind, 0 cost or 1 revenue"));
+}
+
 std::string unknownReference(ado::Connection& connection, const Variant& company, const Variant& chart,
                              const ado::Dictionary& columns) {
   if (const auto site = given(columns, kSite); site && !values::isBlank(*site)) {
     const auto code = values::toPlainText(*site);
     const bool number = code.find_first_not_of("0123456789") == std::string::npos;
     if (!number || !exists(connection, "CG31_SEDI", "CG31_DITTA_CG18", company, "CG31_CODICE", code))
-      return "The company has no site " + code +
+      return tr("The company has no site {}", code) +
              didYouMeanOf(code, textsOf(codesOf(connection, company, colonnaBU65(kSite), {})));
   }
   for (const auto& [accountColumn, chartColumn, kind] : kContiPiano) {
@@ -97,7 +97,7 @@ std::string unknownReference(ado::Connection& connection, const Variant& company
     const auto own = given(columns, chartColumn).value_or(chart);
     const auto& table = *std::ranges::find(kChartTables, kind, &ChartTable::kind);
     if (!exists(connection, table.table, table.chart, own, table.account, testoDati(*account)))
-      return "The chart of accounts " + values::toPlainText(own) + " has no account " + values::toPlainText(*account) +
+      return tr("The chart of accounts {} has no account {}", values::toPlainText(own), values::toPlainText(*account)) +
              didYouMeanOf(values::toPlainText(*account), textsOf(accountsOf(connection, company, {kind, own})));
   }
   return {};
@@ -110,7 +110,7 @@ Variant createCard(CLSKORVAL& budget, ado::Connection& connection, const ado::Di
   if (values::isBlank(chart)) chart = companyChart;
   if (const auto unknown = unknownReference(connection, budget.CodiceDitta, chart, *columns); !unknown.empty())
     throw Refused(unknown);
-  requireSelectors(budget, *columns);
+  CardSelectors(budget).require(*columns);
   refuseTwin(budget, connection, *columns);
   budget.InserimentoNuovaSchedaBudget(columns);
   requireSuccess(budget);

@@ -6,6 +6,18 @@
 
 namespace bukorval::dati {
 
+/// The columns without which no grid and no elaboration finds a card of the selected budget again.
+class CardSelectors {
+ public:
+  /// Throws Failure when the object does not tell how the budget is kept.
+  explicit CardSelectors(CLSKORVAL& budget);
+  /// Throws Refused when one of them is missing.
+  void require(const ado::Dictionary& columns) const;
+
+ private:
+  bool site_ = false, kind_ = false;
+};
+
 /// Creates a card of the budget that the object selects, after looking what the object does not ask: the site
 /// (CG31_SEDI) and the accounts (CG24_TABPDC, CG23_RICLBILCEE, PC03_ANAGPDC) exist, and no other card of the budget has
 /// the same columns. Throws Refused for what is wrong, Failure when the object does not succeed. Opens no transaction.

@@ -881,6 +881,7 @@ constexpr ItalianText kTexts[] = {
      "Un budget si scrive TIPO/SOTTOTIPO@ANNO, per esempio 4/01@2025, non {}"},
     {"The company has no site {}", "La ditta non ha la sede {}"},
     {"There is no card kind {}", "Non c'è il tipo di scheda {}"},
+    {"The chart of accounts {} has no account {}", "Il piano dei conti {} non ha il conto {}"},
     {"The chart of accounts has no account {}", "Il piano dei conti non ha il conto {}"},
     {"The budget has no card {}", "Il budget non ha la scheda {}"},
     {"There is no structure {}", "Non c'è la struttura {}"},

@@ -155,16 +155,17 @@ RecordsetPtr PostgresConnection::run(const tsql::Scan& scan) {
 /// What the server answers, with a plan made anew where the tables have changed; null when it is not waited for.
 Result PostgresConnection::answer(Plan*& plan, const tsql::Scan& scan) {
   auto result = execute(*plan, scan);
-  if (!result && repeats_ >= kShortRun) return nullptr;
-  if (!succeeded(result.get()) && isStale(result.get())) {
+  if (!result) return nullptr;
+  if (!succeeded(result->get()) && isStale(result->get())) {
     // Another program has changed the tables.
     if (inTransaction_) runSimple(server_.get(), kBackToSavepoint);
     reloadSchema();
     plan = &planFor(scan);
     result = execute(*plan, scan);
+    if (!result) return nullptr;
   }
-  if (!succeeded(result.get())) fail(result.get());
-  return result;
+  if (!succeeded(result->get())) fail(result->get());
+  return std::move(*result);
 }
 
 Plan& PostgresConnection::planFor(const tsql::Scan& scan) {
@@ -184,8 +185,8 @@ Plan& PostgresConnection::planFor(const tsql::Scan& scan) {
   return cache_.insert(scan.key, std::move(plan));
 }
 
-/// @return null for a statement of a run whose answer is not waited for.
-Result PostgresConnection::execute(const Plan& plan, const tsql::Scan& scan) {
+/// @return nothing for a statement of a run whose answer is not waited for; a null answer is a failure.
+std::optional<Result> PostgresConnection::execute(const Plan& plan, const tsql::Scan& scan) {
   const Parameters parameters(plan.translation().parameters, scan.literals);
   if (plan.plannedEachTime())
     return Result(PQexecParams(server_.get(), plan.translation().sql.c_str(), parameters.count(), plan.types(),
@@ -198,7 +199,7 @@ Result PostgresConnection::execute(const Plan& plan, const tsql::Scan& scan) {
   send(plan, parameters.values());
   if (repeats_ < kShortRun) return collect();
   if (sent_ >= kMostSent) settle();
-  return nullptr;
+  return std::nullopt;
 }
 
 void PostgresConnection::send(const Plan& plan, const char* const* values) {

@@ -64,7 +64,7 @@ class PostgresConnection : public ado::Connection {
   Plan& planOf(const tsql::Scan& scan);
   ado::RecordsetPtr run(const tsql::Scan& scan);
   Result answer(Plan*& plan, const tsql::Scan& scan);
-  Result execute(const Plan& plan, const tsql::Scan& scan);
+  std::optional<Result> execute(const Plan& plan, const tsql::Scan& scan);
   void send(const Plan& plan, const char* const* values);
   Result collect();
   void settle();

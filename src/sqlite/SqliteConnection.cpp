@@ -118,7 +118,8 @@ void SqliteConnection::ForEachRow(std::string_view text, const RowVisitor& visit
   // Out of the cache while its rows are visited: what the visit runs may drop plans.
   auto own = cache_->take(scan.key);
   own->visit(scan.literals, visit);
-  if (cache_) cache_->insert(scan.key, std::move(own));
+  // A visit that ran the same text has left a plan of it.
+  if (cache_ && !cache_->find(scan.key)) cache_->insert(scan.key, std::move(own));
 }
 
 std::unique_ptr<BulkInsert> SqliteConnection::bulkInsert(std::string_view table,

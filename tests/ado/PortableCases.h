@@ -30,10 +30,16 @@ TEST_P(PortableCases, AQueryGivesItsRowsAndStandsOnTheFirst) {
 }
 
 TEST_P(PortableCases, VisitsRowsWhileOtherQueriesRun) {
+  constexpr const char* kText = "SELECT ID, TESTO FROM NOTE ORDER BY ID";
+  // What a visit throws ends it, and nothing else.
+  EXPECT_THROW(
+      connection->ForEachRow(kText, [](const ado::Recordset&) { return [] { throw values::Errore("full"); }; }),
+      values::Errore);
   std::string seen;
-  connection->ForEachRow("SELECT ID, TESTO FROM NOTE ORDER BY ID", [&](const ado::Recordset& row) {
+  connection->ForEachRow(kText, [&](const ado::Recordset& row) {
     return [&] {
       run("SELECT MAX(ID) + 1 FROM NOTE");
+      EXPECT_EQ(run(kText)->RecordCount(), 2);
       seen += values::toPlainText(row["ID"].Value()) + values::toPlainText(row["TESTO"].Value()) + "; ";
     };
   });

@@ -2,6 +2,7 @@
 
 #include "ado/PortableCases.h"
 #include "support/Fields.h"
+#include "values/Text.h"
 
 /// The cases every provider must pass that answers as SQL Server does, whichever database stands behind it.
 /// A provider's test program includes this header once and instantiates ProviderCases and PortableCases.
@@ -51,6 +52,34 @@ TEST_P(ProviderCases, ReadsWhatItWroteInTheFieldsTypes) {
   EXPECT_EQ(shown(set),
             "1|A1  |Alfa|10.50|1.125|0|31/01/2011; 2|b2  |beta|-3.25|NULL|1|28/02/2011 13:05:09; "
             "3|C3  |NULL|NULL|2.000|1|NULL");
+}
+
+TEST_P(ProviderCases, SortsRowsByEveryKeyNullsFirstAndKeepsThemWhole) {
+  std::mt19937 random(7);
+  using Row = std::tuple<int, std::string, int>;  // kind, name in capitals, identity
+  std::vector<Row> expected;
+  for (int id = 1; id <= 200; ++id) {
+    const int kind = static_cast<int>(random() % 4);
+    const std::string name(1, "aBcD"[random() % 4]);
+    run("INSERT INTO SCHEDE (CODICE, NOME, TIPO) VALUES ('" + std::to_string(id) + "', '" + name + "', " +
+        (kind == 0 ? "NULL" : std::to_string(kind)) + ")");
+    expected.emplace_back(kind, std::string(1, static_cast<char>(std::toupper(name[0]))), id);
+  }
+  std::ranges::sort(expected, [](const Row& a, const Row& b) {
+    const auto& [kindA, nameA, idA] = a;
+    const auto& [kindB, nameB, idB] = b;
+    return std::tie(kindA, nameB, idA) < std::tie(kindB, nameA, idB);
+  });
+  const auto set = run("SELECT ID, CODICE, NOME, TIPO FROM SCHEDE ORDER BY TIPO, NOME DESC, ID");
+  for (const auto& [kind, name, id] : expected) {
+    const auto& fields = set->Fields();
+    EXPECT_EQ(values::toInt32(fields.Item("ID").Value()), id);
+    EXPECT_EQ(values::trim(values::toText(fields.Item("CODICE").Value())), std::to_string(id));
+    EXPECT_EQ(values::compareText(values::toText(fields.Item("NOME").Value()), name), 0);
+    EXPECT_EQ(values::toInt32(values::nvl(fields.Item("TIPO").Value(), 0)), kind);
+    set->MoveNext();
+  }
+  EXPECT_TRUE(set->Eof());
 }
 
 TEST_P(ProviderCases, ComparesAsSqlServerDoes) {
