@@ -177,6 +177,7 @@ BEGIN
     EXECUTE format('CREATE TRIGGER bk_track AFTER INSERT OR UPDATE OR DELETE ON %s FOR EACH ROW'
                    ' WHEN (current_setting(''bukorval.track'', true) = ''on'') EXECUTE FUNCTION bk_track()', x);
   END IF;
+EXCEPTION WHEN duplicate_object THEN NULL;  -- another session was first
 END $f$;
 CREATE OR REPLACE FUNCTION bk_changes(changes text)
 RETURNS TABLE (i bigint, t text, k text[], o jsonb, n jsonb) LANGUAGE sql STABLE AS $f$
