@@ -49,6 +49,7 @@ std::string wordOf(std::string_view entry) {
 
 ConnectionWords wordsOf(std::string_view connectionString, std::string_view user, std::string_view password) {
   ConnectionWords words;
+  words.busyTimeout = ado::busyTimeout(connectionString);
   const auto add = [&](std::string word, std::string value) {
     words.names.push_back(std::move(word));
     words.values.push_back(std::move(value));
@@ -56,7 +57,7 @@ ConnectionWords wordsOf(std::string_view connectionString, std::string_view user
   add("client_encoding", "UTF8");
   add("fallback_application_name", "bukorval");
   for (const auto& [name, value] : ado::connectionEntries(connectionString)) {
-    if (tsql::sameName(name, "Provider")) continue;
+    if (tsql::sameName(name, "Provider") || tsql::sameName(name, "Busy Timeout")) continue;
     if (tsql::sameName(name, "Mode")) {
       if (!tsql::sameName(value, "Read")) throw values::Errore("Mode is Read or left out, not '" + value + "'");
       words.readOnly = true;

@@ -1,5 +1,6 @@
 #include "postgres/Handle.h"
 
+#include "postgres/WriterQueue.h"
 #include "postgres/emitter/StoredType.h"
 #include "values/Errore.h"
 
@@ -10,6 +11,9 @@ std::string_view detail(const PGresult* result, int field) {
   const char* text = result ? PQresultErrorField(result, field) : nullptr;
   return text ? text : "";
 }
+
+/// The wait for others was.
+constexpr std::string_view kTooLong = "55P03";
 
 /// Failures that SQL Server has words for. "$t" and "$c" stand for the table and the column.
 struct Wording {
@@ -27,7 +31,7 @@ constexpr Wording kWordings[] = {
     {"25006", "The database is open for reading only"},
     {"40001", "Un altro utente ha modificato gli stessi dati: l'operazione è stata annullata e va ripetuta"},
     {"40P01", "Un altro utente tiene gli stessi dati: l'operazione è stata annullata e va ripetuta"},
-    {"55P03", "I dati sono in uso da parte di un altro utente"},
+    {kTooLong, "I dati sono in uso da parte di un altro utente"},
 };
 
 void replace(std::string& text, std::string_view what, const std::string& with) {
@@ -61,6 +65,8 @@ std::string describeFailure(PGconn* server, const PGresult* result) {
   const auto code = failureCode(result);
   if (PQstatus(server) == CONNECTION_BAD)
     return "The connection to the database was lost: " + connectionFailure(server);
+  if (code == kTooLong)
+    if (auto turn = describeTurn(server); !turn.empty()) return turn;
   for (const auto& wording : kWordings) {
     if (wording.code != code) continue;
     std::string text(wording.text);

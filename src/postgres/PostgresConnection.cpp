@@ -13,6 +13,7 @@
 #include "postgres/Parameters.h"
 #include "postgres/ServerFunctions.h"
 #include "postgres/TriggerTracker.h"
+#include "postgres/WriterQueue.h"
 #include "values/Errore.h"
 
 namespace postgres {
@@ -33,9 +34,12 @@ constexpr const char* kSettings =
 /// A savepoint that moves behind each statement that has written.
 constexpr const char* kRelease = "bk_release";
 constexpr const char* kSave = "bk_save";
+/// Before a statement that writes outside a transaction.
+constexpr const char* kTurn = "bk_turn";
 /// A run of one statement in a transaction: so many times its answer is waited for, so many are sent without.
 constexpr int kShortRun = 8;
 constexpr int kMostSent = 200;
+constexpr const char* kSavepoint = "SAVEPOINT bk";
 constexpr const char* kBackToSavepoint = "ROLLBACK TO SAVEPOINT bk";
 
 void prepareNamed(PGconn* server, const char* name, const char* sql) {
@@ -75,9 +79,12 @@ void PostgresConnection::connect() {
   PQsetNoticeProcessor(
       server.get(), [](void*, const char*) {}, nullptr);
   runSimple(server.get(), kSettings);
-  if (words.readOnly || Mode == kModeRead) runSimple(server.get(), "SET default_transaction_read_only TO on");
+  runSimple(server.get(), waitSetting(words.busyTimeout));
+  writes_ = !words.readOnly && Mode != kModeRead;
+  if (!writes_) runSimple(server.get(), "SET default_transaction_read_only TO on");
   prepareNamed(server.get(), kRelease, "RELEASE SAVEPOINT bk");
-  prepareNamed(server.get(), kSave, "SAVEPOINT bk");
+  prepareNamed(server.get(), kSave, kSavepoint);
+  prepareNamed(server.get(), kTurn, takeTurn().c_str());
   catalog_.load(server.get());
   server_ = std::move(server);
   lastIdentity_.reset();
@@ -191,15 +198,25 @@ std::optional<Result> PostgresConnection::execute(const Plan& plan, const tsql::
   if (plan.plannedEachTime())
     return Result(PQexecParams(server_.get(), plan.translation().sql.c_str(), parameters.count(), plan.types(),
                                parameters.values(), nullptr, nullptr, 0));
-  if (!inTransaction_ || plan.translation().kind != Translation::Kind::Change)
+  if (plan.translation().kind != Translation::Kind::Change)
     return Result(PQexecPrepared(server_.get(), plan.name().c_str(), parameters.count(), parameters.values(), nullptr,
                                  nullptr, 0));
+  if (!inTransaction_) return runInTurn(plan, parameters.values());
   repeats_ = plan.name() == lastChange_ ? repeats_ + 1 : 0;
   lastChange_ = plan.name();
   send(plan, parameters.values());
   if (repeats_ < kShortRun) return collect();
   if (sent_ >= kMostSent) settle();
   return std::nullopt;
+}
+
+/// The turn and the statement in one message, which the server takes for one transaction.
+Result PostgresConnection::runInTurn(const Plan& plan, const char* const* values) {
+  PQenterPipelineMode(server_.get());
+  PQsendQueryPrepared(server_.get(), kTurn, 0, nullptr, nullptr, nullptr, 0);
+  sent_ = 1;
+  send(plan, values);
+  return collect();
 }
 
 void PostgresConnection::send(const Plan& plan, const char* const* values) {
@@ -213,8 +230,10 @@ void PostgresConnection::send(const Plan& plan, const char* const* values) {
 /// not do. The savepoint moves behind them in the same message.
 Result PostgresConnection::collect() {
   auto* server = server_.get();
-  PQsendQueryPrepared(server, kRelease, 0, nullptr, nullptr, nullptr, 0);
-  PQsendQueryPrepared(server, kSave, 0, nullptr, nullptr, nullptr, 0);
+  if (inTransaction_) {
+    PQsendQueryPrepared(server, kRelease, 0, nullptr, nullptr, nullptr, 0);
+    PQsendQueryPrepared(server, kSave, 0, nullptr, nullptr, nullptr, 0);
+  }
   PQpipelineSync(server);
   Result answer;
   int statements = std::exchange(sent_, 0);
@@ -296,7 +315,8 @@ void PostgresConnection::copyIn(const std::string& sql, std::string_view rows) {
   requireConnected();
   settle();
   auto* server = server_.get();
-  Result answer(PQexec(server, sql.c_str()));
+  const auto whole = inTransaction_ ? sql : takeTurn() + "; " + sql;
+  Result answer(PQexec(server, whole.c_str()));
   if (PQresultStatus(answer.get()) != PGRES_COPY_IN) fail(answer.get());
   // A failure to send is told by the answer.
   PQputCopyData(server, rows.data(), static_cast<int>(rows.size()));
@@ -319,7 +339,6 @@ bool PostgresConnection::isStale(const PGresult* result) const {
 }
 
 void PostgresConnection::fail(const PGresult* result) {
-  const auto description = describeFailure(server_.get(), result);
   if (inTransaction_) {
     const bool lost = PQstatus(server_.get()) != CONNECTION_OK;
     rolledBack_ = lost || isCollision(failureCode(result));
@@ -328,7 +347,7 @@ void PostgresConnection::fail(const PGresult* result) {
       rolledBack_ = rolledBack_ || !succeeded(back.get());
     }
   }
-  throw Errore(description);
+  throw Errore(describeFailure(server_.get(), result));
 }
 
 void PostgresConnection::keepIdentity(const PGresult* result) {
@@ -343,9 +362,11 @@ void PostgresConnection::keepIdentity(const PGresult* result) {
 void PostgresConnection::BeginTrans() {
   if (inTransaction_) throw Errore("Cannot start more transactions on this session");
   requireConnected();
-  runSimple(server_.get(), std::string("BEGIN") +
-                               (IsolationLevel == adXactSerializable ? " ISOLATION LEVEL SERIALIZABLE" : "") +
-                               "; SAVEPOINT bk");
+  const std::string begin = IsolationLevel == adXactSerializable ? "BEGIN ISOLATION LEVEL SERIALIZABLE" : "BEGIN";
+  if (writes_)
+    beginInTurn(server_.get(), begin, kSavepoint);
+  else
+    runSimple(server_.get(), begin + "; " + kSavepoint);
   inTransaction_ = true;
   lastChange_.clear();
   schemaChangedInTransaction_ = false;

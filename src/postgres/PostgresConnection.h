@@ -25,6 +25,8 @@ namespace postgres {
 /// back. When the server gives up a transaction because of what others do, or the
 /// connection is lost, nothing of it stays and its statements and its commit are refused until it is rolled back.
 /// Outside a transaction a connection that was lost is made again.
+///
+/// Transactions, and statements that write outside of one, take their turn: see WriterQueue.h.
 class PostgresConnection : public ado::Connection {
  public:
   PostgresConnection() = default;
@@ -65,6 +67,7 @@ class PostgresConnection : public ado::Connection {
   ado::RecordsetPtr run(const tsql::Scan& scan);
   Result answer(Plan*& plan, const tsql::Scan& scan);
   std::optional<Result> execute(const Plan& plan, const tsql::Scan& scan);
+  Result runInTurn(const Plan& plan, const char* const* values);
   void send(const Plan& plan, const char* const* values);
   Result collect();
   void settle();
@@ -86,6 +89,7 @@ class PostgresConnection : public ado::Connection {
   int sent_ = 0;            ///< statements whose answers are still to come
   long names_ = 0;          ///< of prepared statements
   bool open_ = false;
+  bool writes_ = true;  ///< false with Mode=Read
   bool inTransaction_ = false;
   bool rolledBack_ = false;  ///< the server ended the transaction; the caller has not yet
   bool schemaChangedInTransaction_ = false;

@@ -1,9 +1,7 @@
 #include "sqlite/ConnectionWords.h"
 
 #include <array>
-#include <charconv>
 #include <string>
-#include <system_error>
 
 #include "ado/connection/ConnectionString.h"
 #include "values/Errore.h"
@@ -15,22 +13,8 @@ namespace {
 using ado::connectionEntry;
 using values::Errore;
 
-constexpr int kBusyTimeout = 5;           ///< seconds
-constexpr int kLongestBusyTimeout = 600;  ///< seconds
 bool isTrue(const std::string& entry) {
   return values::compareText(entry, "true") == 0 || values::compareText(entry, "yes") == 0 || entry == "1";
-}
-
-/// Seconds, in whole numbers.
-int busyTimeout(std::string_view connectionString) {
-  const auto text = connectionEntry(connectionString, "Busy Timeout");
-  if (text.empty()) return kBusyTimeout;
-  int seconds = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-  if (error != std::errc() || end != text.data() + text.size() || seconds < 0 || seconds > kLongestBusyTimeout)
-    throw Errore("Busy Timeout is a number of seconds from 0 to " + std::to_string(kLongestBusyTimeout) + ", not '" +
-                 text + "'");
-  return seconds;
 }
 
 struct Synchronous {
@@ -55,7 +39,7 @@ const char* synchronous(std::string_view connectionString) {
 ConnectionWords wordsOf(std::string_view text) {
   ConnectionWords words{{connectionEntry(text, "Data Source"), isTrue(connectionEntry(text, "Create")),
                          values::compareText(connectionEntry(text, "Mode"), "read") == 0},
-                        busyTimeout(text),
+                        ado::busyTimeout(text),
                         synchronous(text)};
   if (words.file.file.empty()) throw Errore("The connection string names no Data Source");
   return words;

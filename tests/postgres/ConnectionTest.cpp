@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <functional>
 #include <random>
+#include <thread>
 
 #include "ado/OverAConnection.h"
 #include "postgres/ConnectionWords.h"
@@ -26,6 +28,14 @@ struct PostgresTable : testing::Test {
   void run(std::string_view text) const { connection->Execute(text); }
   std::string outcome(std::string_view text) const { return outcomeOf(*connection, text); }
   void past(const std::string& sql) const { postgres::runSimple(raw.get(), sql); }
+  void waitForAWaiter() const {
+    past(
+        "DO $$ BEGIN WHILE NOT EXISTS (SELECT FROM pg_locks WHERE locktype = 'advisory' AND NOT granted) LOOP"
+        " PERFORM pg_sleep(0.01); END LOOP; END $$");
+  }
+  static void breakConnection(postgres::PostgresConnection& connection) {
+    EXPECT_NE(errorOf([&] { connection.runBeside("SELECT pg_terminate_backend(pg_backend_pid())"); }), "");
+  }
   void breakConnections() const {
     past(
         "SELECT count(pg_terminate_backend(pid, 5000)) FROM pg_stat_activity WHERE datname = current_database()"
@@ -71,20 +81,44 @@ TEST_F(PostgresTransactions, ALostConnectionKeepsNothingAndIsMadeAgain) {
 
 TEST_F(PostgresTransactions, ACollisionIsRefusedInItalianAndTakesEverythingBack) {
   run("INSERT INTO A (X) VALUES (1)");
-  const auto other = database.open();
-  for (auto* each : {connection.get(), other.get()}) {
-    each->IsolationLevel = ado::adXactSerializable;
-    each->BeginTrans();
-    each->Execute("SELECT X FROM A");
-  }
-  other->Execute("UPDATE A SET X = 2");
+  connection->IsolationLevel = ado::adXactSerializable;
+  connection->BeginTrans();
+  run("SELECT X FROM A");
+  past("UPDATE a SET x = 2");
   run("INSERT INTO A (X) VALUES (5)");
-  other->CommitTrans();
   EXPECT_THAT(outcome("UPDATE A SET X = 3"), HasSubstr("Un altro utente"));
   EXPECT_EQ(outcome("SELECT X FROM A"), kEnded);
   EXPECT_THROW(connection->CommitTrans(), values::Errore);
   connection->RollbackTrans();
   EXPECT_EQ(outcome("SELECT X FROM A"), "2");
+}
+
+/// The end of a turn: by its holder, or by the server when it has lost its holder.
+TEST_F(PostgresTransactions, WritersTakeTurnsAndReadersDoNotWait) {
+  run("INSERT INTO A (X) VALUES (0)");
+  const auto impatient = database.open(";Busy Timeout=0"), patient = database.open(";Busy Timeout=60");
+  const auto busy = testing::StartsWith("Il database è in uso da parte di bukorval, utente bukorval (PID ");
+  impatient->IsolationLevel = patient->IsolationLevel = connection->IsolationLevel = ado::adXactSerializable;
+  const std::function<void()> ends[] = {[&] { connection->CommitTrans(); }, [&] { connection->RollbackTrans(); },
+                                        [&] { breakConnection(*connection); }};
+  for (const auto& end : ends) {
+    connection->BeginTrans();
+    EXPECT_EQ(outcomeOf(*impatient, "SELECT COUNT(*) AS N FROM A"), "1");
+    EXPECT_THAT(errorOf([&] { impatient->BeginTrans(); }), busy);
+    EXPECT_THAT(outcomeOf(*impatient, "UPDATE A SET X = 9"), busy);
+    std::thread next([&] {
+      patient->BeginTrans();
+      patient->Execute("UPDATE A SET X = X + 10");
+      patient->CommitTrans();
+    });
+    run("UPDATE A SET X = X + 1");
+    waitForAWaiter();
+    end();
+    next.join();
+  }
+  connection->RollbackTrans();
+  EXPECT_EQ(outcomeOf(*impatient, "UPDATE A SET X = X + 100"), "closed");
+  EXPECT_EQ(outcome("SELECT X FROM A"), "131") << "each saw what the one before it left";
 }
 
 TEST_F(PostgresTransactions, ARunIsSentTogetherAndAFailureInItTakesEverythingBack) {

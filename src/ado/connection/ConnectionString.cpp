@@ -1,11 +1,17 @@
 #include "ado/connection/ConnectionString.h"
 
 #include <algorithm>
+#include <charconv>
+#include <system_error>
 
+#include "values/Errore.h"
 #include "values/Text.h"
 
 namespace ado {
 namespace {
+
+constexpr int kBusyTimeout = 5;           ///< seconds
+constexpr int kLongestBusyTimeout = 600;  ///< seconds
 
 /// Reads the entries of a connection string one after the other.
 class Entries {
@@ -76,6 +82,17 @@ std::string connectionValue(std::string_view value) {
   std::string quoted = "\"";
   for (const char c : value) quoted.append(c == '"' ? 2 : 1, c);
   return quoted + '"';
+}
+
+int busyTimeout(std::string_view connectionString) {
+  const auto text = connectionEntry(connectionString, "Busy Timeout");
+  if (text.empty()) return kBusyTimeout;
+  int seconds = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+  if (error != std::errc() || end != text.data() + text.size() || seconds < 0 || seconds > kLongestBusyTimeout)
+    throw values::Errore("Busy Timeout is a number of seconds from 0 to " + std::to_string(kLongestBusyTimeout) +
+                         ", not '" + text + "'");
+  return seconds;
 }
 
 std::string withoutEntry(std::string_view connectionString, std::string_view key) {

@@ -15,6 +15,9 @@ std::string connectionEntry(std::string_view connectionString, std::string_view 
 std::vector<std::pair<std::string, std::string>> connectionEntries(std::string_view connectionString);
 /// A value as it may stand in a connection string, whatever it holds.
 std::string connectionValue(std::string_view value);
+/// Seconds to wait for others who write, 0 to 600: the entry "Busy Timeout", 5 without it. Throws values::Errore for
+/// anything else.
+int busyTimeout(std::string_view connectionString);
 /// The connection string without the entries of that key, the others as they are written.
 std::string withoutEntry(std::string_view connectionString, std::string_view key);
 

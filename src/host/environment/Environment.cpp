@@ -27,8 +27,20 @@
 #include "suite/Suite.h"
 #include "values/Conversion.h"
 #include "values/FileName.h"
+#include "values/Text.h"
 
 namespace bukorval::host {
+namespace {
+
+/// A driver's words are its own.
+std::string patient(std::string connection, int seconds) {
+  const auto provider = ado::connectionEntry(connection, "Provider");
+  const bool ours = !provider.empty() && values::compareText(provider, "ODBC") != 0;
+  if (!ours || !ado::connectionEntry(connection, "Busy Timeout").empty()) return connection;
+  return "Busy Timeout=" + std::to_string(seconds) + ";" + connection;
+}
+
+}  // namespace
 
 std::string sqliteConnectionString(const std::string& file) {
   // A name that begins with a colon would be no name of a file to the provider.
@@ -58,7 +70,7 @@ std::string Environment::connectionString() const {
   if (!hasDatabase())
     throw UsageError(
         tr("Which database? Give -d FILE or --connection, or set BUKORVAL_DATABASE or BUKORVAL_CONNECTION"));
-  if (auto server = serverConnection(); !server.empty()) return server;
+  if (auto server = serverConnection(); !server.empty()) return patient(std::move(server), options.wait);
   const auto& file = options.database;
   if (!std::filesystem::exists(values::pathOf(file)))
     throw dati::Refused(tr("There is no database {}; `bukorval create {}` makes one", file, file));

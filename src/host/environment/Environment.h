@@ -15,7 +15,7 @@ namespace bukorval::host {
 struct SharedOptions {
   std::string database;          ///< file of the embedded database
   std::string connectionString;  ///< a whole connection string, instead of a file
-  int wait = 5;                  ///< seconds, for another run that writes the file
+  int wait = 5;                  ///< seconds, for another run that writes
   std::string format{formats().front().name};
   bool all = false;    ///< show empty columns too
   bool wide = false;   ///< do not fit tables to the terminal
