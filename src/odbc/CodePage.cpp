@@ -17,7 +17,7 @@ namespace {
 bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
 /// The first unit of UTF-16 that a letter is after it has been through the code page.
-std::optional<std::int32_t> afterCodePage(const CodePage::Ask& ask, std::string_view letter) {
+std::optional<std::int32_t> afterCodePage(const Ask& ask, std::string_view letter) {
   try {
     const auto answer = ask("SELECT UNICODE(CONVERT(varchar(8), N'" + std::string(letter) + "')) AS N");
     if (answer->State() != ado::adStateOpen || answer->Eof()) return std::nullopt;
@@ -30,8 +30,6 @@ std::optional<std::int32_t> afterCodePage(const CodePage::Ask& ask, std::string_
 }
 
 }  // namespace
-
-CodePage::CodePage(Ask ask) : ask_(std::move(ask)) { known_ = afterCodePage(ask_, "è").has_value(); }
 
 void CodePage::require(std::string_view statement) {
   if (!known_ || std::all_of(statement.begin(), statement.end(), isAscii)) return;

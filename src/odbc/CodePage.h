@@ -1,11 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
-#include "ado/recordset/Recordset.h"
+#include "odbc/Collation.h"
 
 namespace odbc {
 
@@ -15,9 +15,8 @@ namespace odbc {
 /// likes.
 class CodePage {
  public:
-  using Ask = std::function<ado::RecordsetPtr(std::string_view)>;
-  /// @param ask  runs a query on the connection.
-  explicit CodePage(Ask ask);
+  /// @param known  whether the server knows the question.
+  CodePage(Ask ask, bool known) : ask_(std::move(ask)), known_(known) {}
 
   /// Throws values::Errore that names the text and the letter when a text of the statement would change.
   void require(std::string_view statement);
@@ -28,7 +27,7 @@ class CodePage {
   bool holds(std::string_view letter);
 
   Ask ask_;
-  bool known_ = true;
+  bool known_;
   std::unordered_map<std::string, bool> letters_;
 };
 

@@ -28,12 +28,25 @@ SQLPOINTER number(std::uintptr_t value) { return reinterpret_cast<SQLPOINTER>(va
 OdbcConnection::~OdbcConnection() { disconnect(); }
 
 void OdbcConnection::Open(std::string_view user, std::string_view password, std::int32_t) {
-  if (connected_) throw Errore(kObjectOpen);
-  auto session = login(ConnectionString, user, password);
+  if (open_) throw Errore(kObjectOpen);
+  user_ = user;
+  password_ = password;
+  connect();
+  open_ = true;
+}
+
+void OdbcConnection::connect() {
+  auto session = login(ConnectionString, user_, password_);
   environment_ = std::move(session.environment);
   connection_ = std::move(session.connection);
   connected_ = true;
-  codePage_.emplace([this](std::string_view question) { return run(question); });
+  const auto ask = [this](std::string_view question) { return run(question); };
+  try {
+    codePage_.emplace(ask, requireCollation(ask));
+  } catch (const Errore&) {
+    disconnect();
+    throw;
+  }
 }
 
 void OdbcConnection::disconnect() {
@@ -42,54 +55,97 @@ void OdbcConnection::disconnect() {
   SQLDisconnect(connection_.get());
   connection_.reset();
   environment_.reset();
-  connected_ = false;
-  inTransaction_ = false;
-  rolledBack_ = false;
+  connected_ = inTransaction_ = rolledBack_ = lost_ = false;
   usualLevel_.reset();
 }
 
 void OdbcConnection::Close() {
   requireOpen();
   disconnect();
+  open_ = false;
 }
 
-ObjectStateEnum OdbcConnection::State() const { return connected_ ? adStateOpen : adStateClosed; }
+ObjectStateEnum OdbcConnection::State() const { return open_ ? adStateOpen : adStateClosed; }
 
 void OdbcConnection::requireOpen() const {
-  if (!connected_) throw Errore(kObjectClosed);
+  if (!open_) throw Errore(kObjectClosed);
 }
 
-RecordsetPtr OdbcConnection::Execute(std::string_view text) {
+/// Connects again when the link was lost; not in the middle of a transaction.
+void OdbcConnection::requireConnected() {
   requireOpen();
   if (rolledBack_) throw Errore(kRolledBack);
+  if (connected_ && !lost_) return;
+  disconnect();
+  connect();
+}
+
+bool OdbcConnection::isLost() const {
+  SQLUINTEGER dead = SQL_CD_FALSE;
+  const auto outcome = SQLGetConnectAttr(connection_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, SQL_IS_UINTEGER, nullptr);
+  return SQL_SUCCEEDED(outcome) && dead == SQLUINTEGER{SQL_CD_TRUE};
+}
+
+/// Runs a statement and finds out what its failure has taken with it.
+void OdbcConnection::guarded(std::string_view text, const std::function<void()>& work) {
+  requireConnected();
   requireSingleStatement(text);
   codePage_->require(text);
-  if (!inTransaction_) return run(text);
   try {
-    auto rows = run(text);
+    work();
     worked_ = true;
-    return rows;
   } catch (const Errore&) {
-    rolledBack_ = transactionIsGone();
-    if (rolledBack_ && !worked_) beginAnew();
+    lost_ = isLost();
+    if (inTransaction_) {
+      rolledBack_ = lost_ || transactionIsGone();
+      if (rolledBack_ && !worked_ && !lost_) beginAnew();
+    }
     throw;
   }
 }
 
-RecordsetPtr OdbcConnection::run(std::string_view text) const {
+RecordsetPtr OdbcConnection::Execute(std::string_view text) {
+  RecordsetPtr rows;
+  guarded(text, [&] { rows = run(text); });
+  return rows;
+}
+
+void OdbcConnection::ForEachRow(std::string_view text, const RowVisitor& visit) {
+  guarded(text, [&] {
+    runInto(text, [&](const Handle& statement, SQLSMALLINT columns) {
+      RowStream stream(statement, columns);
+      struct Current {
+        RowStream*& place;
+        RowStream* before;
+        ~Current() { place = before; }
+      } const current{stream_, std::exchange(stream_, &stream)};
+      stream.visitAll(visit);
+    });
+  });
+}
+
+void OdbcConnection::runInto(std::string_view text, const Reading& read) const {
+  // A connection may not do anything else while rows of one statement are to come.
+  if (stream_) stream_->keepRest();
   const Handle statement(SQL_HANDLE_STMT, connection_.get());
   // The text is the database's, not the driver's: nothing in it is an escape. A driver that knows none refuses.
   SQLSetStmtAttr(statement.get(), SQL_ATTR_NOSCAN, number(SQL_NOSCAN_ON), 0);
   const auto wide = toWide(text);
   statement.check(SQLExecDirectW(statement.get(), units(wide), static_cast<SQLINTEGER>(wide.size())));
-  RecordsetPtr rows;
+  bool found = false;
   // A batch such as IF … INSERT may answer with counts first; an error may stand in a later answer.
   for (SQLRETURN outcome = SQL_SUCCESS; outcome != SQL_NO_DATA; outcome = SQLMoreResults(statement.get())) {
     statement.check(outcome);
     SQLSMALLINT columns = 0;
     statement.check(SQLNumResultCols(statement.get(), &columns));
-    if (columns > 0 && !rows) rows = readRows(statement, columns);
+    if (columns == 0 || std::exchange(found, true)) continue;
+    read(statement, columns);
   }
+}
+
+RecordsetPtr OdbcConnection::run(std::string_view text) const {
+  RecordsetPtr rows;
+  runInto(text, [&](const Handle& statement, SQLSMALLINT columns) { rows = readRows(statement, columns); });
   return rows ? rows : std::make_shared<Recordset>();
 }
 
@@ -162,10 +218,12 @@ void OdbcConnection::restoreIsolation(std::optional<SQLULEN> level) {
 void OdbcConnection::BeginTrans() {
   requireOpen();
   if (inTransaction_) throw Errore("Cannot start more transactions on this session");
+  requireConnected();
   raiseIsolation();
   try {
     setAutocommit(false);
   } catch (const Errore&) {
+    lost_ = isLost();
     restoreIsolation(std::exchange(usualLevel_, std::nullopt));
     throw;
   }
@@ -178,7 +236,8 @@ void OdbcConnection::CommitTrans() {
   if (rolledBack_) throw Errore(kRolledBack);
   if (SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_COMMIT))) return leaveTransaction();
   const Errore failure(connection_.description());
-  rolledBack_ = transactionIsGone();
+  lost_ = isLost();
+  rolledBack_ = lost_ || transactionIsGone();
   throw failure;
 }
 
@@ -186,11 +245,10 @@ void OdbcConnection::CommitTrans() {
 /// connection is given up, and the work on it with it.
 void OdbcConnection::RollbackTrans() {
   requireTransaction();
-  if (SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_ROLLBACK))) return leaveTransaction();
-  const Errore failure(connection_.description());
-  if (transactionIsGone()) return leaveTransaction();
+  if (lost_) return disconnect();
+  if (SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_ROLLBACK)) || transactionIsGone())
+    return leaveTransaction();
   disconnect();
-  throw failure;
 }
 
 void OdbcConnection::requireTransaction() const {
@@ -205,8 +263,7 @@ void OdbcConnection::leaveTransaction() {
     leaveManualMode();
   } catch (const Errore&) {
     // Each later statement would hang in a transaction that nobody ends.
-    disconnect();
-    throw;
+    return disconnect();
   }
   restoreIsolation(std::exchange(usualLevel_, std::nullopt));
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -177,33 +178,75 @@ class CellReader {
   std::u16string text_;
 };
 
+/// The columns of a statement, and how to read them.
+class RowReader {
+ public:
+  RowReader(const Handle& statement, SQLSMALLINT count) : statement_(statement), cells_(statement) {
+    for (SQLUSMALLINT position = 1; position <= count; ++position) columns_.push_back(describe(statement, position));
+  }
+
+  RecordsetPtr emptySet() const {
+    auto set = std::make_shared<Recordset>();
+    set->CursorLocation = adUseClient;
+    for (const auto& column : columns_) append(*set, column);
+    set->Open();
+    return set;
+  }
+  bool fetch() const {
+    const auto outcome = SQLFetch(statement_.get());
+    statement_.check(outcome);
+    return outcome != SQL_NO_DATA;
+  }
+  void read(std::span<Variant> row) {
+    for (std::size_t i = 0; i < columns_.size(); ++i)
+      cells_.read(static_cast<SQLUSMALLINT>(i + 1), columns_[i], row[i]);
+  }
+  /// From here to the end.
+  RecordsetPtr readAll() {
+    auto set = emptySet();
+    bool rows = false;
+    for (; fetch(); rows = true) read(set->AppendRow());
+    if (rows) set->MoveFirst();
+    return set;
+  }
+
+ private:
+  const Handle& statement_;
+  std::vector<Column> columns_;
+  CellReader cells_;
+};
+
 }  // namespace
 
-RecordsetPtr readRows(const Handle& statement, SQLSMALLINT count) {
-  auto set = std::make_shared<Recordset>();
-  set->CursorLocation = adUseClient;
-  std::vector<Column> columns;
-  for (SQLUSMALLINT position = 1; position <= count; ++position) {
-    columns.push_back(describe(statement, position));
-    append(*set, columns.back());
-  }
-  set->Open();
-  CellReader reader(statement);
-  bool rows = false;
+RecordsetPtr readRows(const Handle& statement, SQLSMALLINT count) { return RowReader(statement, count).readAll(); }
+
+struct RowStream::Reader : RowReader {
+  using RowReader::RowReader;
+};
+
+RowStream::RowStream(const Handle& statement, SQLSMALLINT columns)
+    : reader_(std::make_unique<Reader>(statement, columns)) {}
+RowStream::~RowStream() = default;
+
+void RowStream::keepRest() {
+  if (!rest_) rest_ = reader_->readAll();
+}
+
+void RowStream::visitAll(const ado::RowVisitor& visit) {
+  const auto set = reader_->emptySet();
+  const auto row = set->AppendRow();
+  set->MoveFirst();
+  const auto each = visit(*set);
   for (;;) {
-    const auto outcome = SQLFetch(statement.get());
-    statement.check(outcome);
-    if (outcome == SQL_NO_DATA) break;
-    rows = true;
-    const auto cells = set->AppendRow();
-    SQLUSMALLINT position = 0;
-    for (const auto& column : columns) {
-      reader.read(static_cast<SQLUSMALLINT>(position + 1), column, cells[position]);
-      ++position;
-    }
+    if (!rest_ && !reader_->fetch()) return;
+    if (rest_ && rest_->Eof()) return;
+    for (std::size_t i = 0; i < row.size(); ++i) row[i] = rest_ ? rest_->Fields().Item(i).Value() : Variant::Null();
+    if (rest_)
+      rest_->MoveNext();
+    else
+      reader_->read(row);
+    each();
   }
-  if (rows) set->MoveFirst();
-  return set;
 }
 
 }  // namespace odbc

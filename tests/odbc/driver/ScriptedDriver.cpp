@@ -3,7 +3,8 @@
 // connection string it is a server with the code page 1252, reached through a driver whose transactions are the
 // server's own: one is open as long as autocommit is off, and what ends one fails where the server did so first. That
 // driver speaks version 7.1 of the protocol unless the word says 7.4; Old stands for one that is set up so elsewhere.
-// With the word Empty the database has no tables but those that are made, and no rows; with ReadOnly it makes none.
+// It has a CI_AS collation, or the one that the word Collation names. With the word Empty the database has no tables
+// but those that are made, and no rows; with ReadOnly it makes none.
 #include <sql.h>
 #include <sqlext.h>
 #include <sqlucode.h>
@@ -91,6 +92,7 @@ struct Connection {
   std::uintptr_t isolation = SQL_TXN_READ_COMMITTED;
   unsigned transactions = 0;
   bool broken = false;
+  const void* answering = nullptr;  ///< the statement that has rows to come: no other runs until it is read
 
   std::set<Text> tables;  ///< made on it
 
@@ -100,6 +102,9 @@ struct Connection {
 
 struct Statement {
   explicit Statement(Connection& owner) : connection(owner) {}
+  ~Statement() {
+    if (connection.answering == this) connection.answering = nullptr;
+  }
   Connection& connection;
   bool noScan = false;
   std::vector<Answer> answers;
@@ -146,6 +151,12 @@ std::optional<Text> refusal(const Text& text, Connection& connection) {
   return std::nullopt;
 }
 
+std::vector<Answer> collation(const Connection& connection) {
+  const Text folds = connection.is(u"_CS") ? u"0" : u"1", accents = connection.is(u"_AI") ? u"0" : u"1";
+  const Text name = connection.is(u"_CS") ? u"Latin1_General_CS_AS" : u"Latin1_General_CI_AI";
+  return {{{{u"CI", SQL_INTEGER}, {u"ACC", SQL_INTEGER}, {u"NAME", SQL_VARCHAR, 128}}, {{folds, accents, name}}, {}}};
+}
+
 std::vector<Answer> answersTo(const Text& text, const Statement& statement) {
   auto& connection = statement.connection;
   if (connection.is(u"Empty")) {
@@ -159,6 +170,7 @@ std::vector<Answer> answersTo(const Text& text, const Statement& statement) {
   if (text == u"SELECT @@TRANCOUNT AS N") return one(shown(connection.transactions), SQL_INTEGER);
   constexpr std::u16string_view kLetter = u"SELECT UNICODE(CONVERT(varchar(8), N'";
   if (connection.tds() && text.starts_with(kLetter)) return one(shown(inCodePage(text[kLetter.size()])), SQL_INTEGER);
+  if (connection.tds() && text.find(u"DATABASEPROPERTYEX") != Text::npos) return collation(connection);
   if (text == u"SELECT CONNECTIONS") return one(shown(connected), SQL_INTEGER);
   if (text == u"SELECT SETTINGS") {
     return one(connection.opened + (connection.autocommit ? u"|auto|" : u"|manual|") + shown(connection.isolation) +
@@ -171,11 +183,15 @@ std::vector<Answer> answersTo(const Text& text, const Statement& statement) {
 SQLRETURN begin(Statement& statement) {
   auto& connection = statement.connection;
   statement.row = 0;
+  connection.answering = nullptr;
   if (statement.answer >= statement.answers.size()) return SQL_NO_DATA;
   const auto& answer = statement.answers[statement.answer];
   if (answer.endsTransaction) connection.transactions = 0;
   if (connection.broken) return refused(u"[Maker]Communication link failure");
-  if (answer.error.empty()) return SQL_SUCCESS;
+  if (answer.error.empty()) {
+    if (!answer.columns.empty()) connection.answering = &statement;
+    return SQL_SUCCESS;
+  }
   error = answer.error;
   return SQL_ERROR;
 }
@@ -268,8 +284,11 @@ SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPO
 }
 
 SQLRETURN SQL_API SQLGetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
+  const auto& connection = *static_cast<Connection*>(handle);
+  if (attribute == SQL_ATTR_CONNECTION_DEAD && connection.tds())
+    return store<SQLUINTEGER>(value, connection.broken ? SQL_CD_TRUE : SQL_CD_FALSE), SQL_SUCCESS;
   if (attribute != SQL_ATTR_TXN_ISOLATION) return SQL_ERROR;
-  store(value, static_cast<SQLULEN>(static_cast<Connection*>(handle)->isolation));
+  store(value, static_cast<SQLULEN>(connection.isolation));
   return SQL_SUCCESS;
 }
 
@@ -296,6 +315,8 @@ SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT, SQLINTEGER, SQLPOINTER value, SQLINT
 SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER length) {
   auto& statement = *static_cast<Statement*>(handle);
   const Text asked(reinterpret_cast<const char16_t*>(text), static_cast<std::size_t>(length));
+  if (statement.connection.answering != nullptr)
+    return refused(u"[Driver]Connection is busy with results for another command");
   if (asked == u"DELETE NOTHING") return SQL_NO_DATA;
   if (asked == u"BEGIN TRANSACTION") statement.connection.transactions = 1;
   if (asked == u"INSERT BREAK") statement.connection.broken = true;
@@ -337,7 +358,9 @@ SQLRETURN SQL_API SQLDescribeColW(SQLHSTMT handle, SQLUSMALLINT position, SQLWCH
 SQLRETURN SQL_API SQLFetch(SQLHSTMT handle) {
   auto& statement = *static_cast<Statement*>(handle);
   statement.column = 0;
-  return ++statement.row > statement.answers[statement.answer].rows.size() ? SQL_NO_DATA : SQL_SUCCESS;
+  if (++statement.row <= statement.answers[statement.answer].rows.size()) return SQL_SUCCESS;
+  statement.connection.answering = nullptr;
+  return SQL_NO_DATA;
 }
 
 SQLRETURN SQL_API SQLGetData(SQLHSTMT handle, SQLUSMALLINT position, SQLSMALLINT type, SQLPOINTER target, SQLLEN size,
