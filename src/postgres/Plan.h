@@ -25,6 +25,12 @@ class Plan {
   bool plannedEachTime() const { return joins_; }
   const Oid* types() const { return types_.data(); }
   RowReader& reader() { return reader_; }
+  /// How often it has been run in this transaction.
+  int runs(long transaction) const { return transaction == transaction_ ? runs_ : 0; }
+  void countRun(long transaction) {
+    runs_ = runs(transaction) + 1;
+    transaction_ = transaction;
+  }
 
  private:
   PGconn* server_;
@@ -32,6 +38,8 @@ class Plan {
   std::string name_;
   RowReader reader_;
   std::vector<Oid> types_;  ///< of the parameters
+  long transaction_ = 0;    ///< the last in which it was run
+  int runs_ = 0;
   bool joins_ = false;
   bool prepared_ = false;
 };

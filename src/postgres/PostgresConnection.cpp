@@ -36,7 +36,7 @@ constexpr const char* kRelease = "bk_release";
 constexpr const char* kSave = "bk_save";
 /// Before a statement that writes outside a transaction.
 constexpr const char* kTurn = "bk_turn";
-/// A run of one statement in a transaction: so many times its answer is waited for, so many are sent without.
+/// So many times a transaction waits for the answer to a statement; so many are sent without.
 constexpr int kShortRun = 8;
 constexpr int kMostSent = 200;
 constexpr const char* kSavepoint = "SAVEPOINT bk";
@@ -136,10 +136,16 @@ void PostgresConnection::ForEachRow(std::string_view text, const RowVisitor& vis
   reader.readEach(result.get(), visit);
 }
 
+/// Whether it is a statement whose answer is not waited for any more.
+bool PostgresConnection::isRepeated(const Plan& plan) const {
+  return inTransaction_ && plan.translation().kind == Translation::Kind::Change &&
+         plan.runs(transactions_) >= kShortRun;
+}
+
 /// Waits first for what was sent without waiting, unless the text goes on with it.
 Plan& PostgresConnection::planOf(const tsql::Scan& scan) {
   auto* plan = cache_.find(scan.key);
-  if (!plan || plan->name() != lastChange_) settle();
+  if (!plan || !isRepeated(*plan)) settle();
   return plan ? *plan : planFor(scan);
 }
 
@@ -155,7 +161,6 @@ RecordsetPtr PostgresConnection::run(const tsql::Scan& scan) {
   const auto result = answer(plan, scan);
   if (!result) return std::make_shared<Recordset>();
   if (plan->translation().kind == Kind::Query) return plan->reader().readAll(result.get());
-  if (plan->translation().insertsIdentity) keepIdentity(result.get());
   return std::make_shared<Recordset>();
 }
 
@@ -192,8 +197,8 @@ Plan& PostgresConnection::planFor(const tsql::Scan& scan) {
   return cache_.insert(scan.key, std::move(plan));
 }
 
-/// @return nothing for a statement of a run whose answer is not waited for; a null answer is a failure.
-std::optional<Result> PostgresConnection::execute(const Plan& plan, const tsql::Scan& scan) {
+/// @return nothing for a statement whose answer is not waited for; a null answer is a failure.
+std::optional<Result> PostgresConnection::execute(Plan& plan, const tsql::Scan& scan) {
   const Parameters parameters(plan.translation().parameters, scan.literals);
   if (plan.plannedEachTime())
     return Result(PQexecParams(server_.get(), plan.translation().sql.c_str(), parameters.count(), plan.types(),
@@ -202,10 +207,10 @@ std::optional<Result> PostgresConnection::execute(const Plan& plan, const tsql::
     return Result(PQexecPrepared(server_.get(), plan.name().c_str(), parameters.count(), parameters.values(), nullptr,
                                  nullptr, 0));
   if (!inTransaction_) return runInTurn(plan, parameters.values());
-  repeats_ = plan.name() == lastChange_ ? repeats_ + 1 : 0;
-  lastChange_ = plan.name();
+  const bool repeated = isRepeated(plan);
+  plan.countRun(transactions_);
   send(plan, parameters.values());
-  if (repeats_ < kShortRun) return collect();
+  if (!repeated) return collect();
   if (sent_ >= kMostSent) settle();
   return std::nullopt;
 }
@@ -243,6 +248,7 @@ Result PostgresConnection::collect() {
     if (!each || done || statements == 0) continue;
     --statements;
     if (!succeeded(each.get())) statements = 0;
+    keepIdentity(each.get());
     answer = std::move(each);
   }
   PQexitPipelineMode(server);
@@ -253,7 +259,7 @@ Result PostgresConnection::collect() {
 void PostgresConnection::settle() {
   if (sent_ == 0) return;
   const Result answer = collect();
-  if (succeeded(answer.get())) return keepIdentity(answer.get());
+  if (succeeded(answer.get())) return;
   // Which statements of the run would have to be done again nobody knows any more.
   const auto description = describeFailure(server_.get(), answer.get());
   rolledBack_ = true;
@@ -350,9 +356,10 @@ void PostgresConnection::fail(const PGresult* result) {
   throw Errore(describeFailure(server_.get(), result));
 }
 
+/// Of what writes, only an insert into a table with an identity gives columns.
 void PostgresConnection::keepIdentity(const PGresult* result) {
   const int rows = PQntuples(result);
-  if (rows == 0 || PQgetisnull(result, rows - 1, 0) != 0) return;
+  if (rows == 0 || PQnfields(result) == 0 || PQgetisnull(result, rows - 1, 0) != 0) return;
   const auto text = cell(result, rows - 1, 0);
   std::int64_t identity = 0;
   std::from_chars(text.data(), text.data() + text.size(), identity);
@@ -368,7 +375,7 @@ void PostgresConnection::BeginTrans() {
   else
     runSimple(server_.get(), begin + "; " + kSavepoint);
   inTransaction_ = true;
-  lastChange_.clear();
+  ++transactions_;
   schemaChangedInTransaction_ = false;
 }
 

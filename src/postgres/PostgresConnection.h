@@ -20,9 +20,9 @@ namespace postgres {
 /// string is told in ConnectionWords.h.
 ///
 /// A statement that fails inside a transaction takes nothing else with it, as SQL Server has it: a savepoint stands
-/// behind the last statement that wrote. Only in a run of one statement, again and again with other values, answers
-/// are not waited for from the ninth on: a failure among these is told by a later call and takes the whole transaction
-/// back. When the server gives up a transaction because of what others do, or the
+/// behind the last statement that wrote. Only of a statement that a transaction runs again and again with other values
+/// answers are not waited for from the ninth on: a failure among these is told by a later call and takes the whole
+/// transaction back. When the server gives up a transaction because of what others do, or the
 /// connection is lost, nothing of it stays and its statements and its commit are refused until it is rolled back.
 /// Outside a transaction a connection that was lost is made again.
 ///
@@ -66,7 +66,8 @@ class PostgresConnection : public ado::Connection {
   Plan& planOf(const tsql::Scan& scan);
   ado::RecordsetPtr run(const tsql::Scan& scan);
   Result answer(Plan*& plan, const tsql::Scan& scan);
-  std::optional<Result> execute(const Plan& plan, const tsql::Scan& scan);
+  bool isRepeated(const Plan& plan) const;
+  std::optional<Result> execute(Plan& plan, const tsql::Scan& scan);
   Result runInTurn(const Plan& plan, const char* const* values);
   void send(const Plan& plan, const char* const* values);
   Result collect();
@@ -84,10 +85,9 @@ class PostgresConnection : public ado::Connection {
   engine::StatementCache<Plan> cache_{256};  ///< more than the distinct statements of the whole system
   std::unique_ptr<ado::ChangeTracker> tracker_;
   std::optional<std::int64_t> lastIdentity_;
-  std::string lastChange_;  ///< name of the plan that wrote last in the transaction
-  int repeats_ = 0;         ///< how often it has, one after the other
-  int sent_ = 0;            ///< statements whose answers are still to come
-  long names_ = 0;          ///< of prepared statements
+  int sent_ = 0;           ///< statements whose answers are still to come
+  long names_ = 0;         ///< of prepared statements
+  long transactions_ = 0;  ///< begun until now
   bool open_ = false;
   bool writes_ = true;  ///< false with Mode=Read
   bool inTransaction_ = false;

@@ -22,7 +22,7 @@ const std::string kHolder =
 
 }  // namespace
 
-std::string takeTurn() { return call("pg_advisory_xact_lock"); }
+std::string takeTurn() { return "SELECT FROM pg_advisory_xact_lock(" + kQueue + ")"; }
 
 void beginInTurn(PGconn* server, const std::string& begin, const std::string& then) {
   // The session waits, not the transaction: its snapshot would be older than what the others leave.

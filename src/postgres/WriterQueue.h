@@ -10,7 +10,7 @@
 /// however that ends.
 namespace postgres {
 
-/// The statement that takes the turn of the transaction in which it runs.
+/// The statement that takes the turn of the transaction in which it runs; it gives no column.
 std::string takeTurn();
 
 /// Waits for the turn, then begins a transaction, whose snapshot is taken behind the wait. Throws values::Errore when

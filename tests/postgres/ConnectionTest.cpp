@@ -128,8 +128,13 @@ TEST_F(PostgresTransactions, ARunIsSentTogetherAndAFailureInItTakesEverythingBac
   for (int x = 1; x <= 500; ++x) insert(x);
   EXPECT_EQ(outcome("SELECT @@IDENTITY"), "500");
   EXPECT_EQ(outcome("SELECT COUNT(*) AS N, MAX(X) AS M FROM A"), "500|500");
-  for (int x = 501; x <= 520; ++x) insert(x);
+  for (int x = 501; x <= 520; ++x) {
+    insert(x);
+    run("UPDATE A SET Y = 'y' WHERE X = " + std::to_string(x));
+  }
+  EXPECT_EQ(outcome("SELECT @@IDENTITY"), "520") << "of the insert before the last update";
   connection->CommitTrans();
+  EXPECT_EQ(outcome("SELECT COUNT(Y) AS N FROM A"), "20");
   for (const bool asks : {false, true}) {
     connection->BeginTrans();
     for (int x = 521; x <= 530; ++x) insert(x);

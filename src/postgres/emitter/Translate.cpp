@@ -34,7 +34,6 @@ Translation translated(const Change& change, const Scan& scan, const Catalog&) {
                     : change.kind == Change::Kind::Update ? emitter.update(change)
                                                           : emitter.erase(change);
   translation.parameters = emitter.parameters();
-  translation.insertsIdentity = change.kind == Change::Kind::Insert && change.target->hasIdentity();
   return translation;
 }
 

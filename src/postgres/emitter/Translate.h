@@ -31,7 +31,6 @@ struct Translation {
   std::string sql;                    ///< of a schema change several statements
   std::vector<Parameter> parameters;  ///< of $1, $2, …
   std::vector<tsql::ResultColumn> columns;
-  bool insertsIdentity = false;  ///< Change: gives the identities of the rows it inserts, or the last of them
 };
 
 /// Turns one SQL Server statement into a PostgreSQL statement that gives SQL Server's results.
