@@ -1,10 +1,12 @@
 """Spreads amounts many times and compares with exact fractions: check.py DATABASE CARD"""
 import fractions
 import json
+import os
 import random
 import subprocess
 import sys
 
+where = [] if "BUKORVAL_CONNECTION" in os.environ else ["-d", sys.argv[1]]
 random.seed(20250101)
 for round_ in range(6):
     weights = [random.choice((0, 1, 1, random.randint(0, 10**9))) for _ in range(12)]
@@ -14,7 +16,7 @@ for round_ in range(6):
         file.write("period,weight\n" + "".join(f"{i + 1},{w // 1000}.{w % 1000:03}\n" for i, w in enumerate(weights)))
     told = json.loads(subprocess.run(
         ["bukorval", "spread", sys.argv[2], f"{'-' if cents < 0 else ''}{abs(cents) // 100},{abs(cents) % 100:02}",
-         "--like", "random.csv", "-d", sys.argv[1], "--format", "json"],
+         "--like", "random.csv", *where, "--format", "json"],
         capture_output=True, text=True, check=True).stdout)
     exact = [fractions.Fraction(abs(cents) * w, sum(weights)) for w in weights]
     shares = [int(share) for share in exact]
