@@ -23,6 +23,7 @@ constexpr Retelling kOfOthers[] = {
      "Another user has changed the same data: nothing was written, run the command again"},
     {"Un altro utente tiene gli stessi dati: l'operazione è stata annullata e va ripetuta{}",
      "Another user holds the same data: nothing was written, run the command again"},
+    {"La connessione al database è caduta ({}){}", "The connection to the database was lost ({})"},
     {"I dati sono in uso da parte di un altro utente{}", "The data is in use by another user: nothing was written"},
     {"Il database è in uso da parte di un altro programma; atteso {} s{}",
      "The database is in use by another program; waited {} s"},

@@ -910,6 +910,7 @@ constexpr ItalianText kTexts[] = {
      "Un altro utente ha modificato gli stessi dati: non è stato scritto niente, ripetere il comando"},
     {"Another user holds the same data: nothing was written, run the command again",
      "Un altro utente tiene gli stessi dati: non è stato scritto niente, ripetere il comando"},
+    {"The connection to the database was lost ({})", "La connessione al database è caduta ({})"},
     {"The data is in use by another user: nothing was written",
      "I dati sono in uso da parte di un altro utente: non è stato scritto niente"},
     {"The database is in use by another program; waited {} s",

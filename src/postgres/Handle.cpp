@@ -34,6 +34,9 @@ constexpr Wording kWordings[] = {
     {kTooLong, "I dati sono in uso da parte di un altro utente"},
 };
 
+/// libpq goes on with what it takes for the reason.
+std::string firstLine(std::string_view text) { return std::string(text.substr(0, text.find('\n'))); }
+
 void replace(std::string& text, std::string_view what, const std::string& with) {
   if (const auto at = text.find(what); at != std::string::npos) text.replace(at, what.size(), with);
 }
@@ -64,7 +67,7 @@ bool isCollision(std::string_view code) { return code == "40001" || code == "40P
 std::string describeFailure(PGconn* server, const PGresult* result) {
   const auto code = failureCode(result);
   if (PQstatus(server) == CONNECTION_BAD)
-    return "The connection to the database was lost: " + connectionFailure(server);
+    return "La connessione al database è caduta (" + firstLine(PQerrorMessage(server)) + ")";
   if (code == kTooLong)
     if (auto turn = describeTurn(server); !turn.empty()) return turn;
   for (const auto& wording : kWordings) {

@@ -115,7 +115,9 @@ void PostgresConnection::requireOpen() const {
 void PostgresConnection::requireConnected() {
   requireOpen();
   if (rolledBack_) throw Errore(kRolledBack);
-  if (server_ && PQstatus(server_.get()) == CONNECTION_OK) return;
+  if (isConnected()) return;
+  rolledBack_ = inTransaction_;
+  if (rolledBack_) throw Errore(kRolledBack);
   disconnect();
   connect();
 }

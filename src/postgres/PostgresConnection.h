@@ -52,6 +52,7 @@ class PostgresConnection : public ado::Connection {
   void copyIn(const std::string& sql, std::string_view rows);
   /// Makes the functions that statements call where the server lacks them, or has those of an older program.
   void ensureFunctions();
+  bool isConnected() const { return server_ && PQstatus(server_.get()) == CONNECTION_OK; }
   const SchemaCatalog& catalog() const { return catalog_; }
 
   std::size_t cachedPlans() const { return cache_.size(); }

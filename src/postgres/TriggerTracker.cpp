@@ -74,10 +74,11 @@ class TriggerTracker : public ado::ChangeTracker {
   }
 
   void cancel() noexcept override {
+    // A session that is lost tracks nothing.
+    if (!connection_.isConnected()) return;
     try {
       connection_.runBeside("SET bukorval.track TO 'off'");
     } catch (...) {
-      // A session that is lost tracks nothing.
     }
   }
 

@@ -69,13 +69,13 @@ TEST_F(PostgresTransactions, ALostConnectionKeepsNothingAndIsMadeAgain) {
   connection->BeginTrans();
   run("INSERT INTO A (X) VALUES (2)");
   breakConnections();
-  EXPECT_THAT(outcome("INSERT INTO A (X) VALUES (3)"), HasSubstr("connection to the database was lost"));
+  EXPECT_THAT(outcome("INSERT INTO A (X) VALUES (3)"), HasSubstr("La connessione al database è caduta ("));
   EXPECT_EQ(outcome("INSERT INTO A (X) VALUES (4)"), kEnded);
   EXPECT_THROW(connection->CommitTrans(), values::Errore);
   EXPECT_NO_THROW(connection->RollbackTrans());
   EXPECT_EQ(outcome("SELECT X FROM A"), "1");
   breakConnections();
-  EXPECT_THAT(outcome("SELECT X FROM A"), HasSubstr("connection to the database was lost"));
+  EXPECT_THAT(outcome("SELECT X FROM A"), HasSubstr("La connessione al database è caduta ("));
   EXPECT_EQ(outcome("SELECT X FROM A"), "1");
 }
 
