@@ -286,11 +286,10 @@ class MovementSums::Lines {
   Sum& sumOf(const LineReader& line) {
     line.readKey(key_);
     const auto kind = kinds_.try_emplace(key_, kinds_.size()).first->second;
-    auto& ofAccount = accounts_[line.account()];
-    const auto found = std::ranges::find(ofAccount, kind, &KindSum::kind);
-    if (found != ofAccount.end()) return *found->sum;
+    auto& place = accounts_[line.account()][kind];
+    if (place != nullptr) return *place;
     auto& sum = sums_.emplace_back();
-    ofAccount.push_back({kind, &sum});
+    place = &sum;
     sum.group = line.read();
     auto known = charts_.find(line.chart(), sum.group.account);
     sum.group.description = std::move(known.description);
@@ -298,16 +297,11 @@ class MovementSums::Lines {
     return sum;
   }
 
-  struct KindSum {
-    std::size_t kind;
-    Sum* sum;
-  };
-
   Charts charts_;
   bool byCompetence_;
   std::string key_;                                     ///< of the line at hand
   std::unordered_map<std::string, std::size_t> kinds_;  ///< the keys, numbered
-  std::unordered_map<std::string, std::vector<KindSum>> accounts_;
+  std::unordered_map<std::string, std::unordered_map<std::size_t, Sum*>> accounts_;
   std::deque<Sum> sums_;
 };
 

@@ -7,7 +7,7 @@
 namespace bukorval {
 
 /// The row of a budget's definition for those who answer one question from it; no rows when there is no such budget.
-/// Asked by the client sola, a question sends its own statement; inside an operation the first one reads the whole
+/// Asked by the client, a question sends its own statement; inside an operation the first one reads the whole
 /// row, and the others look at it.
 /// @param sola  the question's own statement. @param tipo, sottoTipo  ready to be spliced.
 /// Reads BU01_ANABUDGET.

@@ -57,7 +57,9 @@ Contesto::TurnoDelCliente::TurnoDelCliente(Contesto& ctx)
       dati_(ctx.dati),
       dataInizioEsercizio_(ctx.dataInizioEsercizio),
       dataFineEsercizio_(ctx.dataFineEsercizio),
-      connessione_(ctx.connessione_) {}
+      connessione_(ctx.connessione_) {
+  ctx.lette_.clear();
+}
 
 Contesto::TurnoDelCliente::~TurnoDelCliente() {
   ctx_.profondita_ = profondita_;
