@@ -170,16 +170,20 @@ std::map<long, double> objectSeconds;
 void duplicate(benchmark::State& state) {
   const int cards = static_cast<int>(state.range(0));
   double object = 0, raw = 0;
+  long statements = 0;
   for (auto _ : state) {
     Company company(cards);
     Raw engine(cards);
+    const auto before = company.connection->statistics().executed;
     const double once = seconds([&] { company.duplicate(); });
+    statements = company.connection->statistics().executed - before;
     object += once;
     raw += seconds([&] { engine.duplicate(); });
     state.SetIterationTime(once);
   }
   objectSeconds[cards] = object / static_cast<double>(state.iterations());
   state.counters["object/raw"] = object / raw;
+  state.counters["executed"] = static_cast<double>(statements);
   if (objectSeconds.size() > 1) state.counters["exponent"] = bench::growthExponent(objectSeconds, cards);
 }
 BENCHMARK(duplicate)->Arg(1000)->Arg(10000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);

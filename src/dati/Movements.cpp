@@ -1,12 +1,18 @@
 #include "dati/Movements.h"
 
 #include <algorithm>
+#include <deque>
+#include <limits>
+#include <map>
 #include <optional>
 #include <tuple>
+#include <unordered_map>
+#include <utility>
 
 #include "elaschede/TotaliMovimenti.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
+#include "values/Text.h"
 
 namespace bukorval::dati {
 namespace {
@@ -15,49 +21,27 @@ using values::Decimal;
 
 constexpr const char* kUsableCode = "CG42_CODICE_CG33 NOT IN ('150 ', '151 ')";
 
-/// Something that tells a group of lines from another.
-struct GroupKey {
-  std::string name, expression;
-};
-
 std::string holds(const std::string& condition) { return "CASE WHEN " + condition + " THEN 1 ELSE 0 END"; }
 
-std::vector<GroupKey> groupKeys(const MovementScope& scope, bool byCompetence) {
-  const auto column = [](const char* name) { return GroupKey{name, name}; };
-  std::vector<GroupKey> keys{column("CG42_CONTOPAR_CG24"),
-                             column("CG24_DESCR"),
-                             column("CG24_INDCONTORICAV"),
-                             column("CG41_CODICE_CG31"),
-                             column("CG41_TIPOCF_CG44"),
-                             column("CG41_CLIFOR_CG44"),
-                             column("CG41_INDTIPOMOV"),
-                             column("CG42_INDDAAV"),
-                             {"AMMESSO", holds("(" + condizioneMovimenti(scope.condition) + ")")},
-                             {"UTILE", holds(kUsableCode)}};
-  if (!byCompetence) {
-    keys.push_back({"MESE", "MONTH(CG41_DATAREG)"});
-    return keys;
-  }
-  for (const auto* name :
-       {"CG41_DATAREG", "CG41_DATADOC", "CG42_DATAINICOMP", "CG42_DATAFINCOMP", "CG42_INDRATRIS", "CG42_IMPTOTALE"})
-    keys.push_back(column(name));
-  return keys;
+/// What tells to which group a line belongs, and its amount and dates.
+TestoSql& addLine(TestoSql& sql, const MovementScope& scope) {
+  return sql
+      .riga(" SELECT CG42_GRUPPO_CG10, CG42_CONTOPAR_CG24, CG41_CODICE_CG31, CG41_TIPOCF_CG44, CG41_CLIFOR_CG44, ")
+      .riga("        CG41_INDTIPOMOV, CG42_INDDAAV, CG42_IMPTOTALE, CG41_DATAREG, ")
+      .riga("        ", holds("(" + condizioneMovimenti(scope.condition) + ")"), " AS AMMESSO, ")
+      .riga("        ", holds(kUsableCode), " AS UTILE ");
 }
 
-/// The names of the keys behind their expressions.
-std::string selectedKeys(const std::vector<GroupKey>& keys) {
-  std::string selected;
-  for (const auto& [name, expression] : keys) selected += expression + " AS " + name + ", ";
-  return selected;
+/// What decides to which months it belongs by competence.
+TestoSql& addCompetence(TestoSql& sql) {
+  return sql.riga("      , CG41_DATADOC, CG42_DATAINICOMP, CG42_DATAFINCOMP, CG42_INDRATRIS ");
 }
 
-/// The lines of registrations with their accounts, from FROM.
+/// The lines of registrations, from FROM.
 TestoSql& addTables(TestoSql& sql) {
   return sql.riga(" FROM   CG42_MOVCONT WITH (NOLOCK) ")
       .riga(" INNER JOIN CG41_PRIMANOTA WITH (NOLOCK) ")
-      .riga("    ON  CG42_DITTA_CG18 = CG41_DITTA_CG18 AND CG42_NUMREG_CG41 = CG41_NUMREG ")
-      .riga(" LEFT OUTER JOIN CG24_TABPDC WITH (NOLOCK) ")
-      .riga("    ON  CG24_GRUPPO_CG10 = CG42_GRUPPO_CG10 AND CG24_CONTO = CG42_CONTOPAR_CG24 ");
+      .riga("    ON  CG42_DITTA_CG18 = CG41_DITTA_CG18 AND CG42_NUMREG_CG41 = CG41_NUMREG ");
 }
 
 std::string yearCondition(const MovementScope& scope) {
@@ -73,28 +57,23 @@ std::string datesCondition(const MovementScope& scope, bool byCompetence) {
   return std::string(end) + " >= '" + scope.from.toSql() + "' AND " + begin + " <= '" + scope.to.toSql() + "'";
 }
 
-std::string groupText(const MovementScope& scope, bool byCompetence) {
-  const auto keys = groupKeys(scope, byCompetence);
-  std::string grouped;
-  for (const auto& [name, expression] : keys) grouped += (grouped.empty() ? "" : ", ") + expression;
+std::string lineText(const MovementScope& scope, bool byCompetence) {
   TestoSql sql;
-  sql.riga(" SELECT ", selectedKeys(keys)).riga("        COUNT(*) AS RIGHE, SUM(CG42_IMPTOTALE) AS IMPORTO ");
+  addLine(sql, scope);
+  if (byCompetence) addCompetence(sql);
   addTables(sql)
       .riga(" WHERE  CG41_DITTA_CG18 = ", numero(scope.company))
       .riga(" AND    ", recordedInYear(scope))
-      .riga(" AND    ", datesCondition(scope, byCompetence))
-      .riga(" GROUP BY ", grouped);
+      .testo(" AND    ", datesCondition(scope, byCompetence));
   return sql.str();
 }
 
 std::string rowText(const MovementScope& scope, bool byCompetence, const MovementSelection& selection) {
-  // Those of a competence, whose months are worked out line by line.
-  auto keys = groupKeys(scope, true);
-  keys.push_back({"DELLANNO", holds(yearCondition(scope))});
-  keys.push_back({"NELLEDATE", holds(datesCondition(scope, byCompetence))});
   TestoSql sql;
-  sql.riga(" SELECT ", selectedKeys(keys))
-      .riga("        CG41_INDPROVREG, CG41_NUMREG, CG42_NUMRIGACONT, CG41_NUMDOC, CG41_DESCR ");
+  addCompetence(addLine(sql, scope))
+      .riga("      , ", holds(yearCondition(scope)), " AS DELLANNO, ", holds(datesCondition(scope, byCompetence)),
+            " AS NELLEDATE ")
+      .riga("      , CG41_INDPROVREG, CG41_NUMREG, CG42_NUMRIGACONT, CG41_NUMDOC, CG41_DESCR ");
   addTables(sql).riga(" WHERE  CG41_DITTA_CG18 = ", numero(scope.company));
   if (selection.others)
     sql.riga(" AND    ((", datesCondition(scope, byCompetence), ") OR (", datesCondition(scope, false), ")) ");
@@ -111,25 +90,44 @@ std::string rowText(const MovementScope& scope, bool byCompetence, const Movemen
   return sql.str();
 }
 
-/// What the rows of both statements have.
-class GroupReader {
+/// What the rows of both statements have, but for the chart's words.
+class LineReader {
  public:
-  explicit GroupReader(const ado::Recordset& rows) : rows_(rows) {}
+  explicit LineReader(const ado::Recordset& rows) : rows_(rows) {}
 
-  MovementGroup read(std::int64_t lines) const {
-    return {account_.Value(),     description_.Value(), nature_.Value(), site_.Value(),
-            partyKind_.Value(),   party_.Value(),       number(kind_),   admitted(),
-            number(usable_) == 0, number(side_),        lines,           {}};
+  MovementGroup read() const {
+    MovementGroup group;
+    group.account = account_.Value();
+    group.site = site_.Value();
+    group.partyKind = partyKind_.Value();
+    group.party = party_.Value();
+    group.movementKind = number(kind_);
+    group.admitted = number(admitted_) == 1;
+    group.excluded = number(usable_) == 0;
+    group.side = number(side_);
+    return group;
   }
+  /// What tells its group from others of the same account.
+  void readKey(std::string& key) const {
+    key.clear();
+    for (const auto* field : {&chart_, &site_, &partyKind_, &party_, &kind_, &side_, &admitted_, &usable_})
+      append(key, field->Value());
+  }
+  const std::string& account() const { return account_.Value().as<std::string>(); }
+  const values::Variant& chart() const { return chart_.Value(); }
+  const values::Variant& registered() const { return registered_.Value(); }
+  Decimal amount() const { return values::toDecimal(amount_.Value()); }
   static int number(const ado::Field& field) { return values::toInt32(field.Value()); }
 
  private:
-  bool admitted() const { return number(admitted_) == 1; }
+  static void append(std::string& key, const values::Variant& value) {
+    const std::int64_t number = value.isNothing() ? std::numeric_limits<std::int64_t>::min() : values::toInt64(value);
+    key.append(reinterpret_cast<const char*>(&number), sizeof number);
+  }
 
   const ado::Recordset& rows_;
+  const ado::Field& chart_ = rows_["CG42_GRUPPO_CG10"];
   const ado::Field& account_ = rows_["CG42_CONTOPAR_CG24"];
-  const ado::Field& description_ = rows_["CG24_DESCR"];
-  const ado::Field& nature_ = rows_["CG24_INDCONTORICAV"];
   const ado::Field& site_ = rows_["CG41_CODICE_CG31"];
   const ado::Field& partyKind_ = rows_["CG41_TIPOCF_CG44"];
   const ado::Field& party_ = rows_["CG41_CLIFOR_CG44"];
@@ -137,6 +135,8 @@ class GroupReader {
   const ado::Field& admitted_ = rows_["AMMESSO"];
   const ado::Field& usable_ = rows_["UTILE"];
   const ado::Field& side_ = rows_["CG42_INDDAAV"];
+  const ado::Field& registered_ = rows_["CG41_DATAREG"];
+  const ado::Field& amount_ = rows_["CG42_IMPTOTALE"];
 };
 
 /// What decides to which months a line belongs by competence.
@@ -144,10 +144,10 @@ class CompetenceReader {
  public:
   explicit CompetenceReader(const ado::Recordset& rows) : rows_(rows) {}
 
-  const values::Variant& registered() const { return registered_.Value(); }
   const values::Variant& documented() const { return documented_.Value(); }
-  DateMovimento dates() const { return {registered(), documented(), begin_.Value(), end_.Value(), deferral_.Value()}; }
-  Decimal amount() const { return values::toDecimal(amount_.Value()); }
+  DateMovimento dates() const {
+    return {registered_.Value(), documented(), begin_.Value(), end_.Value(), deferral_.Value()};
+  }
 
  private:
   const ado::Recordset& rows_;
@@ -156,16 +156,40 @@ class CompetenceReader {
   const ado::Field& begin_ = rows_["CG42_DATAINICOMP"];
   const ado::Field& end_ = rows_["CG42_DATAFINCOMP"];
   const ado::Field& deferral_ = rows_["CG42_INDRATRIS"];
-  const ado::Field& amount_ = rows_["CG42_IMPTOTALE"];
 };
 
-/// Each line is spread for itself: the shares of a sum would be rounded otherwise.
-suite::QuoteMensili sharesOf(const CompetenceReader& competence, std::int64_t lines) {
-  auto shares = quotePerCompetenza(competence.amount(), competence.dates());
-  if (lines != 1)
-    for (auto& share : shares) share = share * Decimal::FromScaled(lines);
-  return shares;
-}
+/// Descriptions and natures of accounts, chart by chart.
+class Charts {
+ public:
+  struct Account {
+    values::Variant description = values::Variant::Null(), nature = values::Variant::Null();
+  };
+
+  explicit Charts(ado::Connection& connection) {
+    TestoSql sql;
+    sql.riga(" SELECT CG24_GRUPPO_CG10, CG24_CONTO, CG24_DESCR, CG24_INDCONTORICAV ")
+        .testo(" FROM   CG24_TABPDC WITH (NOLOCK) ");
+    connection.ForEachRow(sql, [&](const ado::Recordset& rows) {
+      return [this, &chart = rows["CG24_GRUPPO_CG10"], &code = rows["CG24_CONTO"], &description = rows["CG24_DESCR"],
+              &nature = rows["CG24_INDCONTORICAV"]] {
+        accounts_[keyOf(chart.Value(), code.Value())] = {description.Value(), nature.Value()};
+      };
+    });
+  }
+
+  /// Nulls for an account that its chart lacks.
+  Account find(const values::Variant& chart, const values::Variant& code) const {
+    const auto found = accounts_.find(keyOf(chart, code));
+    return found == accounts_.end() ? Account() : found->second;
+  }
+
+ private:
+  using Key = std::pair<int, std::string>;
+  static Key keyOf(const values::Variant& chart, const values::Variant& code) {
+    return {values::toInt32(chart), values::foldText(values::toPlainText(code))};
+  }
+  std::map<Key, Account> accounts_;
+};
 
 /// The days are spread like an amount of as many.
 void addCompetence(MovementRow& row, const DateMovimento& dates) {
@@ -201,29 +225,97 @@ values::Variant lastMovementDate(ado::Connection& connection, const MovementScop
   return rs->Eof() ? values::Variant::Null() : (*rs)["CG41_DATAREG"].Value();
 }
 
-std::vector<MovementGroup> movementGroups(ado::Connection& connection, const MovementScope& scope, bool byCompetence) {
-  const auto found = connection.Execute(groupText(scope, byCompetence));
-  const auto& rows = *found;
-  const GroupReader reader(rows);
-  const auto competence = byCompetence ? std::optional<CompetenceReader>(rows) : std::nullopt;
-  std::vector<MovementGroup> groups;
-  groups.reserve(static_cast<std::size_t>(found->RecordCount()));
-  for (; !found->Eof(); found->MoveNext()) {
-    auto& group = groups.emplace_back(reader.read(values::toInt64(rows["RIGHE"].Value())));
-    if (competence)
-      group.amounts = sharesOf(*competence, group.lines);
-    else
-      group.amounts[static_cast<std::size_t>(GroupReader::number(rows["MESE"]))] =
-          values::toDecimal(rows["IMPORTO"].Value());
+/// The sums of the lines, by what tells their groups.
+class MovementSums::Lines {
+ public:
+  Lines(ado::Connection& connection, const MovementScope& scope, bool byCompetence)
+      : charts_(connection), byCompetence_(byCompetence) {
+    connection.ForEachRow(lineText(scope, byCompetence), [this](const ado::Recordset& rows) -> std::function<void()> {
+      const LineReader line(rows);
+      if (!byCompetence_) return [this, line] { addRegistration(line); };
+      return [this, line, competence = CompetenceReader(rows)] { addCompetence(line, competence); };
+    });
   }
-  return groups;
-}
+
+  void forEach(const std::function<void(const MovementGroup&)>& visit) const {
+    for (const auto& sum : sums_) {
+      auto group = sum.group;
+      if (byCompetence_) {
+        group.lines = sum.months[kAllMonths].lines;
+        for (std::size_t month = 1; month < sum.months.size(); ++month) group.amounts[month] = sum.months[month].amount;
+        visit(group);
+        continue;
+      }
+      for (std::size_t month = 1; month < sum.months.size(); ++month) {
+        group.lines = sum.months[month].lines;
+        group.amounts = {};
+        group.amounts[month] = sum.months[month].amount;
+        if (group.lines != 0) visit(group);
+      }
+    }
+  }
+
+ private:
+  static constexpr std::size_t kAllMonths = 0;
+  struct Sum {
+    struct Month {
+      Decimal amount;
+      std::int64_t lines = 0;
+    };
+    /// By registration or competence; the lines of a competence count for all months.
+    std::array<Month, 13> months{};
+    MovementGroup group;  ///< what its lines share
+  };
+
+  void addRegistration(const LineReader& line) {
+    auto& month = sumOf(line).months[static_cast<std::size_t>(values::toDate(line.registered()).month())];
+    ++month.lines;
+    month.amount = month.amount + line.amount();
+  }
+
+  /// Each line is spread for itself: the shares of a sum would be rounded otherwise.
+  void addCompetence(const LineReader& line, const CompetenceReader& competence) {
+    auto& months = sumOf(line).months;
+    ++months[kAllMonths].lines;
+    const auto shares = quotePerCompetenza(line.amount(), competence.dates());
+    for (std::size_t month = 1; month < shares.size(); ++month)
+      if (!shares[month].isZero()) months[month].amount = months[month].amount + shares[month];
+  }
+
+  /// Lines come in any order of accounts: what is looked at for each is kept small.
+  Sum& sumOf(const LineReader& line) {
+    line.readKey(key_);
+    const auto kind = kinds_.try_emplace(key_, kinds_.size()).first->second;
+    auto& place = accounts_[line.account()][kind];
+    if (place != nullptr) return *place;
+    auto& sum = sums_.emplace_back();
+    place = &sum;
+    sum.group = line.read();
+    auto known = charts_.find(line.chart(), sum.group.account);
+    sum.group.description = std::move(known.description);
+    sum.group.nature = std::move(known.nature);
+    return sum;
+  }
+
+  Charts charts_;
+  bool byCompetence_;
+  std::string key_;                                     ///< of the line at hand
+  std::unordered_map<std::string, std::size_t> kinds_;  ///< the keys, numbered
+  std::unordered_map<std::string, std::unordered_map<std::size_t, Sum*>> accounts_;
+  std::deque<Sum> sums_;
+};
+
+MovementSums::MovementSums(ado::Connection& connection, const MovementScope& scope, bool byCompetence)
+    : lines_(std::make_unique<Lines>(connection, scope, byCompetence)) {}
+MovementSums::~MovementSums() = default;
+
+void MovementSums::forEach(const std::function<void(const MovementGroup&)>& visit) const { lines_->forEach(visit); }
 
 std::vector<MovementRow> movementRows(ado::Connection& connection, const MovementScope& scope, bool byCompetence,
                                       const MovementSelection& selection) {
   const auto found = connection.Execute(rowText(scope, byCompetence, selection));
   const auto& fields = *found;
-  const GroupReader reader(fields);
+  const LineReader reader(fields);
   const CompetenceReader competence(fields);
   const auto &registration = fields["CG41_NUMREG"], &line = fields["CG42_NUMRIGACONT"],
              &document = fields["CG41_NUMDOC"], &text = fields["CG41_DESCR"], &provenance = fields["CG41_INDPROVREG"],
@@ -231,17 +323,17 @@ std::vector<MovementRow> movementRows(ado::Connection& connection, const Movemen
   std::vector<MovementRow> rows;
   rows.reserve(static_cast<std::size_t>(found->RecordCount()));
   for (; !found->Eof(); found->MoveNext()) {
-    auto& row =
-        rows.emplace_back(MovementRow{reader.read(1), registration.Value(), line.Value(), competence.registered(),
-                                      competence.documented(), document.Value(), text.Value()});
-    row.simulated = GroupReader::number(provenance) != 0;
-    row.ofYear = GroupReader::number(ofYear) == 1;
-    row.inDates = GroupReader::number(inDates) == 1;
+    auto& row = rows.emplace_back(MovementRow{reader.read(), registration.Value(), line.Value(), reader.registered(),
+                                              competence.documented(), document.Value(), text.Value()});
+    row.group.lines = 1;
+    row.simulated = LineReader::number(provenance) != 0;
+    row.ofYear = LineReader::number(ofYear) == 1;
+    row.inDates = LineReader::number(inDates) == 1;
     if (byCompetence) {
-      row.group.amounts = sharesOf(competence, 1);
+      row.group.amounts = quotePerCompetenza(reader.amount(), competence.dates());
       addCompetence(row, competence.dates());
     } else {
-      row.group.amounts[static_cast<std::size_t>(values::toDate(row.date).month())] = competence.amount();
+      row.group.amounts[static_cast<std::size_t>(values::toDate(row.date).month())] = reader.amount();
     }
   }
   return rows;

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -36,14 +38,25 @@ struct MovementGroup {
   suite::QuoteMensili amounts{};  ///< by calendar month
 };
 
-/// Every line of the year and dates, whether or not a card could take it. Two decimals, unsigned. Reads CG24_TABPDC
-/// too, for the accounts.
-/// @param byCompetence  the dates are those of the competence, and amounts are spread over its months.
-std::vector<MovementGroup> movementGroups(ado::Connection& connection, const MovementScope& scope, bool byCompetence);
+/// Every line of the year and dates, whether or not a card could take it, added up as it is read: what is held grows
+/// with accounts, sites and parties, not with lines. Two decimals, unsigned. Reads CG24_TABPDC too, for the accounts.
+class MovementSums {
+ public:
+  /// @param byCompetence  the dates are those of the competence, and amounts are spread over its months.
+  MovementSums(ado::Connection& connection, const MovementScope& scope, bool byCompetence);
+  ~MovementSums();
+
+  /// One group after the other; by registration, one for each month.
+  void forEach(const std::function<void(const MovementGroup&)>& visit) const;
+
+ private:
+  class Lines;
+  std::unique_ptr<Lines> lines_;
+};
 
 /// A line of a registration, with what a drill-down tells of it.
 struct MovementRow {
-  MovementGroup group;  ///< of this line alone; `admitted` is about the scope's condition only
+  MovementGroup group;  ///< of this line alone, without what the chart knows; `admitted` is about the scope's condition
   values::Variant registration, line, date, documentDate, document, text;
   values::Variant competenceFrom{}, competenceTo{};
   bool simulated = false;      ///< by a procedure (CG41_INDPROVREG)

@@ -36,24 +36,11 @@ class Reckoning {
     for (const int kind : kinds) totals_[kind].cardKind = kind;
   }
 
-  void add(const std::vector<MovementGroup>& groups, const CardAccounts& accounts, const WrittenPeriods& periods) {
-    plansBalanceSheet_ = plansBalanceSheet_ || std::ranges::any_of(groups, [&](const auto& group) {
-                           return isBalanceSheet(group) && !accounts.cardsOf(group.account).empty();
-                         });
-    for (const auto& group : groups) {
-      const auto& cards = accounts.cardsOf(group.account);
-      if (isOutside(group, cards)) continue;
-      Cards takers;
-      std::ranges::copy_if(cards, std::back_inserter(takers),
-                           [&](const auto* card) { return landing_.takes(*card, group); });
-      const auto inside = landing_.insideOf(group, periods);
-      const auto reason = landing_.reasonOf(group, cards, takers, inside);
-      const auto kinds = kindsOf(group, reason || takers.empty() ? cards : takers);
-      if (kinds.empty()) addBeside(group, inside);
-      for (const int kind : kinds)
-        if (totals_.contains(kind)) add(group, kind, reason, inside);
-      if (!reason) land(group, takers, periods);
-    }
+  void add(const MovementSums& movements, const CardAccounts& accounts, const WrittenPeriods& periods) {
+    movements.forEach([&](const auto& group) {
+      plansBalanceSheet_ = plansBalanceSheet_ || (isBalanceSheet(group) && !accounts.cardsOf(group.account).empty());
+    });
+    movements.forEach([&](const auto& group) { add(group, accounts.cardsOf(group.account), periods); });
   }
 
   CardReconciliation finish(const DetailSnapshot& before, const DetailSnapshot& after,
@@ -84,6 +71,20 @@ class Reckoning {
     int kind;
     Decimal expected;
   };
+  void add(const MovementGroup& group, const Cards& cards, const WrittenPeriods& periods) {
+    if (isOutside(group, cards)) return;
+    Cards takers;
+    std::ranges::copy_if(cards, std::back_inserter(takers),
+                         [&](const auto* card) { return landing_.takes(*card, group); });
+    const auto inside = landing_.insideOf(group, periods);
+    const auto reason = landing_.reasonOf(group, cards, takers, inside);
+    const auto kinds = kindsOf(group, reason || takers.empty() ? cards : takers);
+    if (kinds.empty()) addBeside(group, inside);
+    for (const int kind : kinds)
+      if (totals_.contains(kind)) addTo(kind, group, reason, inside);
+    if (!reason) land(group, takers, periods);
+  }
+
   bool isOutside(const MovementGroup& group, const Cards& cards) const {
     if (narrowing_.toCards && cards.empty()) return true;
     return narrowing_.toSites && landing_.perSite() &&
@@ -105,7 +106,7 @@ class Reckoning {
     return {!values::isBlank(group.nature) && values::toInt32(group.nature) == kRevenueAccount ? kRevenue : kCost};
   }
 
-  void add(const MovementGroup& group, int kind, std::optional<Reason> reason, const Inside& inside) {
+  void addTo(int kind, const MovementGroup& group, std::optional<Reason> reason, const Inside& inside) {
     auto& totals = totals_[kind];
     const auto amount = Landing::withSign(inside.amount, group, kind);
     totals.lines += group.lines;
@@ -184,7 +185,7 @@ CardReconciliation CardReconciler::reconcile(ado::Connection& connection, const 
                               budget_.TipoMovimenti,
                               range.from,
                               range.to};
-    reckoning.add(movementGroups(connection, scope, budget_.TipoDataMovimenti == 1),
+    reckoning.add(MovementSums(connection, scope, budget_.TipoDataMovimenti == 1),
                   CardAccounts(range.cards, *budget_.ActiveInterface), range.periods);
   }
   return reckoning.finish(before, after, CardPercentages(budget_, connection));

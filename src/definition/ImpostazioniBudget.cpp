@@ -5,8 +5,8 @@
 #include <tuple>
 #include <utility>
 
+#include "definition/RigaDefinizione.h"
 #include "frame/BudgetAnno.h"
-#include "frame/Connessione.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
 #include "values/Arithmetic.h"
@@ -79,15 +79,13 @@ constexpr Lettura kCodicePdc{"GetCodicePdC",
     " AND   BU01_SOTTOTIPO = ", kACapo, true};
 // clang-format on
 
-std::string testo(const Lettura& lettura, BdgTipo tipo, const Variant& sottoTipo) {
+std::string testo(const Lettura& lettura, const std::string& tipo, const std::string& sottoTipo) {
   const auto& fine = lettura.fineRiga;
-  const std::string codice =
-      lettura.sottoTipoRiempito ? apiciRiempiti(sottoTipo, kLarghezzaSottoTipo) : testoDati(sottoTipo);
   TestoSql sql;
   sql.testo(lettura.select, fine)
       .testo(lettura.from, fine)
-      .testo(lettura.tipo, numero(tipo), fine)
-      .testo(lettura.sottoTipo, codice, fine);
+      .testo(lettura.tipo, tipo, fine)
+      .testo(lettura.sottoTipo, sottoTipo, fine);
   return sql.str();
 }
 
@@ -96,15 +94,15 @@ template <class Risultato, class Converti>
 Risultato leggi(Contesto& ctx, const Lettura& lettura, BdgTipo tipo, const Variant& sottoTipo, Risultato predefinito,
                 Risultato senzaRiga, Converti converti) {
   return esegui(ctx, lettura.nome, predefinito, [&]() -> Risultato {
-    creaConnessioneDB(ctx);
-    const auto rs = ctx.connessione().Execute(testo(lettura, tipo, sottoTipo));
+    const auto numeroTipo = numero(tipo);
+    const auto codice =
+        lettura.sottoTipoRiempito ? apiciRiempiti(sottoTipo, kLarghezzaSottoTipo) : testoDati(sottoTipo);
+    const auto rs = rigaDefinizione(ctx, testo(lettura, numeroTipo, codice), numeroTipo, codice);
     if (rs->RecordCount() == 0) return senzaRiga;
     rs->MoveFirst();
     return converti(rs->Fields());
   });
 }
-
-const Variant& colonna(const ado::Fields& campi, std::size_t posizione = 0) { return campi.Item(posizione).Value(); }
 
 bool acceso(const Variant& valore) { return values::compare(nvl(valore, 0), 0) != 0; }
 
@@ -112,46 +110,49 @@ bool acceso(const Variant& valore) { return values::compare(nvl(valore, 0), 0) !
 
 void ImpostazioniBudget::GetGestioneSede(BdgTipo tipo, const Variant& sottoTipo, bool& flag) const {
   flag = leggi(ctx_, kGestioneSede, tipo, sottoTipo, false, false,
-               [](const ado::Fields& riga) { return acceso(colonna(riga)); });
+               [](const ado::Fields& riga) { return acceso(riga.Item("BU01_FLGSEDI").Value()); });
 }
 
 void ImpostazioniBudget::GetGestioneQta(BdgTipo tipo, const Variant& sottoTipo, bool& qta1, bool& qta2) const {
   using Flags = std::pair<bool, bool>;
   std::tie(qta1, qta2) = leggi(ctx_, kGestioneQta, tipo, sottoTipo, Flags{}, Flags{}, [](const ado::Fields& riga) {
-    return Flags{acceso(colonna(riga, 0)), acceso(colonna(riga, 1))};
+    return Flags{acceso(riga.Item("BU01_FLGGESQTA").Value()), acceso(riga.Item("BU01_FLGGESQTA2").Value())};
   });
 }
 
 bool ImpostazioniBudget::GetIsGestioneMastri(BdgTipo tipo, const Variant& sottoTipo) const {
   return leggi(ctx_, kGestioneMastri, tipo, sottoTipo, false, false,
-               [](const ado::Fields& riga) { return values::toBool(nvl(colonna(riga), 0)); });
+               [](const ado::Fields& riga) { return values::toBool(nvl(riga.Item("BU01_FLGMASTRO").Value(), 0)); });
 }
 
 BdgPeriodoFiscaleSolare ImpostazioniBudget::GetAnnoBudgetFiscaleSolare(BdgTipo tipo, const Variant& sottoTipo) const {
   return leggi(ctx_, kFiscaleSolare, tipo, sottoTipo, BdgPeriodoFiscaleSolare{1}, BdgPeriodoFiscaleSolare{1},
-               [](const ado::Fields& riga) { return values::toInt32(nvl(colonna(riga), 0)); });
+               [](const ado::Fields& riga) { return values::toInt32(nvl(riga.Item("BU01_INDPERFISO").Value(), 0)); });
 }
 
 std::int16_t ImpostazioniBudget::GetPeriodicitaBudget(BdgTipo tipo, const Variant& sottoTipo) const {
   return leggi(ctx_, kPeriodicita, tipo, sottoTipo, std::int16_t{0}, kPeriodicitaSenzaBudget,
-               [](const ado::Fields& riga) { return values::toInt16(nvl(colonna(riga), "")); });
+               [](const ado::Fields& riga) { return values::toInt16(nvl(riga.Item("BU01_INDPERIODO").Value(), "")); });
 }
 
 std::int16_t ImpostazioniBudget::GetNumeroForecast(BdgTipo tipo, const Variant& sottoTipo) const {
   return leggi(ctx_, kNumeroForecast, tipo, sottoTipo, kForecastPredefiniti, kForecastPredefiniti,
-               [](const ado::Fields& riga) { return values::toInt16(nvl(colonna(riga), kForecastPredefiniti)); });
+               [](const ado::Fields& riga) {
+                 return values::toInt16(nvl(riga.Item("BU01_NUMFORECAST").Value(), kForecastPredefiniti));
+               });
 }
 
 std::int16_t ImpostazioniBudget::GetTipoGestioneMultiAttivita(BdgTipo tipo, const Variant& sottoTipo) const {
-  return leggi(ctx_, kMultiAttivita, tipo, sottoTipo, std::int16_t{0}, std::int16_t{0},
-               [](const ado::Fields& riga) { return values::toInt16(nvl(colonna(riga), "")); });
+  return leggi(ctx_, kMultiAttivita, tipo, sottoTipo, std::int16_t{0}, std::int16_t{0}, [](const ado::Fields& riga) {
+    return values::toInt16(nvl(riga.Item("BU01_INDMULTIATTIVITA").Value(), ""));
+  });
 }
 
 BdgTipoPdc ImpostazioniBudget::GetTipoPdC(BdgTipo tipo, const Variant& sottoTipo) const {
   constexpr BdgTipoPdc kCoGe = bdgPdcCoGe;
   if (tipo != bdgTipoMastri) return esegui(ctx_, kTipoPdc.nome, kCoGe, [] { return kCoGe; });
   return leggi(ctx_, kTipoPdc, bdgTipoMastri, sottoTipo, kCoGe, BdgTipoPdc{0},
-               [](const ado::Fields& riga) { return values::toInt32(colonna(riga)); });
+               [](const ado::Fields& riga) { return values::toInt32(riga.Item("BU01_INDTIPOPDC").Value()); });
 }
 
 Variant ImpostazioniBudget::GetCodicePdC(BdgTipo tipo, const Variant& sottoTipo) const {

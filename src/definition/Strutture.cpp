@@ -1,6 +1,7 @@
 #include "definition/Strutture.h"
 
 #include "definition/Colonne.h"
+#include "definition/RigaDefinizione.h"
 #include "frame/Connessione.h"
 #include "frame/TestoSql.h"
 #include "frame/Trappola.h"
@@ -14,12 +15,12 @@ using values::Variant;
 
 constexpr std::string_view kApice = "'";
 
-std::string testoDefinizione(std::string_view colonna, BdgTipo tipo, const Variant& sottoTipo) {
+std::string testoDefinizione(std::string_view colonna, const std::string& tipo, const std::string& sottoTipo) {
   TestoSql sql;
   sql.riga(" SELECT ", colonna)
       .riga(" FROM   BU01_ANABUDGET WITH (NOLOCK) ")
-      .riga(" WHERE  BU01_INDTIPO = ", numero(tipo))
-      .riga(" AND    BU01_SOTTOTIPO = ", testoDati(sottoTipo));
+      .riga(" WHERE  BU01_INDTIPO = ", tipo)
+      .riga(" AND    BU01_SOTTOTIPO = ", sottoTipo);
   return sql.str();
 }
 
@@ -36,8 +37,8 @@ std::string testoODefault(const Variant& valore) { return values::toText(values:
 /// One text column of a definition; "" when the budget or the text is missing.
 std::string leggiTesto(Contesto& ctx, std::string_view colonna, BdgTipo tipo, const Variant& sottoTipo) {
   if (values::isBlank(sottoTipo)) return {};
-  creaConnessioneDB(ctx);
-  const auto riga = ctx.connessione().Execute(testoDefinizione(colonna, tipo, sottoTipo));
+  const auto numeroTipo = numero(tipo), codice = testoDati(sottoTipo);
+  const auto riga = rigaDefinizione(ctx, testoDefinizione(colonna, numeroTipo, codice), numeroTipo, codice);
   return riga->Eof() ? std::string() : testoODefault(riga->Fields().Item(colonna).Value());
 }
 

@@ -24,6 +24,12 @@ ado::Connection& Contesto::connessione() const {
   return *connessione_;
 }
 
+const ado::RecordsetPtr& Contesto::righeLette(const std::string& testo) {
+  const auto trovate = lette_.find(testo);
+  if (trovate != lette_.end()) return trovate->second;
+  return lette_.emplace(testo, connessione().Execute(testo)).first->second;
+}
+
 suite::ActiveInterface& Contesto::sessione() const {
   if (!prop.ActiveInterface) throw values::Errore("Object variable or With block variable not set: ActiveInterface");
   return *prop.ActiveInterface;
@@ -40,7 +46,9 @@ Contesto::Operazione::Operazione(Contesto& ctx) : ctx_(ctx) {
 }
 
 Contesto::Operazione::~Operazione() {
-  if (--ctx_.profondita_ == 0 && ctx_.prossima_) ctx_.connessione_ = std::move(ctx_.prossima_);
+  if (--ctx_.profondita_ > 0) return;
+  ctx_.lette_.clear();
+  if (ctx_.prossima_) ctx_.connessione_ = std::move(ctx_.prossima_);
 }
 
 Contesto::TurnoDelCliente::TurnoDelCliente(Contesto& ctx)
@@ -49,10 +57,13 @@ Contesto::TurnoDelCliente::TurnoDelCliente(Contesto& ctx)
       dati_(ctx.dati),
       dataInizioEsercizio_(ctx.dataInizioEsercizio),
       dataFineEsercizio_(ctx.dataFineEsercizio),
-      connessione_(ctx.connessione_) {}
+      connessione_(ctx.connessione_) {
+  ctx.lette_.clear();
+}
 
 Contesto::TurnoDelCliente::~TurnoDelCliente() {
   ctx_.profondita_ = profondita_;
+  ctx_.lette_.clear();
   ctx_.stato_ = bdgStatoOk;
   ctx_.errore_.clear();
   ctx_.dati = std::move(dati_);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -42,6 +44,12 @@ class Contesto {
   const ado::ConnectionPtr& connessionePtr() const { return connessione_; }
   void connessione(ado::ConnectionPtr connessione) { connessione_ = std::move(connessione); }
 
+  /// Called by another operation, not by the client.
+  bool annidata() const { return profondita_ > 1; }
+  /// The rows of a query that the running operation may need again: it is run once. Code of the client may change what
+  /// they come from, so that nothing read before its turn is known after it.
+  const ado::RecordsetPtr& righeLette(const std::string& testo);
+
   /// The session; throws when the client has set none.
   suite::ActiveInterface& sessione() const;
   /// Decimal sign of the session, comma without one.
@@ -82,6 +90,7 @@ class Contesto {
   std::string errore_;
   int profondita_ = 0;
   ado::ConnectionPtr connessione_;
+  std::map<std::string, ado::RecordsetPtr, std::less<>> lette_;  ///< by their statements
   ado::ConnectionPtr prossima_;  ///< set by an event handler, for when the running operation has ended
 };
 

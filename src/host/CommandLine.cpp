@@ -7,6 +7,7 @@
 #include <iostream>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dati/Nearest.h"
@@ -87,9 +88,11 @@ void refuseUnused(const CLI::App& app, std::string_view command) {
 }
 
 /// Each command has the shared options that it uses, and its own.
-void declare(CLI::App& app, const Command& command, Environment& environment) {
+/// @param asked  whether it may be meant: of other commands the name and the summary are enough.
+void declare(CLI::App& app, const Command& command, bool asked, Environment& environment) {
   auto* own = app.add_subcommand(std::string(command.name), tr(command.summary));
   own->group(tr("Subcommands"));
+  if (!asked) return;
   own->footer(tr("Example:") + "\n" + translatedHelp(command.example));
   // The help shows groups in the order of their first options.
   own->set_help_flag();
@@ -104,7 +107,8 @@ void declare(CLI::App& app, const Command& command, Environment& environment) {
   });
 }
 
-void declare(CLI::App& app, const std::vector<Command>& commands, Environment& environment) {
+void declare(CLI::App& app, const std::vector<Command>& commands, const std::vector<std::string>& words,
+             Environment& environment) {
   app.require_subcommand(1);
   app.option_defaults()->group(tr("Options"));
   app.set_help_flag("-h,--help", tr("Print this help message and exit"));
@@ -118,7 +122,8 @@ void declare(CLI::App& app, const std::vector<Command>& commands, Environment& e
   for (const auto& option : propertyOptions("", environment.options)) declare(app, option)->group(kUnlisted);
   app.set_config("--config", "", tr("file with options, one NAME = VALUE per line"));
   app.allow_config_extras(CLI::config_extras_mode::error);
-  for (const auto& command : commands) declare(app, command, environment);
+  for (const auto& command : commands)
+    declare(app, command, std::ranges::find(words, command.name) != words.end(), environment);
 }
 
 /// The file with options is the program's: it goes in front of the command's name.
@@ -223,10 +228,11 @@ int runCommandLine(int argc, const char* const* argv, Environment& environment) 
   chooseLanguage(askedLanguage(argc, argv));
   const auto all = commands();
   CLI::App app(translatedHelp(kProgramDescription), "bukorval");
-  declare(app, all, environment);
+  auto words = arguments(argc, argv);
+  declare(app, all, words, environment);
   environment.options.commandText = commandText(argc, argv);
   try {
-    app.parse(arguments(argc, argv));
+    app.parse(std::move(words));
   } catch (const CLI::ParseError& e) {
     return tellUsage(app, e);
   }

@@ -727,6 +727,8 @@ constexpr ItalianText kTexts[] = {
     {"column {} is missing", "manca la colonna {}"},
     {"column {}: {}", "colonna {}: {}"},
     {"Cannot open {}", "Non si può aprire {}"},
+    {"{} has changed since it was checked, nothing was imported",
+     "{} è cambiato da quando è stato controllato, non è stato importato nulla"},
     {"a value is needed", "serve un valore"},
     {"is not a date", "non è una data"},
     {"has more than {} characters", "ha più di {} caratteri"},

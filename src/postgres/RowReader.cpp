@@ -116,6 +116,7 @@ void RowReader::readEach(const PGresult* result, const ado::RowVisitor& visit) {
   const auto cells = set->AppendRow();
   set->MoveFirst();
   const auto each = visit(*set);
+  set->Fields().KeepLookedUp();
   const int rows = PQntuples(result);
   for (int row = 0; row < rows; ++row) {
     std::ranges::fill(cells, Variant::Null());

@@ -25,8 +25,8 @@ void readLines(dati::CsvReader& reader, RawTable& table, dati::Problems& problem
 RawTable readCsvTable(const std::string& file, const std::string& encoding, dati::Problems& problems) {
   RawTable table;
   table.file = file;
-  dati::readText(file, encoding, problems, [&](const std::string& text) {
-    dati::CsvReader reader(text);
+  dati::TextFile text(file, encoding);
+  dati::readRecords(text, file, problems, [&](dati::CsvReader& reader, std::size_t) {
     table.decimalSign = reader.decimalSign();
     table.header = reader.header();
     readLines(reader, table, problems);

@@ -1,5 +1,8 @@
 #include "sqlite/Plan.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <string>
 #include <utility>
 
 #include "sqlite/Binder.h"
@@ -37,6 +40,17 @@ class StepTransaction {
   bool open_;
 };
 
+/// The engine takes the query apart and computes the columns that are wanted alone.
+std::string narrowed(const std::string& query, const std::vector<bool>& wanted) {
+  std::string names, columns;
+  for (std::size_t i = 0; i < wanted.size(); ++i) {
+    const auto name = "c" + std::to_string(i);
+    names.append(i == 0 ? "" : ", ").append(name);
+    columns.append(i == 0 ? "" : ", ").append(wanted[i] ? name : "NULL");
+  }
+  return "WITH bk_all(" + names + ") AS (" + query + ") SELECT " + columns + " FROM bk_all";
+}
+
 }  // namespace
 
 Plan::Plan(sqlite3* database, Statistics& statistics, Translation translation)
@@ -48,6 +62,7 @@ Plan::Plan(sqlite3* database, Statistics& statistics, Translation translation)
       cleanup_(stepsOf(translation_.cleanup)),
       teardown_(stepsOf(translation_.teardown)),
       main_{&translation_.main, nullptr},
+      narrow_{&narrowText_, nullptr},
       reader_(translation_.columns, translation_.order) {}
 
 Plan::~Plan() {
@@ -55,6 +70,7 @@ Plan::~Plan() {
   // Compiled statements that still name a stage would keep it from being dropped.
   for (auto* steps : {&prepare_, &cleanup_}) steps->clear();
   main_.handle.reset();
+  narrow_.handle.reset();
   for (const auto& step : teardown_) sqlite3_exec(database_, step.text->sql.c_str(), nullptr, nullptr, nullptr);
 }
 
@@ -98,7 +114,20 @@ RecordsetPtr Plan::runMain(const Literals& literals) {
 }
 
 void Plan::visit(const Literals& literals, const RowVisitor& visit) {
-  reader_.readEach(database_, bound(main_, literals), visit);
+  const auto [set, cells] = reader_.singleRow();
+  const auto each = visit(*set);
+  const auto& wanted = set->Fields().KeepLookedUp();
+  reader_.readEach(database_, bound(stepFor(wanted), literals), wanted, cells, each);
+}
+
+Plan::Step& Plan::stepFor(const std::vector<bool>& wanted) {
+  if (std::ranges::find(wanted, false) == wanted.end()) return main_;
+  if (wanted != wanted_) {
+    narrow_ = {&narrowText_, nullptr};
+    narrowText_ = {narrowed(translation_.main.sql, wanted), translation_.main.bindings};
+    wanted_ = wanted;
+  }
+  return narrow_;
 }
 
 RecordsetPtr Plan::runStaged(const Literals& literals) {

@@ -47,6 +47,8 @@ class Plan {
   static Steps stepsOf(const std::vector<StepText>& statements);
   sqlite3_stmt* bound(Step& step, const std::vector<tsql::Literal>& literals);
   void runAll(Steps& steps, const std::vector<tsql::Literal>& literals);
+  /// The step that gives these columns, and Null for the others.
+  Step& stepFor(const std::vector<bool>& wanted);
   ado::RecordsetPtr runMain(const std::vector<tsql::Literal>& literals);
   ado::RecordsetPtr runStaged(const std::vector<tsql::Literal>& literals);
 
@@ -55,6 +57,10 @@ class Plan {
   Translation translation_;
   Steps setup_, prepare_, cleanup_, teardown_;
   Step main_;
+  /// For visits that want some columns only: those, and the statement that computes no others.
+  std::vector<bool> wanted_;
+  StepText narrowText_;
+  Step narrow_;
   RowReader reader_;
   bool setUp_ = false;
 };

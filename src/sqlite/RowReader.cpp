@@ -62,7 +62,7 @@ RecordsetPtr RowReader::readAll(sqlite3* database, sqlite3_stmt* statement) {
   std::vector<std::span<Variant>> toSort;
   for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) {
     const auto cells = set->AppendRow();
-    readRow(statement, cells);
+    for (std::size_t position = 0; position < cells.size(); ++position) readCell(statement, position, cells[position]);
     if (!order_.empty()) toSort.push_back(cells);
   }
   if (outcome != SQLITE_DONE) throwFailure(database);
@@ -71,33 +71,38 @@ RecordsetPtr RowReader::readAll(sqlite3* database, sqlite3_stmt* statement) {
   return set;
 }
 
-void RowReader::readEach(sqlite3* database, sqlite3_stmt* statement, const RowVisitor& visit) {
-  const auto set = emptySet(results_);
+RowReader::SingleRow RowReader::singleRow() const {
+  auto set = emptySet(results_);
   const auto cells = set->AppendRow();
   set->MoveFirst();
-  const auto each = visit(*set);
+  return {std::move(set), cells};
+}
+
+void RowReader::readEach(sqlite3* database, sqlite3_stmt* statement, const std::vector<bool>& wanted,
+                         std::span<Variant> cells, const std::function<void()>& each) {
+  std::vector<std::size_t> positions;
+  for (std::size_t position = 0; position < wanted.size(); ++position)
+    if (wanted[position]) positions.push_back(position);
   const ResetAtEnd reset(statement);
   int outcome = sqlite3_step(statement);
   for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) {
-    std::ranges::fill(cells, Variant::Null());
-    readRow(statement, cells);
+    for (const auto position : positions) {
+      cells[position] = Variant::Null();
+      readCell(statement, position, cells[position]);
+    }
     each();
   }
   if (outcome != SQLITE_DONE) throwFailure(database);
 }
 
-/// The values of a row are looked at without the engine's own locking: a connection serves one thread.
-void RowReader::readRow(sqlite3_stmt* statement, std::span<Variant> cells) {
-  int position = 0;
-  for (auto& column : columns_) {
-    auto* value = sqlite3_column_value(statement, position);
-    auto& cell = cells[static_cast<std::size_t>(position++)];
-    const int storage = sqlite3_value_type(value);
-    if (storage == SQLITE_INTEGER) {
-      readInteger(column, sqlite3_value_int64(value), cell);
-    } else if (storage != SQLITE_NULL) {
-      readOther(column, storage, value, cell);
-    }
+/// Values are looked at without the engine's own locking: a connection serves one thread.
+void RowReader::readCell(sqlite3_stmt* statement, std::size_t position, Variant& cell) {
+  auto* value = sqlite3_column_value(statement, static_cast<int>(position));
+  const int storage = sqlite3_value_type(value);
+  if (storage == SQLITE_INTEGER) {
+    readInteger(columns_[position], sqlite3_value_int64(value), cell);
+  } else if (storage != SQLITE_NULL) {
+    readOther(columns_[position], storage, value, cell);
   }
 }
 

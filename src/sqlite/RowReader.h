@@ -2,7 +2,10 @@
 
 #include <sqlite3.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <vector>
 
 #include "ado/connection/Connection.h"
@@ -20,8 +23,15 @@ class RowReader {
   /// Steps the statement to its end; the set stands on its first row. A value that its column's type cannot hold
   /// throws values::Errore.
   ado::RecordsetPtr readAll(sqlite3* database, sqlite3_stmt* statement);
-  /// The same row by row, in the order of the engine.
-  void readEach(sqlite3* database, sqlite3_stmt* statement, const ado::RowVisitor& visit);
+  /// An empty set for rows that are read one by one; on its only row.
+  struct SingleRow {
+    ado::RecordsetPtr set;
+    std::span<values::Variant> cells;
+  };
+  SingleRow singleRow() const;
+  /// Reads row by row, in the order of the engine, the columns that are wanted.
+  void readEach(sqlite3* database, sqlite3_stmt* statement, const std::vector<bool>& wanted,
+                std::span<values::Variant> cells, const std::function<void()>& each);
 
  private:
   enum class How : std::uint8_t { ByStorage, Int16, Int32, Int64, Decimal, Float, Text, Date, Bit };
@@ -32,7 +42,8 @@ class RowReader {
     values::Date lastDateValue;
   };
   static How howToRead(const tsql::Type& type);
-  void readRow(sqlite3_stmt* statement, std::span<values::Variant> cells);
+  /// Into a cell that is Null.
+  void readCell(sqlite3_stmt* statement, std::size_t position, values::Variant& cell);
   static void readInteger(Column& column, std::int64_t value, values::Variant& cell);
   void readOther(const Column& column, int storage, sqlite3_value* value, values::Variant& cell);
 

@@ -1,4 +1,6 @@
 #include "definition/ImpostazioniBudget.h"
+#include "definition/Strutture.h"
+#include "frame/Trappola.h"
 #include "support/Expected.h"
 #include "support/TestContext.h"
 
@@ -94,6 +96,30 @@ TEST(ImpostazioniBudget, EveryQuestionHasItsStatementAndAnAnswerForEveryLack) {
     EXPECT_EQ(ask(), q.withoutConnection);
     EXPECT_EQ(budget.outcome(), "1 Non è stata definita la stringa di connessione");
   }
+}
+
+TEST(ImpostazioniBudget, OneReadServesAnOperationUntilTheClientHasItsTurn) {
+  TestContext budget;
+  for (int read = 1; read <= 4; ++read)
+    budget.answer({"BU01_INDPERIODO", "BU01_NUMFORECAST", "BU01_STRUTTURA"}, {{read, read + 4, "CON"}});
+  std::string seen;
+  const auto ask = [&] {
+    const ImpostazioniBudget settings(budget.ctx);
+    seen +=
+        std::to_string(settings.GetPeriodicitaBudget(4, "01")) + std::to_string(settings.GetNumeroForecast(4, "01"));
+    seen += Strutture(budget.ctx).GetStruttura(4, "01") + " ";
+  };
+  esegui(budget.ctx, "Outer", [&] {
+    ask();
+    {
+      const Contesto::TurnoDelCliente turn(budget.ctx);
+      esegui(budget.ctx, "Client", ask);
+    }
+    ask();
+  });
+  esegui(budget.ctx, "Next", ask);
+  EXPECT_EQ(seen, "15CON 26CON 37CON 48CON ");
+  EXPECT_EQ(budget.db->texts.size(), 4u);
 }
 
 TEST(ImpostazioniBudget, KnowsTheNatureOfEveryTypeAndTheChartOfAllButFive) {

@@ -7,9 +7,7 @@ using bukorval::Strutture, testing_support::TestContext;
 
 /// A definition as the three readings behind a field list find it.
 void define(TestContext& budget, const Variant& structure, int perSite, int chartKind = 1) {
-  budget.answer({"BU01_STRUTTURA"}, {{structure}});
-  budget.answer({"BU01_FLGSEDI"}, {{perSite}});
-  budget.answer({"BU01_INDTIPOPDC"}, {{chartKind}});
+  budget.define({{"BU01_STRUTTURA", structure}, {"BU01_FLGSEDI", perSite}, {"BU01_INDTIPOPDC", chartKind}});
 }
 
 TEST(Strutture, FieldListFollowsTheDefinition) {

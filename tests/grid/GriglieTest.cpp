@@ -8,20 +8,12 @@ using bukorval::GrigliaBudget, bukorval::GrigliaPeriodi, testing_support::TestCo
 
 /// A budget without structure, and what its definition is asked before the grid's own statement.
 struct Defined : TestContext {
-  Defined() {
-    answer({"BU01_STRUTTURA"}, {});
-    answer({"BU01_FLGSEDI"}, {{0}});
-    answer({"BU01_NUMFORECAST"}, {{0}});
-    answer({"BU01_FLGSEDI"}, {{0}});
-  }
+  Defined() { define({{"BU01_FLGSEDI", 0}, {"BU01_NUMFORECAST", 0}}); }
 };
 
 /// A card's grid by period: what its definition is asked first.
 struct DefinedPeriods : TestContext {
-  explicit DefinedPeriods(int forecasts) {
-    answer({"BU01_NUMFORECAST"}, {{forecasts}});
-    answer({"BU01_INDPERIODO"}, {{0}});
-  }
+  explicit DefinedPeriods(int forecasts) { define({{"BU01_NUMFORECAST", forecasts}, {"BU01_INDPERIODO", 0}}); }
 };
 
 TEST(GrigliaBudget, CopiesRowsByNameIntoTypedFields) {
@@ -42,8 +34,7 @@ TEST(GrigliaBudget, CopiesRowsByNameIntoTypedFields) {
 }
 
 TEST(GrigliaBudget, GivesNoGridAfterAFailure) {
-  const std::string procedures[] = {"GetStruttura", "GetGestioneSede", "GetNumeroForecast", "GetGestioneSede",
-                                    "RecordSetBudget"};
+  const std::string procedures[] = {"GetStruttura", "RecordSetBudget"};
   for (std::size_t k = 1; k <= std::size(procedures); ++k) {
     Defined budget;
     budget.failAt(k);
@@ -98,7 +89,7 @@ TEST(GrigliaPeriodi, AsksForThePeriodsOfThePeriodicity) {
   const std::pair<int, std::string> rows[] = {{0, "12"}, {1, "6"}, {2, "4"}, {3, "3"}, {4, "2"}, {5, "1"}, {6, ""}};
   for (const auto& [periodicity, periods] : rows) {
     TestContext budget;
-    budget.answer({"BU01_INDPERIODO"}, {{periodicity}});
+    budget.define({{"BU01_INDPERIODO", periodicity}});
     EXPECT_THAT(GrigliaPeriodi(budget.ctx).GetStringaPeriodiBudget(17, 0),
                 testing::HasSubstr("\r\n WHERE PERIODO < " + periods + "\r\n)\r\n"));
     EXPECT_EQ(budget.outcome(), "0 ");
@@ -106,8 +97,8 @@ TEST(GrigliaPeriodi, AsksForThePeriodsOfThePeriodicity) {
 }
 
 TEST(GrigliaPeriodi, HandsOutWhatWasBuiltBeforeAFailure) {
-  const std::string procedures[] = {"GetNumeroForecast", "GetPeriodicitaBudget", "RecSetPeriodiBudget"};
-  for (std::size_t k = 1; k <= 3; ++k) {
+  const std::string procedures[] = {"GetNumeroForecast", "RecSetPeriodiBudget"};
+  for (std::size_t k = 1; k <= 2; ++k) {
     DefinedPeriods budget(2);
     budget.failAt(k);
     const auto grid = GrigliaPeriodi(budget.ctx).RecSetPeriodiBudget(17);

@@ -29,8 +29,7 @@ struct NewCard : TestContext {
   explicit NewCard(int type, int forecasts = 0) : TestContext(type) {
     answerNothing();
     answer({""}, {{31}});
-    answer({"BU01_INDPERIODO"}, {{5}});
-    answer({"BU01_NUMFORECAST"}, {{forecasts}});
+    define({{"BU01_INDPERIODO", 5}, {"BU01_NUMFORECAST", forecasts}});
     prop.CodicePdcCoGeDitta = 5;
   }
   std::vector<std::string> make(const std::vector<std::pair<Variant, Variant>>& given) {
@@ -43,15 +42,14 @@ TEST(NuovaScheda, WritesHeaderThenDetailsThenCashFlow) {
   NewCard budget(4, 1);
   const auto texts = budget.make({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "S1"}});
   EXPECT_EQ(budget.outcome(), "0 ");
-  ASSERT_EQ(texts.size(), 8u);
+  ASSERT_EQ(texts.size(), 7u);
   EXPECT_EQ(texts[1], "SELECT @@IDENTITY");
   EXPECT_THAT(
-      std::vector(texts.begin() + 4, texts.end()),
+      std::vector(texts.begin() + 3, texts.end()),
       testing::ElementsAre(detail(0, 1), detail(1, 1), detail(3, 1), expected("maintenance/expected/cash_flow.sql")));
   const std::string procedures[] = {"InserimentoNuovaSchedaBudget",
                                     "InserimentoNuovaSchedaBudget",
                                     "GetPeriodicitaBudget",
-                                    "GetNumeroForecast",
                                     "CreazioneBU66NULL",
                                     "CreazioneBU66NULL",
                                     "CreazioneBU66NULL",
@@ -119,18 +117,16 @@ TEST(NuovaScheda, WritesNothingWithoutColumnsOrWithAValueThatItsColumnCannotTake
 TEST(NuovaScheda, CreatesADetailForEachKindAndPeriodOfTheNature) {
   for (const int type : {1, 3}) {
     TestContext budget(type);
-    budget.answer({"BU01_INDPERIODO"}, {{0}});
-    budget.answer({"BU01_NUMFORECAST"}, {{2}});
+    budget.define({{"BU01_INDPERIODO", 0}, {"BU01_NUMFORECAST", 2}});
     NuovaScheda(budget.ctx).CreazioneBU66NULL(31);
     std::vector<std::string> expected;
     for (int kind = 0; kind <= 4; ++kind)
       for (int period = 1; period <= 12; ++period)
         if (kind != 2 || type == 1) expected.push_back(detail(kind, period));
-    EXPECT_THAT(std::vector(budget.db->texts.begin() + 2, budget.db->texts.end()), testing::ElementsAreArray(expected));
+    EXPECT_THAT(std::vector(budget.db->texts.begin() + 1, budget.db->texts.end()), testing::ElementsAreArray(expected));
   }
   TestContext undefined;
   undefined.answer({"BU01_INDPERIODO"}, {});
-  undefined.answer({"BU01_NUMFORECAST"}, {{0}});
   NuovaScheda(undefined.ctx).CreazioneBU66NULL(31);
   EXPECT_EQ(undefined.ctx.stato(), 99) << "a budget without periods";
 }

@@ -55,6 +55,16 @@ struct TestContext {
   void answer(const std::vector<std::string>& fields, const std::vector<std::vector<values::Variant>>& values) {
     db->answers.push_back(rows(fields, values));
   }
+  /// The definition of a budget, to the first question of an operation; the columns not given are Null.
+  void define(const std::map<std::string, values::Variant>& columns) {
+    std::vector<std::string> fields{"BU01_FLGSEDI",    "BU01_INDPERFISO", "BU01_FLGMASTRO",   "BU01_FLGGESQTA",
+                                    "BU01_FLGGESQTA2", "BU01_INDPERIODO", "BU01_NUMFORECAST", "BU01_INDMULTIATTIVITA",
+                                    "BU01_INDTIPOPDC", "BU01_STRUTTURA",  "BU01_CODICE_BU60", "CODICEPDC"};
+    std::vector<values::Variant> row;
+    for (const auto& field : fields)
+      row.push_back(columns.contains(field) ? columns.at(field) : values::Variant::Null());
+    answer(fields, {row});
+  }
   void answerNothing() { db->answers.push_back(std::make_shared<ado::Recordset>()); }
   /// The k-th statement, counted from 1, fails.
   void failAt(std::size_t k) {

@@ -101,6 +101,7 @@ class AnyConnection : public Connection {
 void Connection::ForEachRow(std::string_view text, const RowVisitor& visit) {
   const auto rows = Execute(text);
   const auto each = visit(*rows);
+  rows->Fields().KeepLookedUp();
   for (; !rows->Eof(); rows->MoveNext()) each();
 }
 

@@ -16,7 +16,8 @@
 namespace ado {
 
 /// Says what is done with the rows of a query. It is given, once, the set that will hold one row after the other, to
-/// look up its fields; what it gives back is called for each row.
+/// look up its fields; what it gives back is called for each row. Fields that it has not looked up then are not read,
+/// and cannot be looked up later.
 using RowVisitor = std::function<std::function<void()>(const Recordset& row)>;
 
 /// A database connection. Text is SQL Server's; one call runs one statement (IF … BEGIN … END counts as one).

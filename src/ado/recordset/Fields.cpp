@@ -52,6 +52,7 @@ Field& Fields::Append(std::string_view name, DataTypeEnum type, std::int32_t def
   fields_.push_back(
       std::unique_ptr<Field>(new Field(*owner_, position, std::string(name), known, definedSize, attributes)));
   slots_[slotOf(name)] = static_cast<std::uint32_t>(position);
+  lookedUp_.push_back(false);
   return *fields_.back();
 }
 
@@ -61,14 +62,24 @@ Field& Fields::Item(std::string_view name) const {
 }
 
 Field& Fields::Item(std::size_t position) const {
-  if (position >= fields_.size()) notFound(std::to_string(position));
-  return *fields_[position];
+  if (auto* field = position < fields_.size() ? lookedUp(position) : nullptr) return *field;
+  notFound(std::to_string(position));
 }
 
 Field* Fields::Find(std::string_view name) const {
   if (slots_.empty()) return nullptr;
   const std::uint32_t position = slots_[slotOf(name)];
-  return position == kFree ? nullptr : fields_[position].get();
+  return position == kFree ? nullptr : lookedUp(position);
+}
+
+Field* Fields::lookedUp(std::size_t position) const {
+  if (!kept_) lookedUp_[position] = true;
+  return lookedUp_[position] ? fields_[position].get() : nullptr;
+}
+
+const std::vector<bool>& Fields::KeepLookedUp() {
+  kept_ = true;
+  return lookedUp_;
 }
 
 std::size_t Fields::slotOf(std::string_view name) const {

@@ -28,17 +28,25 @@ class BUKORVAL_API Fields {
   /// Null pointer when there is no such field.
   Field* Find(std::string_view name) const;
 
+  /// For a set that holds one row after the other: from now on only those fields are found that have been looked up.
+  /// @return which ones, by position.
+  const std::vector<bool>& KeepLookedUp();
+
  private:
   friend class Recordset;
   /// The slot of a name, or the free one where it belongs.
   std::size_t slotOf(std::string_view name) const;
   void grow();
+  /// The field to whoever looks it up.
+  Field* lookedUp(std::size_t position) const;
 
   static constexpr std::uint32_t kFree = ~std::uint32_t{0};
   Recordset* owner_;
   std::vector<std::unique_ptr<Field>> fields_;
   /// Open addressing over positions in fields_: a look-up by name allocates nothing. Size a power of two.
   std::vector<std::uint32_t> slots_;
+  mutable std::vector<bool> lookedUp_;
+  bool kept_ = false;  ///< only those
 };
 
 }  // namespace ado

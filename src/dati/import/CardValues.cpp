@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <utility>
 
 #include "dati/CardWriter.h"
@@ -44,26 +45,26 @@ class CardValues : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
     auto& budget = import.budget();
-    const auto model = makeModel(budget, *import.connection);
-    batch_ = import.read(file, model);
+    file_.emplace(import.open(file, makeModel(budget, *import.connection)));
     const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
     const int periods = values::toInt32(values::nvl(budget.GetBdgNrPeriodi(periodicity), 0));
     const int lastKind = budget.GetNumeroForecast(budget.TipoBudget, budget.SottoTipoBudget) + bdgDettaglioOrdini;
     const CardCodes codes(*import.connection, import.company, columns_, {kCard, kAccount, kSite}, import.codes);
-    for (const auto& row : batch_.rows) {
+    file_->read(import.problems, [&](const CsvRow& row) {
+      ++rows_;
       checkRange(row, kFixed, kPeriod, 1, periods, file, import.problems);
       checkRange(row, kFixed, kKind, 0, lastKind, file, import.problems);
       const std::vector<Variant> card(row.values.begin() + kFirstColumn, row.values.end());
       for (const auto& problem : codes.problemsOf(card)) import.problems.add(file, row.line, problem);
       checkCard(row.line, card, import);
-    }
+    });
   }
 
   void write(ImportContext& import) override {
     CardWriter cards(import.budget(), *import.connection);
-    Steps steps(import.options.progress, tr("Writing values"), static_cast<std::int64_t>(batch_.rows.size()));
+    Steps steps(import.options.progress, tr("Writing values"), static_cast<std::int64_t>(rows_));
     std::int64_t written = 0;
-    for (const auto& row : batch_.rows) {
+    file_->readAgain([&](const CsvRow& row) {
       steps.done(++written);
       const auto card = cards.findOrCreate(keyOf(row));
       const auto kind =
@@ -74,7 +75,7 @@ class CardValues : public FileImporter {
         cards.write(card, kind, period, measure, row.values[field]);
         ++values_;
       }
-    }
+    });
     newCards_ = cards.created();
   }
 
@@ -106,7 +107,7 @@ class CardValues : public FileImporter {
       return position == columns_.end() ? Variant() : card[static_cast<std::size_t>(position - columns_.begin())];
     };
     const auto say = [&](const std::string& what, const Variant& code) {
-      import.problems.add(batch_.file, line, tr("no {} {}", what, values::toPlainText(code)));
+      import.problems.add(file_->name(), line, tr("no {} {}", what, values::toPlainText(code)));
     };
     const auto chart = given("BU65_GRUPPO_CG10"), account = given(kAccount), site = given(kSite),
                kind = given(kCardKind);
@@ -124,7 +125,8 @@ class CardValues : public FileImporter {
     return key;
   }
 
-  CsvBatch batch_;
+  std::optional<CsvFile> file_;
+  std::size_t rows_ = 0;
   std::vector<std::string> columns_;
   std::deque<std::string> names_;  ///< keeps the names that the model's fields look at
   std::size_t values_ = 0;

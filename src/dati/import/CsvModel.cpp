@@ -2,11 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <optional>
-#include <sstream>
-#include <system_error>
 #include <utility>
 
 #include "dati/Failure.h"
@@ -15,7 +11,6 @@
 #include "language/Language.h"
 #include "values/Conversion.h"
 #include "values/Errore.h"
-#include "values/FileName.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -82,31 +77,25 @@ void readRow(CsvRow& row, const std::vector<std::string>& fields,
   }
 }
 
-void readRows(CsvReader& reader, const CsvModel& model, CsvBatch& batch, Problems& problems, Steps& steps) {
+/// Goes through the rows; whether the columns are those of the model.
+bool readRows(CsvReader& reader, const CsvModel& model, const std::string& file, Problems& problems,
+              const std::function<void(CsvRow&)>& visit) {
   const auto before = problems.count();
-  const auto positions = mapColumns(reader, model, batch.file, problems);
-  if (problems.count() > before) return;  // the lines cannot be told apart
+  const auto positions = mapColumns(reader, model, file, problems);
+  if (problems.count() > before) return false;  // the lines cannot be told apart
   std::vector<std::string> fields;
+  CsvRow row;
   while (reader.next(fields)) {
-    steps.done(static_cast<std::int64_t>(reader.line()));
     if (fields.size() != positions.size()) {
-      problems.add(batch.file, reader.line(), wrongFieldCount(fields.size(), positions.size()));
+      problems.add(file, reader.line(), wrongFieldCount(fields.size(), positions.size()));
       continue;
     }
-    batch.rows.push_back({reader.line(), std::vector<values::Variant>(model.fields.size())});
-    readRow(batch.rows.back(), fields, positions, model, reader.decimalSign(), batch.file, problems);
+    row.line = reader.line();
+    row.values.assign(model.fields.size(), {});
+    readRow(row, fields, positions, model, reader.decimalSign(), file, problems);
+    visit(row);
   }
-  batch.understood = true;
-}
-
-std::string contentOf(const std::string& file) {
-  const auto path = values::pathOf(file);
-  std::ifstream in(path, std::ios::binary);
-  std::error_code ignored;
-  if (!in || std::filesystem::is_directory(path, ignored)) throw Refused(tr("Cannot open {}", file));
-  std::ostringstream content;
-  content << in.rdbuf();
-  return std::move(content).str();
+  return true;
 }
 
 }  // namespace
@@ -162,10 +151,13 @@ std::string wrongFieldCount(std::size_t fields, std::size_t names) {
   return tr("{} fields where the header has {}", fields, names);
 }
 
-void readText(const std::string& file, std::string_view encoding, Problems& problems,
-              const std::function<void(const std::string& text)>& read) {
+void readRecords(TextFile& text, const std::string& file, Problems& problems,
+                 const std::function<void(CsvReader& reader, std::size_t lines)>& read) {
   try {
-    read(toUtf8(contentOf(file), encoding));
+    const auto lines = text.check();
+    auto blocks = text.begin();
+    CsvReader reader([&](std::string& block) { return blocks.next(block); });
+    read(reader, lines);
   } catch (const EncodingFault& fault) {
     problems.add(file, fault.line, fault.what(), Remedy::Encoding);
   } catch (const UnclosedQuote& fault) {
@@ -173,13 +165,46 @@ void readText(const std::string& file, std::string_view encoding, Problems& prob
   }
 }
 
+CsvFile::CsvFile(std::string file, CsvModel model, const CsvReading& reading)
+    : file_(std::move(file)), model_(std::move(model)), reading_(reading), text_(file_, reading.encoding) {}
+
+bool CsvFile::read(Problems& problems, const RowVisitor& visit) {
+  bool understood = false;
+  readRecords(text_, file_, problems, [&](CsvReader& reader, std::size_t lines) {
+    Steps steps(reading_.progress, tr("Reading {}", file_), static_cast<std::int64_t>(lines));
+    understood = readRows(reader, model_, file_, problems, [&](CsvRow& row) {
+      steps.done(static_cast<std::int64_t>(row.line));
+      visit(row);
+    });
+  });
+  return understood;
+}
+
+void CsvFile::readAgain(const RowVisitor& visit) const {
+  auto blocks = text_.begin();
+  Problems problems;
+  try {
+    CsvReader reader([&](std::string& block) { return blocks.next(block); });
+    readRows(reader, model_, file_, problems, [&](CsvRow& row) {
+      if (problems.count() > 0) refuseChange();
+      visit(row);
+    });
+  } catch (const EncodingFault&) {
+    refuseChange();
+  } catch (const UnclosedQuote&) {
+    refuseChange();
+  }
+  if (problems.count() > 0 || !text_.isAsChecked(blocks)) refuseChange();
+}
+
+void CsvFile::refuseChange() const {
+  throw Refused(tr("{} has changed since it was checked, nothing was imported", file_));
+}
+
 CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems, const CsvReading& reading) {
   CsvBatch batch{file, {}};
-  readText(file, reading.encoding, problems, [&](const std::string& text) {
-    Steps steps(reading.progress, tr("Reading {}", file), std::ranges::count(text, '\n'));
-    CsvReader reader(text);
-    readRows(reader, model, batch, problems, steps);
-  });
+  batch.understood =
+      CsvFile(file, model, reading).read(problems, [&](CsvRow& row) { batch.rows.push_back(std::move(row)); });
   return batch;
 }
 

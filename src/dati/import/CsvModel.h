@@ -6,9 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "dati/import/CsvReader.h"
 #include "dati/import/Encoding.h"
 #include "dati/import/ImportProgress.h"
 #include "dati/import/Problems.h"
+#include "dati/import/TextFile.h"
 #include "values/Variant.h"
 
 namespace bukorval::dati {
@@ -39,7 +41,7 @@ struct CsvModel {
 std::string columnList(const CsvModel& model);
 
 struct CsvRow {
-  std::size_t line;
+  std::size_t line = 0;
   std::vector<values::Variant> values;  ///< by the position of the field in the model; Empty where the file has none
 };
 
@@ -59,10 +61,36 @@ struct CsvReading {
 /// texts too long) goes to `problems` with its line number. Throws Refused when the file cannot be opened.
 CsvBatch readCsv(const std::string& file, const CsvModel& model, Problems& problems, const CsvReading& reading = {});
 
-/// Hands over the text of a file. What is wrong with it (another encoding, a quote that is never closed) goes to
-/// `problems`. Throws Refused when the file cannot be opened.
-void readText(const std::string& file, std::string_view encoding, Problems& problems,
-              const std::function<void(const std::string& text)>& read);
+/// A file that is gone through row by row, so that it is never held whole.
+class CsvFile {
+ public:
+  /// A row may be taken away: the next one is made anew.
+  using RowVisitor = std::function<void(CsvRow& row)>;
+
+  /// Throws Refused when the file cannot be opened.
+  CsvFile(std::string file, CsvModel model, const CsvReading& reading);
+
+  const std::string& name() const { return file_; }
+  const CsvModel& model() const { return model_; }
+  /// Visits the rows and checks them: what is wrong goes to the problems, of an encoding before any row is visited.
+  /// @return whether the file was understood: text with the columns that are needed.
+  bool read(Problems& problems, const RowVisitor& visit);
+  /// Visits the rows of a file that had no problems once more. Throws Refused when it is no longer the same, at the
+  /// latest behind the last row.
+  void readAgain(const RowVisitor& visit) const;
+  [[noreturn]] void refuseChange() const;
+
+ private:
+  std::string file_;
+  CsvModel model_;
+  CsvReading reading_;
+  TextFile text_;
+};
+
+/// Hands over the records of a file and how many lines it has. What is wrong with its text (another encoding, a quote
+/// that is never closed) goes to the problems.
+void readRecords(TextFile& text, const std::string& file, Problems& problems,
+                 const std::function<void(CsvReader& reader, std::size_t lines)>& read);
 /// What is wrong with a line that has as many fields.
 std::string wrongFieldCount(std::size_t fields, std::size_t names);
 

@@ -9,8 +9,8 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
-CsvReader::CsvReader(std::string_view text) : text_(text) {
-  if (text_.starts_with(kByteOrderMark)) position_ = kByteOrderMark.size();
+void CsvReader::readHeader() {
+  if (hasMore() && text_.starts_with(kByteOrderMark)) position_ = kByteOrderMark.size();
   if (!read(header_)) {
     header_.clear();
     return;
@@ -33,8 +33,14 @@ CsvReader::CsvReader(std::string_view text) : text_(text) {
 
 bool CsvReader::next(std::vector<std::string>& fields) { return read(fields); }
 
+bool CsvReader::nextBlock() {
+  position_ = 0;
+  text_ = source_ && source_(block_) ? std::string_view(block_) : std::string_view();
+  return !text_.empty();
+}
+
 bool CsvReader::read(std::vector<std::string>& fields) {
-  while (position_ < text_.size()) {
+  while (hasMore()) {
     recordStart_ = currentLine_;
     fields.clear();
     do {
@@ -47,11 +53,14 @@ bool CsvReader::read(std::vector<std::string>& fields) {
 
 char CsvReader::readField(std::string& field) {
   if (standsAt('"')) readQuoted(field);
-  const auto begun = position_;
-  while (position_ < text_.size() && text_[position_] != separator_ && text_[position_] != '\n' &&
-         text_[position_] != '\r')
-    ++position_;
-  field.append(text_, begun, position_ - begun);
+  while (hasMore()) {
+    const auto begun = position_;
+    while (position_ < text_.size() && text_[position_] != separator_ && text_[position_] != '\n' &&
+           text_[position_] != '\r')
+      ++position_;
+    field.append(text_, begun, position_ - begun);
+    if (position_ < text_.size()) break;
+  }
   if (position_ == text_.size()) return '\n';
   const char end = text_[position_++];
   if (end == separator_) return separator_;
@@ -61,12 +70,13 @@ char CsvReader::readField(std::string& field) {
 }
 
 void CsvReader::readQuoted(std::string& field) {
-  while (++position_ < text_.size()) {
-    const char c = text_[position_];
-    if (c == '\n' || (c == '\r' && text_.substr(position_ + 1, 1) != "\n")) ++currentLine_;
+  ++position_;
+  while (hasMore()) {
+    const char c = text_[position_++];
+    if (c == '\n' || (c == '\r' && !standsAt('\n'))) ++currentLine_;
     if (c == '"') {
-      ++position_;
       if (!standsAt('"')) return;
+      ++position_;
     }
     field += c;
   }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "language/Language.h"
@@ -23,8 +25,14 @@ struct UnclosedQuote : values::Errore {
 /// are skipped.
 class CsvReader {
  public:
+  /// Hands over the next block of a text, not empty and the first one not without its byte-order mark; false at the
+  /// end.
+  using Source = std::function<bool(std::string& block)>;
+
   /// Reads the header line. The text must outlive the reader. Throws UnclosedQuote.
-  explicit CsvReader(std::string_view text);
+  explicit CsvReader(std::string_view text) : text_(text) { readHeader(); }
+  /// The same of a text that comes in blocks: only one is held. What the source throws goes through.
+  explicit CsvReader(Source source) : source_(std::move(source)) { readHeader(); }
 
   /// The comma where the semicolon separates, else the point.
   char decimalSign() const { return separator_ == ';' ? ',' : '.'; }
@@ -36,13 +44,19 @@ class CsvReader {
   std::size_t line() const { return recordStart_; }
 
  private:
+  void readHeader();
   bool read(std::vector<std::string>& fields);
   /// Reads one field; the character that ended it, '\n' also at the end of the text.
   char readField(std::string& field);
   void readQuoted(std::string& field);
-  bool standsAt(char c) const { return position_ < text_.size() && text_[position_] == c; }
+  /// Whether there is more text, with its next character at hand.
+  bool hasMore() { return position_ < text_.size() || nextBlock(); }
+  bool nextBlock();
+  bool standsAt(char c) { return hasMore() && text_[position_] == c; }
 
-  std::string_view text_;
+  Source source_;
+  std::string block_;
+  std::string_view text_;  ///< all of it, or the block
   std::size_t position_ = 0;
   char separator_ = ',';
   std::size_t currentLine_ = 1;

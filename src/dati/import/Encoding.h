@@ -23,4 +23,7 @@ struct EncodingFault : values::Errore {
 /// have and for characters that are zero, which no text has; Errore for an encoding that is none.
 std::string toUtf8(std::string bytes, std::string_view encoding);
 
+/// Lines of a text end with LF, CR LF or CR.
+std::size_t lineEnds(std::string_view text);
+
 }  // namespace bukorval::dati

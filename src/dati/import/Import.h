@@ -37,6 +37,10 @@ class ImportContext {
 
   /// Reads one file in the way of this import.
   CsvBatch read(const std::string& file, const CsvModel& model);
+  /// One that is not held.
+  CsvFile open(const std::string& file, const CsvModel& model) const {
+    return {file, model, {options.encoding, options.progress}};
+  }
   /// In the database, or brought by this import. After a file of accounts (sites) that could not be understood every
   /// account (site) may be.
   bool hasAccount(const values::Variant& account);

@@ -1,5 +1,8 @@
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <limits>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 
@@ -47,56 +50,72 @@ const CsvModel kModel{"movements",
 
 /// What the lines of a registration share, with what an empty field stands for. A later line need not say it again.
 /// The site is each line's own, and of several descriptions the first one counts.
-const std::array<std::pair<std::size_t, values::Variant>, 5> kShared{
-    std::pair<std::size_t, values::Variant>{kDate, {}}, {kYear, {}}, {kKind, 0}, {kDocumentDate, {}}, {kAdjusting, 0}};
+constexpr std::int32_t kNothing = std::numeric_limits<std::int32_t>::min();
+struct Shared {
+  std::size_t field;
+  std::int32_t otherwise;
+};
+constexpr std::array kShared{Shared{kDate, kNothing}, Shared{kYear, kNothing}, Shared{kKind, 0},
+                             Shared{kDocumentDate, kNothing}, Shared{kAdjusting, 0}};
 
-/// By their numbers, the rows that tell what registrations are.
-using Heads = std::unordered_map<std::int64_t, const CsvRow*>;
+std::int32_t sharedValue(const values::Variant& value) {
+  if (value.isEmpty()) return kNothing;
+  return value.kind() == values::Kind::Date ? value.as<values::Date>().dayNumber() : values::toInt32(value);
+}
+
+/// The first line of a registration: there are as many as registrations, so that they are kept small.
+struct Head {
+  std::size_t line = 0;
+  std::array<std::int32_t, kShared.size()> shared{};
+  std::int32_t written = 0;  ///< lines of the registration
+};
+/// By their numbers.
+using Heads = std::unordered_map<std::int64_t, Head>;
 
 class Movements : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
-    batch_ = import.read(file, kModel);
+    file_.emplace(import.open(file, kModel));
     years_ = import.ledger.years();
-    for (const auto& row : batch_.rows) {
+    file_->read(import.problems, [&](const CsvRow& row) {
+      ++rows_;
+      adjusting_ = adjusting_ || isAdjusting(row.values);
       for (const auto& problem : problemsOf(row, import)) import.problems.add(file, row.line, problem);
       checkRange(row, kModel, kKind, 0, 2, file, import.problems);
       checkRange(row, kModel, kAdjusting, 0, 1, file, import.problems);
       checkRange(row, kModel, kRegistration, 1, kHighestRegistration, file, import.problems);
-    }
+    });
     findTaken(import);
     if (!import.options.replace)
       for (const auto number : taken_)
-        import.problems.add(file, heads_.at(number)->line, tr("there is a registration {} already", number),
+        import.problems.add(file, heads_.at(number).line, tr("there is a registration {} already", number),
                             Remedy::Replace);
   }
 
   void write(ImportContext& import) override {
-    Steps steps(import.options.progress, tr("Writing movements"), static_cast<std::int64_t>(batch_.rows.size()));
+    Steps steps(import.options.progress, tr("Writing movements"), static_cast<std::int64_t>(rows_));
     for (const auto number : taken_) {
       import.ledger.removeRegistration(number);
       import.batches.release(number);
     }
-    auto writer = import.ledger.movementWriter(
-        std::ranges::any_of(batch_.rows, [](const auto& row) { return isAdjusting(row.values); }));
+    auto writer = import.ledger.movementWriter(adjusting_);
     auto next = std::max(import.ledger.lastRegistration(), highest_) + 1;
-    std::unordered_map<std::int64_t, int> lines;
     std::int64_t written = 0;
-    for (const auto& row : batch_.rows) {
+    file_->readAgain([&](const CsvRow& row) {
       const auto& v = row.values;
       const auto number = v[kRegistration].isEmpty() ? next++ : values::toInt64(v[kRegistration]);
-      auto& line = lines[number];
-      if (++line == 1) add(number, v, writer);
+      const auto line = v[kRegistration].isEmpty() ? 1 : ++heads_[number].written;
+      if (line == 1) add(number, v, writer);
       writer.add(MovementLine{number, line, v[kAccount], v[kSite], v[kFrom], v[kTo], isCredit(v), v[kAmount]});
       steps.done(++written);
-    }
+    });
     writer.finish();
     if (!import.options.batch.empty())
-      import.batches.add(import.options.batch, std::string(kModel.name), batch_.rows.size(), registrations_);
+      import.batches.add(import.options.batch, std::string(kModel.name), rows_, registrations_);
   }
 
   std::string outcome() const override {
-    return tr("{} in {}", counted(batch_.rows.size(), "movement"), counted(registrations_.size(), "registration")) +
+    return tr("{} in {}", counted(rows_, "movement"), counted(registrations_.size(), "registration")) +
            (taken_.empty() ? "" : tr(", {} of them replaced", taken_.size()));
   }
 
@@ -105,6 +124,7 @@ class Movements : public FileImporter {
 
   void add(std::int64_t number, const Values& v, MovementWriter& writer) {
     const auto* year = yearOf(v);
+    if (year == nullptr) file_->refuseChange();
     writer.add(Registration{number, v[kDate], year->year, year->progressive, v[kSite], values::nvl(v[kKind], 0),
                             v[kDocumentDate], v[kDescription], isAdjusting(v)});
     registrations_.push_back(number);
@@ -153,18 +173,17 @@ class Movements : public FileImporter {
   /// The lines of one registration are of one kind.
   void compareWithHead(const CsvRow& row, std::vector<std::string>& found) {
     const auto number = values::toInt64(row.values[kRegistration]);
-    const auto [position, isNew] = heads_.try_emplace(number, &row);
+    std::array<std::int32_t, kShared.size()> shared{};
+    std::ranges::transform(kShared, shared.begin(), [&](const auto& s) { return sharedValue(row.values[s.field]); });
+    const auto [position, isNew] = heads_.try_emplace(number, Head{row.line, shared});
     if (isNew) return;
-    const auto& head = *position->second;
-    for (const auto& [field, otherwise] : kShared) {
-      const auto& value = row.values[field];
-      if (value.isEmpty() || isSame(value, head.values[field].isEmpty() ? otherwise : head.values[field])) continue;
-      found.push_back(tr("registration {} has another {} on line {}", number, kModel.fields[field].name, head.line));
+    const auto& head = position->second;
+    for (std::size_t i = 0; i < kShared.size(); ++i) {
+      const auto expected = head.shared[i] == kNothing ? kShared[i].otherwise : head.shared[i];
+      if (shared[i] == kNothing || shared[i] == expected) continue;
+      found.push_back(
+          tr("registration {} has another {} on line {}", number, kModel.fields[kShared[i].field].name, head.line));
     }
-  }
-
-  static bool isSame(const values::Variant& value, const values::Variant& other) {
-    return !other.isEmpty() && values::compare(value, other) == 0;
   }
 
   /// Which numbers of the file are those of registrations that are there already.
@@ -179,7 +198,9 @@ class Movements : public FileImporter {
       if (heads_.contains(number)) taken_.push_back(number);
   }
 
-  CsvBatch batch_;
+  std::optional<CsvFile> file_;
+  std::size_t rows_ = 0;
+  bool adjusting_ = false;  ///< a line adjusts its accounting year
   std::vector<AccountingYear> years_;
   Heads heads_;
   std::int64_t highest_ = 0;

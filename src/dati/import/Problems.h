@@ -26,21 +26,24 @@ enum class Remedy {
 class Problems {
  public:
   void add(std::string_view file, std::size_t line, std::string_view text, Remedy remedy = Remedy::None) {
-    problems_.push_back({std::string(file), line, std::string(text)});
+    keep({std::string(file), line, std::string(text)});
     remedies_.insert(remedy);
   }
   /// @param cell  of a spreadsheet, "" in a file that has only lines.
   void addAt(std::string_view file, std::size_t line, std::string_view cell, std::string_view text) {
-    problems_.push_back({std::string(file), line, std::string(text), std::string(cell)});
+    keep({std::string(file), line, std::string(text), std::string(cell)});
   }
   /// Whether it may help against a problem.
   bool has(Remedy remedy) const { return remedies_.contains(remedy); }
-  std::size_t count() const { return problems_.size(); }
-  /// By file and line; those of one line in the order in which they were found.
+  std::size_t count() const { return count_; }
+  /// The first of them by file and line, a thousand at least; those of one line in the order in which they were found.
   std::vector<Problem> sorted() const;
 
  private:
-  std::vector<Problem> problems_;
+  void keep(Problem problem);
+
+  std::vector<Problem> problems_;  ///< the first of them, and some more
+  std::size_t count_ = 0;
   std::set<Remedy> remedies_;
 };
 

@@ -1,4 +1,7 @@
 
+#include <fstream>
+
+#include "dati/Failure.h"
 #include "dati/import/CsvModel.h"
 #include "dati/import/CsvReader.h"
 #include "support/Test.h"
@@ -8,8 +11,7 @@ namespace {
 using namespace bukorval::dati;
 
 /// "a|b 2:1|2 3:3|4": the header, then each record behind its first line.
-std::string readAll(const std::string& text) {
-  CsvReader reader(text);
+std::string readAll(CsvReader reader) {
   std::string shown;
   const auto add = [&](const std::vector<std::string>& fields) {
     for (const auto& field : fields) shown += (&field == &fields.front() ? "" : "|") + field;
@@ -18,6 +20,14 @@ std::string readAll(const std::string& text) {
   for (std::vector<std::string> fields; reader.next(fields); add(fields))
     shown += " " + std::to_string(reader.line()) + ":";
   return shown;
+}
+
+CsvReader::Source blocksOf(std::string_view text, std::size_t size) {
+  return [=](std::string& block) mutable {
+    block = text.substr(0, size);
+    text.remove_prefix(block.size());
+    return !block.empty();
+  };
 }
 
 TEST(CsvReader, ReadsWhatSpreadsheetsWrite) {
@@ -35,17 +45,39 @@ TEST(CsvReader, ReadsWhatSpreadsheetsWrite) {
       {"a,b\n1,\n", "a|b 2:1|"},
       {"", ""},
   };
-  for (const auto& [text, shown] : cases) EXPECT_EQ(readAll(text), shown) << text;
+  for (const auto& [text, shown] : cases) {
+    EXPECT_EQ(readAll(CsvReader(text)), shown) << text;
+    for (const std::size_t size : {3u, 4u, 7u})
+      EXPECT_EQ(readAll(CsvReader(blocksOf(text, size))), shown) << text << " by " << size;
+  }
 }
 
 TEST(CsvReader, AnUnclosedQuoteNamesItsLine) {
   std::size_t line = 0;
   try {
-    readAll("a\n1\r\"never\nclosed\n");
+    readAll(CsvReader("a\n1\r\"never\nclosed\n"));
   } catch (const UnclosedQuote& e) {
     line = e.line;
   }
   EXPECT_EQ(line, 3u);
+}
+
+TEST(CsvFile, AFileThatChangesIsRefused) {
+  const auto name = testing::TempDir() + "changing.csv";
+  const auto write = [&](const char* text) { std::ofstream(name, std::ios::binary) << text; };
+  const CsvModel model{"x", {{"a", CsvType::Integer, true, 4, ""}}};
+  for (const char* later : {"a\n1\n3\n", "a\n1\n2\n3\n", "a\n1\nx\n", "a\n1\n\"2\n", "a\n1\n\xE0\n", "b\n1\n2\n"}) {
+    write("a\n1\n2\n");
+    CsvFile file(name, model, {});
+    Problems problems;
+    int rows = 0;
+    const auto count = [&](CsvRow&) { ++rows; };
+    EXPECT_TRUE(file.read(problems, count));
+    file.readAgain(count);
+    EXPECT_EQ(rows, 4);
+    write(later);
+    EXPECT_THROW(file.readAgain(count), Refused) << later;
+  }
 }
 
 TEST(CsvModel, ReadsOneValue) {
