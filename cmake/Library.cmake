@@ -39,9 +39,14 @@ add_custom_command(
   VERBATIM)
 add_custom_target(bukorval_public_headers DEPENDS ${public_headers}/stamp)
 
+# On Windows clients link the static one; what is shared there is the component.
+set(kinds shared static)
+if(WIN32)
+  set(kinds static)
+endif()
 get_property(folders GLOBAL PROPERTY BUKORVAL_FOLDERS)
 list(TRANSFORM folders REPLACE "(.+)" "$<TARGET_OBJECTS:\\1>" OUTPUT_VARIABLE objects)
-foreach(kind shared static)
+foreach(kind IN LISTS kinds)
   string(TOUPPER ${kind} upper)
   add_library(bukorval_${kind} ${upper} ${objects})
   add_library(bukorval::${kind} ALIAS bukorval_${kind})
@@ -57,17 +62,20 @@ foreach(kind shared static)
     target_link_options(bukorval_${kind} PUBLIC -fsanitize=address,undefined)
   endif()
 endforeach()
-if(NOT WIN32)
+# The sanitizers of clang are there only in programs.
+if(TARGET bukorval_shared AND NOT BUKORVAL_SANITIZE)
   target_link_options(bukorval_shared PRIVATE -Wl,--no-undefined)
 endif()
-if(BUILD_SHARED_LIBS OR (PROJECT_IS_TOP_LEVEL AND NOT DEFINED BUILD_SHARED_LIBS))
+if(TARGET bukorval_shared AND (BUILD_SHARED_LIBS OR (PROJECT_IS_TOP_LEVEL AND NOT DEFINED BUILD_SHARED_LIBS)))
   add_library(bukorval::bukorval ALIAS bukorval_shared)
 else()
   add_library(bukorval::bukorval ALIAS bukorval_static)
 endif()
 if(NOT PROJECT_IS_TOP_LEVEL)
   # Only the one that is used.
-  set_target_properties(bukorval_shared bukorval_static PROPERTIES EXCLUDE_FROM_ALL ON)
+  foreach(kind IN LISTS kinds)
+    set_target_properties(bukorval_${kind} PROPERTIES EXCLUDE_FROM_ALL ON)
+  endforeach()
 endif()
 
 if(BUKORVAL_INSTALL AND NOT WIN32)
@@ -86,7 +94,7 @@ if(BUKORVAL_INSTALL AND NOT WIN32)
           DESTINATION ${package_folder} COMPONENT development)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/python/bukorval DESTINATION lib/python3/dist-packages COMPONENT python
           FILES_MATCHING PATTERN *.py)
-  foreach(kind shared static)
+  foreach(kind IN LISTS kinds)
     install(TARGETS bukorval_${kind} EXPORT bukorval_${kind}
             LIBRARY COMPONENT library NAMELINK_COMPONENT development
             ARCHIVE COMPONENT development)
