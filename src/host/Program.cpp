@@ -34,7 +34,8 @@ constexpr Retelling kOfOthers[] = {
 
 int failed(int code, const char* message) {
   std::cout << std::flush;
-  std::cerr << "bukorval: " << safeText(retold(message, kOfOthers), Lines::Keep) << '\n';
+  // In one piece: others may write to the same place.
+  std::cerr << "bukorval: " + safeText(retold(message, kOfOthers), Lines::Keep) + '\n';
   return code;
 }
 
