@@ -38,25 +38,28 @@ endfunction()
 
 set(library libbukorval${PROJECT_VERSION_MAJOR})
 set(about "The budgets of an accounting suite: cards with budget, actual, order and
- forecast values by period, exact to the cent, in an embedded database, on a
- PostgreSQL server or behind ODBC.")
+forecast values by period, exact to the cent, in an embedded database, on a
+PostgreSQL server or behind ODBC.")
 bukorval_package(program bukorval SECTION utils
   SUMMARY "budgets of an accounting suite, on the command line"
-  DESCRIPTION "${about}\n .\n This package has the program.")
+  DESCRIPTION "${about}\n\nThis package has the program.")
 bukorval_package(library ${library} SECTION libs
   SUMMARY "budgets of an accounting suite, shared library"
-  DESCRIPTION "${about}\n .\n This package has the shared library for programs in C and C++.")
+  DESCRIPTION "${about}\n\nThis package has the shared library for programs in C and C++.")
 bukorval_package(development libbukorval-dev SECTION libdevel
   DEPENDS "${library} (= ${PROJECT_VERSION}), libsqlite3-dev, unixodbc-dev, libpq-dev"
   SUMMARY "budgets of an accounting suite, files for development"
-  DESCRIPTION "${about}\n .\n This package has what programs in C and C++ are built with.")
+  DESCRIPTION "${about}\n\nThis package has what programs in C and C++ are built with.")
 bukorval_package(python python3-bukorval SECTION python
   DEPENDS "${library} (>= ${PROJECT_VERSION}), python3:any"
   SUMMARY "budgets of an accounting suite, for Python"
-  DESCRIPTION "${about}\n .\n This package has the package for Python 3.")
+  DESCRIPTION "${about}\n\nThis package has the package for Python 3.")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
+set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/debian/WithoutLdconfig.cmake)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
   ${PROJECT_SOURCE_DIR}/cmake/debian/postinst ${PROJECT_SOURCE_DIR}/cmake/debian/prerm)

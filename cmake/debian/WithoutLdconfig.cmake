@@ -1,0 +1,10 @@
+# The library's package has a trigger instead of the scripts that call ldconfig.
+foreach(package ${CPACK_PACKAGE_FILES})
+  if(package MATCHES "/libbukorval[0-9]+_[^/]*$")
+    set(folder ${package}.folder)
+    execute_process(COMMAND dpkg-deb -R ${package} ${folder} COMMAND_ERROR_IS_FATAL ANY)
+    file(REMOVE ${folder}/DEBIAN/postinst ${folder}/DEBIAN/postrm)
+    execute_process(COMMAND dpkg-deb --root-owner-group -b ${folder} ${package} OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+    file(REMOVE_RECURSE ${folder})
+  endif()
+endforeach()
