@@ -22,7 +22,7 @@ function budgetLine(row, calendar, names) {
     isClosed(calendar, year)));
   const how = [row.PERIODICITA, row.STRUTTURA, row.PER_SEDE ? t("per site") : "",
     String(row.TIPO) === COSTS_AND_REVENUES ? cardKinds().map(([, text]) => text.toLowerCase()).join(", ") : "",
-    row.FORECAST ? t("{} forecasts", row.FORECAST) : ""].filter(Boolean);
+    Number(row.FORECAST) === 1 ? t("1 forecast") : Number(row.FORECAST) ? t("{} forecasts", row.FORECAST) : ""].filter(Boolean);
   return h("li", { class: "budget" }, h("span", { class: "code" }, `${row.TIPO}/${row.SOTTOTIPO}`),
     h("div", {}, h("h3", {}, row.DESCRIZIONE || names), h("p", { class: "muted" }, how.join(" · "))),
     h("div", { class: "years" }, links.length ? links : h("span", { class: "muted" }, t("no cards yet"))));

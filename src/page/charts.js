@@ -5,7 +5,7 @@ import { h, svg } from "./dom.js";
 import { formatDecimal } from "./numbers.js";
 import { t } from "./words.js";
 
-const HEIGHT = 250, LEFT = 76, RIGHT = 14, TOP = 14, BOTTOM = 34, TICKS = 5;
+const HEIGHT = 250, LEFT = 76, RIGHT = 14, TOP = 14, BOTTOM = 34, TICKS = 5, LETTER = 6.5;
 
 /** Round numbers from least to greatest, both inside. */
 function ticksOf(least, greatest) {
@@ -65,8 +65,8 @@ export function trendChart(title, labels, series) {
     const points = series.flatMap(({ values, texts, look, title: name }) => values.map((value, i) => value === null ? null
       : svg("circle", { class: `point ${look}`, cx: x(i), cy: y(Number(value)), r: 3.2 },
         svg("title", {}, `${name} · ${labels[i]}: ${texts[i]}`))).filter(Boolean));
-    const length = Math.max(3, Math.floor(step / 7));
-    const names = labels.map((label, i) => svg("text", { class: "tick middle", x: x(i), y: HEIGHT - 12 }, shorten(label, length)));
+    const fits = labels.every((label) => label.length * LETTER < step);
+    const names = labels.map((label, i) => svg("text", { class: "tick middle", x: x(i), y: HEIGHT - 12 }, fits ? label : label.slice(0, 3)));
     return [...gridLines(ticks, y, width), ...lines, ...points, ...names];
   });
 }
@@ -92,7 +92,7 @@ export function waterfallChart(title, ends, steps) {
   return picture(`${title}. ${bars.map((bar) => `${bar.title}: ${bar.text}`).join(". ")}`, title,
     cut ? h("span", { class: "muted" }, t("the scale does not begin at zero")) : null, (width) => {
       const step = (width - LEFT - RIGHT) / bars.length, room = Math.min(step * 0.7, 64);
-      const length = Math.max(3, Math.floor(step / 6.6));
+      const length = Math.max(3, Math.floor(step / LETTER));
       return [...gridLines(ticks, y, width), ...bars.flatMap((bar, i) => {
         const x = LEFT + step * i + (step - room) / 2;
         const from = bar.from === 0 ? base : bar.from;

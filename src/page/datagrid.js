@@ -35,6 +35,7 @@ export class DataGrid {
     this.active = { row: 0, column: 0 };
     this.anchor = null;
     this.drawn = new Map();
+    this.rowHeight = 28;
     this.#build();
     this.editor = new CellEditor(this);
     this.keys = new GridKeys(this);
@@ -117,7 +118,9 @@ export class DataGrid {
   }
 
   #measure() {
-    this.rowHeight = parseFloat(getComputedStyle(this.scroller).getPropertyValue("--row")) || 30;
+    const height = parseFloat(getComputedStyle(this.scroller).getPropertyValue("--row")) || this.rowHeight;
+    if (height !== this.rowHeight) this.#forgetDrawn();
+    this.rowHeight = height;
     this.body.style.height = `${this.rows.length * this.rowHeight}px`;
     this.draw();
   }
@@ -126,7 +129,7 @@ export class DataGrid {
     const heading = (column, place) => {
       const turn = this.sort.name === column.name ? this.sort.turn : "none";
       return h("div", { role: "columnheader", class: `cell${column.figure || column.number ? " num" : ""}`, tabindex: -1,
-        "aria-colindex": place + 1, "aria-sort": turn, "data-row": -1, "data-column": place, title: column.name },
+        "aria-colindex": place + 1, "aria-sort": turn, "data-row": -1, "data-column": place, "data-name": column.name },
       h("span", {}, column.title || "\u00a0"));
     };
     const groups = [];
@@ -152,13 +155,17 @@ export class DataGrid {
     this.count.textContent = countText(this.rows.length, found ? this.#allRows().length : this.rows.length);
     this.#total(found);
     this.scroller.setAttribute("aria-rowcount", this.rows.length + 1 + this.foot.childElementCount);
-    this.body.style.height = `${this.rows.length * (this.rowHeight ?? 30)}px`;
+    this.body.style.height = `${this.rows.length * this.rowHeight}px`;
     this.active.row = Math.min(this.active.row, Math.max(this.rows.length - 1, 0));
     this.active.column = Math.min(this.active.column, Math.max(this.shown.length - 1, 0));
     this.anchor = null;
+    this.#forgetDrawn();
+    this.draw();
+  }
+
+  #forgetDrawn() {
     for (const element of this.drawn.values()) element.remove();
     this.drawn.clear();
-    this.draw();
   }
 
   find(text) {
@@ -226,7 +233,7 @@ export class DataGrid {
 
   /** Rows that are seen, and the one that the keyboard is in. */
   draw() {
-    const height = this.rowHeight ?? 30;
+    const height = this.rowHeight;
     const top = Math.floor(this.scroller.scrollTop / height) - MARGIN;
     const seen = Math.ceil(this.scroller.clientHeight / height) + 2 * MARGIN;
     const first = this.printing ? 0 : Math.max(0, top);

@@ -1,13 +1,13 @@
 // Elaborations: their options, a trial with the differences it would make, then the write.
 
 import { currentSession, forgetJob, jobState, operations, startJob } from "./api.js";
-import { budgetOf, describe, nameOf, pathOf, wholeBudget } from "./budget.js";
+import { budgetOf, cardKinds, describe, nameOf, pathOf, wholeBudget } from "./budget.js";
 import { DataGrid } from "./datagrid.js";
 import { ask } from "./dialog.js";
 import { button, h, select } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
 import { title } from "./grid.js";
-import { forget } from "./lists.js";
+import { detailKinds, forget, sites, years } from "./lists.js";
 import { failureBox, notice } from "./notices.js";
 import { plainTable } from "./plaintable.js";
 import { go, link } from "./router.js";
@@ -17,23 +17,37 @@ import { t } from "./words.js";
 const LOOK_EVERY = 150;  // milliseconds between two looks at a job
 const SMALL = 12;        // rows of a table that needs no grid
 
-/** What runs there are, how each is tried and written, and its options that stand first. */
+/**
+ * What runs there are, how each is tried and written, its options that stand first, and whether it begins with the cards
+ * one came from.
+ */
 const RUNS = {
   "elaborate-cards": { title: "Actuals from movements", trial: { "dry-run": true }, write: {},
     first: ["CodiceSede", "BdgTipoScheda", "TipoDettaglioDestinazione", "TipoDataMovimenti", "DaData", "AData", "DaScheda", "AScheda"] },
   "elaborate-balances": { title: "Budget from balances", trial: { "dry-run": true }, write: { write: true },
     first: ["AnnoEsercizioMovimenti", "TipoDettaglioDestinazione", "DaConto", "AConto", "percent", "IsSovrascriviEsistenti"] },
-  duplicate: { title: "Copy into another budget", trial: { "dry-run": true }, write: {},
+  duplicate: { title: "Copy into another budget", here: true, trial: { "dry-run": true }, write: {},
     first: ["CodiceSede", "BdgTipoScheda", "BdgDestinazioneSottoTipo", "BdgDestinazioneAnnoEsercizio",
       "BdgDestinazioneProgressivoEsercizio", "BdgDestinazioneCodiceSede", "percent", "IsSovrascriviEsistenti"] },
-  raise: { title: "Raise by a percentage", trial: { "dry-run": true }, write: {},
+  raise: { title: "Raise by a percentage", here: true, trial: { "dry-run": true }, write: {},
     first: ["PERCENT", "kind", "measure", "CodiceSede", "BdgTipoScheda", "DaScheda", "AScheda"] },
 };
+
+/** Options whose codes are known. */
+async function choicesOf(budget) {
+  const [places, kinds, calendar] = await Promise.all([sites(), detailKinds(budget), years()]);
+  const site = places.map(({ CODICE, DESCRIZIONE }) => [CODICE, `${CODICE} - ${DESCRIZIONE}`]);
+  const kind = kinds.map(({ TIPO, DESCRIZIONE }) => [TIPO, DESCRIZIONE]);
+  const year = [...new Set(calendar.map(({ ANNO }) => ANNO))];
+  return { CodiceSede: site, BdgDestinazioneCodiceSede: site, BdgTipoScheda: cardKinds(), TipoDettaglioDestinazione: kind,
+    TipoDettaglioOrigine: kind, AnnoEsercizioMovimenti: year, BdgDestinazioneAnnoEsercizio: year,
+    kind: kinds.filter(({ NOME }) => NOME !== "orders").map(({ NOME, DESCRIZIONE }) => [NOME, DESCRIZIONE]) };
+}
 
 export function showElaborations({ path, query }) {
   const budget = budgetOf(path, query);
   return show(async () => {
-    const [about, description] = await Promise.all([describe(budget), operations()]);
+    const [about, description, choices] = await Promise.all([describe(budget), operations(), choicesOf(budget)]);
     placeInFrame([[t("Budgets"), link("budgets")], [`${about.title} ${budget.year}`, link("grid", pathOf(budget), { site: budget.site, kind: budget.kind })],
       [t("Elaborations"), ""]], budget, "elaborate");
     const offered = Object.keys(RUNS).filter((name) => description.paths[`/api/v1/jobs/${name}`]);
@@ -42,16 +56,17 @@ export function showElaborations({ path, query }) {
     const choice = select(offered.map((each) => [each, t(RUNS[each].title)]), name,
       (run) => go("elaborate", path, { site: budget.site, kind: budget.kind, run }));
     choice.setAttribute("aria-label", t("Elaboration"));
-    const view = new RunView(budget, name, description, Boolean(about.readOnly || currentSession().readOnly));
+    const view = new RunView(budget, name, description, choices, Boolean(about.readOnly || currentSession().readOnly));
     return [title(about, budget), choice, view.element];
   });
 }
 
 class RunView {
-  constructor(budget, name, description, readOnly) {
+  constructor(budget, name, description, choices, readOnly) {
     Object.assign(this, { budget, name, readOnly });
     const operation = description.paths[`/api/v1/jobs/${name}`].post;
-    this.fields = optionFields(operation, RUNS[name].first, { CodiceSede: budget.site, BdgTipoScheda: budget.kind });
+    this.fields = optionFields(operation, RUNS[name].first, choices,
+      RUNS[name].here ? { CodiceSede: budget.site, BdgTipoScheda: budget.kind } : {});
     this.tryButton = h("button", { type: "submit", class: "primary" }, t("Try"));
     this.progress = h("div", { class: "progress", role: "status" });
     this.result = h("div", { class: "result" });

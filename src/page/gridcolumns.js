@@ -5,6 +5,7 @@ import { check, h } from "./dom.js";
 import { t } from "./words.js";
 
 const MEASURED_ROWS = 300, WIDEST = 34, WIDEST_FIRST = 44, NARROWEST = 5;
+const LETTER = 0.93;  // of a digit, on average
 
 /** Columns that hold a difference or a ratio, which no sum of theirs is. */
 export const isDelta = (column) => column.name.includes("DELTA") || Boolean(column.percentage);
@@ -57,7 +58,7 @@ function textWidth(column, rows) {
 /** The widths of the shown columns, in digits. */
 export function widths(columns, rows) {
   return columns.map((column, place) => {
-    const content = column.figure ? figureWidth(column, rows) : Math.min(textWidth(column, rows), place ? WIDEST : WIDEST_FIRST);
+    const content = column.figure ? figureWidth(column, rows) : Math.min(textWidth(column, rows) * LETTER, place ? WIDEST : WIDEST_FIRST);
     return Math.max(NARROWEST, content, longestWord(column.title) + 1.5) + 2.5;
   });
 }

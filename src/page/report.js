@@ -8,7 +8,7 @@ import { DataGrid } from "./datagrid.js";
 import { check, debounce, field, h, select } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
 import { title } from "./grid.js";
-import { detailKinds } from "./lists.js";
+import { detailKinds, years } from "./lists.js";
 import { failureBox } from "./notices.js";
 import { sum } from "./numbers.js";
 import { axesOf, groupedReport, report, seriesOf, stepsOf, valuesOf } from "./reportdata.js";
@@ -90,18 +90,19 @@ class ReportView {
     const { labels, series } = seriesOf(byPeriod, this.forecasts);
     const charts = labels.length > 1 && series.length ? [trendChart(t("By period"), labels, series)] : [];
     const axis = this.axes.find(({ name }) => name === this.query.rows[0]) ?? this.axes.find(({ row }) => row);
-    const lived = await this.#monthsWithActuals(measure, to);
+    const lived = to || await this.#monthsWithActuals(series);
     const found = stepsOf(await report(this.budget, { rows: [axis.name], values: ["budget", "actual", "delta"], measure, to: lived }), STEPS);
     if (found) charts.push(this.#waterfall(found, axis, lived));
     return charts;
   }
 
   /** A budget of twelve months is not compared with the actuals of nine. */
-  async #monthsWithActuals(measure, to) {
-    const { keys, series } = seriesOf(await report(this.budget, { columns: "month", values: ["actual"], measure, to }), []);
-    const last = (series[0]?.values ?? []).findLastIndex((value) => value !== null);
-    const [, year, month] = /(\d{4})\D?(\d\d)/.exec(keys[last] ?? "") ?? [];
-    return last >= 0 && year ? `${year}-${month}` : to;
+  async #monthsWithActuals(series) {
+    const actuals = series.find(({ look }) => look === "actual")?.values ?? [];
+    const months = (actuals.findLastIndex((value) => value !== null) + 1) * 12 / actuals.length;
+    const year = (await years()).find(({ ANNO }) => String(ANNO) === this.budget.year);
+    const inJanuary = String(year?.DATAINIZIO).slice(5, 7) === "01";
+    return inJanuary && months > 0 && months < 12 ? `${this.budget.year}-${String(Math.ceil(months)).padStart(2, "0")}` : "";
   }
 
   #waterfall({ ends, steps, rest, column }, axis, until) {

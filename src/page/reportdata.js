@@ -59,7 +59,7 @@ function namesOf(table, row, keys) {
     const hasText = table.columns[i + 1]?.name === table.columns[i].name + "_DESCR" && i + 1 < keys;
     const code = row[i] === null || row[i] === "" ? t("(none)") : clean(String(row[i]));
     const text = hasText ? clean(String(row[i + 1] ?? "")) : "";
-    names.push({ code, text: text && text !== code ? `${code} - ${text}` : code });
+    names.push({ code, text: text && text !== code ? `${code} - ${text}` : code, short: text || code });
   }
   return names;
 }
@@ -105,7 +105,7 @@ export function seriesOf(table, forecasts) {
   const series = kinds.map(([name, title, look]) => ({ title, look,
     values: periods.map(({ values }) => values.get(name)?.value ?? null), texts: periods.map(({ values }) => values.get(name)?.text ?? "") }))
     .filter(({ values }) => values.some((value) => value !== null));
-  return { labels: periods.map(({ label }) => label), keys: [...found.keys()], series };
+  return { labels: periods.map(({ label }) => label), series };
 }
 
 /** The steps from budget to actual: the greatest deltas of one axis, the others in one. */
@@ -117,7 +117,7 @@ export function stepsOf(table, most) {
   if (budget < 0 || actual < 0 || delta < 0 || !table.totals) return null;
   const end = (place, title, look) => ({ title, look, value: table.totals[place] ?? "0", text: format(table.totals[place], table.columns[place]) });
   const steps = table.rows.filter((row) => row[delta] !== null && Number(row[delta]) !== 0)
-    .map((row) => ({ title: namesOf(table, row, keys).at(-1).text, value: row[delta], text: format(row[delta], table.columns[delta]) }))
+    .map((row) => ({ title: namesOf(table, row, keys).at(-1).short, value: row[delta], text: format(row[delta], table.columns[delta]) }))
     .sort((a, b) => Math.abs(b.value) - Math.abs(a.value));
   const rest = steps.splice(most);
   return { ends: [end(budget, t("Budget"), "budget"), end(actual, t("Actual"), "actual")], steps, rest, column: table.columns[delta] };

@@ -22,24 +22,24 @@ function optionsOf(operation, first) {
     });
 }
 
-function control({ name, schema, required }, preset, values) {
+function control({ name, schema, required }, choices, preset, values) {
   const take = (value) => {
     if (value === "" || value === false) delete values[name];
     else values[name] = value;
   };
   if (preset) values[name] = preset;
   const text = schema.description;
-  if (schema.type === "boolean") return check(`${text} (${name})`, false, take);
-  if (schema.enum) return field(name, select([["", ""], ...schema.enum], preset, take), text);
+  if (schema.type === "boolean") return check(text, false, take);
+  if (choices || schema.enum) return field(text, select([["", ""], ...choices ?? schema.enum], preset, take), name);
   const date = /Data$/.test(name), whole = schema.type === "integer";
-  return field(name, h("input", { type: date ? "date" : whole ? "number" : "text", value: preset ?? "", required, autocomplete: "off",
-    onchange: (event) => take(whole && event.target.value !== "" ? Number(event.target.value) : event.target.value.trim()) }), text);
+  return field(text, h("input", { type: date ? "date" : whole ? "number" : "text", value: preset ?? "", required, autocomplete: "off",
+    onchange: (event) => take(whole && event.target.value !== "" ? Number(event.target.value) : event.target.value.trim()) }), name);
 }
 
-/** @param presets  values of options to begin with */
-export function optionFields(operation, first, presets) {
+/** @param choices  pairs of code and text, by option; @param presets  values of options to begin with */
+export function optionFields(operation, first, choices, presets) {
   const values = {};
-  const make = (option) => control(option, presets[option.name], values);
+  const make = (option) => control(option, choices[option.name], presets[option.name], values);
   const options = optionsOf(operation, first);
   const shown = options.filter(({ place }) => place >= 0).sort((a, b) => a.place - b.place);
   const more = options.filter(({ place }) => place < 0);

@@ -3,6 +3,7 @@
 const ITALIAN = {
   "(none)": "(nessuno)",
   "1 card": "1 scheda",
+  "1 forecast": "1 forecast",
   "1 row": "1 riga",
   "A trial writes nothing": "Una prova non scrive nulla",
   "Actual": "Consuntivo",
@@ -37,7 +38,6 @@ const ITALIAN = {
   "Elaboration": "Elaborazione",
   "Elaborations": "Elaborazioni",
   "Empty cells": "Svuotare le celle",
-  "Enter": "Invio",
   "Entry {} was taken back": "La registrazione {} è stata annullata",
   "Explain forecasts": "Spiega i forecast",
   "First and last column": "Prima e ultima colonna",
