@@ -12,8 +12,8 @@
 #include <variant>
 #include <vector>
 
+#include "host/ProgramCommands.h"
 #include "host/SharedOptions.h"
-#include "host/commands/Commands.h"
 #include "host/environment/CodeLists.h"
 #include "host/output/SafeText.h"
 #include "language/Language.h"
@@ -42,7 +42,7 @@ std::vector<std::string> namesOf(const Option& option) {
 class Line {
  public:
   Line(std::vector<std::string> words, Environment& environment)
-      : environment_(environment), commands_(commands()), shared_(outputOptions(environment.options)) {
+      : environment_(environment), commands_(programCommands()), shared_(outputOptions(environment.options)) {
     std::ranges::move(propertyOptions("", environment.options), std::back_inserter(shared_));
     word_ = words.empty() ? "" : words.back();
     if (!words.empty()) words.pop_back();

@@ -56,7 +56,8 @@ class Browser:
         self.driver.get(address)
 
     def go(self, place):
-        self.js("location.hash = arguments[0]", place)
+        self.js("""if (location.hash === arguments[0]) dispatchEvent(new HashChangeEvent("hashchange"));
+                   else location.hash = arguments[0];""", place)
         self.wait(lambda: not self.js("return document.querySelector('main[aria-busy]')"), "the view of " + place)
 
     def js(self, script, *values):

@@ -46,8 +46,8 @@ void requireUnchanged(Environment& environment, ado::Connection& connection, con
   const auto since = dati::changesSince(connection, environment.budget().CodiceDitta, values::toInt64(card), *change);
   if (!since) return;
   if (!since->changes.empty()) environment.show(tableOf(since->changes, since->entries));
-  throw dati::Refused(tr("Card {} has been changed since it was seen ({}), last on {}: nothing was written",
-                         values::toPlainText(card), dati::textOf(*change), dati::textOf(since->last)));
+  throw Overtaken(tr("Card {} has been changed since it was seen ({}), last on {}: nothing was written",
+                     values::toPlainText(card), dati::textOf(*change), dati::textOf(since->last)));
 }
 
 /// The last change as it is after one's own write, which was the given entry: what somebody else has written since is
