@@ -7,7 +7,7 @@ import { clean, format } from "./cells.js";
 import { ChangeWatch } from "./changes.js";
 import { DataGrid } from "./datagrid.js";
 import { button, check, h } from "./dom.js";
-import { placeInFrame, show, whenLeft } from "./frame.js";
+import { placeInFrame, show } from "./frame.js";
 import { title } from "./grid.js";
 import { records, tableWith } from "./lists.js";
 import { showMovements } from "./movements.js";
@@ -71,7 +71,7 @@ function keysOf(grid, editing, actions) {
 }
 
 export function showCard({ path: [id], query }) {
-  return show(async () => {
+  return show(async ({ whenLeft }) => {
     const answer = await run("card", { CARD: id });
     const budget = { ...parseName(answer.values.Budget ?? query.budget), site: query.site ?? "", kind: query.kind ?? "" };
     const about = await describe(budget);
@@ -99,7 +99,7 @@ export function showCard({ path: [id], query }) {
     editing.onrefused = (text) => { refused.textContent = text; };
     grid.show(await editing.load());
     keysOf(grid, editing, actions);
-    watchOthers(editing, budget, id);
+    whenLeft(watchOthers(editing, budget, id));
     const changed = h("span", { class: "muted" }, t("Last change {}", format(editing.edits.stamp.split(" #")[0], {})));
     return [title({ ...about, title: name }, budget, changed,
       h("a", { class: "aside", href: link("history", [id], { budget: nameOf(budget) }) }, t("History"))),
@@ -114,5 +114,5 @@ function watchOthers(editing, budget, id) {
     if (mine) editing.others(mine.lastChange);
   };
   watch.start();
-  whenLeft(() => watch.stop());
+  return () => watch.stop();
 }

@@ -18,7 +18,7 @@ export class ChangeWatch {
     } catch {
       return;  // a budget without cards, or one that the object refuses: its view tells
     }
-    this.timer = setInterval(() => this.look(), SECONDS * 1000);
+    if (!this.stopped) this.timer = setInterval(() => this.look(), SECONDS * 1000);
   }
 
   async look() {

@@ -8,7 +8,7 @@ import { announce, failureBox } from "./notices.js";
 import { link } from "./router.js";
 import { t } from "./words.js";
 
-let crumbs, tabs, main, turn = 0;
+let crumbs, tabs, main, turn = 0, leaving = [];
 
 export function buildFrame() {
   const session = currentSession();
@@ -46,31 +46,29 @@ export function placeInFrame(trail, budget, active) {
 }
 
 /**
- * Shows a view, which is a function that answers its elements. One that comes too late, because another was asked for
- * meanwhile, is not shown.
+ * Shows a view. One that comes too late, because another was asked for meanwhile, is not shown.
+ * @param make  ({wanted, whenLeft}) => promise of its elements; wanted() tells whether it still comes in time, what is
+ *              given to whenLeft is done when the view goes
  */
 export async function show(make) {
-  const mine = ++turn;
+  const mine = ++turn, leave = [];
+  const wanted = () => mine === turn;
   main.setAttribute("aria-busy", "true");
   let elements;
   try {
-    elements = await make(() => mine === turn);
+    elements = await make({ wanted, whenLeft: (action) => leave.push(action) });
   } catch (error) {
     console.warn(error.message);
     elements = [failureBox(error)];
   }
-  if (mine !== turn) return;
-  dispatchEvent(new Event("viewleft"));
+  if (!wanted()) return leave.forEach((action) => action());
+  leaving.forEach((action) => action());
+  leaving = leave;
   main.replaceChildren(...[elements].flat().filter(Boolean));
   main.removeAttribute("aria-busy");
   main.scrollTop = 0;
   announce(document.title);
-  main.querySelector("[data-first]")?.focus();
-}
-
-/** Runs an action when the view that is shown now goes. */
-export function whenLeft(action) {
-  addEventListener("viewleft", action, { once: true });
+  return undefined;
 }
 
 const KEYS = [

@@ -5,7 +5,7 @@ import { budgetOf, cardKinds, describe, nameOf, pathOf, selection } from "./budg
 import { ChangeWatch } from "./changes.js";
 import { DataGrid } from "./datagrid.js";
 import { h, select } from "./dom.js";
-import { placeInFrame, show, whenLeft } from "./frame.js";
+import { placeInFrame, show } from "./frame.js";
 import { isDelta } from "./gridcolumns.js";
 import { sites } from "./lists.js";
 import { announce, notice } from "./notices.js";
@@ -54,7 +54,7 @@ export function title(about, budget, ...more) {
 
 export function showGrid({ path, query }) {
   const budget = budgetOf(path, query);
-  return show(async (wanted) => {
+  return show(async ({ wanted, whenLeft }) => {
     const about = await describe(budget);
     await complete(budget, about);
     if (wanted()) stay("grid", path, { site: budget.site, kind: budget.kind });
@@ -65,7 +65,7 @@ export function showGrid({ path, query }) {
       rowLink: ({ cells }) => link("card", [cells[grid.id]], { budget: nameOf(budget), site: budget.site, kind: budget.kind }),
       deltas: (cells, columns) => withDeltas(budget, cells, columns) });
     display(grid, table);
-    watchOthers(watch, grid, budget);
+    whenLeft(watchOthers(watch, grid, budget));
     return [title(about, budget), grid.element];
   });
 }
@@ -84,7 +84,10 @@ function display(grid, table, keep = false) {
   grid.show(table, { keep });
 }
 
-/** Cards that others have changed are marked and told; they are loaded anew when the user says so. */
+/**
+ * Cards that others have changed are marked and told; they are loaded anew when the user says so.
+ * @returns what ends it
+ */
 function watchOthers(watch, grid, budget) {
   let told = null;
   watch.onchange = (cards) => {
@@ -100,8 +103,8 @@ function watchOthers(watch, grid, budget) {
         announce(t("Loaded anew"));
       }]);
   };
-  whenLeft(() => {
+  return () => {
     watch.stop();
     told?.close();
-  });
+  };
 }
