@@ -28,12 +28,12 @@ function cardName(header, id) {
 }
 
 /** Site, account and the like; numbers for programs stay out. */
-function facts(header, kinds) {
-  const shown = [...header.values()].filter(({ CAMPO }) => CAMPO.endsWith("_DESCR"));
+function facts(header, name, kinds) {
+  const shown = [...header.values()].filter(({ CAMPO, VALORE }) => CAMPO.endsWith("_DESCR") && clean(String(VALORE)) !== name);
   const lines = shown.map(({ NOME, VALORE }) => [NOME, clean(String(VALORE))]);
   const kind = header.get("BU65_INDCOSRIC_BU07");
   if (kind && kinds) lines.push([kind.NOME, Number(kind.VALORE) ? t("Revenues") : t("Costs")]);
-  return h("dl", { class: "facts" }, lines.map(([name, value]) => h("div", {}, h("dt", {}, name), h("dd", {}, value))));
+  return h("dl", { class: "facts" }, lines.map(([term, value]) => h("div", {}, h("dt", {}, term), h("dd", {}, value))));
 }
 
 function moreOf(answer) {
@@ -103,7 +103,7 @@ export function showCard({ path: [id], query }) {
     const changed = h("span", { class: "muted" }, t("Last change {}", format(editing.edits.stamp.split(" #")[0], {})));
     return [title({ ...about, title: name }, budget, changed,
       h("a", { class: "aside", href: link("history", [id], { budget: nameOf(budget) }) }, t("History"))),
-    facts(header, about.byKind), grid.element, refused, moreOf(answer), drill];
+    facts(header, name, about.byKind), grid.element, refused, moreOf(answer), drill];
   });
 }
 

@@ -18,11 +18,11 @@ function who(failure) {
  * @returns the edits to write all the same
  */
 export async function askWhose(cells, failure) {
-  const person = who(failure);
+  const person = who(failure), single = cells.length === 1;
   const choices = cells.map((cell, i) => ({
     cell,
-    theirs: h("input", { type: "radio", name: `whose-${i}`, checked: true }),
-    mine: h("input", { type: "radio", name: `whose-${i}` }),
+    theirs: h("input", { type: "radio", name: `whose-${i}`, checked: true, hidden: single }),
+    mine: h("input", { type: "radio", name: `whose-${i}`, hidden: single }),
   }));
   const lines = choices.map(({ cell, theirs, mine }) => h("tr", {},
     h("th", { scope: "row" }, `${cell.period} · ${cell.column.title}`),
@@ -35,9 +35,9 @@ export async function askWhose(cells, failure) {
       h("table", { class: "plain" },
         h("thead", {}, h("tr", {}, h("th"), h("th", { class: "num" }, t("Theirs")), h("th", { class: "num" }, t("Mine")))),
         h("tbody", {}, lines))].filter(Boolean),
-    buttons: cells.length > 1
-      ? [[t("Keep all theirs"), () => []], [t("Write all mine"), () => cells.map(({ edit }) => edit)], [t("As chosen"), chosen, "primary"]]
-      : [[t("Keep theirs"), () => []], [t("Write mine"), () => cells.map(({ edit }) => edit), "primary"]],
+    buttons: single
+      ? [[t("Keep theirs"), () => []], [t("Write mine"), () => cells.map(({ edit }) => edit), "primary"]]
+      : [[t("Keep all theirs"), () => []], [t("Write all mine"), () => cells.map(({ edit }) => edit)], [t("As chosen"), chosen, "primary"]],
   });
   return answer ?? [];
 }

@@ -12,6 +12,7 @@ import { t } from "./words.js";
 
 const MARGIN = 6;           // rows drawn above and below what is seen
 const PRINTED = 5000;       // rows that a printout has at most
+const PHONE = 640;          // pixels of a window that is narrow
 
 export class DataGrid {
   /**
@@ -96,15 +97,21 @@ export class DataGrid {
 
   #layOut() {
     this.shown = this.columns.filter((column) => column.shown);
-    const measured = this.#allRows().map((row) => row.cells).concat(this.totals.map((row) => row.cells));
-    const sizes = widths(this.shown, measured);
-    // The first column, which names the row, takes what is left.
-    this.scroller.style.setProperty("--columns", sizes.map((w, i) => (i ? `${w}ch` : `minmax(${w}ch, 1fr)`)).join(" "));
-    this.scroller.style.setProperty("--least", `${sizes.reduce((a, b) => a + b, 0)}ch`);
+    this.#fit();
     this.scroller.setAttribute("aria-colcount", this.shown.length);
     this.#drawHead();
     this.arrange();
     this.#measure();
+  }
+
+  #fit() {
+    const rows = this.#allRows().map((row) => row.cells).concat(this.totals.map((row) => row.cells));
+    this.narrow = innerWidth <= PHONE;
+    const sizes = widths(this.shown, rows, this.narrow);
+    // The first text, which names the row, takes what is left.
+    const wide = Math.max(0, this.shown.findIndex((column) => !column.number && !column.figure));
+    this.scroller.style.setProperty("--columns", sizes.map((w, i) => (i === wide ? `minmax(${w}ch, 1fr)` : `${w}ch`)).join(" "));
+    this.scroller.style.setProperty("--least", `${sizes.reduce((a, b) => a + b, 0)}ch`);
   }
 
   #allRows() {
@@ -118,6 +125,7 @@ export class DataGrid {
   }
 
   #measure() {
+    if (this.shown.length && this.narrow !== innerWidth <= PHONE) this.#fit();
     const height = parseFloat(getComputedStyle(this.scroller).getPropertyValue("--row")) || this.rowHeight;
     if (height !== this.rowHeight) this.#forgetDrawn();
     this.rowHeight = height;
@@ -300,6 +308,7 @@ export class DataGrid {
   /** New sums for what is shown already. */
   retotal(totals) {
     this.totals = totals ? [{ label: t("Total"), cells: totals }] : [];
+    this.#fit();
     this.#total(finder(this.text, this.shown));
   }
 

@@ -4,7 +4,7 @@ import { format, isFigure } from "./cells.js";
 import { check, h } from "./dom.js";
 import { t } from "./words.js";
 
-const MEASURED_ROWS = 300, WIDEST = 34, WIDEST_FIRST = 44, NARROWEST = 5;
+const MEASURED_ROWS = 300, NARROWEST = 5;
 const LETTER = 0.93;  // of a digit, on average
 
 /** Columns that hold a difference or a ratio, which no sum of theirs is. */
@@ -55,10 +55,11 @@ function textWidth(column, rows) {
   return longest;
 }
 
-/** The widths of the shown columns, in digits. */
-export function widths(columns, rows) {
+/** The widths of the shown columns, in digits. @param narrow  on a phone, where texts are cut sooner */
+export function widths(columns, rows, narrow) {
+  const widest = narrow ? [15, 17] : [34, 44];
   return columns.map((column, place) => {
-    const content = column.figure ? figureWidth(column, rows) : Math.min(textWidth(column, rows) * LETTER, place ? WIDEST : WIDEST_FIRST);
+    const content = column.figure ? figureWidth(column, rows) : Math.min(textWidth(column, rows) * LETTER, widest[place ? 0 : 1]);
     return Math.max(NARROWEST, content, longestWord(column.title) + 1.5) + 2.5;
   });
 }

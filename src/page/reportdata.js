@@ -102,8 +102,11 @@ export function seriesOf(table, forecasts) {
   const periods = [...found.values()];
   const kinds = [["BUDGET", t("Budget"), "budget"], ["CONSUNTIVO", t("Actual"), "actual"],
     ...forecasts.map((title, i) => [`FORECAST${i + 1}`, title, `forecast f${i + 1}`])];
+  // A forecast counts the actual value where there is one, so that its line begins behind the last of them.
+  const last = periods.findLastIndex(({ values }) => (values.get("CONSUNTIVO")?.value ?? null) !== null);
+  const isOwn = (name, place) => !name.startsWith("FORECAST") || place >= last;
   const series = kinds.map(([name, title, look]) => ({ title, look,
-    values: periods.map(({ values }) => values.get(name)?.value ?? null), texts: periods.map(({ values }) => values.get(name)?.text ?? "") }))
+    values: periods.map(({ values }, place) => (isOwn(name, place) ? values.get(name)?.value ?? null : null)), texts: periods.map(({ values }) => values.get(name)?.text ?? "") }))
     .filter(({ values }) => values.some((value) => value !== null));
   return { labels: periods.map(({ label }) => label), series };
 }

@@ -1,13 +1,16 @@
 #!/usr/bin/env python3
 """Walks through the page in a browser and compares what it shows with what the program says:
-check_page.py PROGRAM DEMO_DB FOLDER FOLDER_OF_THE_PAGE; pictures of what was seen stay in FOLDER.
+check_page.py PROGRAM DEMO_DB FOLDER SOURCES [TEST…]. Pictures of what was seen stay in FOLDER; UPDATE=1 takes the one of
+the report into the docs.
 """
+import base64
 import csv
 import io
 import json
 import os
 import pathlib
 import re
+import shutil
 import sqlite3
 import sys
 import time
@@ -17,7 +20,8 @@ sys.path.insert(0, os.path.dirname(__file__))
 from browser import Browser, Keys  # noqa: E402
 from server import Server  # noqa: E402
 
-PROGRAM, DEMO, FOLDER, ASSETS = sys.argv[1:5]
+PROGRAM, DEMO, FOLDER = sys.argv[1:4]
+SOURCES = pathlib.Path(sys.argv[4])
 BUDGET = ["-t", "4", "-s", "01", "-y", "2025"]
 GRID = "#/grid/4/01/2025?site=1&kind=0"
 CARD = "#/card/{}?budget=4%2F01%402025&site=1&kind=0"
@@ -123,7 +127,10 @@ class Walk(Page):
         for row, line in zip(inner, lines):
             self.assertEqual(row[1:], [shown(line[name]) for name in ("IMP_BUDGET", "IMP_CONSUNTIVO", "DELTAIMP_CONS")])
         self.assertEqual(len(b.js("return document.querySelectorAll('figure > svg')")), 2)
-        b.shot("report")
+        b.js("document.activeElement.blur()")
+        picture = b.shot("report")
+        if os.environ.get("UPDATE"):
+            shutil.copy(picture, SOURCES / "docs/page.png")
         # By keyboard: the quarters go into the columns.
         b.js("document.querySelector('[data-axis=quarter]').focus()")
         b.keys(Keys.ENTER)
@@ -322,6 +329,17 @@ class TwoPeople(Page):
         b.element(".notice", "Somebody else has changed a value")
         b.wait(lambda: b.cell_text(4, "IMP_BUDGET") == "200,75", "theirs")
         self.assertEqual(b.state(4, "IMP_BUDGET"), "theirs")
+        # Of a block, each one has its choice; what both wrote alike is none.
+        self.server.run("set", "52", "6", "1")
+        self.server.run("set", "52", "7", "2")
+        other.copy("1\n20\n30")
+        other.cell(5, "IMP_BUDGET").click()
+        other.paste()
+        other.element("dialog", "Somebody else has changed this card")
+        self.assertEqual([cell.text for cell in other.driver.find_elements("css selector", "dialog .theirs")], ["2,00", "0,00"])
+        other.driver.find_elements("css selector", "dialog input[type=radio]")[3].click()
+        other.click("dialog button", "As chosen")
+        other.wait(lambda: [line["IMP_BUDGET"] for line in self.periods(52)[5:8]] == ["1.00", "2.00", "30.00"], "the choice")
         self.assertEqual(other.complaints(), [])
 
 
@@ -382,14 +400,22 @@ class Looks(Page):
         b = self.browser
         b.go("#/report/4/01/2025?rows=site,account")
         b.element(".grid-body .row")
-        import base64
         pdf = b.driver.execute_cdp_cmd("Page.printToPDF", {"printBackground": True, "preferCSSPageSize": True})
         path = os.path.join(FOLDER, "report.pdf")
         pathlib.Path(path).write_bytes(base64.b64decode(pdf["data"]))
 
-    def test_5_words(self):
+    def test_5_read_only(self):
+        b = self.browser
+        self.server.stop()
+        b.open(self.server.start("--read-only"))
+        self.open_card(52)
+        b.element(".badge", "Sola lettura")
+        self.assertEqual(b.js("return document.querySelectorAll('.editable').length"), 0)
+        self.assertNotIn("Elaborazioni", b.text(".tabs"))
+
+    def test_6_words(self):
         """Every text of the page's own has its Italian."""
-        sources = {path.name: path.read_text() for path in pathlib.Path(ASSETS).glob("*.js")}
+        sources = {path.name: path.read_text() for path in (SOURCES / "src/page").glob("*.js")}
         known = set(re.findall(r'^  "((?:[^"\\]|\\.)*)":', sources["words.js"], re.M))
         said = {text for name, source in sources.items() for text in re.findall(r'\bt\("([^"]*)"', source)}
         tables = set(re.findall(r'title: "([^"]+)", trial', sources["elaborate.js"])) | set(
