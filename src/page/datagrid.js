@@ -108,8 +108,9 @@ export class DataGrid {
     const rows = this.#allRows().map((row) => row.cells).concat(this.totals.map((row) => row.cells));
     this.narrow = innerWidth <= PHONE;
     const sizes = widths(this.shown, rows, this.narrow);
-    // The first text, which names the row, takes what is left.
-    const wide = Math.max(0, this.shown.findIndex((column) => !column.number && !column.figure));
+    // The longest text takes what is left.
+    const texts = sizes.map((size, i) => (this.shown[i].number || this.shown[i].figure ? 0 : size));
+    const wide = texts.indexOf(Math.max(...texts));
     this.scroller.style.setProperty("--columns", sizes.map((w, i) => (i === wide ? `minmax(${w}ch, 1fr)` : `${w}ch`)).join(" "));
     this.scroller.style.setProperty("--least", `${sizes.reduce((a, b) => a + b, 0)}ch`);
   }

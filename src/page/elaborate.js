@@ -124,7 +124,7 @@ class RunView {
     });
     this.result.replaceChildren(h("h2", { tabindex: -1 }, heading),
       ...(answer.messages ?? []).map((text) => h("p", { class: "muted" }, text)),
-      ...(tables.length ? tables : [h("p", {}, t("Nothing would change"))]));
+      ...(answer.tables[0]?.rows.length ? [] : [h("p", {}, t("Nothing would change"))]), ...tables);
     this.result.firstChild.focus({ preventScroll: true });
     this.result.scrollIntoView({ block: "nearest" });
   }

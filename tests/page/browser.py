@@ -34,7 +34,6 @@ class Browser:
         self.size(width, height)
         self.driver.execute_cdp_cmd("Browser.grantPermissions",
                                     {"permissions": ["clipboardReadWrite", "clipboardSanitizedWrite"]})
-        self.severe = []
 
     def size(self, width, height, mobile=False):
         self.driver.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",

@@ -37,18 +37,37 @@ def shown(text, decimals=2, percent=False):
     return value.translate(str.maketrans(",.", ".,"))
 
 
+browser = None
+
+
+def setUpModule():
+    global browser
+    browser = Browser(FOLDER)
+
+
+def tearDownModule():
+    browser.quit()
+
+
 class Page(unittest.TestCase):
+    """A server on a database of its own, and the one browser."""
+    name, language = "page", "en"
+
     @classmethod
     def setUpClass(cls):
-        cls.server = Server(PROGRAM, DEMO, FOLDER)
-        cls.browser = Browser(FOLDER)
+        cls.server = Server(PROGRAM, cls.database(), FOLDER, cls.name, cls.language)
+        cls.browser = browser
         cls.browser.open(cls.server.address)
 
     @classmethod
+    def database(cls):
+        return DEMO
+
+    @classmethod
     def tearDownClass(cls):
-        complaints = cls.browser.complaints()
-        cls.browser.quit()
+        cls.browser.open("about:blank")
         cls.server.stop()
+        complaints = cls.browser.complaints()
         if complaints:
             raise AssertionError("the console told: " + "\n".join(complaints))
 
@@ -86,6 +105,7 @@ class Page(unittest.TestCase):
 
 class Walk(Page):
     """What one looks at, in the order of a working day."""
+    name = "walk"
 
     def test_1_grid(self):
         b = self.browser
@@ -173,6 +193,7 @@ class Walk(Page):
 
 class Editing(Page):
     """One card as a spreadsheet."""
+    name = "editing"
 
     def test_1_card(self):
         b = self.browser
@@ -346,16 +367,16 @@ class TwoPeople(Page):
 class Looks(Page):
     """What it looks like: on a phone, in the dark, in Italian, on paper, with texts that want to be more than text."""
 
+    name, language = "hostile", "it"
+
     @classmethod
-    def setUpClass(cls):
-        database = os.path.join(FOLDER, "hostile.db")
-        pathlib.Path(database).write_bytes(pathlib.Path(DEMO).read_bytes())
-        with sqlite3.connect(database) as db:
+    def database(cls):
+        path = os.path.join(FOLDER, "hostile.db")
+        shutil.copy(DEMO, path)
+        with sqlite3.connect(path) as db:
             db.create_collation("BK_ORDER", lambda a, b: (a > b) - (a < b))
             db.execute("UPDATE BU07_SCHEDECOSGEN SET BU07_DESCR = ?", (HOSTILE,))
-        cls.server = Server(PROGRAM, database, FOLDER, "hostile", language="it")
-        cls.browser = Browser(FOLDER)
-        cls.browser.open(cls.server.address)
+        return path
 
     def test_1_hostile(self):
         b = self.browser
