@@ -68,6 +68,8 @@ export async function show(make) {
   main.removeAttribute("aria-busy");
   main.scrollTop = 0;
   announce(document.title);
+  // The keyboard goes on where the view begins, when what it was in has gone.
+  if (document.activeElement === document.body) main.focus({ preventScroll: true });
   return undefined;
 }
 

@@ -27,7 +27,7 @@ view("compare", showCompare);
 view("elaborate", showElaborations);
 view("history", showHistory);
 addEventListener("keydown", (event) => {
-  const typing = event.target.closest("input, select, textarea, [role=grid], [role=treegrid]");
+  const typing = event.target.closest("input, select, textarea, [aria-multiselectable]");
   if (event.key !== "/" || typing || event.ctrlKey || event.metaKey) return;
   const box = document.querySelector("input[type=search]");
   box?.focus();

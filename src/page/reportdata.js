@@ -117,7 +117,7 @@ export function stepsOf(table, most) {
   const at = (ending) => table.columns.findIndex((column, i) => i >= keys && column.name.endsWith(ending) && !column.percentage);
   const budget = at("_BUDGET"), actual = at("_CONSUNTIVO");
   const delta = table.columns.findIndex((column, i) => i >= keys && isDelta(column) && !column.percentage);
-  if (budget < 0 || actual < 0 || delta < 0 || !table.totals) return null;
+  if (budget < 0 || actual < 0 || delta < 0 || !table.rows.length || !table.totals) return null;
   const end = (place, title, look) => ({ title, look, value: table.totals[place] ?? "0", text: format(table.totals[place], table.columns[place]) });
   const steps = table.rows.filter((row) => row[delta] !== null && Number(row[delta]) !== 0)
     .map((row) => ({ title: namesOf(table, row, keys).at(-1).short, value: row[delta], text: format(row[delta], table.columns[delta]) }))

@@ -145,7 +145,7 @@ const ITALIAN = {
   "drag axes here": "trascina qui gli assi",
   "from": "da",
   "locked": "bloccato",
-  "no cards yet": "ancora nessuna scheda",
+  "no cards": "nessuna scheda",
   "nothing": "nulla",
   "per site": "per sede",
   "the scale does not begin at zero": "la scala non parte da zero",

@@ -350,6 +350,7 @@ class TwoPeople(Page):
         b.element(".notice", "Somebody else has changed a value")
         b.wait(lambda: b.cell_text(4, "IMP_BUDGET") == "200,75", "theirs")
         self.assertEqual(b.state(4, "IMP_BUDGET"), "theirs")
+        b.go(GRID)
         # Of a block, each one has its choice; what both wrote alike is none.
         self.server.run("set", "52", "6", "1")
         self.server.run("set", "52", "7", "2")
@@ -361,6 +362,12 @@ class TwoPeople(Page):
         other.driver.find_elements("css selector", "dialog input[type=radio]")[3].click()
         other.click("dialog button", "As chosen")
         other.wait(lambda: [line["IMP_BUDGET"] for line in self.periods(52)[5:8]] == ["1.00", "2.00", "30.00"], "the choice")
+        # A grid tells which cards are not as they were, and loads them when asked.
+        b.element(".notice", "Somebody has changed a card")
+        self.assertEqual(len(b.js("return document.querySelectorAll('.row.changed')")), 1)
+        b.click(".notice button", "Show the changes")
+        b.absent(".row.changed")
+        self.same_figures(b.grid(), self.csv("grid", *BUDGET, "-k", "0", "-b", "1"))
         self.assertEqual(other.complaints(), [])
 
 

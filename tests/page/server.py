@@ -2,7 +2,6 @@
 import os
 import re
 import shutil
-import signal
 import subprocess
 
 
@@ -13,7 +12,6 @@ class Server:
         if database != self.database:
             shutil.copy(database, self.database)
         self.log = open(os.path.join(folder, f"{name}.log"), "ab")
-        self.process = None
         self.start()
 
     def start(self, *options):
@@ -31,12 +29,10 @@ class Server:
         return f"http://127.0.0.1:{self.port}/"
 
     def stop(self):
-        if self.process and self.process.poll() is None:
-            self.process.send_signal(signal.SIGTERM)
-            self.process.wait(timeout=10)
-        if self.process:
-            self.process.stdout.close()
-        self.process = None
+        """As an accident ends it: what was acknowledged is there afterwards."""
+        self.process.kill()
+        self.process.wait()
+        self.process.stdout.close()
 
     def run(self, *words):
         """Another run of the program on the same database."""
