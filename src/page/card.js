@@ -8,7 +8,7 @@ import { ChangeWatch } from "./changes.js";
 import { DataGrid } from "./datagrid.js";
 import { button, check, h } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
-import { title } from "./grid.js";
+import { title } from "./heading.js";
 import { records, tableWith } from "./lists.js";
 import { showMovements } from "./movements.js";
 import { link } from "./router.js";

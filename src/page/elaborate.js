@@ -6,7 +6,7 @@ import { DataGrid } from "./datagrid.js";
 import { ask } from "./dialog.js";
 import { button, h, select } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
-import { title } from "./grid.js";
+import { title } from "./heading.js";
 import { detailKinds, forget, sites, years } from "./lists.js";
 import { failureBox, notice } from "./notices.js";
 import { plainTable } from "./plaintable.js";

@@ -4,9 +4,10 @@ import { deltas, run } from "./api.js";
 import { budgetOf, cardKinds, describe, nameOf, pathOf, selection } from "./budget.js";
 import { ChangeWatch } from "./changes.js";
 import { DataGrid } from "./datagrid.js";
-import { h, select } from "./dom.js";
+import { select } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
 import { isDelta } from "./gridcolumns.js";
+import { title } from "./heading.js";
 import { sites } from "./lists.js";
 import { announce, notice } from "./notices.js";
 import { go, link, stay } from "./router.js";
@@ -47,20 +48,16 @@ async function withDeltas(budget, cells, columns) {
   return columns.map((column) => (isDelta(column) ? answer[column.name] ?? null : cells[column.index]));
 }
 
-export function title(about, budget, ...more) {
-  return h("div", { class: "title" }, h("h1", {}, about.title), h("span", { class: "code" }, nameOf(budget)),
-    about.readOnly ? h("span", { class: "badge locked" }, about.readOnly) : null, more);
-}
-
 export function showGrid({ path, query }) {
   const budget = budgetOf(path, query);
   return show(async ({ wanted, whenLeft }) => {
-    const about = await describe(budget);
+    const watch = new ChangeWatch(budget);
+    whenLeft(() => watch.stop());
+    const [about] = await Promise.all([describe(budget), watch.start(), sites()]);
     await complete(budget, about);
     if (wanted()) stay("grid", path, { site: budget.site, kind: budget.kind });
     placeInFrame([[t("Budgets"), link("budgets")], [`${about.title} ${budget.year}`, ""]], budget, "grid");
-    const watch = new ChangeWatch(budget);
-    const [table, tools] = await Promise.all([watch.start().then(() => load(budget)), selectors(budget, about)]);
+    const [table, tools] = await Promise.all([load(budget), selectors(budget, about)]);
     const grid = new DataGrid({ label: t("Cards of {}", nameOf(budget)), key: `grid:${budget.type}/${budget.subtype}`, tools,
       rowLink: ({ cells }) => link("card", [cells[grid.id]], { budget: nameOf(budget), site: budget.site, kind: budget.kind }),
       deltas: (cells, columns) => withDeltas(budget, cells, columns) });
@@ -103,8 +100,5 @@ function watchOthers(watch, grid, budget) {
         announce(t("Loaded anew"));
       }]);
   };
-  return () => {
-    watch.stop();
-    told?.close();
-  };
+  return () => told?.close();
 }

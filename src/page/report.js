@@ -7,7 +7,7 @@ import { trendChart, waterfallChart } from "./charts.js";
 import { DataGrid } from "./datagrid.js";
 import { check, debounce, field, h, select } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
-import { title } from "./grid.js";
+import { title } from "./heading.js";
 import { detailKinds, years } from "./lists.js";
 import { failureBox } from "./notices.js";
 import { sum } from "./numbers.js";

@@ -441,9 +441,11 @@ class Looks(Page):
         self.assertEqual(b.js("return document.querySelectorAll('.editable').length"), 0)
         self.assertNotIn("Elaborazioni", b.text(".tabs"))
 
-    def test_6_words(self):
-        """Every text of the page's own has its Italian."""
+    def test_6_sources(self):
+        """Every module is loaded at once, every text of the page's own has its Italian."""
         sources = {path.name: path.read_text() for path in (SOURCES / "src/page").glob("*.js")}
+        loaded = re.findall(r'(?:href|src)="(\w+\.js)"', (SOURCES / "src/page/index.html").read_text())
+        self.assertEqual(sorted(loaded), sorted(sources))
         known = set(re.findall(r'^  "((?:[^"\\]|\\.)*)":', sources["words.js"], re.M))
         said = {text for name, source in sources.items() for text in re.findall(r'\bt\("([^"]*)"', source)}
         tables = set(re.findall(r'title: "([^"]+)", trial', sources["elaborate.js"])) | set(
