@@ -60,7 +60,18 @@ constexpr Allowed kAllowed[] = {
 constexpr std::string_view kWithheld[] = {"database", "connection", "wait",     "format", "all",
                                           "wide",     "lang",       "no-pager", "force",  "no-history"};
 
+/// An option whose text is a file's name when it ends so; files of this machine are nobody's from afar.
+constexpr std::string_view kMayBeFile = "like", kFile = ".csv";
+
 constexpr std::size_t kDeepest = 6;
+
+/// A drawing opened by itself has its style with it, and nothing else.
+const std::pair<std::string, std::string> kDrawingPolicy{"Content-Security-Policy",
+                                                         "default-src 'none'; style-src 'unsafe-inline'; sandbox"};
+
+std::string refuseFile(const std::string& text) {
+  return text.ends_with(kFile) ? tr("{} is no file that can be named from here", text) : "";
+}
 
 bool isWithheld(const Allowed& allowed, const Option& option) {
   const auto name = namesOf(option).back();
@@ -145,8 +156,11 @@ Bound Operations::bind(std::string_view command) const {
   auto all = commands();
   bound.command = std::move(*std::ranges::find(all, command, &Command::name));
   const auto& allowed = *findAllowed(command);
-  for (auto& option : commandOptions(bound.command, bound.environment->options))
-    if (!isWithheld(allowed, option)) bound.options.push_back(std::move(option));
+  for (auto& option : commandOptions(bound.command, bound.environment->options)) {
+    if (isWithheld(allowed, option)) continue;
+    if (namesOf(option).back() == kMayBeFile) option.check = refuseFile;
+    bound.options.push_back(std::move(option));
+  }
   return bound;
 }
 
@@ -210,7 +224,7 @@ Reply Operations::picture(const json& body) {
         chart.is_string() ? collector.pictures().find(chart.get<std::string>()) : collector.pictures().end();
     if (found == collector.pictures().end())
       throw UsageError(tr("{}: {} not in {}", "chart", chart.dump(), "{trend,trend-narrow,deltas,deltas-narrow}"));
-    return Reply{200, "image/svg+xml", found->second, {{"Cache-Control", "no-store"}}};
+    return Reply{200, "image/svg+xml", found->second, {{"Cache-Control", "no-store"}, kDrawingPolicy}};
   });
 }
 
