@@ -1,7 +1,9 @@
 #include "host/environment/Outcome.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <exception>
+#include <iterator>
 #include <string_view>
 
 #include "frame/Fallimento.h"
@@ -25,20 +27,21 @@ constexpr Retelling kOfOthers[] = {
     {"Il database è in uso da parte di {}; atteso {} s{}", "The database is in use by {}; waited {} s"},
     {"Il database è in uso da parte di {}", "The database is in use by {}"}};
 
-bool isOfOthers(std::string_view message) {
-  return std::ranges::any_of(kOfOthers, [&](const Retelling& others) {
-    const std::string_view said = others.said;
+/// Those that ask to be run again.
+constexpr std::size_t kRepeatable = 2;
+
+OutcomeKind kindOf(int state, std::string_view message) {
+  const auto* const others = std::ranges::find_if(kOfOthers, [&](const Retelling& one) {
+    const std::string_view said = one.said;
     return message.starts_with(said.substr(0, said.find("{}")));
   });
+  if (others != std::end(kOfOthers))
+    return others - kOfOthers < static_cast<std::ptrdiff_t>(kRepeatable) ? OutcomeKind::Repeatable : OutcomeKind::Busy;
+  return state == bdgStatoRifiutato ? OutcomeKind::Refused : OutcomeKind::Failed;
 }
 
 /// An outcome of the object or of a statement.
-Outcome ofState(int state, const char* message) {
-  const auto kind = isOfOthers(message)          ? OutcomeKind::Busy
-                    : state == bdgStatoRifiutato ? OutcomeKind::Refused
-                                                 : OutcomeKind::Failed;
-  return {kind, state, retold(message, kOfOthers)};
-}
+Outcome ofState(int state, const char* message) { return {kindOf(state, message), state, retold(message, kOfOthers)}; }
 
 }  // namespace
 

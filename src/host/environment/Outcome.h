@@ -11,6 +11,7 @@ enum class OutcomeKind : std::uint8_t {
   Unanswered,  ///< it needs a yes first
   Overtaken,   ///< others have changed it meanwhile
   Busy,        ///< others hold the data: again later
+  Repeatable,  ///< others were in the way at the same moment and nothing was written: again at once
   Failed       ///< a run-time error
 };
 

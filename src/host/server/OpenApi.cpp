@@ -129,8 +129,8 @@ json answers(const char* status, const char* schema) {
   return answers(status, {{"description", "OK"}, {"content", content(reference(schema))}});
 }
 
-json operation(const std::string& id, std::string_view summary, json responses) {
-  return {{"operationId", id}, {"summary", tr(summary)}, {"responses", std::move(responses)}};
+json operation(const std::string& id, const std::string& summary, json responses) {
+  return {{"operationId", id}, {"summary", summary}, {"responses", std::move(responses)}};
 }
 
 json withBody(json operation, const json& body) {
@@ -149,7 +149,7 @@ void addCommands(json& paths, const Operations& operations) {
     const auto body = object({{"options", optionsOf(bound)}, {"forPeople", kFlag}}, {});
     const auto add = [&](const std::string& kind, json responses) {
       paths["/api/v1/" + kind + "/" + command]["post"] =
-          withBody(operation(kind + "-" + command, bound.command.summary, std::move(responses)), body);
+          withBody(operation(kind + "-" + command, tr(bound.command.summary), std::move(responses)), body);
     };
     add("run", answers("200", "Result"));
     add("jobs", answers("202", "Id"));
@@ -159,24 +159,24 @@ void addCommands(json& paths, const Operations& operations) {
     chart["properties"].erase("forPeople");
     chart["properties"]["chart"] = {{"type", "string"}, {"enum", {"trend", "trend-narrow", "deltas", "deltas-narrow"}}};
     paths["/api/v1/picture/report"]["post"] =
-        withBody(operation("picture-report", "Draw a report", answers("200", drawn)), chart);
+        withBody(operation("picture-report", tr("Draw a report"), answers("200", drawn)), chart);
   }
 }
 
 void addOthers(json& paths) {
-  paths["/api/v1/session"]["get"] = operation("session", "Who is asking whom", answers("200", "Session"));
+  paths["/api/v1/session"]["get"] = operation("session", tr("Who is asking whom"), answers("200", "Session"));
   auto& job = paths["/api/v1/jobs/{id}"];
   job["parameters"] = {parameter("id", "path", true)};
-  job["get"] = operation("job", "How far a job is, and what came of it", answers("200", "Job"));
-  job["delete"] = operation("forget-job", "End a job, or forget what came of it", answers("200", "Id"));
+  job["get"] = operation("job", tr("How far a job is, and what came of it"), answers("200", "Job"));
+  job["delete"] = operation("forget-job", tr("End a job, or forget what came of it"), answers("200", "Id"));
   const auto figures = object({{"type", {{"oneOf", {kText, kNumber}}}},
                                {"subtype", kText},
                                {"cells", {{"type", "object"}}},
                                {"rows", arrayOf({{"type", "object"}})}},
                               {});
-  paths["/api/v1/deltas"]["post"] =
-      withBody(operation("deltas", "The deltas of figures that are being typed", answers("200", "Figures")), figures);
-  auto changes = operation("changes", "Which cards have been changed since a moment", answers("200", "Changes"));
+  paths["/api/v1/deltas"]["post"] = withBody(
+      operation("deltas", tr("The deltas of figures that are being typed"), answers("200", "Figures")), figures);
+  auto changes = operation("changes", tr("Which cards have been changed since a moment"), answers("200", "Changes"));
   for (const auto* name : {"type", "subtype", "year"}) changes["parameters"].push_back(parameter(name, "query", true));
   changes["parameters"].push_back(parameter("since", "query", false));
   paths["/api/v1/changes"]["get"] = changes;

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <iostream>
 #include <iterator>
 #include <nlohmann/json.hpp>
-#include <span>
+#include <thread>
 
 #include "host/SharedOptions.h"
 #include "host/commands/Commands.h"
@@ -60,7 +61,22 @@ constexpr Allowed kAllowed[] = {
 constexpr std::string_view kWithheld[] = {"database", "connection", "wait",     "format", "all",
                                           "wide",     "lang",       "no-pager", "force",  "no-history"};
 
+/// An option whose text is a file's name when it ends so; files of this machine are nobody's from afar.
+constexpr std::string_view kMayBeFile = "like", kFile = ".csv";
+
 constexpr std::size_t kDeepest = 6;
+
+/// Somebody at the same moment is met so often, and waited for so long.
+constexpr int kMostTries = 5;
+constexpr auto kPause = std::chrono::milliseconds(20);
+
+/// A drawing opened by itself has its style with it, and nothing else.
+const std::pair<std::string, std::string> kDrawingPolicy{"Content-Security-Policy",
+                                                         "default-src 'none'; style-src 'unsafe-inline'; sandbox"};
+
+std::string refuseFile(const std::string& text) {
+  return text.ends_with(kFile) ? tr("{} is no file that can be named from here", text) : "";
+}
 
 bool isWithheld(const Allowed& allowed, const Option& option) {
   const auto name = namesOf(option).back();
@@ -81,7 +97,8 @@ struct Told {
 };
 constexpr Told kTold[] = {{OutcomeKind::Usage, 400, "usage"},         {OutcomeKind::Refused, 422, "refused"},
                           {OutcomeKind::Unanswered, 422, "question"}, {OutcomeKind::Overtaken, 409, "conflict"},
-                          {OutcomeKind::Busy, 503, "busy"},           {OutcomeKind::Failed, 500, "failed"}};
+                          {OutcomeKind::Busy, 503, "busy"},           {OutcomeKind::Repeatable, 503, "busy"},
+                          {OutcomeKind::Failed, 500, "failed"}};
 
 /// What a run-time error says is for who looks after the server.
 std::string logged(const std::string& message) {
@@ -89,6 +106,15 @@ std::string logged(const std::string& message) {
   const int number = ++count;
   std::cerr << "bukorval: " + tr("error {}", number) + ": " + safeText(message) + "\n";
   return tr("Something went wrong here; the server's log has it under number {}", number);
+}
+
+bool answers(ado::Connection& connection) {
+  try {
+    connection.Execute(" SELECT 1 AS UNO ");
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
 }
 
 const json& member(const json& body, const char* name, const json& otherwise) {
@@ -145,27 +171,39 @@ Bound Operations::bind(std::string_view command) const {
   auto all = commands();
   bound.command = std::move(*std::ranges::find(all, command, &Command::name));
   const auto& allowed = *findAllowed(command);
-  for (auto& option : commandOptions(bound.command, bound.environment->options))
-    if (!isWithheld(allowed, option)) bound.options.push_back(std::move(option));
+  for (auto& option : commandOptions(bound.command, bound.environment->options)) {
+    if (isWithheld(allowed, option)) continue;
+    if (namesOf(option).back() == kMayBeFile) option.check = refuseFile;
+    bound.options.push_back(std::move(option));
+  }
   return bound;
 }
 
-Reply Operations::attempt(Collector& collector, const std::function<Reply()>& work) {
-  try {
-    return work();
-  } catch (const Crowded& e) {
-    return jsonReply(503, collector.failure("busy", e.what()));
-  } catch (...) {
-    const auto outcome = currentOutcome();
-    const auto& told = *std::ranges::find(kTold, outcome.kind, &Told::kind);
-    return jsonReply(
-        told.status,
-        collector.failure(told.name, outcome.kind == OutcomeKind::Failed ? logged(outcome.message) : outcome.message));
+Reply Operations::attempt(const Work& work, Watcher* watcher) {
+  for (int tried = 1;; ++tried) {
+    Collector collector(watcher);
+    try {
+      return work(collector);
+    } catch (const Crowded& e) {
+      return jsonReply(503, collector.failure("busy", e.what()));
+    } catch (...) {
+      const auto outcome = currentOutcome();
+      if (outcome.kind == OutcomeKind::Repeatable && tried < kMostTries) {
+        std::this_thread::sleep_for(kPause * tried);
+        continue;
+      }
+      const auto& told = *std::ranges::find(kTold, outcome.kind, &Told::kind);
+      return jsonReply(told.status,
+                       collector.failure(
+                           told.name, outcome.kind == OutcomeKind::Failed ? logged(outcome.message) : outcome.message));
+    }
   }
 }
 
 void Operations::runBound(Bound& bound, Collector& collector, const std::function<void(Environment&)>& work) {
   auto lease = desks_.take();
+  // The database may have ended the connection while nobody used it.
+  if (lease.connection() && !answers(*lease.connection())) lease.connection() = nullptr;
   // The object lets go of the connection before the next one gets it.
   const auto environment = std::move(bound.environment);
   environment->redirect(collector);
@@ -181,22 +219,22 @@ void Operations::runBound(Bound& bound, Collector& collector, const std::functio
 }
 
 Reply Operations::run(std::string_view command, const std::string& text, Watcher* watcher) {
-  Collector collector(watcher);
-  return attempt(collector, [&] {
-    const auto body = parsedBody(text);
-    refuseOthers(body, {"options", "forPeople"});
-    auto bound = bind(command);
-    auto& options = bound.environment->options;
-    options.commandText = take(member(body, "options", json::object()), command, bound.options);
-    options.format = member(body, "forPeople", false) == true ? "table" : "json";
-    runBound(bound, collector, bound.command.run);
-    return jsonReply(200, collector.answer());
-  });
+  return attempt(
+      [&](Collector& collector) {
+        const auto body = parsedBody(text);
+        refuseOthers(body, {"options", "forPeople"});
+        auto bound = bind(command);
+        auto& options = bound.environment->options;
+        options.commandText = take(member(body, "options", json::object()), command, bound.options);
+        options.format = member(body, "forPeople", false) == true ? "table" : "json";
+        runBound(bound, collector, bound.command.run);
+        return jsonReply(200, collector.answer());
+      },
+      watcher);
 }
 
 Reply Operations::picture(const json& body) {
-  Collector collector;
-  return attempt(collector, [&] {
+  return attempt([&](Collector& collector) {
     refuseOthers(body, {"options", "chart"});
     auto bound = bind("report");
     auto& shared = bound.environment->options;
@@ -206,18 +244,17 @@ Reply Operations::picture(const json& body) {
       if (option.flags == "--plot") *std::get<bool*>(option.target) = true;
     runBound(bound, collector, bound.command.run);
     const auto chart = member(body, "chart", "trend");
-    const auto found =
-        chart.is_string() ? collector.pictures().find(chart.get<std::string>()) : collector.pictures().end();
-    if (found == collector.pictures().end())
+    const auto& pictures = collector.pictures();
+    const auto found = chart.is_string() ? pictures.find(chart.get<std::string>()) : pictures.end();
+    if (found == pictures.end())
       throw UsageError(tr("{}: {} not in {}", "chart", chart.dump(), "{trend,trend-narrow,deltas,deltas-narrow}"));
-    return Reply{200, "image/svg+xml", found->second, {{"Cache-Control", "no-store"}}};
+    return Reply{200, "image/svg+xml", found->second, {{"Cache-Control", "no-store"}, kDrawingPolicy}};
   });
 }
 
 Reply Operations::with(const std::function<std::string(Environment&)>& work, const json& options,
                        std::string_view like) {
-  Collector collector;
-  return attempt(collector, [&] {
+  return attempt([&](Collector& collector) {
     auto bound = bind(like);
     take(options, like, bound.options);
     std::string answer;

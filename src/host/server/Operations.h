@@ -44,7 +44,8 @@ class Operations {
              std::string_view like);
 
  private:
-  Reply attempt(Collector& collector, const std::function<Reply()>& work);
+  using Work = std::function<Reply(Collector& collector)>;
+  static Reply attempt(const Work& work, Watcher* watcher = nullptr);
   void runBound(Bound& bound, Collector& collector, const std::function<void(Environment&)>& work);
 
   SharedOptions shared_;
