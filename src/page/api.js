@@ -1,6 +1,8 @@
 // What the server is asked. A request outlives a server that is away for a while: it waits until the server is back or
 // the user has logged in again, and goes on.
 
+import { t } from "./words.js";
+
 export class Failure extends Error {
   constructor(status, { kind = "failed", message = "", tables = [] } = {}) {
     super(message || `HTTP ${status}`);
@@ -13,7 +15,7 @@ export const connection = new EventTarget();
 
 const BUSY_TRIES = 5;
 let session = { csrf: "" };
-let returning = null;  // promises while the server is away, or while nobody is logged in
+let returning = null; // promises while the server is away, or while nobody is logged in
 let loggingIn = null;
 
 const pause = (milliseconds) => new Promise((resolve) => setTimeout(resolve, milliseconds));
@@ -28,7 +30,9 @@ function serverReturns() {
       try {
         await fetch("/api/v1/session", { cache: "no-store" });
         break;
-      } catch { /* still away */ }
+      } catch {
+        /* still away */
+      }
     }
     returning = null;
     tell("back");
@@ -40,7 +44,9 @@ function serverReturns() {
 function userReturns() {
   if (!loggingIn) {
     loggingIn = {};
-    loggingIn.done = new Promise((resolve) => { loggingIn.resolve = resolve; });
+    loggingIn.done = new Promise((resolve) => {
+      loggingIn.resolve = resolve;
+    });
     tell("login");
   }
   return loggingIn.done;
@@ -54,7 +60,12 @@ async function answerOf(response) {
 async function send(path, method, body) {
   const headers = { "X-Bukorval-Csrf": session.csrf };
   if (body !== undefined) headers["Content-Type"] = "application/json";
-  return fetch(path, { method, headers, cache: "no-store", body: body === undefined ? undefined : JSON.stringify(body) });
+  return fetch(path, {
+    method,
+    headers,
+    cache: "no-store",
+    body: body === undefined ? undefined : JSON.stringify(body),
+  });
 }
 
 /** @param again  whether it may be sent a second time when no answer came: not for what writes without a stamp. */
@@ -67,7 +78,7 @@ async function request(path, { method = "GET", body, again = true } = {}) {
       answer = await answerOf(response);
     } catch {
       const back = serverReturns();
-      if (!again) throw new Failure(0, { kind: "lost" });
+      if (!again) throw new Failure(0, { kind: "lost", message: t("The server does not answer") });
       await back;
       continue;
     }

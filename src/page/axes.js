@@ -6,7 +6,7 @@ import { announce } from "./notices.js";
 import { t } from "./words.js";
 
 const PLACES = ["free", "rows", "columns"];
-const DRAGGED = 5;  // pixels that make a press a drag
+const DRAGGED = 5; // pixels that make a press a drag
 export const NO_COLUMNS = "year";
 
 export class AxisBoard {
@@ -15,9 +15,18 @@ export class AxisBoard {
     Object.assign(this, { axes, onchange });
     this.rows = rows.filter((name) => this.#axis(name)?.row);
     this.columns = this.#axis(columns)?.column ? columns : NO_COLUMNS;
-    const zone = (name, title) => h("div", { class: "zone", "data-zone": name, role: "group", "aria-label": title },
-      h("span", { class: "zone-title", "aria-hidden": "true" }, title), h("div", { class: "chips" }));
-    this.zones = { free: zone("free", t("Axes")), rows: zone("rows", t("Rows")), columns: zone("columns", t("Columns")) };
+    const zone = (name, title) =>
+      h(
+        "div",
+        { class: "zone", "data-zone": name, role: "group", "aria-label": title },
+        h("span", { class: "zone-title", "aria-hidden": "true" }, title),
+        h("div", { class: "chips" }),
+      );
+    this.zones = {
+      free: zone("free", t("Axes")),
+      rows: zone("rows", t("Rows")),
+      columns: zone("columns", t("Columns")),
+    };
     this.element = h("div", { class: "axes" }, Object.values(this.zones));
     this.#draw();
   }
@@ -32,24 +41,44 @@ export class AxisBoard {
 
   #draw(focus = null) {
     const chips = { free: [], rows: [], columns: [] };
-    for (const axis of this.axes) if (this.#placeOf(axis.name) === "free" && axis.name !== NO_COLUMNS) chips.free.push(axis.name);
+    for (const axis of this.axes)
+      if (this.#placeOf(axis.name) === "free" && axis.name !== NO_COLUMNS) chips.free.push(axis.name);
     chips.rows = this.rows;
     if (this.columns !== NO_COLUMNS) chips.columns = [this.columns];
     for (const [place, names] of Object.entries(chips))
-      this.zones[place].lastChild.replaceChildren(...(names.length
-        ? names.map((name) => this.#chip(name, place))
-        : [h("span", { class: "muted" }, place === "columns" ? t("the whole year") : place === "rows" ? t("drag axes here") : "")]));
+      this.zones[place].lastChild.replaceChildren(
+        ...(names.length
+          ? names.map((name) => this.#chip(name, place))
+          : [
+              h(
+                "span",
+                { class: "muted" },
+                place === "columns" ? t("the whole year") : place === "rows" ? t("drag axes here") : "",
+              ),
+            ]),
+      );
     if (focus) this.element.querySelector(`[data-axis="${CSS.escape(focus)}"]`)?.focus();
   }
 
   #chip(name, place) {
     const axis = this.#axis(name);
-    const chip = h("span", { class: "chip", "data-axis": name, tabindex: 0, role: "button",
-      "aria-description": t("Arrow keys move it: up and down to another place, left and right in its order"),
-      onkeydown: (event) => this.#key(event, name, place), onpointerdown: (event) => this.#press(event, name, place) },
-    axis.title);
+    const chip = h(
+      "span",
+      {
+        class: "chip",
+        "data-axis": name,
+        tabindex: 0,
+        role: "button",
+        "aria-description": t("Arrow keys move it: up and down to another place, left and right in its order"),
+        onkeydown: (event) => this.#key(event, name, place),
+        onpointerdown: (event) => this.#press(event, name, place),
+      },
+      axis.title,
+    );
     if (place !== "free")
-      chip.append(button("×", () => this.#put(name, "free"), { tabindex: -1, "aria-label": t("Remove {}", axis.title) }));
+      chip.append(
+        button("×", () => this.#put(name, "free"), { tabindex: -1, "aria-label": t("Remove {}", axis.title) }),
+      );
     return chip;
   }
 
@@ -69,7 +98,8 @@ export class AxisBoard {
   #step(name, place, step) {
     const from = PLACES.indexOf(place);
     if (step === -3) return this.#put(name, "free");
-    for (let to = from + step; PLACES[to]; to += step) if (this.#takes(PLACES[to], name)) return this.#put(name, PLACES[to]);
+    for (let to = from + step; PLACES[to]; to += step)
+      if (this.#takes(PLACES[to], name)) return this.#put(name, PLACES[to]);
     return undefined;
   }
 
@@ -93,7 +123,8 @@ export class AxisBoard {
 
   #press(event, name, place) {
     if (event.button !== 0 || event.target.closest("button")) return;
-    const chip = event.currentTarget, start = { x: event.clientX, y: event.clientY };
+    const chip = event.currentTarget,
+      start = { x: event.clientX, y: event.clientY };
     let ghost = null;
     const move = (moved) => {
       if (!ghost && Math.hypot(moved.clientX - start.x, moved.clientY - start.y) < DRAGGED) return;
@@ -126,7 +157,8 @@ export class AxisBoard {
   }
 
   #mark(zone, name) {
-    for (const each of Object.values(this.zones)) each.classList.toggle("target", each === zone && this.#takes(each.dataset.zone, name));
+    for (const each of Object.values(this.zones))
+      each.classList.toggle("target", each === zone && this.#takes(each.dataset.zone, name));
   }
 
   /** Among the chips of the rows, where it was let go. */

@@ -3,7 +3,7 @@
 import { budgets, years } from "./lists.js";
 import { t } from "./words.js";
 
-export const COSTS_AND_REVENUES = "4";  // the type that is kept by kind of card
+export const COSTS_AND_REVENUES = "4"; // the type that is kept by kind of card
 
 /** From ["4", "01", "2025"] and {site, kind}. */
 export function budgetOf(path, query = {}) {
@@ -29,10 +29,13 @@ export function selection({ type, subtype, year, site, kind }) {
 }
 
 /** "2024 (35), 2025 (35)" */
-export const yearsWithCards = (row) => [...String(row.SCHEDE ?? "").matchAll(/(\d+) \((\d+)\)/g)]
-  .map(([, year, cards]) => ({ year, cards: Number(cards) }));
+export const yearsWithCards = (row) =>
+  [...String(row.SCHEDE ?? "").matchAll(/(\d+) \((\d+)\)/g)].map(([, year, cards]) => ({ year, cards: Number(cards) }));
 
-const lockedYears = (row) => String(row.BLOCCATI ?? "").split(", ").filter(Boolean);
+const lockedYears = (row) =>
+  String(row.BLOCCATI ?? "")
+    .split(", ")
+    .filter(Boolean);
 
 /** The state of a year comes in the program's language. */
 export const isClosed = (calendar, year) =>
@@ -44,9 +47,16 @@ export async function describe(budget) {
   const row = rows.find((each) => String(each.TIPO) === budget.type && each.SOTTOTIPO === budget.subtype) ?? {};
   const closed = isClosed(calendar, budget.year);
   const locked = lockedYears(row).includes(budget.year);
-  return { ...row, title: row.DESCRIZIONE || nameOf(budget), perSite: Boolean(row.PER_SEDE),
+  return {
+    ...row,
+    title: row.DESCRIZIONE || nameOf(budget),
+    perSite: Boolean(row.PER_SEDE),
     byKind: budget.type === COSTS_AND_REVENUES,
-    readOnly: locked ? t("Locked") : closed ? t("Year closed") : "" };
+    readOnly: locked ? t("Locked") : closed ? t("Year closed") : "",
+  };
 }
 
-export const cardKinds = () => [["0", t("Costs")], ["1", t("Revenues")]];
+export const cardKinds = () => [
+  ["0", t("Costs")],
+  ["1", t("Revenues")],
+];

@@ -17,17 +17,24 @@ export class CardEditing {
   /** @param writable  whether the budget may be written at all */
   constructor({ card, budget, stamp, writable }) {
     Object.assign(this, { card, budget, writable, explain: false });
-    this.looks = new Map();     // of cells that are being written, were refused, were changed by others
-    this.typed = null;          // {row, column, text}: what stands in the editor
-    this.previews = new Map();  // row => deltas as they would be
-    this.edits = new Edits({ card, stamp, onstate: (...state) => this.#mark(...state),
-      onconflict: (edits, failure) => this.#conflict(edits, failure), ondrained: () => this.#drained() });
+    this.looks = new Map(); // of cells that are being written, were refused, were changed by others
+    this.typed = null; // {row, column, text}: what stands in the editor
+    this.previews = new Map(); // row => deltas as they would be
+    this.edits = new Edits({
+      card,
+      stamp,
+      onstate: (...state) => this.#mark(...state),
+      onconflict: (edits, failure) => this.#conflict(edits, failure),
+      ondrained: () => this.#drained(),
+    });
     this.previewLater = debounce(60, () => this.#preview());
     this.onhistory = () => {};
   }
 
   async load() {
-    const { tables: [table] } = await run("periods", { CARD: this.card, ...(this.explain && { explain: true }) });
+    const {
+      tables: [table],
+    } = await run("periods", { CARD: this.card, ...(this.explain && { explain: true }) });
     for (const column of table.columns) column.secondary ||= column.name === "PERIODO";
     const description = table.columns.findIndex((column) => column.name === "DESCRIZIONE");
     if (description >= 0) table.columns[description].title = t("Period");
@@ -58,7 +65,7 @@ export class CardEditing {
     const preview = this.previews.get(row);
     if (preview && isDelta(column) && column.name in preview) return { value: preview[column.name], state: "preview" };
     const look = this.#lookOf(row, column);
-    return look?.typed === undefined ? look ?? {} : { ...look, text: look.typed };
+    return look?.typed === undefined ? (look ?? {}) : { ...look, text: look.typed };
   }
 
   typing(row, column, text) {
@@ -76,14 +83,21 @@ export class CardEditing {
   }
 
   commit(cells) {
-    const edits = cells.map(({ row, column, text }) => ({ ...addressOf(column), period: this.cells.period(row.cells),
-      name: column.name, text, row, column }));
+    const edits = cells.map(({ row, column, text }) => ({
+      ...addressOf(column),
+      period: this.cells.period(row.cells),
+      name: column.name,
+      text,
+      row,
+      column,
+    }));
     this.edits.write(edits);
     this.#previewRows([...new Set(cells.map(({ row }) => row))]);
   }
 
   pasted(cells, left) {
-    if (left.length) notice(t("{} values of the block stand where nothing can be written: they were left out", left.length), "bad");
+    if (left.length)
+      notice(t("{} values of the block stand where nothing can be written: they were left out", left.length), "bad");
     if (cells.length) this.commit(cells);
     if (cells.length > 1) announce(t("{} cells pasted", cells.length));
   }
@@ -119,14 +133,25 @@ export class CardEditing {
       else differing.push(edit);
     }
     if (!differing.length) return [];
-    const kept = await askWhose(differing.map((edit) => ({ edit, column: edit.column, period: this.rowName(edit.row),
-      theirs: now(edit), mine: edit.text })), failure);
-    for (const edit of differing.filter((each) => !kept.includes(each))) this.looks.delete(keyOf(edit.period, edit.name));
+    const kept = await askWhose(
+      differing.map((edit) => ({
+        edit,
+        column: edit.column,
+        period: this.rowName(edit.row),
+        theirs: now(edit),
+        mine: edit.text,
+      })),
+      failure,
+    );
+    for (const edit of differing.filter((each) => !kept.includes(each)))
+      this.looks.delete(keyOf(edit.period, edit.name));
     return kept;
   }
 
   async #drained() {
-    announce([...this.looks.values()].some(({ state }) => state === "refused") ? t("Not everything was saved") : t("Saved"));
+    announce(
+      [...this.looks.values()].some(({ state }) => state === "refused") ? t("Not everything was saved") : t("Saved"),
+    );
     await this.#reload([]);
     this.onhistory();
     if (this.waiting) this.others(this.waiting);
@@ -153,7 +178,11 @@ export class CardEditing {
       return;
     }
     const changed = await this.#seeNow();
-    notice(changed === 1 ? t("Somebody else has changed a value of this card") : t("Somebody else has changed {} values of this card", changed));
+    notice(
+      changed === 1
+        ? t("Somebody else has changed a value of this card")
+        : t("Somebody else has changed {} values of this card", changed),
+    );
   }
 
   /** Loads the values anew and marks those that are not as they were, unless they are one's own. */
@@ -168,7 +197,10 @@ export class CardEditing {
         for (const column of own === null ? this.grid.columns : []) {
           if (!addressOf(column) || sameAmount(cells[column.index], rows[i].cells[column.index])) continue;
           ++changed;
-          this.looks.set(keyOf(this.cells.period(cells), column.name), { state: "theirs", message: t("Changed by somebody else") });
+          this.looks.set(keyOf(this.cells.period(cells), column.name), {
+            state: "theirs",
+            message: t("Changed by somebody else"),
+          });
         }
         rows[i].cells = cells;
       });
@@ -192,14 +224,14 @@ export class CardEditing {
   }
 
   async #previewRows(rows) {
-    const turn = this.previewTurn = (this.previewTurn ?? 0) + 1;
+    const turn = (this.previewTurn = (this.previewTurn ?? 0) + 1);
     const { type, subtype } = this.budget;
     const sent = rows.map((row) => this.#figures(row));
     let answer;
     try {
       answer = await deltas({ type, subtype, rows: sent });
     } catch {
-      return;  // the write tells what is wrong
+      return; // the write tells what is wrong
     }
     if (turn !== this.previewTurn || (!this.typed && !this.edits.busy)) return;
     rows.forEach((row, i) => this.previews.set(row, answer.rows[i]));
@@ -211,7 +243,8 @@ export class CardEditing {
     const figures = {};
     for (const column of this.grid.columns) {
       if (!addressOf(column)) continue;
-      const text = this.typed?.row === row && this.typed.column === column ? this.typed.text : this.#lookOf(row, column)?.typed;
+      const text =
+        this.typed?.row === row && this.typed.column === column ? this.typed.text : this.#lookOf(row, column)?.typed;
       const value = text === undefined ? row.cells[column.index] : parseDecimal(text);
       if (value !== null) figures[column.name] = value;
     }

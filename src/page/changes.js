@@ -16,7 +16,7 @@ export class ChangeWatch {
     try {
       this.since = (await changes(this.query)).now;
     } catch {
-      return;  // a budget without cards, or one that the object refuses: its view tells
+      return; // a budget without cards, or one that the object refuses: its view tells
     }
     if (!this.stopped) this.timer = setInterval(() => this.look(), SECONDS * 1000);
   }
@@ -29,7 +29,9 @@ export class ChangeWatch {
       if (this.stopped) return;
       this.since = now;
       if (cards.length) this.onchange(cards);
-    } catch { /* the next look tells */ } finally {
+    } catch {
+      /* the next look tells */
+    } finally {
       this.looking = false;
     }
   }

@@ -21,23 +21,36 @@ function hideBar() {
 
 async function showLogin() {
   const password = await asksForPassword().catch(() => false);
-  const secret = h("input", { type: password ? "password" : "text", autocomplete: password ? "current-password" : "off" });
+  const secret = h("input", {
+    type: password ? "password" : "text",
+    autocomplete: password ? "current-password" : "off",
+  });
   const told = h("span", { class: "bad" });
   const enter = async (event) => {
     event.preventDefault();
     const good = await logIn(secret.value, password).catch(() => false);
     if (!good) told.textContent = t("That is not right");
   };
-  showBar(h("form", { onsubmit: enter },
-    h("strong", {}, t("The server was started again or your visit has ended.")),
-    field(password ? t("Password") : t("The address that it printed, or its token"), secret),
-    h("button", { type: "submit" }, t("Go on")), told));
+  showBar(
+    h(
+      "form",
+      { onsubmit: enter },
+      h("strong", {}, t("The server was started again or your visit has ended.")),
+      field(password ? t("Password") : t("The address that it printed, or its token"), secret),
+      h("button", { type: "submit" }, t("Go on")),
+      told,
+    ),
+  );
   secret.focus();
 }
 
 export function watchConnection() {
-  connection.addEventListener("lost", () => showBar(h("strong", {}, t("The server does not answer. Trying again…")),
-    button(t("Reload the page"), () => location.reload())));
+  connection.addEventListener("lost", () =>
+    showBar(
+      h("strong", {}, t("The server does not answer. Trying again…")),
+      button(t("Reload the page"), () => location.reload()),
+    ),
+  );
   connection.addEventListener("login", showLogin);
   connection.addEventListener("back", hideBar);
 }

@@ -10,9 +10,9 @@ import { announce } from "./notices.js";
 import { sum } from "./numbers.js";
 import { t } from "./words.js";
 
-const MARGIN = 6;           // rows drawn above and below what is seen
-const PRINTED = 5000;       // rows that a printout has at most
-const PHONE = 640;          // pixels of a window that is narrow
+const MARGIN = 6; // rows drawn above and below what is seen
+const PRINTED = 5000; // rows that a printout has at most
+const PHONE = 640; // pixels of a window that is narrow
 
 export class DataGrid {
   /**
@@ -48,14 +48,31 @@ export class DataGrid {
     this.body = h("div", { class: "grid-body", role: "rowgroup" });
     this.foot = h("div", { class: "grid-foot", role: "rowgroup" });
     this.inner = h("div", { class: "grid-inner", role: "presentation" }, this.head, this.body, this.foot);
-    this.scroller = h("div", { class: "grid", role: this.tree ? "treegrid" : "grid", "aria-label": this.label,
-      "aria-multiselectable": this.editing ? "true" : null }, this.inner);
+    this.scroller = h(
+      "div",
+      {
+        class: "grid",
+        role: this.tree ? "treegrid" : "grid",
+        "aria-label": this.label,
+        "aria-multiselectable": this.editing ? "true" : null,
+      },
+      this.inner,
+    );
     this.count = h("span", { class: "count", "aria-live": "polite" });
-    this.searchBox = h("input", { type: "search", placeholder: t("Search"), "aria-label": t("Search"),
-      oninput: debounce(80, () => this.find(this.searchBox.value)) });
+    this.searchBox = h("input", {
+      type: "search",
+      placeholder: t("Search"),
+      "aria-label": t("Search"),
+      oninput: debounce(80, () => this.find(this.searchBox.value)),
+    });
     this.menuPlace = h("span");
-    this.bar = h("div", { class: "grid-bar" }, this.search ? [this.searchBox, this.count] : null, this.tools ?? [],
-      this.key ? this.menuPlace : null);
+    this.bar = h(
+      "div",
+      { class: "grid-bar" },
+      this.search ? [this.searchBox, this.count] : null,
+      this.tools ?? [],
+      this.key ? this.menuPlace : null,
+    );
     this.element = h("div", { class: "grid-box" }, this.bar, this.scroller);
   }
 
@@ -105,22 +122,28 @@ export class DataGrid {
   }
 
   #fit() {
-    const rows = this.#allRows().map((row) => row.cells).concat(this.totals.map((row) => row.cells));
+    const rows = this.#allRows()
+      .map((row) => row.cells)
+      .concat(this.totals.map((row) => row.cells));
     this.narrow = innerWidth <= PHONE;
     const sizes = widths(this.shown, rows, this.narrow);
     // The longest text takes what is left.
     const texts = sizes.map((size, i) => (this.shown[i].number || this.shown[i].figure ? 0 : size));
     const wide = texts.indexOf(Math.max(...texts));
-    this.scroller.style.setProperty("--columns", sizes.map((w, i) => (i === wide ? `minmax(${w}ch, 1fr)` : `${w}ch`)).join(" "));
+    this.scroller.style.setProperty(
+      "--columns",
+      sizes.map((w, i) => (i === wide ? `minmax(${w}ch, 1fr)` : `${w}ch`)).join(" "),
+    );
     this.scroller.style.setProperty("--least", `${sizes.reduce((a, b) => a + b, 0)}ch`);
   }
 
   #allRows() {
     const all = [];
-    const add = (rows) => rows.forEach((row) => {
-      all.push(row);
-      if (row.children) add(row.children);
-    });
+    const add = (rows) =>
+      rows.forEach((row) => {
+        all.push(row);
+        if (row.children) add(row.children);
+      });
     add(this.roots);
     return all;
   }
@@ -137,9 +160,20 @@ export class DataGrid {
   #drawHead() {
     const heading = (column, place) => {
       const turn = this.sort.name === column.name ? this.sort.turn : "none";
-      return h("div", { role: "columnheader", class: `cell${column.figure || column.number ? " num" : ""}`, tabindex: -1,
-        "aria-colindex": place + 1, "aria-sort": turn, "data-row": -1, "data-column": place, "data-name": column.name },
-      h("span", {}, column.title || "\u00a0"));
+      return h(
+        "div",
+        {
+          role: "columnheader",
+          class: `cell${column.figure || column.number ? " num" : ""}`,
+          tabindex: -1,
+          "aria-colindex": place + 1,
+          "aria-sort": turn,
+          "data-row": -1,
+          "data-column": place,
+          "data-name": column.name,
+        },
+        h("span", {}, column.title || "\u00a0"),
+      );
     };
     const groups = [];
     this.shown.forEach((column, place) => {
@@ -147,13 +181,19 @@ export class DataGrid {
       if (last && last.text === (column.group ?? "")) last.end = place + 2;
       else groups.push({ text: column.group ?? "", start: place + 1, end: place + 2 });
     });
-    const above = h("div", { class: "row groups", role: "presentation" }, groups.map(({ text, start, end }) => {
-      const cell = h("div", { class: "cell group" }, text);
-      cell.style.gridColumn = `${start} / ${end}`;
-      return cell;
-    }));
-    this.head.replaceChildren(...(groups.some((group) => group.text) ? [above] : []),
-      h("div", { class: "row", role: "row", "aria-rowindex": 1 }, this.shown.map(heading)));
+    const above = h(
+      "div",
+      { class: "row groups", role: "presentation" },
+      groups.map(({ text, start, end }) => {
+        const cell = h("div", { class: "cell group" }, text);
+        cell.style.gridColumn = `${start} / ${end}`;
+        return cell;
+      }),
+    );
+    this.head.replaceChildren(
+      ...(groups.some((group) => group.text) ? [above] : []),
+      h("div", { class: "row", role: "row", "aria-rowindex": 1 }, this.shown.map(heading)),
+    );
   }
 
   /** Sorts, searches and draws anew. */
@@ -213,15 +253,23 @@ export class DataGrid {
     if (this.foundCells?.of === this.rows && this.foundCells.text === this.text) return this.foundCells.line;
     const cells = this.columns.map((column) => {
       const summed = column.figure && !isDelta(column) && this.totals[0].cells[column.index] !== null;
-      return summed ? sum(this.rows.map((row) => row.cells[column.index]), column.decimals) : null;
+      return summed
+        ? sum(
+            this.rows.map((row) => row.cells[column.index]),
+            column.decimals,
+          )
+        : null;
     });
     const line = { label: t("Found ({})", this.rows.length), cells };
     this.foundCells = { of: this.rows, text: this.text, line };
-    this.deltas?.(cells, this.columns).then((filled) => {
-      if (this.foundCells.line !== line) return;
-      line.cells = filled;
-      this.#total(true);
-    }, () => {});
+    this.deltas?.(cells, this.columns).then(
+      (filled) => {
+        if (this.foundCells.line !== line) return;
+        line.cells = filled;
+        this.#total(true);
+      },
+      () => {},
+    );
     return line;
   }
 
@@ -268,7 +316,8 @@ export class DataGrid {
 
   /** Puts what a row holds into its cells; one that is being edited is left alone. */
   #paint(index) {
-    const row = this.rows[index], element = this.drawn.get(index);
+    const row = this.rows[index],
+      element = this.drawn.get(index);
     if (!row || !element) return;
     element.classList.toggle("changed", Boolean(row.changed));
     element.classList.toggle("sub", Boolean(row.children));
@@ -296,7 +345,7 @@ export class DataGrid {
     cell.classList.toggle("editable", editable);
     cell.setAttribute("aria-readonly", !editable);
     cell.setAttribute("aria-selected", this.isSelected(index, place));
-    cell.toggleAttribute("aria-invalid", look.state === "refused");
+    cell.setAttribute("aria-invalid", look.state === "refused");
     cell.dataset.state = look.state ?? "";
     cell.title = look.message ?? "";
   }
@@ -320,8 +369,12 @@ export class DataGrid {
   }
 
   cell(row, column) {
-    const line = row < 0 ? this.head.lastChild : row >= this.rows.length
-      ? this.foot.children[row - this.rows.length] : this.drawn.get(row);
+    const line =
+      row < 0
+        ? this.head.lastChild
+        : row >= this.rows.length
+          ? this.foot.children[row - this.rows.length]
+          : this.drawn.get(row);
     return line?.children[column];
   }
 
@@ -336,10 +389,12 @@ export class DataGrid {
 
   /** Goes to a cell: -1 is the row of titles, behind the rows come the totals. */
   moveTo(row, column, { extend = false, focus = true } = {}) {
-    const anchor = extend ? this.anchor ?? { ...this.active } : null;
+    const anchor = extend ? (this.anchor ?? { ...this.active }) : null;
     const last = this.rows.length + this.foot.childElementCount - 1;
     this.active = {
-      row: Math.max(-1, Math.min(row, last)), column: Math.max(0, Math.min(column, this.shown.length - 1)) };
+      row: Math.max(-1, Math.min(row, last)),
+      column: Math.max(0, Math.min(column, this.shown.length - 1)),
+    };
     const selectionChanged = Boolean(anchor || this.anchor);
     this.anchor = anchor;
     this.#drawRow(this.active.row);

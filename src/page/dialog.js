@@ -16,10 +16,17 @@ export function ask({ title, body = [], buttons, wide = false }) {
       resolve(typeof value === "function" ? value() : value);
       dialog.close();
     };
-    const form = h("form", { method: "dialog", onsubmit: (event) => event.preventDefault() },
-      h("h2", { id }, title), body,
-      h("div", { class: "buttons" },
-        buttons.map(([text, value, look]) => button(text, () => answer(value), { class: look ?? null }))));
+    const form = h(
+      "form",
+      { method: "dialog", onsubmit: (event) => event.preventDefault() },
+      h("h2", { id }, title),
+      body,
+      h(
+        "div",
+        { class: "buttons" },
+        buttons.map(([text, value, look]) => button(text, () => answer(value), { class: look ?? null })),
+      ),
+    );
     dialog.append(form);
     dialog.addEventListener("close", () => {
       resolve(null);

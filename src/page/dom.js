@@ -49,8 +49,12 @@ export function select(options, value, onchange) {
 }
 
 export function check(label, checked, onchange) {
-  return h("label", { class: "check" },
-    h("input", { type: "checkbox", checked, onchange: (event) => onchange(event.target.checked) }), label);
+  return h(
+    "label",
+    { class: "check" },
+    h("input", { type: "checkbox", checked, onchange: (event) => onchange(event.target.checked) }),
+    label,
+  );
 }
 
 /** Waits until nothing has been asked for a while: the last call counts. */

@@ -38,11 +38,19 @@ export class Edits {
     return this.#add({ edits, into: this.done });
   }
 
-  get canUndo() { return this.done.length > 0; }
-  get canRedo() { return this.undone.length > 0; }
+  get canUndo() {
+    return this.done.length > 0;
+  }
+  get canRedo() {
+    return this.undone.length > 0;
+  }
 
-  undo() { return this.#turn(this.done, this.undone); }
-  redo() { return this.#turn(this.undone, this.done); }
+  undo() {
+    return this.#turn(this.done, this.undone);
+  }
+  redo() {
+    return this.#turn(this.undone, this.done);
+  }
 
   /** The values of before are written like any others. */
   #turn(from, into) {
@@ -88,7 +96,9 @@ export class Edits {
   async #writeOne(edit) {
     const { period, kind, measure, text } = edit;
     const options = { CARD: this.card, PERIOD: period, VALUE: valueText(text), kind, measure, seen: this.stamp };
-    const { tables: [table] } = await run("set", options);
+    const {
+      tables: [table],
+    } = await run("set", options);
     const [row] = table.rows;
     this.stamp = row[column(table, "ULTIMAMODIFICA")] ?? this.stamp;
     this.onstate(edit, "saved");

@@ -8,7 +8,11 @@ import { announce, failureBox } from "./notices.js";
 import { link } from "./router.js";
 import { t } from "./words.js";
 
-let crumbs, tabs, main, turn = 0, leaving = [];
+let crumbs,
+  tabs,
+  main,
+  turn = 0,
+  leaving = [];
 
 export function buildFrame() {
   const session = currentSession();
@@ -16,16 +20,29 @@ export function buildFrame() {
   tabs = h("nav", { class: "tabs", "aria-label": t("Views of the budget") });
   main = h("main", { id: "main", tabindex: -1 });
   const skip = button(t("Skip to the content"), () => main.focus(), { class: "skip" });
-  const side = h("div", { class: "side" },
+  const side = h(
+    "div",
+    { class: "side" },
     session.readOnly ? h("span", { class: "badge" }, t("Read only")) : null,
     h("span", { class: "user" }, session.user ?? ""),
-    button("?", showKeys, { class: "quiet", "aria-label": t("Keys"), title: t("Keys") }));
-  document.getElementById("page").replaceChildren(skip,
-    h("header", { class: "top" }, h("a", { class: "home", href: link("budgets") }, "bukorval"), crumbs, side, tabs), main);
+    button("?", showKeys, { class: "quiet", "aria-label": t("Keys"), title: t("Keys") }),
+  );
+  document
+    .getElementById("page")
+    .replaceChildren(
+      skip,
+      h("header", { class: "top" }, h("a", { class: "home", href: link("budgets") }, "bukorval"), crumbs, side, tabs),
+      main,
+    );
 }
 
-const VIEWS = [["grid", "Cards"], ["report", "Report"], ["compare", "Compare"], ["elaborate", "Elaborations"],
-  ["history", "History"]];
+const VIEWS = [
+  ["grid", "Cards"],
+  ["report", "Report"],
+  ["compare", "Compare"],
+  ["elaborate", "Elaborations"],
+  ["history", "History"],
+];
 
 function addressOf(name, budget) {
   if (name === "compare") return link(name, [], { left: nameOf(budget) });
@@ -35,12 +52,18 @@ function addressOf(name, budget) {
 
 /** @param trail  pairs of text and address; the last one is here. */
 export function placeInFrame(trail, budget, active) {
-  const parts = trail.map(([text, address], i) => i + 1 < trail.length
-    ? h("a", { href: address }, text) : h("span", { "aria-current": "page" }, text));
+  const parts = trail.map(([text, address], i) =>
+    i + 1 < trail.length ? h("a", { href: address }, text) : h("span", { "aria-current": "page" }, text),
+  );
   crumbs.replaceChildren(...parts);
   const offered = currentSession().readOnly ? VIEWS.filter(([name]) => name !== "elaborate") : VIEWS;
-  tabs.replaceChildren(...(budget ? offered.map(([name, text]) => h("a", { href: addressOf(name, budget),
-    "aria-current": name === active ? "page" : null }, t(text))) : []));
+  tabs.replaceChildren(
+    ...(budget
+      ? offered.map(([name, text]) =>
+          h("a", { href: addressOf(name, budget), "aria-current": name === active ? "page" : null }, t(text)),
+        )
+      : []),
+  );
   const here = trail.at(-1)?.[0];
   document.title = here ? `${here} – bukorval` : "bukorval";
 }
@@ -51,7 +74,8 @@ export function placeInFrame(trail, budget, active) {
  *              given to whenLeft is done when the view goes
  */
 export async function show(make) {
-  const mine = ++turn, leave = [];
+  const mine = ++turn,
+    leave = [];
   const wanted = () => mine === turn;
   main.setAttribute("aria-busy", "true");
   let elements;
@@ -90,6 +114,12 @@ const KEYS = [
 ];
 
 function showKeys() {
-  const lines = KEYS.map(([keys, text]) => h("tr", {}, h("th", { scope: "row" }, h("kbd", {}, keys)), h("td", {}, t(text))));
-  ask({ title: t("Keys"), body: [h("table", { class: "keys" }, h("tbody", {}, lines))], buttons: [[t("Close"), null]] });
+  const lines = KEYS.map(([keys, text]) =>
+    h("tr", {}, h("th", { scope: "row" }, h("kbd", {}, keys)), h("td", {}, t(text))),
+  );
+  ask({
+    title: t("Keys"),
+    body: [h("table", { class: "keys" }, h("tbody", {}, lines))],
+    buttons: [[t("Close"), null]],
+  });
 }

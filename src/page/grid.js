@@ -13,7 +13,7 @@ import { announce, notice } from "./notices.js";
 import { go, link, stay } from "./router.js";
 import { t } from "./words.js";
 
-const FIXED = ["BU65_CODICE_CG31", "BU65_INDCOSRIC_BU07"];  // what the selection says already
+const FIXED = ["BU65_CODICE_CG31", "BU65_INDCOSRIC_BU07"]; // what the selection says already
 
 /** The budget with a site and a kind of card, where it is kept so: the first ones, or those of the address. */
 async function complete(budget, about) {
@@ -42,10 +42,13 @@ async function selectors(budget, about) {
 /** The deltas of a row of sums, by the object's own formulas. */
 async function withDeltas(budget, cells, columns) {
   const { type, subtype } = budget;
-  const sent = Object.fromEntries(columns.filter((column) => column.figure && !isDelta(column) && cells[column.index] !== null)
-    .map((column) => [column.name, cells[column.index]]));
+  const sent = Object.fromEntries(
+    columns
+      .filter((column) => column.figure && !isDelta(column) && cells[column.index] !== null)
+      .map((column) => [column.name, cells[column.index]]),
+  );
   const [answer] = (await deltas({ type, subtype, rows: [sent] })).rows;
-  return columns.map((column) => (isDelta(column) ? answer[column.name] ?? null : cells[column.index]));
+  return columns.map((column) => (isDelta(column) ? (answer[column.name] ?? null) : cells[column.index]));
 }
 
 export function showGrid({ path, query }) {
@@ -56,11 +59,23 @@ export function showGrid({ path, query }) {
     const [about] = await Promise.all([describe(budget), watch.start(), sites()]);
     await complete(budget, about);
     if (wanted()) stay("grid", path, { site: budget.site, kind: budget.kind });
-    placeInFrame([[t("Budgets"), link("budgets")], [`${about.title} ${budget.year}`, ""]], budget, "grid");
+    placeInFrame(
+      [
+        [t("Budgets"), link("budgets")],
+        [`${about.title} ${budget.year}`, ""],
+      ],
+      budget,
+      "grid",
+    );
     const [table, tools] = await Promise.all([load(budget), selectors(budget, about)]);
-    const grid = new DataGrid({ label: t("Cards of {}", nameOf(budget)), key: `grid:${budget.type}/${budget.subtype}`, tools,
-      rowLink: ({ cells }) => link("card", [cells[grid.id]], { budget: nameOf(budget), site: budget.site, kind: budget.kind }),
-      deltas: (cells, columns) => withDeltas(budget, cells, columns) });
+    const grid = new DataGrid({
+      label: t("Cards of {}", nameOf(budget)),
+      key: `grid:${budget.type}/${budget.subtype}`,
+      tools,
+      rowLink: ({ cells }) =>
+        link("card", [cells[grid.id]], { budget: nameOf(budget), site: budget.site, kind: budget.kind }),
+      deltas: (cells, columns) => withDeltas(budget, cells, columns),
+    });
     display(grid, table);
     whenLeft(watchOthers(watch, grid, budget));
     return [title(about, budget), grid.element];
@@ -68,9 +83,10 @@ export function showGrid({ path, query }) {
 }
 
 async function load(budget) {
-  const { tables: [table] } = await run("grid", selection(budget));
-  for (const column of table.columns)
-    if (FIXED.some((name) => column.name.startsWith(name))) column.secondary = true;
+  const {
+    tables: [table],
+  } = await run("grid", selection(budget));
+  for (const column of table.columns) if (FIXED.some((name) => column.name.startsWith(name))) column.secondary = true;
   return table;
 }
 
@@ -94,11 +110,13 @@ function watchOthers(watch, grid, budget) {
     const count = grid.roots.filter((row) => row.changed).length;
     if (!count) return;
     told?.close();
-    told = notice(count === 1 ? t("Somebody has changed a card") : t("Somebody has changed {} cards", count), "info",
-      [t("Show the changes"), async () => {
+    told = notice(count === 1 ? t("Somebody has changed a card") : t("Somebody has changed {} cards", count), "info", [
+      t("Show the changes"),
+      async () => {
         display(grid, await load(budget), true);
         announce(t("Loaded anew"));
-      }]);
+      },
+    ]);
   };
   return () => told?.close();
 }

@@ -4,8 +4,9 @@ import { format, isFigure } from "./cells.js";
 import { check, h } from "./dom.js";
 import { t } from "./words.js";
 
-const MEASURED_ROWS = 300, NARROWEST = 5;
-const LETTER = 0.93;  // of a digit, on average
+const MEASURED_ROWS = 300,
+  NARROWEST = 5;
+const LETTER = 0.93; // of a digit, on average
 
 /** Columns that hold a difference or a ratio, which no sum of theirs is. */
 export const isDelta = (column) => column.name.includes("DELTA") || Boolean(column.percentage);
@@ -59,7 +60,9 @@ function textWidth(column, rows) {
 export function widths(columns, rows, narrow) {
   const widest = narrow ? [15, 17] : [34, 44];
   return columns.map((column, place) => {
-    const content = column.figure ? figureWidth(column, rows) : Math.min(textWidth(column, rows) * LETTER, widest[place ? 0 : 1]);
+    const content = column.figure
+      ? figureWidth(column, rows)
+      : Math.min(textWidth(column, rows) * LETTER, widest[place ? 0 : 1]);
     return Math.max(NARROWEST, content, longestWord(column.title) + 1.5) + 2.5;
   });
 }
@@ -82,7 +85,9 @@ export function applyChoice(columns, key) {
 function remember(key, column) {
   try {
     localStorage.setItem("columns:" + key, JSON.stringify({ ...remembered(key), [column.name]: column.shown }));
-  } catch { /* a browser that keeps nothing */ }
+  } catch {
+    /* a browser that keeps nothing */
+  }
 }
 
 /** A menu with a box for each column. */

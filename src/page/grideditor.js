@@ -4,7 +4,11 @@ import { h } from "./dom.js";
 
 /** "1\t2\r\n3\t4" as rows of texts; a spreadsheet ends with a line's end. */
 export function blockOf(text) {
-  return text.replace(/\r\n?/g, "\n").replace(/\n$/, "").split("\n").map((line) => line.split("\t").map((cell) => cell.trim()));
+  return text
+    .replace(/\r\n?/g, "\n")
+    .replace(/\n$/, "")
+    .split("\n")
+    .map((line) => line.split("\t").map((cell) => cell.trim()));
 }
 
 export class CellEditor {
@@ -29,10 +33,17 @@ export class CellEditor {
     if (!row || !column || !grid.editing.canEdit(row, column)) return false;
     const cell = grid.cell(grid.active.row, grid.active.column);
     Object.assign(this, { open: true, row: grid.active.row, column: grid.active.column, typed: typed !== null });
-    this.input = h("input", { class: "edit", inputmode: "decimal", autocomplete: "off", maxlength: 64,
-      "aria-label": `${column.title}, ${grid.editing.rowName(row)}`, value: typed ?? grid.editing.text(row, column),
-      onkeydown: (event) => this.#key(event), onblur: () => this.#commit(0, 0, false),
-      oninput: () => grid.editing.typing(row, column, this.input.value) });
+    this.input = h("input", {
+      class: "edit",
+      inputmode: "decimal",
+      autocomplete: "off",
+      maxlength: 64,
+      "aria-label": `${column.title}, ${grid.editing.rowName(row)}`,
+      value: typed ?? grid.editing.text(row, column),
+      onkeydown: (event) => this.#key(event),
+      onblur: () => this.#left(),
+      oninput: () => grid.editing.typing(row, column, this.input.value),
+    });
     cell.replaceChildren(this.input);
     this.input.focus();
     if (typed === null) this.input.select();
@@ -41,8 +52,13 @@ export class CellEditor {
   }
 
   #key(event) {
-    const moves = { Enter: [event.shiftKey ? -1 : 1, 0], Tab: [0, event.shiftKey ? -1 : 1], ArrowUp: [-1, 0],
-      ArrowDown: [1, 0], ...(this.typed && { ArrowLeft: [0, -1], ArrowRight: [0, 1] }) };
+    const moves = {
+      Enter: [event.shiftKey ? -1 : 1, 0],
+      Tab: [0, event.shiftKey ? -1 : 1],
+      ArrowUp: [-1, 0],
+      ArrowDown: [1, 0],
+      ...(this.typed && { ArrowLeft: [0, -1], ArrowRight: [0, 1] }),
+    };
     if (event.key === "Escape") this.cancel(true);
     else if (event.isComposing || !moves[event.key]) return;
     else this.#commit(...moves[event.key], true);
@@ -50,16 +66,22 @@ export class CellEditor {
     event.stopPropagation();
   }
 
+  /** A window that is left for a moment keeps what is being typed. */
+  #left() {
+    if (document.activeElement !== this.input) this.#commit(0, 0, false);
+  }
+
   #close() {
     this.open = false;
-    this.input.onblur = null;
     this.input = null;
   }
 
   #commit(down, right, focus) {
     if (!this.open) return;
     const { grid } = this;
-    const row = grid.rows[this.row], column = grid.shown[this.column], text = this.input.value.trim();
+    const row = grid.rows[this.row],
+      column = grid.shown[this.column],
+      text = this.input.value.trim();
     const at = [this.row, this.column];
     const before = grid.editing.text(row, column);
     this.#close();
@@ -72,7 +94,8 @@ export class CellEditor {
   cancel(focus = false) {
     if (!this.open) return;
     const { grid } = this;
-    const row = grid.rows[this.row], column = grid.shown[this.column];
+    const row = grid.rows[this.row],
+      column = grid.shown[this.column];
     this.#close();
     grid.editing.typing(row, column, null);
     grid.refresh();
@@ -83,11 +106,15 @@ export class CellEditor {
   clear() {
     const { grid } = this;
     const cells = [];
-    grid.rows.forEach((row, index) => grid.shown.forEach((column, place) => {
-      const chosen = grid.anchor ? grid.isSelected(index, place) : index === grid.active.row && place === grid.active.column;
-      if (chosen && grid.editing.canEdit(row, column) && grid.editing.text(row, column) !== "")
-        cells.push({ row, column, text: "" });
-    }));
+    grid.rows.forEach((row, index) =>
+      grid.shown.forEach((column, place) => {
+        const chosen = grid.anchor
+          ? grid.isSelected(index, place)
+          : index === grid.active.row && place === grid.active.column;
+        if (chosen && grid.editing.canEdit(row, column) && grid.editing.text(row, column) !== "")
+          cells.push({ row, column, text: "" });
+      }),
+    );
     if (cells.length) grid.editing.commit(cells);
     return cells.length > 0;
   }
@@ -100,16 +127,20 @@ export class CellEditor {
       ? { row: Math.min(grid.anchor.row, grid.active.row), column: Math.min(grid.anchor.column, grid.active.column) }
       : grid.active;
     const single = block.length === 1 && block[0].length === 1 && grid.anchor;
-    const cells = [], left = [];
+    const cells = [],
+      left = [];
     const put = (index, place, value) => {
-      const row = grid.rows[index], column = grid.shown[place];
+      const row = grid.rows[index],
+        column = grid.shown[place];
       if (row && column && grid.editing.canEdit(row, column)) cells.push({ row, column, text: value });
       else if (value !== "") left.push(value);
     };
     if (single) {
-      grid.rows.forEach((_, index) => grid.shown.forEach((__, place) => {
-        if (grid.isSelected(index, place)) put(index, place, block[0][0]);
-      }));
+      grid.rows.forEach((_, index) =>
+        grid.shown.forEach((__, place) => {
+          if (grid.isSelected(index, place)) put(index, place, block[0][0]);
+        }),
+      );
     } else {
       block.forEach((line, down) => line.forEach((value, right) => put(start.row + down, start.column + right, value)));
     }

@@ -38,12 +38,18 @@ export class GridKeys {
     if (event.altKey) return false;
     const arrow = ARROWS[event.key];
     if (arrow && this.#foldsTree(event.key)) return true;
-    const end = grid.rows.length - 1, right = grid.shown.length - 1;
+    const end = grid.rows.length - 1,
+      right = grid.shown.length - 1;
     const target = arrow
-      ? far ? [arrow[0] < 0 ? 0 : arrow[0] ? end : row, arrow[1] < 0 ? 0 : arrow[1] ? right : column]
+      ? far
+        ? [arrow[0] < 0 ? 0 : arrow[0] ? end : row, arrow[1] < 0 ? 0 : arrow[1] ? right : column]
         : [row + arrow[0], column + arrow[1]]
-      : { Home: [far ? 0 : row, 0], End: [far ? end : row, right], PageUp: [Math.max(row - page, 0), column],
-        PageDown: [Math.min(row + page, end), column] }[event.key];
+      : {
+          Home: [far ? 0 : row, 0],
+          End: [far ? end : row, right],
+          PageUp: [Math.max(row - page, 0), column],
+          PageDown: [Math.min(row + page, end), column],
+        }[event.key];
     if (!target) return false;
     grid.moveTo(target[0], target[1], { extend });
     return true;
@@ -124,7 +130,8 @@ export class GridKeys {
   copy(event) {
     const { grid } = this;
     if (grid.editor.open || String(getSelection())) return;
-    const { active } = grid, anchor = grid.anchor ?? active;
+    const { active } = grid,
+      anchor = grid.anchor ?? active;
     const lines = [];
     for (let row = Math.min(active.row, anchor.row); row <= Math.max(active.row, anchor.row); ++row) {
       const cells = [];

@@ -17,8 +17,10 @@ export function comparison(column, turn) {
   const collator = new Intl.Collator(document.documentElement.lang, { numeric: true });
   const order = column.number ? (a, b) => Number(a) - Number(b) : (a, b) => collator.compare(a, b);
   return (a, b) => {
-    const left = valueOf(a.cells, column), right = valueOf(b.cells, column);
-    const noLeft = left === null || left === "", noRight = right === null || right === "";
+    const left = valueOf(a.cells, column),
+      right = valueOf(b.cells, column);
+    const noLeft = left === null || left === "",
+      noRight = right === null || right === "";
     if (noLeft || noRight) return noLeft === noRight ? 0 : noLeft ? 1 : -1;
     return order(left, right) * direction;
   };
@@ -26,8 +28,10 @@ export function comparison(column, turn) {
 
 /** What a row is found by: all its texts as they are shown. */
 function searchText(row, columns) {
-  row.searched ??= columns.filter((column) => !column.figure)
-    .map((column) => format(valueOf(row.cells, column), column).toLowerCase()).join("\u0001");
+  row.searched ??= columns
+    .filter((column) => !column.figure)
+    .map((column) => format(valueOf(row.cells, column), column).toLowerCase())
+    .join("\u0001");
   return row.searched;
 }
 

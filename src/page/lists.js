@@ -5,7 +5,8 @@ import { run } from "./api.js";
 const kept = new Map();
 
 /** Of several tables the one with a column: their titles are in the program's language. */
-export const tableWith = (answer, column) => answer.tables.find((table) => table.columns.some(({ name }) => name === column));
+export const tableWith = (answer, column) =>
+  answer.tables.find((table) => table.columns.some(({ name }) => name === column));
 
 /** The rows of a server's table as objects, by the columns' names. */
 export function records(table) {
@@ -21,8 +22,8 @@ function once(key, ask) {
   return kept.get(key);
 }
 
-const list = (what, options = {}) => once(JSON.stringify([what, options]), async () =>
-  records((await run("list", { WHAT: what, ...options })).tables[0]));
+const list = (what, options = {}) =>
+  once(JSON.stringify([what, options]), async () => records((await run("list", { WHAT: what, ...options })).tables[0]));
 
 export const sites = () => list("sites");
 export const accounts = () => list("accounts");

@@ -12,11 +12,16 @@ import { t } from "./words.js";
 export async function showMovements(place, card, period) {
   const title = period ? t("Movements of {}", period.name) : t("Movements of the card");
   const close = button("×", () => place.replaceChildren(), { class: "quiet", "aria-label": t("Close") });
-  const box = h("section", { class: "drill", "aria-label": title }, h("div", { class: "title" }, h("h2", { tabindex: -1 }, title), close));
+  const box = h(
+    "section",
+    { class: "drill", "aria-label": title },
+    h("div", { class: "title" }, h("h2", { tabindex: -1 }, title), close),
+  );
   place.replaceChildren(box);
   try {
     const answer = await run("movements", { card, ...(period && { period: period.number }) });
-    const movements = tableWith(answer, "CG41_NUMREG"), cells = tableWith(answer, "SCHEDA");
+    const movements = tableWith(answer, "CG41_NUMREG"),
+      cells = tableWith(answer, "SCHEDA");
     box.append(...(answer.messages ?? []).map((text) => h("p", { class: "muted" }, text)));
     if (cells?.rows.length) box.append(plainTable(cells));
     if (movements.rows.length) {

@@ -11,7 +11,9 @@ export function announce(text) {
   const live = document.getElementById("live");
   live.textContent = "";
   // A text that comes again is read again.
-  setTimeout(() => { live.textContent = text; }, 50);
+  setTimeout(() => {
+    live.textContent = text;
+  }, 50);
 }
 
 /**
@@ -22,7 +24,13 @@ export function notice(text, kind = "info", action = null) {
   stack ??= document.body.appendChild(h("div", { class: "notices" }));
   const shown = h("div", { class: `notice ${kind}`, role: kind === "bad" ? "alert" : null }, h("span", {}, text));
   const close = () => shown.remove();
-  if (action) shown.append(button(action[0], () => { close(); action[1](); }));
+  if (action)
+    shown.append(
+      button(action[0], () => {
+        close();
+        action[1]();
+      }),
+    );
   shown.append(button("×", close, { class: "quiet", "aria-label": t("Close") }));
   stack.append(shown);
   if (kind !== "bad") {
@@ -38,5 +46,5 @@ export function clearNotices() {
 
 /** What a view shows instead of itself when it failed. */
 export function failureBox(error) {
-  return h("div", { class: "failure", role: "alert" }, h("p", {}, error.message || t("The server does not answer")));
+  return h("div", { class: "failure", role: "alert" }, h("p", {}, error.message));
 }

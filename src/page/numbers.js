@@ -1,6 +1,7 @@
 // Figures come as exact texts ("1250.50") and stay texts: they are grouped, moved and summed without a binary fraction.
 
-let decimalSign = ",", thousandsSign = ".";
+let decimalSign = ",",
+  thousandsSign = ".";
 
 export function chooseSigns(decimal, thousands) {
   decimalSign = decimal || ",";
@@ -52,7 +53,8 @@ export function withoutOrnament(text) {
 export function parseDecimal(typed) {
   const text = withoutOrnament(typed);
   const at = text.lastIndexOf(decimalSign);
-  const whole = at < 0 ? text : text.slice(0, at), fraction = at < 0 ? "" : text.slice(at + 1);
+  const whole = at < 0 ? text : text.slice(0, at),
+    fraction = at < 0 ? "" : text.slice(at + 1);
   const groups = whole.replace(/^[+-]/, "").split(thousandsSign);
   const grouped = groups.length > 1;
   if (grouped && (at < 0 || !groups.slice(1).every((group) => group.length === 3))) return null;
@@ -63,7 +65,8 @@ export function parseDecimal(typed) {
 
 /** The exact sum of texts; null when there is none. */
 export function sum(texts, decimals) {
-  let total = 0n, any = false;
+  let total = 0n,
+    any = false;
   for (const text of texts) {
     if (text === null || text === undefined) continue;
     any = true;

@@ -15,7 +15,8 @@ function optionsOf(operation, first) {
     group.names.push(name);
     groups.set(schema.description, group);
   }
-  return [...groups.values()].filter(({ names }) => !names.some((name) => LEFT_OUT.includes(name)))
+  return [...groups.values()]
+    .filter(({ names }) => !names.some((name) => LEFT_OUT.includes(name)))
     .map(({ names, schema }) => {
       const name = names.find((each) => first.includes(each)) ?? names[0];
       return { name, schema, place: first.indexOf(name), required: required.some((each) => names.includes(each)) };
@@ -30,10 +31,21 @@ function control({ name, schema, required }, choices, preset, values) {
   if (preset) values[name] = preset;
   const text = schema.description;
   if (schema.type === "boolean") return check(text, false, take);
-  if (choices || schema.enum) return field(text, select([["", ""], ...choices ?? schema.enum], preset, take), name);
-  const date = /Data$/.test(name), whole = schema.type === "integer";
-  return field(text, h("input", { type: date ? "date" : whole ? "number" : "text", value: preset ?? "", required, autocomplete: "off",
-    onchange: (event) => take(whole && event.target.value !== "" ? Number(event.target.value) : event.target.value.trim()) }), name);
+  if (choices || schema.enum) return field(text, select([["", ""], ...(choices ?? schema.enum)], preset, take), name);
+  const date = /Data$/.test(name),
+    whole = schema.type === "integer";
+  return field(
+    text,
+    h("input", {
+      type: date ? "date" : whole ? "number" : "text",
+      value: preset ?? "",
+      required,
+      autocomplete: "off",
+      onchange: (event) =>
+        take(whole && event.target.value !== "" ? Number(event.target.value) : event.target.value.trim()),
+    }),
+    name,
+  );
 }
 
 /** @param choices  pairs of code and text, by option; @param presets  values of options to begin with */
@@ -43,7 +55,18 @@ export function optionFields(operation, first, choices, presets) {
   const options = optionsOf(operation, first);
   const shown = options.filter(({ place }) => place >= 0).sort((a, b) => a.place - b.place);
   const more = options.filter(({ place }) => place < 0);
-  const element = h("div", {}, h("div", { class: "fields" }, shown.map(make)),
-    more.length ? h("details", { class: "more" }, h("summary", {}, t("More options")), h("div", { class: "fields" }, more.map(make))) : null);
+  const element = h(
+    "div",
+    {},
+    h("div", { class: "fields" }, shown.map(make)),
+    more.length
+      ? h(
+          "details",
+          { class: "more" },
+          h("summary", {}, t("More options")),
+          h("div", { class: "fields" }, more.map(make)),
+        )
+      : null,
+  );
   return { element, values: () => ({ ...values }) };
 }

@@ -50,7 +50,8 @@ const ITALIAN = {
   "Half-years": "Semestri",
   "History": "Storico",
   "History of card {}": "Storico della scheda {}",
-  "It is one entry of the history, which can be taken back.": "È una registrazione dello storico, che si può annullare.",
+  "It is one entry of the history, which can be taken back.":
+    "È una registrazione dello storico, che si può annullare.",
   "It was not taken back": "Non è stata annullata",
   "Keep all theirs": "Tieni tutti i loro",
   "Keep the edit and go right": "Confermare la modifica e andare a destra",
@@ -69,7 +70,8 @@ const ITALIAN = {
   "Mine": "Mio",
   "Months": "Mesi",
   "More options": "Altre opzioni",
-  "Move in a grid; up from the first row are the titles": "Muoversi nella griglia; sopra la prima riga ci sono i titoli",
+  "Move in a grid; up from the first row are the titles":
+    "Muoversi nella griglia; sopra la prima riga ci sono i titoli",
   "Movements": "Movimenti",
   "Movements behind the cell": "Movimenti dietro la cella",
   "Movements of the card": "Movimenti della scheda",
@@ -172,7 +174,7 @@ export function chooseLanguage(code) {
 
 /** t("{} rows", 3): a text in the language that was chosen, with its values in place. */
 export function t(text, ...values) {
-  const said = italian ? ITALIAN[text] ?? text : text;
+  const said = italian ? (ITALIAN[text] ?? text) : text;
   let next = 0;
   return said.replaceAll("{}", () => String(values[next++] ?? ""));
 }

@@ -80,6 +80,12 @@ class Browser:
                     && (arguments[1] === null || each.textContent.includes(arguments[1])))"""
         return self.wait(lambda: self.js(script, selector, text), f"{selector} {text or ''}")
 
+    def all(self, selector):
+        return self.driver.find_elements("css selector", selector)
+
+    def count(self, selector):
+        return self.js("return document.querySelectorAll(arguments[0]).length", selector)
+
     def absent(self, selector):
         return self.wait(lambda: not self.js("return document.querySelector(arguments[0])", selector), f"no {selector}")
 
@@ -103,12 +109,13 @@ class Browser:
         chain.perform()
 
     def drag(self, source, target):
-        ActionChains(self.driver).click_and_hold(source).move_by_offset(12, 6).move_to_element(target).release().perform()
+        chain = ActionChains(self.driver).click_and_hold(source).move_by_offset(12, 6)
+        chain.move_to_element(target).release().perform()
 
     def copy(self, text):
         """Puts a text into the clipboard."""
-        self.driver.execute_async_script(
-            "navigator.clipboard.writeText(arguments[0]).then(() => arguments[1](), (e) => arguments[1](String(e)))", text)
+        script = "navigator.clipboard.writeText(arguments[0]).finally(arguments[1])"
+        self.driver.execute_async_script(script, text)
 
     def paste(self):
         self.chord(Keys.CONTROL, "v")
@@ -120,8 +127,10 @@ class Browser:
         """A cell of the last grid by its row's place and its column's name."""
         return self.js("""
             const grid = [...document.querySelectorAll("main .grid")].find((each) => each.checkVisibility());
-            const place = [...grid.querySelectorAll("[role=columnheader]")].findIndex((cell) => cell.dataset.name === arguments[1]);
-            return grid.querySelector(`.grid-body [data-row="${arguments[0]}"][data-column="${place}"]`);""", row, column)
+            const heads = [...grid.querySelectorAll("[role=columnheader]")];
+            const place = heads.findIndex((cell) => cell.dataset.name === arguments[1]);
+            return grid.querySelector(`.grid-body [data-row="${arguments[0]}"][data-column="${place}"]`);
+            """, row, column)
 
     def cell_text(self, row, column):
         return self.js("return arguments[0]?.textContent", self.cell(row, column))

@@ -1,5 +1,6 @@
 """A server of the program on a copy of a database, for tests."""
 import os
+import pathlib
 import re
 import shutil
 import subprocess
@@ -9,6 +10,9 @@ class Server:
     def __init__(self, program, database, folder, name="page", language="en", port=0):
         self.program, self.language, self.port = program, language, port
         self.database = os.path.join(folder, f"{name}.db")
+        # A log that an earlier run left behind is none of this file's.
+        for ending in ("-wal", "-shm"):
+            pathlib.Path(self.database + ending).unlink(missing_ok=True)
         if database != self.database:
             shutil.copy(database, self.database)
         self.log = open(os.path.join(folder, f"{name}.log"), "ab")
