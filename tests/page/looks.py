@@ -1,5 +1,6 @@
 """What it looks like: on a phone, in the dark, in Italian, on paper, with texts that want to be more than text."""
 import base64
+import contextlib
 import os
 import pathlib
 import re
@@ -33,9 +34,9 @@ class Looks(Page):
 
     @classmethod
     def database(cls):
-        path = os.path.join(FOLDER, "hostile.db")
+        path = os.path.join(FOLDER, "hostile-texts.db")
         shutil.copy(DEMO, path)
-        with sqlite3.connect(path) as db:
+        with contextlib.closing(sqlite3.connect(path)) as db, db:
             db.create_collation("BK_ORDER", lambda a, b: (a > b) - (a < b))
             db.execute("UPDATE BU07_SCHEDECOSGEN SET BU07_DESCR = ?", (HOSTILE,))
         return path

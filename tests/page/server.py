@@ -13,8 +13,7 @@ class Server:
         # A log that an earlier run left behind is none of this file's.
         for ending in ("-wal", "-shm"):
             pathlib.Path(self.database + ending).unlink(missing_ok=True)
-        if database != self.database:
-            shutil.copy(database, self.database)
+        shutil.copy(database, self.database)
         self.log = open(os.path.join(folder, f"{name}.log"), "ab")
         self.start()
 
