@@ -5,12 +5,12 @@ enable_language(C RC)
 add_link_options(-static)
 
 set(BUKORVAL_SQLITE_SOURCE ${PROJECT_SOURCE_DIR}/build/sqlite-source CACHE PATH "Folder of sqlite3.c and sqlite3.h")
-add_library(sqlite3 STATIC ${BUKORVAL_SQLITE_SOURCE}/sqlite3.c)
-target_include_directories(sqlite3 SYSTEM PUBLIC ${BUKORVAL_SQLITE_SOURCE})
-target_compile_definitions(sqlite3 PRIVATE SQLITE_ENABLE_COLUMN_METADATA SQLITE_ENABLE_SESSION
+add_library(bukorval_sqlite3 STATIC ${BUKORVAL_SQLITE_SOURCE}/sqlite3.c)
+target_include_directories(bukorval_sqlite3 SYSTEM PUBLIC ${BUKORVAL_SQLITE_SOURCE})
+target_compile_definitions(bukorval_sqlite3 PRIVATE SQLITE_ENABLE_COLUMN_METADATA SQLITE_ENABLE_SESSION
   SQLITE_ENABLE_PREUPDATE_HOOK SQLITE_MAX_VARIABLE_NUMBER=250000)
-target_compile_options(sqlite3 PRIVATE -O1 -w)
-add_library(SQLite::SQLite3 ALIAS sqlite3)
+target_compile_options(bukorval_sqlite3 PRIVATE -O1 -w)
+add_library(SQLite::SQLite3 ALIAS bukorval_sqlite3)
 
 add_library(ODBC::ODBC INTERFACE IMPORTED)
 target_link_libraries(ODBC::ODBC INTERFACE odbc32)

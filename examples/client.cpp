@@ -1,15 +1,11 @@
 // Shows the cards of a budget: client FILE, where FILE was made by `bukorval create FILE --demo`.
-#include <iostream>
+#include <bukorval/CLSKORVAL.h>
 
-#include "object/CLSKORVAL.h"
-#include "sqlite/Provider.h"
-#include "suite/Suite.h"
-#include "values/Conversion.h"
+#include <iostream>
 
 int main(int argc, char** argv) try {
   if (argc != 2) return 2;
-  sqlite::registerSqlite();
-  suite::registraServiziSuite();
+  bukorval::registerAll();
   auto connection = ado::createConnection();
   connection->ConnectionString = std::string("Provider=SQLite;Data Source=") + argv[1];
   connection->Open();

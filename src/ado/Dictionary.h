@@ -6,13 +6,14 @@
 #include <unordered_map>
 #include <vector>
 
+#include "values/Export.h"
 #include "values/Variant.h"
 
 namespace ado {
 
 /// A keyed collection that keeps the order of insertion. Keys are text (case counts) or numbers (by value: 1 and
 /// 1.0 are one key; the number 1 and the text "1" are two).
-class Dictionary : public values::Object {
+class BUKORVAL_API Dictionary : public values::Object {
  public:
   /// Throws "This key is already associated with an element of this collection" for a key it has.
   void Add(const values::Variant& key, const values::Variant& item);

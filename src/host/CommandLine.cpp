@@ -11,7 +11,9 @@
 
 #include "dati/Nearest.h"
 #include "host/ProgramCommands.h"
+#include "host/ProgramTexts.h"
 #include "host/SharedOptions.h"
+#include "host/Version.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/output/SafeText.h"
@@ -20,20 +22,6 @@
 /// The one source that knows the library that parses command lines.
 namespace bukorval::host {
 namespace {
-
-constexpr const char* kDescription =
-    "bukorval: budgets of an accounting suite, on the command line.\n"
-    "A budget is a type and a subtype; its cards hold budget, actual, order and forecast values by period.";
-
-constexpr const char* kFooter =
-    "A first tour:\n"
-    "  bukorval create demo.db --demo            make a database with a demo company\n"
-    "  bukorval budgets -d demo.db               see which budgets it defines\n"
-    "  bukorval grid -d demo.db -t 0 -s 01 -y 2025   the cards of one, with totals\n"
-    "  bukorval list accounts -d demo.db         what can be named: see bukorval list --help\n"
-    "  bukorval COMMAND --help                   what a command does, with an example\n\n"
-    "BUKORVAL_DATABASE stands for -d, BUKORVAL_CONNECTION for --connection, NO_COLOR turns colour off.\n"
-    "Exit codes: 0 done, 1 refused, 2 wrong command line, 99 run-time error.";
 
 /// Words of the library that parses command lines, and what it says of wrong ones.
 constexpr std::array kLabels{"Usage",    "OPTIONS", "SUBCOMMAND", "Subcommands", "Positionals", "Options",
@@ -53,30 +41,6 @@ constexpr std::array kLibraryTexts{
 
 /// The group of the options that the help leaves out.
 constexpr const char* kUnlisted = "";
-
-/// Lines of a help: those that begin with a blank are commands, with words behind four blanks; the others are prose.
-std::string translatedHelp(std::string_view text) {
-  std::string result, prose;
-  const auto endOfProse = [&] {
-    if (!prose.empty()) result.append(result.empty() ? "" : "\n").append(translated(prose));
-    prose.clear();
-  };
-  while (!text.empty()) {
-    const auto line = text.substr(0, text.find('\n'));
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
-    if (!line.empty() && line.front() != ' ') {
-      prose.append(prose.empty() ? "" : "\n").append(line);
-      continue;
-    }
-    endOfProse();
-    const auto gap = line.rfind("    ");
-    const bool words = gap != std::string_view::npos && gap > 0 && gap + 4 < line.size() && !line.ends_with('\\');
-    result.append(result.empty() ? "" : "\n").append(words ? line.substr(0, gap + 4) : line);
-    if (words) result.append(translated(line.substr(gap + 4)));
-  }
-  endOfProse();
-  return result;
-}
 
 /// Declares an option by the kind of its target.
 struct Declare {
@@ -147,8 +111,8 @@ void declare(CLI::App& app, const std::vector<Command>& commands, Environment& e
   app.require_subcommand(1);
   app.option_defaults()->group(tr("Options"));
   app.set_help_flag("-h,--help", tr("Print this help message and exit"));
-  app.set_version_flag("--version", "bukorval 0.1.0", tr("Display program version information and exit"));
-  app.footer(translatedHelp(kFooter));
+  app.set_version_flag("--version", versionText(), tr("Display program version information and exit"));
+  app.footer(translatedHelp(kProgramTour));
   for (const auto* label : kLabels) app.get_formatter()->label(label, tr(label));
   app.get_formatter()->column_width(36);
   for (const auto& option : outputOptions(environment.options)) declare(app, option);
@@ -261,7 +225,7 @@ int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
 int runCommandLine(int argc, const char* const* argv, Environment& environment) {
   chooseLanguage(askedLanguage(argc, argv));
   const auto all = programCommands();
-  CLI::App app(translatedHelp(kDescription), "bukorval");
+  CLI::App app(translatedHelp(kProgramDescription), "bukorval");
   declare(app, all, environment);
   environment.options.commandText = commandText(argc, argv);
   try {

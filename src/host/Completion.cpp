@@ -22,22 +22,6 @@
 namespace bukorval::host {
 namespace {
 
-bool isFlag(const Option& option) {
-  return std::holds_alternative<bool*>(option.target) ||
-         std::holds_alternative<std::function<void(bool)>>(option.target);
-}
-bool isArgument(const Option& option) { return !option.flags.starts_with('-'); }
-
-std::vector<std::string> namesOf(const Option& option) {
-  std::vector<std::string> names;
-  for (std::string_view flags = option.flags; !flags.empty();) {
-    const auto end = std::min(flags.find(','), flags.size());
-    names.emplace_back(flags.substr(0, end));
-    flags.remove_prefix(std::min(end + 1, flags.size()));
-  }
-  return names;
-}
-
 /// A command line that is being written.
 class Line {
  public:
@@ -117,7 +101,7 @@ class Line {
   std::vector<ListedCode> optionNames() const {
     std::vector<ListedCode> names{{"--help", tr("what the command does, with an example")}};
     for (const auto& option : options())
-      if (!isArgument(option))
+      if (!isArgument(option) && !option.hidden)
         for (const auto& name : namesOf(option))
           if (name.starts_with("--")) names.push_back({name, tr(option.help)});
     return names;

@@ -4,6 +4,7 @@
 
 #include "host/CommandLine.h"
 #include "host/Completion.h"
+#include "host/Manual.h"
 #include "host/environment/Environment.h"
 #include "host/environment/Errors.h"
 #include "host/environment/Outcome.h"
@@ -18,6 +19,10 @@ int runProgram(int argc, const char* const* argv) noexcept {
     prepareStandardStreams();
     chooseLanguage(languageOfEnvironment());
     if (completeWords(argc, argv)) return exitOk;
+    if (writeManual(argc, argv)) {
+      flushOutput();
+      return exitOk;
+    }
     Environment environment;
     const int code = runCommandLine(argc, argv, environment);
     flushOutput();

@@ -339,6 +339,11 @@ constexpr ItalianText kTexts[] = {
      "Su un server il database deve esserci già, senza ditte. Una ditta vuota ha un esercizio contabile (-y, se manca "
      "quello corrente); `bukorval import` la riempie."},
     {"Example:", "Esempio:"},
+    {"Synopsis", "Sintassi"},
+    {"Examples", "Esempi"},
+    {"See also", "Vedi anche"},
+    {"COMMAND", "COMANDO"},
+    {"budgets of an accounting suite, on the command line", "i budget di una suite contabile, da riga di comando"},
     {"the file to make; it must not exist", "il file da creare; non deve esistere"},
     {"the demo company, with budgets and movements", "la ditta dimostrativa, con budget e movimenti"},
     {"the company's name", "il nome della ditta"},

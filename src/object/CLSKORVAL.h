@@ -11,6 +11,7 @@
 #include "frame/Enumerazioni.h"
 #include "frame/Eventi.h"
 #include "frame/Proprieta.h"
+#include "values/Export.h"
 #include "values/Variant.h"
 
 namespace bukorval {
@@ -39,7 +40,7 @@ class Identita;
 /// Values. A budget is a type (0 to 9) and a subtype (two characters). A card is a BU65_ID, a detail of it a BU66_ID.
 /// Amounts have 2 decimals, quantities 3, dates are calendar dates. Blank means Empty, Null or text of blanks.
 /// One instance serves one caller at a time.
-class CLSKORVAL : public Proprieta {
+class BUKORVAL_API CLSKORVAL : public Proprieta {
  public:
   using Variant = values::Variant;
 

@@ -8,6 +8,7 @@
 
 #include "object/CLSKORVAL.h"
 #include "values/Errore.h"
+#include "values/Export.h"
 #include "values/Variant.h"
 
 /// The public members of CLSKORVAL as data, for whoever reaches them by name: options and calls of a program,
@@ -28,7 +29,7 @@ enum class TipoDato {
 };
 
 /// A value that cannot be given to a parameter or property; its text names the parameter or property.
-class ErroreArgomento : public values::Errore {
+class BUKORVAL_API ErroreArgomento : public values::Errore {
  public:
   using values::Errore::Errore;
 };
@@ -66,14 +67,14 @@ struct Membro {
 };
 
 /// Every public member: first the properties, then the methods, each in the order of the interface.
-const std::vector<Membro>& interfaccia();
+BUKORVAL_API const std::vector<Membro>& interfaccia();
 /// By name without regard to case; null pointer when there is none.
-const Membro* trovaMembro(std::string_view nome);
+BUKORVAL_API const Membro* trovaMembro(std::string_view nome);
 
 /// "Integer"; the enumeration's name where there is one.
-std::string_view nomeTipo(TipoDato tipo, std::string_view enumerazione = {});
+BUKORVAL_API std::string_view nomeTipo(TipoDato tipo, std::string_view enumerazione = {});
 /// "GetBdgNrPeriodi(MyBdgPeriodicita As BdgPeriodicita) As Variant", "StringaConnessione As String".
-std::string firma(const Membro& membro);
+BUKORVAL_API std::string firma(const Membro& membro);
 
 /// The object of a Variant as class T; null pointer for Nothing, Empty, Null and objects of another class.
 template <class T>

@@ -5,12 +5,13 @@
 #include <string_view>
 #include <vector>
 
+#include "values/Export.h"
 #include "values/Variant.h"
 
 namespace suite {
 
 /// The hosting suite's session: the current company, its settings, the message catalogue and the message service.
-class ActiveInterface : public values::Object {
+class BUKORVAL_API ActiveInterface : public values::Object {
  public:
   virtual values::Variant CodiceDitta() const = 0;
   /// The company's general-ledger chart-of-accounts code (the group of CG24_TABPDC).

@@ -4,11 +4,12 @@
 
 #include "suite/Servizi.h"
 #include "values/Date.h"
+#include "values/Export.h"
 
 namespace suite {
 
 /// The date service: reads what values::Date::TryParse reads.
-class DateTesto : public ServizioDate {
+class BUKORVAL_API DateTesto : public ServizioDate {
  public:
   void Data(std::string_view testo) override { data_ = values::Date::TryParse(testo); }
   int CodiceErrore() const override { return data_ ? 0 : 1; }

@@ -3,12 +3,13 @@
 #include <string>
 
 #include "suite/Servizi.h"
+#include "values/Export.h"
 
 namespace suite {
 
 /// The accounting-year service. A blank company, year or progressive is a year that does not exist.
 /// Reads CG19_ANADITTAESER.
-class Esercizi : public ServizioEsercizi {
+class BUKORVAL_API Esercizi : public ServizioEsercizi {
  public:
   void Connessione(ado::ConnectionPtr connessione) override { connessione_ = std::move(connessione); }
   bool Esiste(const values::Variant& ditta, const values::Variant& anno, const values::Variant& progressivo) override;

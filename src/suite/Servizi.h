@@ -7,6 +7,7 @@
 
 #include "ado/connection/Connection.h"
 #include "values/Errore.h"
+#include "values/Export.h"
 #include "values/Variant.h"
 
 /// The suite's services that the budget object uses, created by class name.
@@ -18,7 +19,7 @@ inline constexpr std::string_view kServizioEsercizi = "NEXOR_LibSrv.ServizioEser
 inline constexpr std::string_view kSituazioneContabile = "VELMARO_EPCALC.CLSVELMARO_EPCALC";
 
 /// Parses a date given as text and renders it for the database.
-class ServizioDate : public values::Object {
+class BUKORVAL_API ServizioDate : public values::Object {
  public:
   virtual void Data(std::string_view testo) = 0;
   /// 0 when the text was a date.
@@ -28,14 +29,14 @@ class ServizioDate : public values::Object {
 };
 
 /// Decimal rounding.
-class ServizioAritmetico : public values::Object {
+class BUKORVAL_API ServizioAritmetico : public values::Object {
  public:
   /// Mode 5 rounds halves away from zero; a result with more than `precisione` digits throws.
   virtual values::Variant Arrotonda(const values::Variant& valore, int precisione, int decimali, int modo) = 0;
 };
 
 /// Accounting years of a company (CG19_ANADITTAESER).
-class ServizioEsercizi : public values::Object {
+class BUKORVAL_API ServizioEsercizi : public values::Object {
  public:
   virtual void Connessione(ado::ConnectionPtr connessione) = 0;
   virtual bool Esiste(const values::Variant& ditta, const values::Variant& anno,
@@ -50,7 +51,7 @@ class ServizioEsercizi : public values::Object {
 
 /// Economic and patrimonial situation: balances per general-ledger account for a date range.
 /// The properties are set, the method is called, then Stato, errore and RecordsetSituazioneEP are read.
-class SituazioneContabile : public values::Object {
+class BUKORVAL_API SituazioneContabile : public values::Object {
  public:
   ado::ConnectionPtr Connection;
   std::string ConnectionString;
@@ -74,9 +75,9 @@ class SituazioneContabile : public values::Object {
 using Creatore = std::function<std::shared_ptr<values::Object>()>;
 
 /// Makes a class known under a name; a later registration replaces an earlier one, so a host can put its own.
-void registraServizio(std::string_view nome, Creatore creatore);
+BUKORVAL_API void registraServizio(std::string_view nome, Creatore creatore);
 /// Throws Errore "ActiveX component can't create object: NAME" for an unknown name.
-std::shared_ptr<values::Object> creaOggetto(std::string_view nome);
+BUKORVAL_API std::shared_ptr<values::Object> creaOggetto(std::string_view nome);
 
 /// creaOggetto, seen as the interface T; throws when the object is of another class.
 template <class T>

@@ -7,6 +7,7 @@
 
 #include "ado/connection/Connection.h"
 #include "suite/ActiveInterface.h"
+#include "values/Export.h"
 
 namespace suite {
 
@@ -15,10 +16,10 @@ using Messaggiero = std::function<void(std::string_view testo, int stile, std::s
 
 /// Length in characters of each level of an account code, by the structure of the codes (2 to 5). Throws Errore for any
 /// other.
-std::vector<int> lunghezzeLivelli(int struttura);
+BUKORVAL_API std::vector<int> lunghezzeLivelli(int struttura);
 
 /// A session over the suite's tables: one company, read once. Reads CG18_ANADITTE and CG00_MESSAGGI.
-class Sessione : public ActiveInterface {
+class BUKORVAL_API Sessione : public ActiveInterface {
  public:
   /// Opens the session of a company; Empty takes the first one stored. Throws Errore when there is none.
   /// @param connessione  open; the session keeps a share of it.

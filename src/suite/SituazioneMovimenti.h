@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "suite/Servizi.h"
+#include "values/Export.h"
 
 namespace suite {
 
@@ -19,7 +20,7 @@ namespace suite {
 /// - SaldoDiversoDaZero 1 leaves accounts without a balance out.
 /// The other options do not change what is computed. Stato is 99 and errore the description after a failure.
 /// Reads CG41_PRIMANOTA and CG42_MOVCONT.
-class SituazioneMovimenti : public SituazioneContabile {
+class BUKORVAL_API SituazioneMovimenti : public SituazioneContabile {
  public:
   void CreaRecordsetSituazioneEconomicaPatrimoniale() override;
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "values/Export.h"
 #include "values/Variant.h"
 
 /// Conversions between kinds. Failures throw Errore: "Type mismatch: …" for text that is no number or date,
@@ -14,26 +15,26 @@ namespace values {
 inline constexpr char kDefaultSeparator = ',';
 
 /// Empty gives "", Null throws; decimals and doubles with `separator`; dates as Date::toText; True/False.
-std::string toText(const Variant& value, char separator = kDefaultSeparator);
+BUKORVAL_API std::string toText(const Variant& value, char separator = kDefaultSeparator);
 /// The same, but a number always has a point and Null gives "".
-std::string toPlainText(const Variant& value);
+BUKORVAL_API std::string toPlainText(const Variant& value);
 
 /// A number in text: one sign (comma or point) is the decimal one whichever it is; when both stand, the session's
 /// is decimal and the other must group by threes. Blanks around are ignored. Empty gives 0.
-Decimal toDecimal(const Variant& value, char separator = kDefaultSeparator);
-double toDouble(const Variant& value, char separator = kDefaultSeparator);
+BUKORVAL_API Decimal toDecimal(const Variant& value, char separator = kDefaultSeparator);
+BUKORVAL_API double toDouble(const Variant& value, char separator = kDefaultSeparator);
 /// Halves round to even, as the suite's conversions do; "Overflow" beyond the range.
-std::int16_t toInt16(const Variant& value, char separator = kDefaultSeparator);
-std::int32_t toInt32(const Variant& value, char separator = kDefaultSeparator);
-std::int64_t toInt64(const Variant& value, char separator = kDefaultSeparator);
+BUKORVAL_API std::int16_t toInt16(const Variant& value, char separator = kDefaultSeparator);
+BUKORVAL_API std::int32_t toInt32(const Variant& value, char separator = kDefaultSeparator);
+BUKORVAL_API std::int64_t toInt64(const Variant& value, char separator = kDefaultSeparator);
 /// Numbers: not zero. Text: "True"/"False" or a number.
-bool toBool(const Variant& value, char separator = kDefaultSeparator);
+BUKORVAL_API bool toBool(const Variant& value, char separator = kDefaultSeparator);
 /// A date, a text Date::TryParse reads, or a day number. Empty throws.
-Date toDate(const Variant& value);
+BUKORVAL_API Date toDate(const Variant& value);
 
 /// Null, Empty and text of blanks give `ifNull`; anything else comes back unchanged.
-const Variant& nvl(const Variant& value, const Variant& ifNull);
+BUKORVAL_API const Variant& nvl(const Variant& value, const Variant& ifNull);
 /// True when nvl would replace the value.
-bool isBlank(const Variant& value);
+BUKORVAL_API bool isBlank(const Variant& value);
 
 }  // namespace values

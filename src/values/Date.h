@@ -6,10 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "values/Export.h"
+
 namespace values {
 
 /// A calendar date with a time of day to the second, years 1753 to 9999, no time zone.
-class Date {
+class BUKORVAL_API Date {
  public:
   constexpr Date() = default;
 
@@ -51,8 +53,8 @@ class Date {
 };
 
 /// DateDiff("m"): month boundaries between two dates, negative when `to` is earlier.
-int monthsBetween(const Date& from, const Date& to);
+BUKORVAL_API int monthsBetween(const Date& from, const Date& to);
 /// DateDiff("d").
-int daysBetween(const Date& from, const Date& to);
+BUKORVAL_API int daysBetween(const Date& from, const Date& to);
 
 }  // namespace values

@@ -6,13 +6,15 @@
 #include <string>
 #include <string_view>
 
+#include "values/Export.h"
+
 namespace values {
 
 /// An exact decimal number: a sign, a 96-bit integer and a scale from 0 to 28
 /// (28 significant digits always fit). Sixteen bytes, cheap to copy.
 /// Arithmetic is exact where the result fits and rounds half away from zero at the last
 /// digit where it does not; a result too large throws Errore "Overflow".
-class Decimal {
+class BUKORVAL_API Decimal {
  public:
   static constexpr int kMaxScale = 28;
 
@@ -48,13 +50,13 @@ class Decimal {
   Decimal normalized() const;
 
   Decimal operator-() const;
-  friend Decimal operator+(const Decimal& a, const Decimal& b);
-  friend Decimal operator-(const Decimal& a, const Decimal& b);
-  friend Decimal operator*(const Decimal& a, const Decimal& b);
+  friend BUKORVAL_API Decimal operator+(const Decimal& a, const Decimal& b);
+  friend BUKORVAL_API Decimal operator-(const Decimal& a, const Decimal& b);
+  friend BUKORVAL_API Decimal operator*(const Decimal& a, const Decimal& b);
   /// Throws "Division by zero".
-  friend Decimal operator/(const Decimal& a, const Decimal& b);
+  friend BUKORVAL_API Decimal operator/(const Decimal& a, const Decimal& b);
   /// By value: 1.0 equals 1.00.
-  friend std::strong_ordering operator<=>(const Decimal& a, const Decimal& b);
+  friend BUKORVAL_API std::strong_ordering operator<=>(const Decimal& a, const Decimal& b);
   friend bool operator==(const Decimal& a, const Decimal& b) { return (a <=> b) == 0; }
 
  private:

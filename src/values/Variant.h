@@ -10,11 +10,12 @@
 
 #include "values/Date.h"
 #include "values/Decimal.h"
+#include "values/Export.h"
 
 namespace values {
 
 /// Base of what a Variant may refer to: record sets, dictionaries, connections, services.
-class Object {
+class BUKORVAL_API Object {
  public:
   virtual ~Object() = default;
 };
@@ -22,7 +23,7 @@ class Object {
 enum class Kind { Empty, Null, Int16, Int32, Double, Decimal, Date, String, Boolean, Object };
 
 /// The suite's dynamic value. Empty is an unset value, Null the database null. Text is UTF-8.
-class Variant {
+class BUKORVAL_API Variant {
  public:
   Variant() = default;
   static Variant Null() {

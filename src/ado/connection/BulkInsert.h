@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "values/Export.h"
 #include "values/Variant.h"
 
 namespace ado {
@@ -13,7 +14,7 @@ class Connection;
 
 /// Many rows for one table, in a transaction of the caller's: an engine may hold rows back and send them together. It
 /// must go before its connection is closed.
-class BulkInsert {
+class BUKORVAL_API BulkInsert {
  public:
   virtual ~BulkInsert() = default;
 
@@ -27,7 +28,7 @@ class BulkInsert {
 
 /// A value as it stands in a statement: NULL for Empty and Null, text with its quotes doubled, dates so that they read
 /// alike everywhere.
-std::string literalOf(const values::Variant& value);
+BUKORVAL_API std::string literalOf(const values::Variant& value);
 
 /// Sends each row as a text of its own.
 std::unique_ptr<BulkInsert> insertByText(Connection& connection, std::string_view table,

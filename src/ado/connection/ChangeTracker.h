@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "values/Export.h"
 #include "values/Variant.h"
 
 namespace ado {
@@ -30,7 +31,7 @@ struct ChangeSet {
 };
 
 /// What an engine can tell and take back of the changes on one connection.
-class ChangeTracker {
+class BUKORVAL_API ChangeTracker {
  public:
   virtual ~ChangeTracker() = default;
 

@@ -11,6 +11,7 @@
 #include "ado/connection/BulkInsert.h"
 #include "ado/connection/ChangeTracker.h"
 #include "ado/recordset/Recordset.h"
+#include "values/Export.h"
 
 namespace ado {
 
@@ -20,7 +21,7 @@ using RowVisitor = std::function<std::function<void()>(const Recordset& row)>;
 
 /// A database connection. Text is SQL Server's; one call runs one statement (IF … BEGIN … END counts as one).
 /// Every failure throws values::Errore with the database's description.
-class Connection : public values::Object {
+class BUKORVAL_API Connection : public values::Object {
  public:
   std::string ConnectionString;
   std::int32_t CursorLocation = adUseServer;
@@ -57,10 +58,10 @@ using ConnectionPtr = std::shared_ptr<Connection>;
 /// Providers make themselves known by name; a connection string chooses one with its entry Provider.
 /// @param entries  entries that only this provider knows: a string that has one of them and no Provider is meant for
 /// it.
-void registerProvider(std::string_view name, std::function<ConnectionPtr()> create,
-                      std::vector<std::string> entries = {});
+BUKORVAL_API void registerProvider(std::string_view name, std::function<ConnectionPtr()> create,
+                                   std::vector<std::string> entries = {});
 /// A closed connection that, on Open, becomes one of the provider its ConnectionString names.
 /// Throws for an unknown provider, and says which are known.
-ConnectionPtr createConnection();
+BUKORVAL_API ConnectionPtr createConnection();
 
 }  // namespace ado

@@ -5,17 +5,19 @@
 #include <utility>
 #include <vector>
 
+#include "values/Export.h"
+
 /// Connection strings: "Provider=…;Data Source=budget.db". A value between quotes or braces may hold semicolons; the
 /// closing sign written twice stands for itself.
 namespace ado {
 
 /// The value of one entry of a connection string, found without regard to case; "" when absent.
-std::string connectionEntry(std::string_view connectionString, std::string_view key);
+BUKORVAL_API std::string connectionEntry(std::string_view connectionString, std::string_view key);
 /// Every entry, name and value, in their order.
-std::vector<std::pair<std::string, std::string>> connectionEntries(std::string_view connectionString);
+BUKORVAL_API std::vector<std::pair<std::string, std::string>> connectionEntries(std::string_view connectionString);
 /// A value as it may stand in a connection string, whatever it holds.
-std::string connectionValue(std::string_view value);
+BUKORVAL_API std::string connectionValue(std::string_view value);
 /// The connection string without the entries of that key, the others as they are written.
-std::string withoutEntry(std::string_view connectionString, std::string_view key);
+BUKORVAL_API std::string withoutEntry(std::string_view connectionString, std::string_view key);
 
 }  // namespace ado

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "ado/Types.h"
+#include "values/Export.h"
 #include "values/Variant.h"
 
 namespace ado {
@@ -15,7 +16,7 @@ struct FieldType;
 
 /// One field of a record set: its type, and its value in the current row.
 /// A Field stays valid for the life of its Recordset and follows the cursor, so look it up once before a loop.
-class Field {
+class BUKORVAL_API Field {
  public:
   const std::string& Name() const { return name_; }
   DataTypeEnum Type() const;

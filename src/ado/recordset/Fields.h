@@ -8,11 +8,12 @@
 #include <vector>
 
 #include "ado/recordset/Field.h"
+#include "values/Export.h"
 
 namespace ado {
 
 /// The fields of a record set, in order; names are found without regard to case.
-class Fields {
+class BUKORVAL_API Fields {
  public:
   explicit Fields(Recordset& owner) : owner_(&owner) {}
 

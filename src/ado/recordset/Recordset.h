@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ado/recordset/Fields.h"
+#include "values/Export.h"
 #include "values/Variant.h"
 
 namespace ado {
@@ -21,7 +22,7 @@ using RecordsetPtr = std::shared_ptr<Recordset>;
 
 /// A disconnected, client-side table with typed fields and a current-row cursor.
 /// Every misuse (no current row, closed set, unknown field, bad filter) throws values::Errore and changes nothing.
-class Recordset : public values::Object {
+class BUKORVAL_API Recordset : public values::Object {
  public:
   Recordset();
   ~Recordset() override;

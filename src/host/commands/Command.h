@@ -37,6 +37,13 @@ struct Option {
   bool hidden = false;        ///< for who builds the program: no help and no completion has it
 };
 
+/// Whether it takes no value.
+bool isFlag(const Option& option);
+/// Whether it is known by its place, not by a name.
+bool isArgument(const Option& option);
+/// "-d" and "--database".
+std::vector<std::string> namesOf(const Option& option);
+
 /// What a command does to cards, for the options that come with it.
 enum class Writes : std::uint8_t {
   Nothing,
