@@ -101,7 +101,7 @@ class Line {
   std::vector<ListedCode> optionNames() const {
     std::vector<ListedCode> names{{"--help", tr("what the command does, with an example")}};
     for (const auto& option : options())
-      if (!isArgument(option))
+      if (!isArgument(option) && !option.hidden)
         for (const auto& name : namesOf(option))
           if (name.starts_with("--")) names.push_back({name, tr(option.help)});
     return names;

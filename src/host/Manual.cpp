@@ -102,11 +102,11 @@ std::string meaningOf(const Option& option) {
 void writeOptions(Page& page, const std::vector<Option>& options) {
   std::vector<std::string> groups;
   for (const auto& option : options)
-    if (std::ranges::count(groups, option.group) == 0) groups.push_back(option.group);
+    if (!option.hidden && std::ranges::count(groups, option.group) == 0) groups.push_back(option.group);
   for (const auto& group : groups) {
     if (!group.empty()) page.group(group);
     for (const auto& option : options)
-      if (option.group == group) page.entry(termOf(option), meaningOf(option));
+      if (!option.hidden && option.group == group) page.entry(termOf(option), meaningOf(option));
   }
 }
 

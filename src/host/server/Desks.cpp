@@ -8,7 +8,7 @@
 namespace bukorval::host::server {
 namespace {
 
-constexpr std::size_t kMostWaiting = 100;
+constexpr std::size_t kMostWaiting = 64;
 constexpr auto kPatience = std::chrono::seconds(15);
 
 }  // namespace

@@ -109,7 +109,7 @@ json optionsOf(const Bound& bound) {
   json properties = json::object();
   std::vector<std::string> required;
   for (const auto& option : bound.options) {
-    const auto names = namesOf(option);
+    const auto names = plainNames(option);
     for (const auto& name : names) properties[name] = schemaOf(option);
     if (option.required) required.push_back(names.back());
   }

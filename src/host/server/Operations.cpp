@@ -79,7 +79,7 @@ std::string refuseFile(const std::string& text) {
 }
 
 bool isWithheld(const Allowed& allowed, const Option& option) {
-  const auto name = namesOf(option).back();
+  const auto name = plainNames(option).back();
   return std::ranges::find(kWithheld, name) != std::end(kWithheld) ||
          std::ranges::find(allowed.withheld, name) != allowed.withheld.end();
 }
@@ -173,7 +173,7 @@ Bound Operations::bind(std::string_view command) const {
   const auto& allowed = *findAllowed(command);
   for (auto& option : commandOptions(bound.command, bound.environment->options)) {
     if (isWithheld(allowed, option)) continue;
-    if (namesOf(option).back() == kMayBeFile) option.check = refuseFile;
+    if (plainNames(option).back() == kMayBeFile) option.check = refuseFile;
     bound.options.push_back(std::move(option));
   }
   return bound;

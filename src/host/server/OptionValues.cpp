@@ -105,14 +105,14 @@ class Take {
 
 const Option* find(const std::vector<Option>& options, const std::string& name) {
   const auto found = std::ranges::find_if(options, [&](const Option& option) {
-    return std::ranges::any_of(namesOf(option), [&](const auto& own) { return own == name; });
+    return std::ranges::any_of(plainNames(option), [&](const auto& own) { return own == name; });
   });
   return found == options.end() ? nullptr : &*found;
 }
 
 [[noreturn]] void refuseUnknown(const std::vector<Option>& options, const std::string& name) {
   std::vector<std::string> known;
-  for (const auto& option : options) std::ranges::move(namesOf(option), std::back_inserter(known));
+  for (const auto& option : options) std::ranges::move(plainNames(option), std::back_inserter(known));
   throw UsageError(tr("Unknown option: {}", name) + dati::didYouMean(name, known));
 }
 
@@ -124,7 +124,7 @@ ValueType typeOf(const Option& option) {
   return kTypes[option.target.index()];
 }
 
-std::vector<std::string> namesOf(const Option& option) {
+std::vector<std::string> plainNames(const Option& option) {
   std::vector<std::string> names;
   std::string_view flags = option.flags;
   while (!flags.empty()) {
@@ -144,20 +144,20 @@ std::string take(const json& values, std::string_view command, const std::vector
   // As on the command line: arguments first, in their order.
   std::string arguments, words;
   for (const auto& option : options) {
-    for (const auto& name : namesOf(option)) {
+    for (const auto& name : plainNames(option)) {
       const auto value = values.find(name);
       if (value == values.end()) continue;
       if (!given.insert(&option).second) throw UsageError(tr("{} is given twice, under two names", name));
       (option.flags.starts_with('-') ? words : arguments) += std::visit(Take(option, *value, name), option.target);
     }
-    if (option.required && !given.contains(&option)) throw UsageError(tr("{} is required", namesOf(option).back()));
+    if (option.required && !given.contains(&option)) throw UsageError(tr("{} is required", plainNames(option).back()));
   }
   for (const auto& [name, value] : values.items())
     if (!find(options, name)) refuseUnknown(options, name);
   for (const auto* option : given)
     for (const auto* other : given)
       if (!option->excludes.empty() && other->flags.find(option->excludes) != std::string::npos)
-        throw UsageError(tr("{} excludes {}", namesOf(*option).back(), namesOf(*other).back()));
+        throw UsageError(tr("{} excludes {}", plainNames(*option).back(), plainNames(*other).back()));
   return std::string(command) + arguments + words;
 }
 

@@ -13,7 +13,7 @@ enum class ValueType : std::uint8_t { Flag, Number, Text, Texts };
 ValueType typeOf(const Option& option);
 
 /// Every name it has, without dashes; the last one is the plainest. Single letters are for the command line alone.
-std::vector<std::string> namesOf(const Option& option);
+std::vector<std::string> plainNames(const Option& option);
 
 /// Gives the options their values. Throws UsageError for a name that no option has, a value of another type or outside
 /// its range, and an option that is missing.

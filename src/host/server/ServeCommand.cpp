@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "host/Version.h"
 #include "host/environment/Errors.h"
 #include "host/environment/StandardStreams.h"
 #include "host/environment/UserName.h"
@@ -54,7 +55,7 @@ std::string passwordOf(const std::string& file) {
 /// Opens the database once, so that what is wrong with it is told now.
 server::About aboutOf(Environment& environment) {
   auto& session = environment.session();
-  return {userName(), session.RagioneSociale(), session.CodiceDitta(), session.SeparatoreDecimale(), BUKORVAL_VERSION};
+  return {userName(), session.RagioneSociale(), session.CodiceDitta(), session.SeparatoreDecimale(), versionText()};
 }
 
 /// Ends the server when the system says so, in a thread of its own: a signal's handler could do nothing safely.

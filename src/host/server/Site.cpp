@@ -1,6 +1,7 @@
 #include "host/server/Site.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -69,7 +70,7 @@ Reply Site::answer(const Request& request) noexcept {
     return route(request);
   } catch (const UsageError& e) {
     return failed(400, "usage", e.what());
-  } catch (const std::exception&) {
+  } catch (...) {
     return failure(500);
   }
 }
@@ -96,7 +97,13 @@ Reply Site::served(const Request& request, std::string_view rest, const Route& r
     if (request.method != "GET" && !Gate::isMeant(*caller, request))
       return forbidden(tr("The request lacks the sign of the page that it should come from"));
   }
-  return (this->*route.handler)(request, rest);
+  const auto begun = std::chrono::steady_clock::now();
+  auto reply = (this->*route.handler)(request, rest);
+  if (route.who == Who::Known) {
+    const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - begun;
+    reply.headers.emplace_back("Server-Timing", "run;dur=" + std::to_string(taken.count()));
+  }
+  return reply;
 }
 
 Reply Site::home(const Request& request, std::string_view) {
