@@ -1,7 +1,8 @@
 # Shared by demo, test and bench/run: sourced from the root of the checkout.
 
 packages=(g++ cmake ninja-build ccache python3 libsqlite3-dev unixodbc-dev libpq-dev libgtest-dev libgmock-dev
-          libbenchmark-dev libcli11-dev nlohmann-json3-dev libxlsxwriter-dev libzip-dev libpugixml-dev)
+          libbenchmark-dev libcli11-dev nlohmann-json3-dev libxlsxwriter-dev libzip-dev libpugixml-dev
+          libcpp-httplib-dev pkg-config)
 
 jobs=$(nproc)
 

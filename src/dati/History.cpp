@@ -75,13 +75,13 @@ std::int64_t History::add(const Author& author, const ado::ChangeSet& changes) {
   return number;
 }
 
-std::vector<HistoryEntry> History::entries() const {
+std::vector<HistoryEntry> History::entries(std::int64_t after) const {
   std::vector<HistoryEntry> entries;
   if (!hasTable(connection_, "BK03_STORICO")) return entries;
   TestoSql sql;
   sql.riga(" SELECT BK03_ID, BK03_DATA, BK03_UTENTE, BK03_COMANDO, BK03_RIGHE, BK03_ID_ANNULLO ")
       .riga(" FROM   BK03_STORICO WITH (NOLOCK) ")
-      .riga(" WHERE  BK03_DITTA_CG18 = ", numero(company_))
+      .riga(" WHERE  BK03_DITTA_CG18 = ", numero(company_), " AND BK03_ID > ", numero(after))
       .riga(" ORDER BY BK03_ID DESC ");
   const auto rs = connection_.Execute(sql);
   const auto value = [&](const char* field) { return (*rs)[field].Value(); };

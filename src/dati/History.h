@@ -44,8 +44,8 @@ class History {
   /// Adds an entry, in the transaction of the changes. @return its number.
   std::int64_t add(const Author& author, const ado::ChangeSet& changes);
 
-  /// The newest first.
-  std::vector<HistoryEntry> entries() const;
+  /// Those with a greater number, the newest first.
+  std::vector<HistoryEntry> entries(std::int64_t after = 0) const;
   /// Throws Refused when there is none, or when it has been undone. Without a number the newest that has not been.
   HistoryEntry undoable(std::optional<std::int64_t> number) const;
   /// The values of one card, the newest change first.

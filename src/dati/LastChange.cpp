@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <set>
 
 #include "dati/KeyLists.h"
 #include "frame/TestoSql.h"
@@ -88,6 +89,64 @@ std::optional<ChangesSince> changesSince(ado::Connection& connection, const valu
   if (!stamped && since.entries.empty()) return std::nullopt;
   for (const auto& entry : since.entries) takeEntry(since.last, entry);
   return since;
+}
+
+namespace {
+
+/// The stamp of the card that was written last; nothing where none was.
+std::optional<values::Date> newestStamp(ado::Connection& connection, const BudgetAnno& budget) {
+  TestoSql sql;
+  sql.riga(" SELECT MAX(BU65_DATAULTAGG) AS ULTIMA ")
+      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+      .testo(condizioniSchede(budget));
+  const auto newest = (*connection.Execute(sql))["ULTIMA"].Value();
+  return newest.isNothing() ? std::nullopt : std::optional(values::toDate(newest));
+}
+
+/// Of these cards, or with a stamp after a moment: those of the budget.
+void addOwn(ado::Connection& connection, const BudgetAnno& budget, const std::string& which,
+            std::set<std::int64_t>& cards) {
+  TestoSql sql;
+  sql.riga(" SELECT BU65_ID ")
+      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+      .testo(condizioniSchede(budget))
+      .riga(" AND    ", which, " ");
+  const auto rs = connection.Execute(sql);
+  for (; !rs->Eof(); rs->MoveNext()) cards.insert(values::toInt64((*rs)["BU65_ID"].Value()));
+}
+
+}  // namespace
+
+BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget,
+                           const std::optional<LastChange>& since) {
+  const History history(connection, budget.ditta);
+  const auto entries = history.entries(since ? since->entry : 0);
+  BudgetChanges changes{{newestStamp(connection, budget), since ? since->entry : 0}, {}};
+  if (!entries.empty()) {
+    changes.now.entry = entries.front().number;
+    changes.now.when = std::max(changes.now.when, std::optional(values::toDate(entries.front().when)));
+  }
+  if (!since) return changes;
+  std::map<std::int64_t, LastChange> written;
+  for (const auto& entry : entries)
+    for (const auto card : history.cardsOf(entry)) takeEntry(written[card], entry);
+  std::vector<std::int64_t> cards;
+  for (const auto& [card, change] : written) cards.push_back(card);
+  std::set<std::int64_t> own;
+  for (const auto& list : keyLists(cards)) addOwn(connection, budget, "BU65_ID IN (" + list + ")", own);
+  if (since->when) addOwn(connection, budget, "BU65_DATAULTAGG > '" + since->when->toSql() + "'", own);
+  cards.insert(cards.end(), own.begin(), own.end());
+  const auto stamps = stampsOf(connection, cards);
+  for (const auto card : cards) {
+    const auto stamp = stamps.find(card);
+    if (stamp == stamps.end()) {
+      changes.cards[card] = std::nullopt;
+    } else if (own.contains(card)) {
+      const auto& entry = written[card];
+      changes.cards[card] = LastChange{std::max(stamp->second.when, entry.when), entry.entry};
+    }
+  }
+  return changes;
 }
 
 }  // namespace bukorval::dati

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "dati/History.h"
+#include "frame/BudgetAnno.h"
 #include "values/Date.h"
 
 /// A guard against lost edits: who has seen a card can have it written only as long as nobody has changed it since.
@@ -38,5 +39,14 @@ struct ChangesSince {
 /// Nothing when the card is still what was seen. In the transaction that writes it, before it does.
 std::optional<ChangesSince> changesSince(ado::Connection& connection, const values::Variant& company, std::int64_t card,
                                          const LastChange& seen);
+
+struct BudgetChanges {
+  LastChange now;                                           ///< to ask with the next time
+  std::map<std::int64_t, std::optional<LastChange>> cards;  ///< nothing for a card that is gone
+};
+/// The cards of a budget that were changed at that moment or later, none of them when there is no moment. It costs what
+/// has changed since, not what is there.
+BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget,
+                           const std::optional<LastChange>& since);
 
 }  // namespace bukorval::dati

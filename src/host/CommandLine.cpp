@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "dati/Nearest.h"
+#include "host/ProgramCommands.h"
 #include "host/ProgramTexts.h"
 #include "host/SharedOptions.h"
 #include "host/Version.h"
-#include "host/commands/Commands.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
 #include "host/output/SafeText.h"
@@ -66,7 +66,10 @@ CLI::Option* declare(CLI::App& app, const Option& option) {
   auto* declared = std::visit(Declare{app, option}, option.target);
   declared->required(option.required);
   if (!option.valueName.empty()) declared->type_name(option.valueName);
-  if (!option.group.empty()) declared->group(tr(option.group));
+  if (option.hidden)
+    declared->group(kUnlisted);
+  else if (!option.group.empty())
+    declared->group(tr(option.group));
   if (!option.excludes.empty()) declared->excludes(app.get_option(option.excludes));
   if (!option.oneOf.empty()) declared->check(CLI::IsMember(option.oneOf));
   if (option.range) declared->check(CLI::Range(option.range->first, option.range->second));
@@ -226,7 +229,7 @@ int tellUsage(const CLI::App& app, const CLI::ParseError& error) {
 
 int runCommandLine(int argc, const char* const* argv, Environment& environment) {
   chooseLanguage(askedLanguage(argc, argv));
-  const auto all = commands();
+  const auto all = programCommands();
   CLI::App app(translatedHelp(kProgramDescription), "bukorval");
   auto words = arguments(argc, argv);
   declare(app, all, words, environment);

@@ -12,8 +12,8 @@
 #include <variant>
 #include <vector>
 
+#include "host/ProgramCommands.h"
 #include "host/SharedOptions.h"
-#include "host/commands/Commands.h"
 #include "host/environment/CodeLists.h"
 #include "host/output/SafeText.h"
 #include "language/Language.h"
@@ -26,7 +26,7 @@ namespace {
 class Line {
  public:
   Line(std::vector<std::string> words, Environment& environment)
-      : environment_(environment), commands_(commands()), shared_(outputOptions(environment.options)) {
+      : environment_(environment), commands_(programCommands()), shared_(outputOptions(environment.options)) {
     std::ranges::move(propertyOptions("", environment.options), std::back_inserter(shared_));
     word_ = words.empty() ? "" : words.back();
     if (!words.empty()) words.pop_back();
@@ -101,7 +101,7 @@ class Line {
   std::vector<ListedCode> optionNames() const {
     std::vector<ListedCode> names{{"--help", tr("what the command does, with an example")}};
     for (const auto& option : options())
-      if (!isArgument(option))
+      if (!isArgument(option) && !option.hidden)
         for (const auto& name : namesOf(option))
           if (name.starts_with("--")) names.push_back({name, tr(option.help)});
     return names;

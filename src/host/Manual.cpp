@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "host/ProgramCommands.h"
 #include "host/ProgramTexts.h"
 #include "host/SharedOptions.h"
-#include "host/commands/Commands.h"
 #include "host/environment/Errors.h"
 #include "language/Language.h"
 
@@ -102,11 +102,11 @@ std::string meaningOf(const Option& option) {
 void writeOptions(Page& page, const std::vector<Option>& options) {
   std::vector<std::string> groups;
   for (const auto& option : options)
-    if (std::ranges::count(groups, option.group) == 0) groups.push_back(option.group);
+    if (!option.hidden && std::ranges::count(groups, option.group) == 0) groups.push_back(option.group);
   for (const auto& group : groups) {
     if (!group.empty()) page.group(group);
     for (const auto& option : options)
-      if (option.group == group) page.entry(termOf(option), meaningOf(option));
+      if (!option.hidden && option.group == group) page.entry(termOf(option), meaningOf(option));
   }
 }
 
@@ -119,7 +119,7 @@ void writeProgram(Environment& environment) {
   page.section("Description");
   page.help(translatedHelp(kProgramDescription));
   page.section("Subcommands");
-  for (const auto& command : commands()) page.entry(bold(pageName(command)) + "(1)", tr(command.summary));
+  for (const auto& command : programCommands()) page.entry(bold(pageName(command)) + "(1)", tr(command.summary));
   page.section("Options");
   writeOptions(page, outputOptions(environment.options));
   page.section("Examples");
@@ -152,7 +152,7 @@ bool writeManual(int argc, const char* const* argv) {
     writeProgram(environment);
     return true;
   }
-  const auto all = commands();
+  const auto all = programCommands();
   const auto found = std::ranges::find(all, std::string_view(argv[2]), &Command::name);
   if (found == all.end()) throw UsageError(tr("Unknown command: {}", argv[2]));
   writeCommand(*found, environment);

@@ -82,6 +82,7 @@ constexpr std::array kCommandUses{
     CommandUses{"backup", 0, Database},
     CommandUses{"restore", 0, Database},
     CommandUses{"completion", 0},
+    CommandUses{"serve", Company, Database},
     CommandUses{"call", Everything},
 };
 

@@ -16,6 +16,8 @@ enum class Width : std::uint8_t { Wide, Narrow };
 std::string trendSvg(const Picture& picture, const Words& words, Width width);
 /// A waterfall.
 std::string deltasSvg(const Picture& picture, const Words& words, Width width);
+/// A picture as a document of its own, with the page's style.
+std::string document(const std::string& svg);
 /// Whether its axis does not begin at zero.
 bool deltasAxisIsBroken(const Picture& picture);
 

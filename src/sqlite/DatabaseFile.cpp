@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <mutex>
+#include <set>
 #include <string_view>
 #include <system_error>
 
@@ -66,20 +69,48 @@ std::int32_t applicationInHead(const fs::path& file) {
 }
 
 /// Files whose head does not say so (old ones) are told by the order of their texts.
-bool hasOurTexts(const fs::path& file) try {
-  const auto database = openUntouched(file);
-  return number(database.get(), "PRAGMA application_id") == 0 &&
-         number(database.get(), "SELECT 1 FROM sqlite_master WHERE sql GLOB '*COLLATE BK_*' LIMIT 1") == 1;
-} catch (const Errore&) {
+bool isOurs(sqlite3* database) {
+  const auto application = number(database, "PRAGMA application_id");
+  return application == kApplication ||
+         (application == 0 &&
+          number(database, "SELECT 1 FROM sqlite_master WHERE sql GLOB '*COLLATE BK_*' LIMIT 1") == 1);
+}
+
+bool hasOurTexts(const fs::path& file) try { return isOurs(openUntouched(file).get()); } catch (const Errore&) {
   // Then the log makes it whole, if anything does.
   if (!hasUnmergedChanges(file)) throw;
   return true;
 }
 
+constexpr const char* kOthers = "The database was made by another program";
+
 void requireOurs(const fs::path& file) {
   if (fs::file_size(file) == 0) throw Errore("The file is empty");
-  if (applicationInHead(file) != kApplication && !hasOurTexts(file))
-    throw Errore("The database was made by another program");
+  if (applicationInHead(file) != kApplication && !hasOurTexts(file)) throw Errore(kOthers);
+}
+
+/// The files that this process has opened. It looks into them through the engine alone from then on: when it closes a
+/// handle of its own, the system drops the locks of all its connections to that file, and another process that believes
+/// itself alone takes the log away from under them.
+class OpenedFiles {
+ public:
+  /// @return whether this was the first time; then it has been looked into, while nobody else here opened it.
+  bool add(const fs::path& file, const std::function<void()>& look) {
+    const std::scoped_lock lock(mutex_);
+    if (names_.contains(file)) return false;
+    look();
+    names_.insert(file);
+    return true;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::set<fs::path> names_;
+};
+
+OpenedFiles& openedFiles() {
+  static OpenedFiles files;
+  return files;
 }
 
 /// A log can be read beside its index; where that is gone, only by whoever may make a new one.
@@ -101,11 +132,12 @@ int denyWriting(void*, int action, const char* table, const char*, const char* d
 
 Database openExisting(const FileWish& wish) {
   const auto file = fs::canonical(values::pathOf(wish.file));
-  requireOurs(file);
+  const bool first = openedFiles().add(file, [&] { requireOurs(file); });
   const bool writable = mayWrite(values::nameOf(file)) && mayWrite(values::nameOf(file.parent_path()));
   if (!writable && !hasUnmergedChanges(file)) return openUntouched(file);
   requireIndex(file);
   auto database = open(wish.file, SQLITE_OPEN_READWRITE);
+  if (!first && !isOurs(database.get())) throw Errore(kOthers);
   if (wish.readOnly) sqlite3_set_authorizer(database.get(), denyWriting, nullptr);
   return database;
 }
@@ -114,6 +146,7 @@ Database makeFile(const std::string& file) {
   auto database = open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   run(database.get(), ("PRAGMA application_id = " + std::to_string(kApplication)).c_str());
   run(database.get(), "PRAGMA journal_mode = WAL");
+  openedFiles().add(fs::canonical(values::pathOf(file)), [] {});
   return database;
 }
 

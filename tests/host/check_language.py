@@ -44,7 +44,7 @@ def keys():
             found += re.findall(r'\{"[A-Z0-9_]+",\s*"([^"]+)"(?=[,}])', text)
             found += re.findall(r'\.title = "([^"]+)"', text)
             found += re.findall(r'\.tables\.emplace_back\("([^"]+)"', text)
-        if file.name == "Program.cpp":
+        if file.name == "Outcome.cpp":
             found += table(text, "kOfOthers[]")[1::2]
         if file.name == "Titles.cpp":
             found += re.findall(r'Word\{"[^"]+", "([^"]+)"\}', text)

@@ -143,6 +143,26 @@ TEST_F(SqliteTransactions, AKilledWriterLeavesNothingOfItsTransaction) {
   ASSERT_TRUE(WIFSIGNALED(status));
   EXPECT_EQ(shown(file.open()->Execute("SELECT X FROM A ORDER BY X")), "1; 2");
 }
+
+TEST_F(SqliteTransactions, AnotherProcessLeavesTheLogToTheConnectionsOfThisOne) {
+  connection.reset();
+  int begin[2];
+  ASSERT_EQ(::pipe(begin), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    char now = 0;
+    const bool told = ::read(begin[0], &now, 1) == 1;
+    file.open()->Execute("SELECT X FROM A");
+    ::_exit(told ? 0 : 1);
+  }
+  const auto first = file.open(), second = file.open();
+  first->Execute("INSERT INTO A (X) VALUES (1)");
+  ASSERT_EQ(::write(begin[1], "!", 1), 1);
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_EQ(status, 0);
+  EXPECT_TRUE(std::filesystem::exists(file.path() + "-wal"));
+}
 #endif
 
 TEST_F(SqliteTransactions, ARollbackByTheEngineStopsTheRunUntilItIsEnded) {

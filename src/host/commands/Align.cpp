@@ -12,7 +12,7 @@ void align(Environment& environment) {
   auto transaction = environment.transaction();
   requireWritable(environment, budgetScelto(budget));
   dati::WatchedRun run(budget, transaction, {budgetScelto(budget)});
-  const Progress progress(budget);
+  const Progress progress(environment);
   run(&CLSKORVAL::AllineaBU65_A_StrutturaBU60);
   transaction.end(dati::RunMode::Write);
   environment.show({{{"PRIMA", "Cards before", true}, {"AGGIUNTE", "Added", true}, {"DOPO", "Cards now", true}},

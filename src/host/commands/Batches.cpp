@@ -7,7 +7,6 @@
 
 #include "dati/import/Import.h"
 #include "host/commands/Command.h"
-#include "host/environment/Terminal.h"
 #include "language/Language.h"
 
 namespace bukorval::host {
@@ -31,10 +30,10 @@ void showBatches(const Environment& environment, const dati::Batches& batches) {
   environment.show(table);
 }
 
-void removeBatch(dati::Batches& batches, const BatchesOptions& options) {
+void removeBatch(const Environment& environment, dati::Batches& batches, const BatchesOptions& options) {
   const auto registrations =
       dati::counted(static_cast<std::size_t>(batches.registrationsOf(options.remove)), "registration");
-  confirm(tr("Remove the import {} with its {}?", options.remove, registrations), options.yes);
+  environment.confirm(tr("Remove the import {} with its {}?", options.remove, registrations), options.yes);
   batches.remove(options.remove);
   std::cout << tr("Removed {} with {}", options.remove, registrations) << '\n';
 }
@@ -43,7 +42,7 @@ void run(Environment& environment, const BatchesOptions& options) {
   auto& connection = *environment.connection();
   dati::Batches batches(connection, environment.session().CodiceDitta());
   if (options.remove.empty()) return showBatches(environment, batches);
-  removeBatch(batches, options);
+  removeBatch(environment, batches, options);
 }
 
 }  // namespace

@@ -52,7 +52,7 @@ void callMethod(Environment& environment, const std::string& name, const std::ve
   const auto& method = findMethod(environment, name);
   auto arguments = parseArguments(method, texts);
   auto& budget = environment.budget();
-  const Progress progress(budget);
+  const Progress progress(environment);
   const auto result = method.chiama(budget, arguments);
   environment.requireSuccess();
   CallResults results;

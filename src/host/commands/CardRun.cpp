@@ -1,7 +1,6 @@
 #include "host/commands/CardRun.h"
 
 #include <algorithm>
-#include <iostream>
 #include <string>
 
 #include "dati/Movements.h"
@@ -89,12 +88,12 @@ CardRunDates cardRunDates(Environment& environment) {
   return dates;
 }
 
-void tellDates(const CardRunDates& dates) {
+void tellDates(const Environment& environment, const CardRunDates& dates) {
   const auto day = [](const values::Variant& date) { return values::toPlainText(date); };
   const auto from = day(dates.from), to = day(dates.to);
-  std::cerr << (dates.last.isNothing() ? tr("From {} to {}: no movement was registered there", from, to)
-                                       : tr("From {} to {}: the latest movement is of {}", from, to, day(dates.last)))
-            << '\n';
+  environment.tell(dates.last.isNothing()
+                       ? tr("From {} to {}: no movement was registered there", from, to)
+                       : tr("From {} to {}: the latest movement is of {}", from, to, day(dates.last)));
 }
 
 void takeDates(CLSKORVAL& budget, const CardRunDates& dates) {

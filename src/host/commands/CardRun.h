@@ -20,8 +20,8 @@ struct CardRunDates {
   bool beyond = false;    ///< an AData was given that is later
 };
 CardRunDates cardRunDates(Environment& environment);
-/// Says them on standard error.
-void tellDates(const CardRunDates& dates);
+/// Tells them beside what is shown.
+void tellDates(const Environment& environment, const CardRunDates& dates);
 /// Makes them DaData and AData.
 void takeDates(CLSKORVAL& budget, const CardRunDates& dates);
 

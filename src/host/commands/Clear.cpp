@@ -6,7 +6,6 @@
 #include "host/commands/DetailKind.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
-#include "host/environment/Terminal.h"
 #include "language/Language.h"
 
 namespace bukorval::host {
@@ -23,9 +22,9 @@ void clear(Environment& environment, const ClearOptions& options) {
   const bool all = options.kind == "all";
   const BdgTipoDettaglio kind = all ? bdgDettaglioTutti : parseDetailKind(options.kind).kind;
   if (!all) requireDetailKind(environment.budget(), kind);
-  confirm(all ? tr("Clear the values of every kind of card {}?", options.card)
-              : tr("Clear the {} values of card {}?", options.kind, options.card),
-          options.yes);
+  environment.confirm(all ? tr("Clear the values of every kind of card {}?", options.card)
+                          : tr("Clear the {} values of card {}?", options.kind, options.card),
+                      options.yes);
   auto transaction = environment.transaction();
   selectWritableCard(environment, card);
   environment.budget().UpdateNullValoriBU66(card, kind);

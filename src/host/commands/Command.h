@@ -34,6 +34,7 @@ struct Option {
   /// What is wrong with a value, "" for nothing.
   std::function<std::string(const std::string&)> check = {};
   Codes codes = Codes::None;  ///< which codes a value is one of, for completion
+  bool hidden = false;        ///< for who builds the program: no help and no completion has it
 };
 
 /// Whether it takes no value.

@@ -6,7 +6,6 @@
 #include "host/commands/Command.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Selection.h"
-#include "host/environment/Terminal.h"
 #include "language/Language.h"
 
 namespace bukorval::host {
@@ -21,7 +20,8 @@ void deleteCard(Environment& environment, const DeleteOptions& options) {
   values::Variant card = parseArgument(options.card);
   auto& connection = *environment.connection();
   selectWritableCard(environment, card);
-  confirm(tr("Delete card {} with its {} details?", options.card, dati::countDetails(connection, card)), options.yes);
+  environment.confirm(tr("Delete card {} with its {} details?", options.card, dati::countDetails(connection, card)),
+                      options.yes);
   auto transaction = environment.transaction();
   selectWritableCard(environment, card);
   const auto before = dati::countRowsOfCard(connection, card);

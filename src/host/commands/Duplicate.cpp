@@ -44,7 +44,7 @@ void duplicate(Environment& environment, const DuplicateOptions& options) {
   if (!options.dryRun) requireWritable(environment, budgetDestinazione(budget));
   completeCardRange(environment);
   dati::WatchedRun run(budget, transaction, {budgetDestinazione(budget), budget.TipoDettaglioDestinazione});
-  const Progress progress(budget);
+  const Progress progress(environment);
   dati::CopyDeviation deviation(budget, run);
   dati::CopyDeviation::Counts deviating;
   run([&](CLSKORVAL& object) { object.BdgDupSchede_Duplicazione(); });

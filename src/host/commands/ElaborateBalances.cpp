@@ -1,4 +1,3 @@
-#include <iostream>
 #include <map>
 #include <memory>
 #include <optional>
@@ -17,7 +16,6 @@
 #include "host/environment/Errors.h"
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
-#include "host/output/SafeText.h"
 #include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
@@ -143,14 +141,13 @@ void overwriteAll(ado::Recordset& rows) {
   if (rows.RecordCount() > 0) rows.MoveFirst();
 }
 
-void tellMissing(const ado::RecordsetPtr& missing) {
+void tellMissing(const Environment& environment, const ado::RecordsetPtr& missing) {
   if (!missing || missing->RecordCount() == 0) return;
-  std::cerr << tr("{} accounts have no card and the budget's structure allows none; they were not written:",
-                  missing->RecordCount())
-            << '\n';
+  environment.tell(tr("{} accounts have no card and the budget's structure allows none; they were not written:",
+                      missing->RecordCount()));
   for (missing->MoveFirst(); !missing->Eof(); missing->MoveNext())
-    std::cerr << "  " << safeText(values::toPlainText((*missing)["CONTO"].Value())) << "  "
-              << safeText(values::toPlainText((*missing)["DESCRIZIONE"].Value())) << '\n';
+    environment.tell("  " + values::toPlainText((*missing)["CONTO"].Value()) + "  " +
+                     values::toPlainText((*missing)["DESCRIZIONE"].Value()));
 }
 
 Table writtenTable(ado::Recordset& rows, const dati::WatchedRun& run) {
@@ -180,7 +177,7 @@ void write(Environment& environment, dati::Transaction& transaction, const dati:
   run(&CLSKORVAL::BdgElaEco_ScriviBudget_DaRstSaldiElaEco);
   transaction.end(dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
   showWithUnlinked(environment, "Amounts", dryRun ? tableOf(run.changes()) : writtenTable(*budget.RstSaldiElaEco, run));
-  tellMissing(budget.RstContiNonPresentiInStruttura);
+  tellMissing(environment, budget.RstContiNonPresentiInStruttura);
 }
 
 void elaborateBalances(Environment& environment, const BalancesOptions& options) {
@@ -193,11 +190,11 @@ void elaborateBalances(Environment& environment, const BalancesOptions& options)
   completeInput(environment);
   setDeviations(environment, options);
   budget.ProponiBudgetMensili = true;
-  const Progress progress(budget);
+  const Progress progress(environment);
   budget.BdgElaEco_PopolaRstSaldiElaEco();
   environment.requireSuccess();
   auto& rows = *budget.RstSaldiElaEco;
-  if (rows.RecordCount() == 0) std::cerr << tr("There are no balances in the range") << '\n';
+  if (rows.RecordCount() == 0) environment.tell(tr("There are no balances in the range"));
   if (budget.IsSovrascriviEsistenti) overwriteAll(rows);
   const dati::DetailScope scope{budgetScelto(budget), budget.TipoDettaglioDestinazione,
                                 budget.GetTipoPdC(budget.TipoBudget, budget.SottoTipoBudget)};

@@ -14,7 +14,6 @@
 #include "host/commands/RunReport.h"
 #include "host/environment/Progress.h"
 #include "host/environment/Selection.h"
-#include "host/environment/Terminal.h"
 #include "language/Language.h"
 #include "values/Conversion.h"
 
@@ -42,13 +41,13 @@ struct CardsOptions {
 
 /// Further months than those with movements would become 0, and a forecast takes a 0 as the actual value, so they are
 /// written only after a question.
-void askForMonthsBeyond(const CardRunDates& dates, const CardsOptions& options) {
+void askForMonthsBeyond(const Environment& environment, const CardRunDates& dates, const CardsOptions& options) {
   if (!dates.beyond) return;
-  tellDates(dates);
+  tellDates(environment, dates);
   if (!options.dryRun)
-    confirm(tr("The months after {} have no movements: they become 0 and replace the forecast. Go on?",
-               values::toPlainText(dates.closed)),
-            options.yes);
+    environment.confirm(tr("The months after {} have no movements: they become 0 and replace the forecast. Go on?",
+                           values::toPlainText(dates.closed)),
+                        options.yes);
 }
 
 /// What a month-end run means when the command line does not say otherwise: the real movements of the budget's own
@@ -61,7 +60,7 @@ void completeInput(Environment& environment, const CardRunDates& asked, const Ca
   const bool more = dates.beyond && (!asked.beyond || dates.closed < asked.closed);
   if (more && !options.dryRun && !options.yes)
     throw dati::Refused(tr("Another run has taken movements away meanwhile: nothing was changed"));
-  if (!asked.beyond) tellDates(dates);
+  if (!asked.beyond) tellDates(environment, dates);
   takeDates(environment.budget(), dates);
 }
 
@@ -74,12 +73,13 @@ dati::CardReconciler::Narrowing narrowingOf(const Environment& environment) {
 
 /// The runs of the object, over both card kinds or the one that is selected.
 /// @param onCard  for each card, when it has been done.
-void elaborate(CLSKORVAL& budget, dati::WatchedRun& run, dati::CardReconciler& reconciler,
+void elaborate(Environment& environment, dati::WatchedRun& run, dati::CardReconciler& reconciler,
                const std::function<void(const ado::Recordset&)>& onCard) {
+  auto& budget = environment.budget();
   std::vector<int> cardKinds = {0, 1};
   const auto chosen = budget.BdgTipoScheda;
   if (!values::isBlank(chosen)) cardKinds = {values::toInt32(chosen)};
-  const Progress progress(budget);
+  const Progress progress(environment);
   // The cards of each site pass by as they are elaborated.
   const auto step = budget.eventi.StepProcess;
   budget.eventi.StepProcess = [&](values::Variant& done) {
@@ -106,7 +106,7 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
   if (!options.dryRun) requireWritable(environment, budgetScelto(environment.budget()));
   completeCardRun(environment);
   const auto asked = cardRunDates(environment);
-  askForMonthsBeyond(asked, options);
+  askForMonthsBeyond(environment, asked, options);
   auto& budget = environment.budget();
   auto transaction = environment.transaction();
   if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
@@ -114,7 +114,7 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
   dati::WatchedRun run(budget, transaction, {budgetScelto(budget), budget.TipoDettaglioDestinazione});
   dati::CardReconciler reconciler(budget, narrowingOf(environment));
   SiteSummary summary;
-  elaborate(budget, run, reconciler, [&](const ado::Recordset& cards) {
+  elaborate(environment, run, reconciler, [&](const ado::Recordset& cards) {
     reconciler.addCard(cards);
     summary.addCard(cards["BU65_CODICE_CG31"].Value());
   });

@@ -49,7 +49,7 @@ dati::ElaboratedCard chosenCard(Environment& environment, const MovementsOptions
 dati::DrillScope scopeOf(Environment& environment, const MovementsOptions& options) {
   dati::DrillScope scope;
   const auto dates = cardRunDates(environment);
-  tellDates(dates);
+  tellDates(environment, dates);
   takeDates(environment.budget(), dates);
   for (const auto& [from, to] : cardRunRanges(environment.budget()))
     scope.ranges.emplace_back(values::toDate(from), values::toDate(to));

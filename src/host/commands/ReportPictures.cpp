@@ -14,6 +14,7 @@
 #include "language/Language.h"
 #include "picture/Page.h"
 #include "picture/Plot.h"
+#include "picture/Svg.h"
 #include "sheet/ReplaceFile.h"
 #include "values/Conversion.h"
 
@@ -49,6 +50,15 @@ picture::Heading headingOf(Environment& environment, const report::Query& query,
   return heading;
 }
 
+void drawFor(Sink& sink, const picture::Picture& picture, const picture::Words& words) {
+  const auto draw = [&](const std::string& name, auto svg) {
+    sink.draw(name, picture::document(svg(picture, words, picture::Width::Wide)));
+    sink.draw(name + "-narrow", picture::document(svg(picture, words, picture::Width::Narrow)));
+  };
+  draw("trend", picture::trendSvg);
+  if (!picture.deltas.steps.empty()) draw("deltas", picture::deltasSvg);
+}
+
 }  // namespace
 
 void plotReport(Environment& environment, const report::Query& query) {
@@ -56,6 +66,7 @@ void plotReport(Environment& environment, const report::Query& query) {
   auto picture = picture::pictureOf(environment.budget(), *environment.connection(), query, words);
   for (auto& step : picture.deltas.steps) step.label = safeText(step.label);
   for (auto& period : picture.trend.periods) period = safeText(period);
+  if (auto* const sink = environment.sink()) return drawFor(*sink, picture, words);
   const picture::PlotStyle style{static_cast<int>(std::clamp<std::size_t>(screen().columns, 40, 200)),
                                  wantsColour(stdout)};
   const auto deltas = picture::plotDeltas(picture, words, style);

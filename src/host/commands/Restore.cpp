@@ -6,7 +6,6 @@
 #include "dati/Failure.h"
 #include "host/commands/Command.h"
 #include "host/environment/DatabaseFiles.h"
-#include "host/environment/Terminal.h"
 #include "language/Language.h"
 #include "sqlite/NewFile.h"
 #include "sqlite/Upkeep.h"
@@ -31,7 +30,7 @@ void restore(const Environment& environment, const RestoreOptions& options) {
   if (missing) {
     makeDatabase(database, [&](const std::string& workName) { sqlite::copyDatabase(from, workName); });
   } else {
-    confirm(tr("Replace everything in the database by {}?", options.file), options.yes);
+    environment.confirm(tr("Replace everything in the database by {}?", options.file), options.yes);
     sqlite::replaceDatabase(connectionString, from);
   }
   std::cout << tr("Restored from {}", options.file) << '\n';

@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -45,8 +46,19 @@ void requireUnchanged(Environment& environment, ado::Connection& connection, con
   const auto since = dati::changesSince(connection, environment.budget().CodiceDitta, values::toInt64(card), *change);
   if (!since) return;
   if (!since->changes.empty()) environment.show(tableOf(since->changes, since->entries));
-  throw dati::Refused(tr("Card {} has been changed since it was seen ({}), last on {}: nothing was written",
-                         values::toPlainText(card), dati::textOf(*change), dati::textOf(since->last)));
+  throw Overtaken(tr("Card {} has been changed since it was seen ({}), last on {}: nothing was written",
+                     values::toPlainText(card), dati::textOf(*change), dati::textOf(since->last)));
+}
+
+/// The last change as it is after one's own write, which was the given entry: what somebody else has written since is
+/// not in it, so that it is refused next time.
+std::string seenAfter(Environment& environment, const Variant& card, const std::string& seen, std::int64_t entry) {
+  auto change = *dati::parseLastChange(seen);
+  const auto since =
+      dati::changesSince(*environment.connection(), environment.budget().CodiceDitta, values::toInt64(card), change);
+  if (since) change = since->last;
+  if (entry != 0) change.entry = entry;
+  return dati::textOf(change);
 }
 
 void setValue(Environment& environment, const SetOptions& options) {
@@ -65,14 +77,19 @@ void setValue(Environment& environment, const SetOptions& options) {
                             : Variant(typedDecimal(options.value, environment.session().SeparatoreDecimale()));
   dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind, value);
   const Variant after = cell();
-  transaction.end(dati::RunMode::Write);
-  environment.show({{{"BU65_ID", "Card", true},
-                     {"PERIODO", "Period", true},
-                     {"COLONNA", "Value"},
-                     {"PRIMA", "Before", true, measure.decimals},
-                     {"DOPO", "After", true, measure.decimals}},
-                    {{card, options.period, column, before, after}},
-                    {}});
+  const auto entry = transaction.end(dati::RunMode::Write);
+  Table table{{{"BU65_ID", "Card", true},
+               {"PERIODO", "Period", true},
+               {"COLONNA", "Value"},
+               {"PRIMA", "Before", true, measure.decimals},
+               {"DOPO", "After", true, measure.decimals}},
+              {{card, options.period, column, before, after}},
+              {}};
+  if (!options.seen.empty()) {
+    table.columns.push_back({"ULTIMAMODIFICA", "Last change"});
+    table.rows.front().emplace_back(seenAfter(environment, card, options.seen, entry));
+  }
+  environment.show(table);
 }
 
 }  // namespace
@@ -85,7 +102,7 @@ Command setCommand() {
           "  bukorval set 12 3 NULL --kind forecast1 --measure qty1 -d demo.db\n"
           "VALUE has the company's decimal sign, 1.250,50 or 1250,50; what could be read two ways, 1.250, is refused.\n"
           "NULL clears it. --seen keeps an edit of somebody else: when the card has been changed since that moment,\n"
-          "nothing is written, and what has changed is shown.",
+          "nothing is written, and what has changed is shown. Otherwise the last change is shown for the next edit.",
           {{"CARD", "identifier of the card", &options->card, true},
            {"PERIOD", "number of the period", &options->period, true},
            {"VALUE", "the new value", &options->value, true},

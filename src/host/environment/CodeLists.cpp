@@ -1,7 +1,6 @@
 #include "host/environment/CodeLists.h"
 
 #include <algorithm>
-#include <iostream>
 #include <string_view>
 
 #include "dati/Budgets.h"
@@ -10,7 +9,6 @@
 #include "dati/Nearest.h"
 #include "dati/Years.h"
 #include "host/environment/Arguments.h"
-#include "host/output/SafeText.h"
 #include "language/Language.h"
 #include "object/Interfaccia.h"
 #include "values/Arithmetic.h"
@@ -207,7 +205,8 @@ void tellUnknownCode(Environment& environment, Codes codes, const std::string& t
   if (known.empty() ||
       std::ranges::any_of(known, [&](const auto& code) { return values::compareText(code, plain) == 0; }))
     return;
-  std::cerr << "bukorval: " << safeText(tr(source.what, plain) + dati::didYouMeanOf(plain, known)) << '\n';
+  environment.tell((environment.sink() ? "" : "bukorval: ") + tr(source.what, plain) +
+                   dati::didYouMeanOf(plain, known));
 }
 
 void tellUnknownCodes(Environment& environment) {

@@ -16,7 +16,6 @@
 #include "host/environment/StandardStreams.h"
 #include "host/environment/Terminal.h"
 #include "host/environment/UserName.h"
-#include "host/output/SafeText.h"
 #include "language/Language.h"
 #include "object/Interfaccia.h"
 #include "odbc/Provider.h"
@@ -94,8 +93,8 @@ suite::Sessione& Environment::session() {
     const auto company = options.properties.find("CodiceDitta");
     session_ = std::make_shared<suite::Sessione>(
         connection(), company == options.properties.end() ? values::Variant() : parseArgument(company->second));
-    session_->messaggiero = [](std::string_view text, int, std::string_view title) {
-      std::cerr << safeText(title) << ": " << safeText(text, Lines::Keep) << '\n';
+    session_->messaggiero = [this](std::string_view text, int, std::string_view title) {
+      tell(std::string(title) + ": " + std::string(text), Lines::Keep);
     };
   }
   return *session_;
@@ -155,13 +154,21 @@ CallResults Environment::chosen(const CallResults& results) const {
       continue;
     const auto problem = tr("There is no column {}, only {}", name, there);
     if (!written_) throw UsageError(problem);
-    std::cerr << safeText(problem) << '\n';
+    tell(problem);
     return results;
   }
   CallResults chosen{results.values, {}};
   for (const auto& [name, table] : results.tables)
     if (auto some = table.with(names); !some.columns.empty()) chosen.tables.emplace_back(name, std::move(some));
   return chosen;
+}
+
+template <class Shown>
+void Environment::showAll(const Shown& shown, void (*write)(std::ostream&, const Shown&, const Style&)) const {
+  if (sink_)
+    sink_->show(shown);
+  else
+    print(shown, write);
 }
 
 template <class Shown>
@@ -179,12 +186,22 @@ void Environment::print(const Shown& shown, void (*write)(std::ostream&, const S
 }
 
 void Environment::show(const Table& table) const {
-  if (options.fields.empty()) return print(table, format().write);
-  print(chosen({{}, {{"", table}}}).tables.front().second, format().write);
+  if (!options.fields.empty()) return showAll(chosen({{}, {{"", table}}}).tables.front().second, format().write);
+  showAll(table, format().write);
 }
 
 void Environment::show(const CallResults& results) const {
-  print(options.fields.empty() ? results : chosen(results), format().writeResults);
+  showAll(options.fields.empty() ? results : chosen(results), format().writeResults);
+}
+
+void Environment::tell(std::string_view text, Lines lines) const {
+  if (sink_) return sink_->tell(text);
+  std::cerr << safeText(text, lines) << '\n';
+}
+
+void Environment::confirm(std::string_view question, bool yes) const {
+  if (sink_ && !yes) throw Unanswered(std::string(question));
+  host::confirm(question, yes);
 }
 
 }  // namespace bukorval::host

@@ -3,9 +3,12 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "dati/Transaction.h"
+#include "host/environment/Sink.h"
 #include "host/output/Formats.h"
+#include "host/output/SafeText.h"
 #include "object/CLSKORVAL.h"
 #include "suite/Sessione.h"
 
@@ -46,6 +49,8 @@ class Environment {
   /// such file: only `create` makes one.
   std::string connectionString() const;
   const ado::ConnectionPtr& connection();
+  /// Works on that open connection instead of one of its own. Before the first use.
+  void useConnection(ado::ConnectionPtr connection) { connection_ = std::move(connection); }
   suite::Sessione& session();
   /// The object on that connection and session, with the properties given on the command line; company and
   /// progressive default to the session's company and the year's own progressive. Without a database the
@@ -57,6 +62,16 @@ class Environment {
   dati::Transaction transaction();
   /// Ends the command with the object's outcome when its last operation did not succeed.
   void requireSuccess();
+
+  /// From now on all that is shown and told goes there; nobody is asked anything.
+  void redirect(Sink& sink) { sink_ = &sink; }
+  /// Nothing when it goes to the standard streams.
+  Sink* sink() const { return sink_; }
+  /// Says something beside what is shown, in a line of standard error.
+  void tell(std::string_view text, Lines lines = Lines::Escape) const;
+  /// Asks before something is destroyed, unless the answer is there already. Throws dati::Refused when it is no,
+  /// Unanswered when there is nobody to ask.
+  void confirm(std::string_view question, bool yes) const;
 
   /// The format that was chosen.
   const Format& format() const;
@@ -72,11 +87,14 @@ class Environment {
   Style style() const;
   CallResults chosen(const CallResults& results) const;
   template <class Shown>
+  void showAll(const Shown& shown, void (*write)(std::ostream& out, const Shown& shown, const Style& style)) const;
+  template <class Shown>
   void print(const Shown& shown, void (*write)(std::ostream& out, const Shown& shown, const Style& style)) const;
 
   ado::ConnectionPtr connection_;
   std::shared_ptr<suite::Sessione> session_;
   std::unique_ptr<CLSKORVAL> budget_;
+  Sink* sink_ = nullptr;
   bool written_ = false;
 };
 

@@ -10,7 +10,8 @@
 
 namespace bukorval::host {
 
-Progress::Progress(CLSKORVAL& budget) : budget_(budget), terminal_(isTerminal(stderr)) {
+Progress::Progress(Environment& environment)
+    : budget_(environment.budget()), sink_(environment.sink()), terminal_(isTerminal(stderr)) {
   budget_.eventi.BeginProcess = [this](values::Variant& description, values::Variant& steps) {
     begin(values::toText(description), values::toInt64(steps));
   };
@@ -21,6 +22,7 @@ Progress::Progress(CLSKORVAL& budget) : budget_(budget), terminal_(isTerminal(st
 Progress::~Progress() { budget_.eventi = {}; }
 
 void Progress::begin(std::string_view description, std::int64_t steps) {
+  if (sink_) return sink_->begin(description, steps);
   if (terminal_) return bar_.begin(description, steps);
   description_ = description;
   steps_ = std::max<std::int64_t>(steps, 0);
@@ -29,6 +31,7 @@ void Progress::begin(std::string_view description, std::int64_t steps) {
 }
 
 void Progress::step(std::int64_t done) {
+  if (sink_) return sink_->step(done);
   if (terminal_) return bar_.step(done);
   const auto tenths = steps_ > 0 ? done * 10 / steps_ : 0;
   if (tenths > tenths_ && tenths < 10) std::cerr << description_ << ": " << tenths * 10 << "% (" << done << ")\n";
@@ -36,6 +39,7 @@ void Progress::step(std::int64_t done) {
 }
 
 void Progress::end() {
+  if (sink_) return sink_->end();
   if (terminal_) return bar_.end();
   std::cerr << tr("{}: done", description_) << '\n';
 }

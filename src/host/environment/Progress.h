@@ -4,16 +4,16 @@
 #include <string>
 #include <string_view>
 
+#include "host/environment/Environment.h"
 #include "host/environment/ProgressBar.h"
-#include "object/CLSKORVAL.h"
 
 namespace bukorval::host {
 
 /// Shows the object's long steps on standard error while this lives: a bar with times on a terminal, plain lines at
-/// every tenth elsewhere. It follows BeginProcess, StepProcess and EndProcess.
+/// every tenth elsewhere; or hands them to the environment's sink. It follows BeginProcess, StepProcess and EndProcess.
 class Progress {
  public:
-  explicit Progress(CLSKORVAL& budget);
+  explicit Progress(Environment& environment);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -24,6 +24,7 @@ class Progress {
   void end();
 
   CLSKORVAL& budget_;
+  Sink* sink_;
   bool terminal_;
   ProgressBar bar_;
   std::string description_;

@@ -13,6 +13,7 @@
 #endif
 
 #include "dati/Failure.h"
+#include "host/environment/Errors.h"
 #include "host/output/SafeText.h"
 #include "language/Language.h"
 
@@ -69,7 +70,7 @@ Screen screen() {
 
 void confirm(std::string_view question, bool yes) {
   if (yes) return;
-  if (!isTerminal(stdin)) throw dati::Refused(tr("{} Nobody to ask here: add --yes to go on", question));
+  if (!isTerminal(stdin)) throw Unanswered(tr("{} Nobody to ask here: add --yes to go on", question));
   std::cerr << safeText(question) << tr(" [y/N] ") << std::flush;
   std::string answer;
   std::getline(std::cin, answer);

@@ -1,0 +1,71 @@
+#include "host/environment/Outcome.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <exception>
+#include <iterator>
+#include <string_view>
+
+#include "frame/Fallimento.h"
+#include "host/environment/Errors.h"
+#include "language/Language.h"
+#include "object/Interfaccia.h"
+
+namespace bukorval::host {
+namespace {
+
+/// What engines say of others who work on the database, whichever procedure met them.
+constexpr Retelling kOfOthers[] = {
+    {"Un altro utente ha modificato gli stessi dati: l'operazione è stata annullata e va ripetuta{}",
+     "Another user has changed the same data: nothing was written, run the command again"},
+    {"Un altro utente tiene gli stessi dati: l'operazione è stata annullata e va ripetuta{}",
+     "Another user holds the same data: nothing was written, run the command again"},
+    {"La connessione al database è caduta ({}){}", "The connection to the database was lost ({})"},
+    {"I dati sono in uso da parte di un altro utente{}", "The data is in use by another user: nothing was written"},
+    {"Il database è in uso da parte di un altro programma; atteso {} s{}",
+     "The database is in use by another program; waited {} s"},
+    {"Il database è in uso da parte di un altro programma{}", "The database is in use by another program"},
+    {"Il database è in uso da parte di {}; atteso {} s{}", "The database is in use by {}; waited {} s"},
+    {"Il database è in uso da parte di {}", "The database is in use by {}"}};
+
+/// Those that ask to be run again.
+constexpr std::size_t kRepeatable = 2;
+
+OutcomeKind kindOf(int state, std::string_view message) {
+  const auto* const others = std::ranges::find_if(kOfOthers, [&](const Retelling& one) {
+    const std::string_view said = one.said;
+    return message.starts_with(said.substr(0, said.find("{}")));
+  });
+  if (others != std::end(kOfOthers))
+    return others - kOfOthers < static_cast<std::ptrdiff_t>(kRepeatable) ? OutcomeKind::Repeatable : OutcomeKind::Busy;
+  return state == bdgStatoRifiutato ? OutcomeKind::Refused : OutcomeKind::Failed;
+}
+
+/// An outcome of the object or of a statement.
+Outcome ofState(int state, const char* message) { return {kindOf(state, message), state, retold(message, kOfOthers)}; }
+
+}  // namespace
+
+Outcome currentOutcome() noexcept {
+  try {
+    throw;
+  } catch (const UsageError& e) {
+    return {OutcomeKind::Usage, exitUsage, e.what()};
+  } catch (const Unanswered& e) {
+    return {OutcomeKind::Unanswered, e.state(), e.what()};
+  } catch (const Overtaken& e) {
+    return {OutcomeKind::Overtaken, e.state(), e.what()};
+  } catch (const dati::Failure& e) {
+    return ofState(e.state(), e.what());
+  } catch (const Fallimento& e) {
+    return ofState(e.stato(), e.what());
+  } catch (const ErroreArgomento& e) {
+    return {OutcomeKind::Usage, exitUsage, e.what()};
+  } catch (const std::exception& e) {
+    return ofState(exitError, e.what());
+  } catch (...) {
+    return {OutcomeKind::Failed, exitError, "Unknown error"};
+  }
+}
+
+}  // namespace bukorval::host

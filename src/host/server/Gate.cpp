@@ -1,0 +1,128 @@
+#include "host/server/Gate.h"
+
+#include <algorithm>
+#include <cctype>
+#include <utility>
+
+#include "host/server/Secrets.h"
+
+namespace bukorval::host::server {
+namespace {
+
+constexpr std::string_view kCookie = "bukorval";
+constexpr auto kSessionLife = std::chrono::hours(12);
+constexpr std::size_t kMostSessions = 1000, kMostAttempts = 10000;
+constexpr int kMostDoublings = 6;
+constexpr auto kFirstPause = std::chrono::milliseconds(500);
+
+std::string lower(std::string_view text) {
+  std::string result(text);
+  std::ranges::transform(result, result.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return result;
+}
+
+/// "a.b:8080" as name and port, "[::1]:8080" with the brackets; port "" without one.
+std::pair<std::string, std::string> split(std::string_view host) {
+  const auto colon = host.rfind(':');
+  const auto bracket = host.rfind(']');
+  if (colon == std::string_view::npos || (bracket != std::string_view::npos && colon < bracket))
+    return {lower(host), ""};
+  return {lower(host.substr(0, colon)), std::string(host.substr(colon + 1))};
+}
+
+/// An address and no name: a name may be made to point here by whoever owns it, an address may not.
+bool isAddress(std::string_view host) {
+  if (host.starts_with('[') && host.ends_with(']')) return true;
+  return !host.empty() && host.find_first_not_of("0123456789.") == std::string_view::npos;
+}
+
+std::string cookieOf(std::string_view header) {
+  while (!header.empty()) {
+    const auto end = header.find(';');
+    auto part = header.substr(0, end);
+    part.remove_prefix(std::min(part.find_first_not_of(' '), part.size()));
+    if (part.starts_with(kCookie) && part.substr(kCookie.size()).starts_with('='))
+      return std::string(part.substr(kCookie.size() + 1));
+    header.remove_prefix(end == std::string_view::npos ? header.size() : end + 1);
+  }
+  return {};
+}
+
+std::string setCookie(const std::string& value) {
+  return std::string(kCookie) + "=" + value + "; Path=/; HttpOnly; SameSite=Strict";
+}
+
+}  // namespace
+
+Gate::Gate(std::string password) : token_(secret()), password_(std::move(password)) {}
+
+bool Gate::isForUs(const Request& request) const {
+  const auto asked = request.header("Host");
+  const auto [host, port] = split(asked);
+  const bool known =
+      isAddress(host) || host == "localhost" || host == lower(names_.bind) ||
+      std::ranges::any_of(names_.names, [&, name = host](const auto& own) { return lower(own) == name; });
+  // Behind something that forwards, under a name of its own, the port is another.
+  const bool named =
+      std::ranges::any_of(names_.names, [&, name = host](const auto& own) { return lower(own) == name; });
+  if (!known || (!named && port != std::to_string(names_.port))) return false;
+  const auto origin = request.header("Origin");
+  if (origin.empty()) return true;
+  for (const std::string_view scheme : {"http://", "https://"})
+    if (origin.starts_with(scheme) && lower(std::string_view(origin).substr(scheme.size())) == lower(asked))
+      return true;
+  return false;
+}
+
+std::string Gate::open() {
+  auto cookie = secret();
+  const std::lock_guard lock(mutex_);
+  const auto now = Clock::now();
+  std::erase_if(sessions_, [&](const auto& session) { return now - session.second.used > kSessionLife; });
+  if (sessions_.size() >= kMostSessions)
+    sessions_.erase(std::ranges::min_element(sessions_, {}, [](const auto& session) { return session.second.used; }));
+  sessions_[cookie] = {secret(), now};
+  return setCookie(cookie);
+}
+
+std::optional<std::string> Gate::enterByToken(std::string_view token) {
+  return sameSecret(token, token_) ? std::optional(open()) : std::nullopt;
+}
+
+Gate::Login Gate::enterByPassword(std::string_view password, const std::string& remote, std::string& cookie) {
+  {
+    const std::lock_guard lock(mutex_);
+    const auto now = Clock::now();
+    if (attempts_.size() > kMostAttempts)
+      std::erase_if(attempts_, [&](const auto& attempt) { return attempt.second.next < now; });
+    auto& attempt = attempts_[remote];
+    if (now < attempt.next) return Login::TooSoon;
+    if (!sameSecret(password, password_)) {
+      attempt.next = now + kFirstPause * (1 << std::min(attempt.wrong++, kMostDoublings));
+      return Login::Wrong;
+    }
+    attempts_.erase(remote);
+  }
+  cookie = open();
+  return Login::Entered;
+}
+
+std::optional<Gate::Caller> Gate::callerOf(const Request& request) {
+  constexpr std::string_view kBearer = "Bearer ";
+  const auto authorization = request.header("Authorization");
+  if (authorization.starts_with(kBearer) && sameSecret(std::string_view(authorization).substr(kBearer.size()), token_))
+    return Caller{"", true};
+  const auto cookie = cookieOf(request.header("Cookie"));
+  const std::lock_guard lock(mutex_);
+  const auto found = sessions_.find(cookie);
+  const auto now = Clock::now();
+  if (found == sessions_.end() || now - found->second.used > kSessionLife) return std::nullopt;
+  found->second.used = now;
+  return Caller{found->second.csrf, false};
+}
+
+bool Gate::isMeant(const Caller& caller, const Request& request) {
+  return caller.bearer || sameSecret(request.header("X-Bukorval-Csrf"), caller.csrf);
+}
+
+}  // namespace bukorval::host::server

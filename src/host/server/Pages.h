@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+#include "host/server/Http.h"
+
+/// The pages in front of the page: they need no script.
+namespace bukorval::host::server {
+
+/// For who comes without a session.
+Reply strangerPage(bool hasPassword);
+/// The form for the password. @param problem  what was wrong with the last one.
+Reply loginPage(int status, std::string_view problem);
+
+}  // namespace bukorval::host::server

@@ -1,0 +1,158 @@
+#include "host/server/ServeCommand.h"
+
+#include <pthread.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "host/Version.h"
+#include "host/environment/Errors.h"
+#include "host/environment/StandardStreams.h"
+#include "host/environment/UserName.h"
+#include "host/server/Desks.h"
+#include "host/server/Gate.h"
+#include "host/server/Jobs.h"
+#include "host/server/Operations.h"
+#include "host/server/Server.h"
+#include "host/server/Site.h"
+#include "language/Language.h"
+
+namespace bukorval::host {
+namespace {
+
+constexpr const char* kLoopback = "127.0.0.1";
+constexpr std::size_t kShortestPassword = 8;
+
+struct ServeOptions {
+  std::string bind, passwordFile, assets;
+  std::vector<std::string> names;
+  int port = 8765, workers = 4;
+  bool readOnly = false;
+};
+
+bool isLoopback(const std::string& address) {
+  return address == kLoopback || address == "::1" || address == "localhost";
+}
+
+/// The first line of a file.
+std::string passwordOf(const std::string& file) {
+  if (file.empty()) return {};
+  std::ifstream in(file);
+  std::string password;
+  if (!in || !std::getline(in, password)) throw dati::Refused(tr("Cannot read {}", file));
+  if (password.ends_with('\r')) password.pop_back();
+  if (password.size() < kShortestPassword)
+    throw UsageError(tr("The password in {} is shorter than {} characters", file, kShortestPassword));
+  return password;
+}
+
+/// Opens the database once, so that what is wrong with it is told now.
+server::About aboutOf(Environment& environment) {
+  auto& session = environment.session();
+  return {userName(), session.RagioneSociale(), session.CodiceDitta(), session.SeparatoreDecimale(), versionText()};
+}
+
+/// Ends the server when the system says so, in a thread of its own: a signal's handler could do nothing safely.
+class EndBySignal {
+ public:
+  explicit EndBySignal(server::Server& server)
+      : waiting_([this, &server] {
+          int signal = 0;
+          sigwait(&signals_, &signal);
+          server.stop();
+        }) {}
+  ~EndBySignal() { pthread_kill(waiting_.native_handle(), SIGTERM); }
+  EndBySignal(const EndBySignal&) = delete;
+  EndBySignal& operator=(const EndBySignal&) = delete;
+
+  /// In the first thread, before there is any other: they take it over.
+  static void block() {
+    const auto signals = ofEnd();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+  }
+
+ private:
+  static sigset_t ofEnd() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGTERM);
+    return signals;
+  }
+
+  sigset_t signals_ = ofEnd();
+  std::jthread waiting_;
+};
+
+std::string addressOf(const std::string& bind, int port, const std::string& token) {
+  const bool sixth = bind.find(':') != std::string::npos;
+  return "http://" + (sixth ? "[" + bind + "]" : bind) + ":" + std::to_string(port) + "/?token=" + token;
+}
+
+void serve(Environment& environment, const ServeOptions& options) {
+  const auto bind = options.bind.empty() ? kLoopback : options.bind;
+  if (!isLoopback(bind) && options.passwordFile.empty())
+    throw UsageError(tr("--bind lets other machines in: give --password-file as well"));
+  EndBySignal::block();
+  server::Gate gate(passwordOf(options.passwordFile));
+  const auto about = aboutOf(environment);
+  const auto workers = static_cast<std::size_t>(options.workers);
+  server::Desks desks(workers);
+  server::Operations operations(environment.options, options.readOnly, desks);
+  server::Jobs jobs(operations, std::max<std::size_t>(1, workers - 1));
+  server::Site site(operations, jobs, gate, about, options.assets);
+  server::Server server([&](const auto& request) { return site.answer(request); }, &server::Site::failure);
+  const int port = server.bind(bind, options.port);
+  gate.setNames({bind, port, options.names});
+  const EndBySignal end(server);
+  std::cout << addressOf(bind, port, gate.token()) << '\n';
+  flushOutput();
+  server.run();
+}
+
+}  // namespace
+
+Command serveCommand() {
+  const auto options = std::make_shared<ServeOptions>();
+  return {"serve",
+          "Serve the budgets of a database to browsers",
+          "  bukorval serve -d demo.db\n"
+          "Prints the address to open; the key in it is made anew at every start. Ctrl-C ends it.\n"
+          "Only this machine is served. With --bind others are, too, by the password in --password-file: nothing is\n"
+          "encrypted then, so put something in front that does, and name it with --name.",
+          {{.flags = "--port",
+            .help = "0 for any that is free",
+            .target = &options->port,
+            .showDefault = true,
+            .range = {{0, 65535}}},
+           {.flags = "--bind",
+            .help = "address to listen on, instead of this machine alone",
+            .target = &options->bind,
+            .valueName = "ADDRESS"},
+           {.flags = "--password-file",
+            .help = "file whose first line opens a session as well",
+            .target = &options->passwordFile,
+            .valueName = "FILE"},
+           {.flags = "--name",
+            .help = "a further name that browsers reach it by; again for more",
+            .target = &options->names},
+           {"--read-only", "offer nothing that writes", &options->readOnly},
+           {.flags = "--workers",
+            .help = "commands that run at once, each with a connection of its own",
+            .target = &options->workers,
+            .showDefault = true,
+            .range = {{1, 64}}},
+           {.flags = "--assets",
+            .help = "folder to serve the page's files from, instead of those in the program",
+            .target = &options->assets,
+            .hidden = true}},
+          [options](Environment& environment) { serve(environment, *options); }};
+}
+
+}  // namespace bukorval::host

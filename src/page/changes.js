@@ -1,0 +1,43 @@
+// Looks now and then whether others have changed cards of a budget.
+
+import { changes } from "./api.js";
+
+const SECONDS = 4;
+
+export class ChangeWatch {
+  constructor({ type, subtype, year }) {
+    this.query = { type, subtype, year };
+    this.since = "";
+    this.onchange = () => {};
+  }
+
+  /** From now on; what is loaded afterwards is at least as new. */
+  async start() {
+    try {
+      this.since = (await changes(this.query)).now;
+    } catch {
+      return; // a budget without cards, or one that the object refuses: its view tells
+    }
+    if (!this.stopped) this.timer = setInterval(() => this.look(), SECONDS * 1000);
+  }
+
+  async look() {
+    if (document.hidden || this.looking) return;
+    this.looking = true;
+    try {
+      const { now, cards } = await changes({ ...this.query, since: this.since });
+      if (this.stopped) return;
+      this.since = now;
+      if (cards.length) this.onchange(cards);
+    } catch {
+      /* the next look tells */
+    } finally {
+      this.looking = false;
+    }
+  }
+
+  stop() {
+    this.stopped = true;
+    clearInterval(this.timer);
+  }
+}

@@ -1,0 +1,122 @@
+// The cards of a budget with their totals and deltas.
+
+import { deltas, run } from "./api.js";
+import { budgetOf, cardKinds, describe, nameOf, pathOf, selection } from "./budget.js";
+import { ChangeWatch } from "./changes.js";
+import { DataGrid } from "./datagrid.js";
+import { select } from "./dom.js";
+import { placeInFrame, show } from "./frame.js";
+import { isDelta } from "./gridcolumns.js";
+import { title } from "./heading.js";
+import { sites } from "./lists.js";
+import { announce, notice } from "./notices.js";
+import { go, link, stay } from "./router.js";
+import { t } from "./words.js";
+
+const FIXED = ["BU65_CODICE_CG31", "BU65_INDCOSRIC_BU07"]; // what the selection says already
+
+/** The budget with a site and a kind of card, where it is kept so: the first ones, or those of the address. */
+async function complete(budget, about) {
+  if (about.perSite && budget.site === "") budget.site = String((await sites())[0]?.CODICE ?? 1);
+  if (about.byKind && budget.kind === "") budget.kind = "0";
+  return budget;
+}
+
+async function selectors(budget, about) {
+  const again = (change) => go("grid", pathOf(budget), { site: budget.site, kind: budget.kind, ...change });
+  const controls = [];
+  if (about.perSite) {
+    const offered = (await sites()).map(({ CODICE, DESCRIZIONE }) => [CODICE, `${CODICE} - ${DESCRIZIONE}`]);
+    const site = select(offered, budget.site, (value) => again({ site: value }));
+    site.setAttribute("aria-label", t("Site"));
+    controls.push(site);
+  }
+  if (about.byKind) {
+    const kind = select(cardKinds(), budget.kind, (value) => again({ kind: value }));
+    kind.setAttribute("aria-label", t("Kind of card"));
+    controls.push(kind);
+  }
+  return controls;
+}
+
+/** The deltas of a row of sums, by the object's own formulas. */
+async function withDeltas(budget, cells, columns) {
+  const { type, subtype } = budget;
+  const sent = Object.fromEntries(
+    columns
+      .filter((column) => column.figure && !isDelta(column) && cells[column.index] !== null)
+      .map((column) => [column.name, cells[column.index]]),
+  );
+  const [answer] = (await deltas({ type, subtype, rows: [sent] })).rows;
+  return columns.map((column) => (isDelta(column) ? (answer[column.name] ?? null) : cells[column.index]));
+}
+
+export function showGrid({ path, query }) {
+  const budget = budgetOf(path, query);
+  return show(async ({ wanted, whenLeft }) => {
+    const watch = new ChangeWatch(budget);
+    whenLeft(() => watch.stop());
+    const [about] = await Promise.all([describe(budget), watch.start(), sites()]);
+    await complete(budget, about);
+    if (wanted()) stay("grid", path, { site: budget.site, kind: budget.kind });
+    placeInFrame(
+      [
+        [t("Budgets"), link("budgets")],
+        [`${about.title} ${budget.year}`, ""],
+      ],
+      budget,
+      "grid",
+    );
+    const [table, tools] = await Promise.all([load(budget), selectors(budget, about)]);
+    const grid = new DataGrid({
+      label: t("Cards of {}", nameOf(budget)),
+      key: `grid:${budget.type}/${budget.subtype}`,
+      tools,
+      rowLink: ({ cells }) =>
+        link("card", [cells[grid.id]], { budget: nameOf(budget), site: budget.site, kind: budget.kind }),
+      deltas: (cells, columns) => withDeltas(budget, cells, columns),
+    });
+    display(grid, table);
+    whenLeft(watchOthers(watch, grid, budget));
+    return [title(about, budget), grid.element];
+  });
+}
+
+async function load(budget) {
+  const {
+    tables: [table],
+  } = await run("grid", selection(budget));
+  for (const column of table.columns) if (FIXED.some((name) => column.name.startsWith(name))) column.secondary = true;
+  return table;
+}
+
+/** What names a card comes first; its number is for programs. */
+function display(grid, table, keep = false) {
+  grid.id = table.columns.findIndex((column) => column.name === "BU65_ID");
+  if (grid.id >= 0) table.columns[grid.id].secondary = true;
+  grid.show(table, { keep });
+}
+
+/**
+ * Cards that others have changed are marked and told; they are loaded anew when the user says so.
+ * @returns what ends it
+ */
+function watchOthers(watch, grid, budget) {
+  let told = null;
+  watch.onchange = (cards) => {
+    const changed = new Set(cards.map((card) => String(card.id)));
+    for (const row of grid.roots) row.changed ||= changed.has(String(row.cells[grid.id]));
+    grid.refresh();
+    const count = grid.roots.filter((row) => row.changed).length;
+    if (!count) return;
+    told?.close();
+    told = notice(count === 1 ? t("Somebody has changed a card") : t("Somebody has changed {} cards", count), "info", [
+      t("Show the changes"),
+      async () => {
+        display(grid, await load(budget), true);
+        announce(t("Loaded anew"));
+      },
+    ]);
+  };
+  return () => told?.close();
+}

@@ -1,0 +1,39 @@
+// The movements behind a card or one of its periods.
+
+import { run } from "./api.js";
+import { DataGrid } from "./datagrid.js";
+import { button, h } from "./dom.js";
+import { tableWith } from "./lists.js";
+import { failureBox } from "./notices.js";
+import { plainTable } from "./plaintable.js";
+import { t } from "./words.js";
+
+/** Fills a place below the card. @param period  {number, name}, or null for all of them */
+export async function showMovements(place, card, period) {
+  const title = period ? t("Movements of {}", period.name) : t("Movements of the card");
+  const close = button("×", () => place.replaceChildren(), { class: "quiet", "aria-label": t("Close") });
+  const box = h(
+    "section",
+    { class: "drill", "aria-label": title },
+    h("div", { class: "title" }, h("h2", { tabindex: -1 }, title), close),
+  );
+  place.replaceChildren(box);
+  try {
+    const answer = await run("movements", { card, ...(period && { period: period.number }) });
+    const movements = tableWith(answer, "CG41_NUMREG"),
+      cells = tableWith(answer, "SCHEDA");
+    box.append(...(answer.messages ?? []).map((text) => h("p", { class: "muted" }, text)));
+    if (cells?.rows.length) box.append(plainTable(cells));
+    if (movements.rows.length) {
+      const grid = new DataGrid({ label: title, key: "movements", search: movements.rows.length > 12 });
+      box.append(grid.element);
+      grid.show(movements);
+    } else {
+      box.append(h("p", { class: "muted" }, t("No movements")));
+    }
+  } catch (error) {
+    box.append(failureBox(error));
+  }
+  box.scrollIntoView({ block: "nearest" });
+  box.querySelector("h2").focus({ preventScroll: true });
+}

@@ -1,0 +1,108 @@
+"""What it looks like: on a phone, in the dark, in Italian, on paper, with texts that want to be more than text."""
+import base64
+import contextlib
+import os
+import pathlib
+import re
+import shutil
+import sqlite3
+import time
+
+from case import CARD, DEMO, FOLDER, GRID, SOURCES, Page
+
+HOSTILE = "<script>alert(2)</script>\u202e"
+FORMULA = "=1+1|cmd"
+PLACES = {
+    "budgets": "#/",
+    "grid": GRID,
+    "card": CARD.format(52),
+    "report": "#/report/4/01/2025?rows=site,account",
+    "compare": "#/compare?left=4/01%402025",
+    "elaborate": "#/elaborate/4/01/2025",
+    "history": "#/history",
+}
+ITALIAN = {
+    "grid": "Schede",
+    "report": "Dal budget al consuntivo",
+    "card": "Movimenti",
+    "elaborate": "Una prova non scrive nulla",
+}
+
+
+class Looks(Page):
+    name, language = "hostile", "it"
+
+    @classmethod
+    def database(cls):
+        path = os.path.join(FOLDER, "hostile-texts.db")
+        shutil.copy(DEMO, path)
+        with contextlib.closing(sqlite3.connect(path)) as db, db:
+            db.create_collation("BK_ORDER", lambda a, b: (a > b) - (a < b))
+            db.execute("UPDATE BU07_SCHEDECOSGEN SET BU07_DESCR = ?", (HOSTILE,))
+        return path
+
+    def test_1_hostile(self):
+        b = self.browser
+        invented = f"#/grid/4/01/{HOSTILE}", f"#/card/{FORMULA}"
+        for place in (GRID, CARD.format(52), "#/report/4/01/2025?rows=card", *invented):
+            b.go(place)
+            self.assertEqual(b.count("main img, main script"), 0)
+        b.go(GRID)
+        self.assertIn("<script>alert(2)", b.text(".grid-body .row"))
+        self.assertNotIn("\u202e", b.text(".grid-body .row"))
+        b.element("input[type=search]").send_keys(HOSTILE)
+        self.open_card(52)
+        for text in (HOSTILE, FORMULA, "'; DROP TABLE BU65_TESBUDGET --"):
+            self.type_into(1, "IMP_BUDGET", text)
+            b.wait(lambda: b.state(1, "IMP_BUDGET") == "refused", "the refusal of " + text)
+
+    def test_2_phone(self):
+        b = self.browser
+        b.size(375, 740, mobile=True)
+        try:
+            for name, place in PLACES.items():
+                b.go(place)
+                time.sleep(0.15)
+                self.assertLessEqual(b.wide(), 0, name)
+                b.shot("phone-" + name)
+        finally:
+            b.size(1280, 800)
+
+    def test_3_italian_and_dark(self):
+        b = self.browser
+        b.media(dark=True)
+        for name, word in ITALIAN.items():
+            b.go(PLACES[name])
+            self.assertIn(word, b.js("return document.body.textContent"))
+            time.sleep(0.1)
+            b.shot("dark-" + name)
+        b.media()
+        self.assertEqual(b.js("return document.documentElement.lang"), "it")
+
+    def test_4_paper(self):
+        b = self.browser
+        b.go("#/report/4/01/2025?rows=site,account")
+        b.element(".grid-body .row")
+        pdf = b.driver.execute_cdp_cmd("Page.printToPDF", {"printBackground": True, "preferCSSPageSize": True})
+        path = os.path.join(FOLDER, "report.pdf")
+        pathlib.Path(path).write_bytes(base64.b64decode(pdf["data"]))
+
+    def test_5_read_only(self):
+        b = self.browser
+        self.server.stop()
+        b.open(self.server.start("--read-only"))
+        self.open_card(52)
+        b.element(".badge", "Sola lettura")
+        self.assertEqual(b.count(".editable"), 0)
+        self.assertNotIn("Elaborazioni", b.text(".tabs"))
+
+    def test_6_sources(self):
+        """Every module is loaded at once, every text of the page's own has its Italian."""
+        sources = {path.name: path.read_text() for path in (SOURCES / "src/page").glob("*.js")}
+        loaded = re.findall(r'(?:href|src)="(\w+\.js)"', (SOURCES / "src/page/index.html").read_text())
+        self.assertEqual(sorted(loaded), sorted(sources))
+        known = set(re.findall(r'^  "((?:[^"\\]|\\.)*)":', sources["words.js"], re.M))
+        said = {text for name, source in sources.items() for text in re.findall(r'\bt\("([^"]*)"', source)}
+        tables = set(re.findall(r'^    title: "([^"]+)",$', sources["elaborate.js"], re.M))
+        tables |= set(re.findall(r'^ +\["[^"]+", "([^"]+)"\],$', sources["frame.js"] + sources["reportdata.js"], re.M))
+        self.assertEqual(sorted((said | tables) - known), [])

@@ -1,0 +1,320 @@
+#!/usr/bin/env python3
+"""What the server lets in, what it answers and what it leaves alone: check_server.py PROGRAM DEMO_DB
+With POSTGRES=STATE (see tests/postgres/cluster) only what a database server may change is looked at."""
+import concurrent.futures
+import json
+import os
+import pathlib
+import re
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import time
+
+from running import BUDGET, GRID, Server, copied
+from shapes import problems_of
+
+program, demo = sys.argv[1:3]
+problems = []
+CARD = 47  # of the budget that is looked at
+
+
+def check(what, good, shown=""):
+    if not good:
+        problems.append(f"{what}: {str(shown)[:300]}")
+
+
+DEEP = b'{"options":' + b"[" * 50000 + b"]" * 50000 + b"}"
+RUN = "/api/v1/run/"
+# Who comes how: nobody, a session without and with its sign, the token itself. Then method, path, body, further headers,
+# and status and kind of the answer.
+DOORS = [
+    ("none", "GET", "/", None, {}, 401, None),
+    ("none", "GET", "/?token=wrong", None, {}, 401, None),
+    ("none", "GET", "/api/v1/session", None, {}, 401, "unauthorized"),
+    ("none", "GET", "/openapi.json", None, {}, 401, "unauthorized"),
+    ("none", "POST", RUN + "grid", {"options": GRID}, {}, 401, "unauthorized"),
+    ("none", "GET", "/api/v1/nothing", None, {}, 401, "unauthorized"),
+    ("none", "GET", "/login", None, {}, 404, "notFound"),
+    ("none", "GET", "/door.css", None, {}, 200, None),
+    ("none", "POST", RUN + "grid", {"options": GRID}, {"Authorization": "Bearer "}, 401, "unauthorized"),
+    ("none", "POST", RUN + "grid", {"options": GRID}, {"Cookie": "bukorval="}, 401, "unauthorized"),
+    ("cookie", "GET", "/", None, {}, 200, None),
+    ("cookie", "POST", RUN + "grid", {"options": GRID}, {}, 403, "forbidden"),
+    ("cookie", "DELETE", "/api/v1/jobs/1", None, {}, 403, "forbidden"),
+    ("cookie", "POST", RUN + "grid", {"options": GRID}, {"X-Bukorval-Csrf": "0" * 48}, 403, "forbidden"),
+    ("page", "POST", RUN + "grid", {"options": GRID}, {}, 200, None),
+    ("page", "POST", RUN + "grid", {"options": GRID}, {"Origin": "http://evil.example"}, 403, "forbidden"),
+    ("page", "POST", RUN + "grid", {"options": GRID}, {"Origin": "null"}, 403, "forbidden"),
+    ("page", "GET", "/api/v1/session", None, {"Host": "evil.example"}, 403, "forbidden"),
+    ("page", "GET", "/api/v1/session", None, {"Host": "evil.example:PORT"}, 403, "forbidden"),
+    ("page", "GET", "/api/v1/session", None, {"Host": "127.0.0.1:1"}, 403, "forbidden"),
+    ("page", "GET", "/api/v1/session", None, {"Host": "localhost:PORT", "Origin": "http://localhost:PORT"}, 200, None),
+    ("page", "GET", "/api/v1/session", None, {"Host": "budget.example", "Origin": "https://budget.example"}, 200, None),
+    ("page", "GET", "/../../../etc/passwd", None, {}, 404, "notFound"),
+    ("page", "GET", "/%2e%2e/%2e%2e/etc/passwd.txt", None, {}, 404, "notFound"),
+    ("page", "GET", "/..%5c..%5cbudget.db", None, {}, 404, "notFound"),
+    ("page", "GET", "/" + "a/" * 3000, None, {}, 404, "notFound"),
+    ("page", "PUT", RUN + "grid", {"options": GRID}, {}, 404, "notFound"),
+    ("token", "POST", RUN + "a" * 5000, {}, {}, 404, "notFound"),
+    ("token", "POST", RUN + "backup", {"options": {"FILE": "/tmp/x"}}, {}, 404, "notFound"),
+    ("token", "POST", RUN + "call", {}, {}, 404, "notFound"),
+    ("token", "POST", RUN + "serve", {}, {}, 404, "notFound"),
+    ("token", "POST", RUN + "grid", {"options": GRID}, {"Range": "bytes=0-1,2-3"}, 200, None),
+    ("token", "POST", RUN + "grid", b"x" * 10_000_000, {}, 413, "tooLarge"),
+    ("token", "POST", RUN + "grid", DEEP, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", b"", {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", b"[]", {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", b'{"options":{"year":1e999}}', {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", b'{"options":{"subtype":"\xff\xfe"}}', {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": []}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"other": 1}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"year": 2025.5}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"year": 10**30}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"subtype": "0\0"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"explain": "yes"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"subtype": {"a": 1}}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"AnnoEsercizio": 2025}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"database": "other.db"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"CodiceSede": "1; DROP TABLE BU65_TESBUDGET"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"fields": "NOSUCH"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "grid", {"options": GRID | {"subtype": "' OR '1'='1"}}, {}, 422, "refused"),
+    ("token", "POST", RUN + "set", {"options": {"CARD": 1}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "set", {"options": {"CARD": 1, "PERIOD": 99, "VALUE": "1"}}, {}, 422, "refused"),
+    ("token", "POST", RUN + "set", {"options": {"CARD": 10**9, "PERIOD": 1, "VALUE": "1"}}, {}, 422, "refused"),
+    ("token", "POST", RUN + "set", {"options": {"CARD": 1, "PERIOD": 1, "VALUE": "1.250"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "set", {"options": {"CARD": 1, "PERIOD": 1, "VALUE": "1", "force": True}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "spread", {"options": {"CARD": 1, "TOTAL": "1", "like": "/etc/x.csv"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "delete", {"options": {"CARD": 1}}, {}, 422, "question"),
+    ("token", "POST", RUN + "report", {"options": BUDGET | {"html": "/tmp/x.html"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "report", {"options": BUDGET | {"top": 0}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "years", {"options": {"ACTION": "close", "YEAR": 2025}}, {}, 400, "usage"),
+    ("token", "POST", "/api/v1/deltas", {"rows": [{"IMP_BUDGET": "x"}]}, {}, 400, "usage"),
+    ("token", "POST", "/api/v1/deltas", {"rows": [{}] * 201}, {}, 400, "usage"),
+    ("token", "POST", "/api/v1/deltas", {"rows": 1}, {}, 400, "usage"),
+    ("token", "POST", "/api/v1/picture/report", {"options": BUDGET, "chart": [1]}, {}, 400, "usage"),
+    ("token", "GET", "/api/v1/changes?type=4&subtype=01&year=2025&since=never", None, {}, 400, "usage"),
+    ("token", "GET", "/api/v1/jobs/0", None, {}, 404, "notFound"),
+]
+
+
+def check_doors(where, folder):
+    with Server(program, where, "--name", "budget.example", log=folder / "log") as server:
+        page = server.enter()
+        comers = {"none": {}, "cookie": {"Cookie": page["Cookie"]}, "page": page, "token": server.bearer()}
+        for who, method, path, body, headers, status, kind in DOORS:
+            what = f"{who} {method} {path[:60]} {str(body)[:80]} {headers}"
+            own = {name: value.replace("PORT", str(server.port)) for name, value in headers.items()}
+            answer = server.ask(method, path, body, comers[who] | own)
+            check(what, answer.status == status, f"{answer.status} instead of {status}: {answer.raw[:200]}")
+            check(f"{what}: policy", "script-src 'self'" in answer.headers.get("Content-Security-Policy", ""))
+            check(f"{what}: sniffing", answer.headers.get("X-Content-Type-Options") == "nosniff")
+            if kind and answer.status == status:
+                error = answer.error
+                check(f"{what}: kind", error["kind"] == kind, error)
+                check(f"{what}: words", error["message"] and not re.search(r"SELECT |UPDATE |\.cpp|/tmp", error["message"]),
+                      error["message"])
+        check("a cookie is a session's own", server.token not in page["Cookie"])
+        set_cookie = server.ask("GET", f"/?token={server.token}").headers["Set-Cookie"]
+        check("the cookie is for pages of ours alone", "HttpOnly" in set_cookie and "SameSite=Strict" in set_cookie, set_cookie)
+        check("nothing was written", server.run("history").table() == [])
+        other = subprocess.run([program, "serve", *where, "--port", str(server.port)], capture_output=True, text=True)
+        check("a port is for one", other.returncode == 1 and "Cannot listen" in other.stderr, other)
+        check("it ends", server.end() == 0)
+    check("the log says nothing", (folder / "log").read_text() == "", (folder / "log").read_text())
+    with Server(program, where) as again:
+        check("a session ends with its server", again.ask("GET", "/api/v1/session", headers=page).status == 401)
+
+
+# Options with which each command does something; commands that need none are not here. The later ones find what the
+# earlier ones left.
+OPTIONS = {
+    "list": {"WHAT": "sites"}, "grid": GRID | {"stamps": True, "explain": True}, "periods": {"CARD": 1, "explain": True},
+    "report": BUDGET | {"rows": "site,account", "columns": "quarter"}, "card": {"CARD": 1},
+    "movements": {"card": CARD, "excluded": True}, "compare": {"LEFT": "4/01@2025", "RIGHT": "4/01@2025:actual"},
+    "set": {"CARD": 2, "PERIOD": 1, "VALUE": "12,50"}, "spread": {"CARD": 2, "TOTAL": "1200", "like": "even"},
+    "raise": GRID | {"PERCENT": "5", "dry-run": True}, "clear": {"CARD": 3, "yes": True},
+    "new": BUDGET | {"NAME=VALUE": ["BU65_INDCOSRIC_BU07=0", "BU65_SCHEDA_BU07='PROVA'", "BU65_CODICE_CG31=1",
+                                    "BU65_CONTO_CG24='62050002'"]}, "delete": {"CARD": 4, "yes": True},
+    "align": GRID, "elaborate-cards": BUDGET | {"dry-run": True},
+    "elaborate-balances": {"type": 5, "subtype": "01", "year": 2025, "dry-run": True},
+    "duplicate": GRID | {"TipoDettaglioOrigine": 0, "TipoDettaglioDestinazione": 3, "BdgDestinazioneSottoTipo": "01",
+                         "BdgDestinazioneAnnoEsercizio": 2026, "BdgDestinazioneCodiceSede": 1, "dry-run": True},
+    "lock": {"BUDGET": "4/01@2025", "reason": "closed"}, "unlock": {"BUDGET": "4/01@2025"},
+}
+
+
+def finished(server, job):
+    for _ in range(400):
+        answer = server.ask("GET", f"/api/v1/jobs/{job}", headers=server.bearer())
+        if answer.json["state"] != "running":
+            return answer
+        time.sleep(0.02)
+    raise TimeoutError(job)
+
+
+def check_described(where):
+    """Every operation that the document lists answers, as it says."""
+    with Server(program, where) as server:
+        document = server.ask("GET", "/openapi.json", headers=server.bearer()).json
+        for path, operations in document["paths"].items():
+            name = path.rsplit("/", 1)[1]
+            for method, operation in operations.items():
+                if method == "parameters" or "{id}" in path:
+                    continue
+                options = OPTIONS.get(name, {})
+                body = None
+                if "requestBody" in operation:
+                    body = {"rows": [{"IMP_BUDGET": "100"}]} if name == "deltas" else {"options": options}
+                    described = operation["requestBody"]["content"]["application/json"]["schema"]
+                    problems.extend(problems_of(body, described, document, f"request of {path}"))
+                query = "?type=4&subtype=01&year=2025&since=2025-01-01" if name == "changes" else ""
+                answer = server.ask(method.upper(), path + query, body, server.bearer())
+                status = next(iter(operation["responses"]))
+                if str(answer.status) != status:
+                    problems.append(f"{method} {path}: {answer.status} {answer.raw[:300]}")
+                    continue
+                content = operation["responses"][status]["content"]
+                if "application/json" in content:
+                    problems.extend(problems_of(answer.json, content["application/json"]["schema"], document, path))
+                if status == "202":
+                    ended = finished(server, answer.json["id"])
+                    problems.extend(problems_of(ended.json, {"$ref": "#/components/schemas/Job"}, document, path))
+                    server.ask("DELETE", "/api/v1/jobs/" + answer.json["id"], headers=server.bearer())
+        check("the document lists the commands", len(document["paths"]) > 50, len(document["paths"]))
+    with Server(program, where, "--read-only") as server:
+        paths = server.ask("GET", "/openapi.json", headers=server.bearer()).json["paths"]
+        for command in ("set", "spread", "raise", "clear", "new", "delete", "align", "elaborate-cards", "elaborate-balances",
+                        "duplicate", "lock", "unlock", "undo"):
+            check(f"{command} is not offered", RUN + command not in paths)
+            for kind in ("run", "jobs"):
+                answer = server.ask("POST", f"/api/v1/{kind}/{command}", {"options": OPTIONS.get(command, {})}, server.bearer())
+                check(f"{kind} {command}, only read", answer.status == 403, answer.raw)
+        check("others are", server.run("grid", GRID).status == 200)
+
+
+def check_values(where):
+    """The answers are those of the command line."""
+    with Server(program, where) as server:
+        for command, options, words in (
+                ("grid", GRID, "-t 4 -s 01 -y 2025 --BdgTipoScheda 0 --CodiceSede 1"),
+                ("periods", {"CARD": 1}, "1"),
+                ("report", BUDGET | {"rows": "site"}, "-t 4 -s 01 -y 2025 --rows site")):
+            line = subprocess.run([program, command, *words.split(), *where, "--format", "json", "--all"],
+                                  capture_output=True, text=True, check=True).stdout
+            told = json.loads(line, parse_float=str)
+            rows = [{name: row[name] for name in told[0]} for row in server.run(command, options).table()]
+            check(f"{command} as on the command line", rows == told, rows[:1] + told[:1])
+        deltas = server.ask("POST", "/api/v1/deltas", {"cells": {"IMP_BUDGET": "80", "IMP_CONSUNTIVO": "100.50",
+                                                                 "IMP_FORECAST2": "60"}}, server.bearer()).json["rows"][0]
+        expected = {"DELTAIMP_CONS": "20.50", "DELTAPERCIMP_CONS": "0.2563", "DELTAIMP_FORE2": "-20.00",
+                    "DELTAPERCIMP_FORE2": "-0.2500", "DELTAIMP_FORE1": None}
+        check("deltas", {name: deltas[name] for name in expected} == expected, deltas)
+        picture = server.ask("GET", "/api/v1/picture/report?type=4&subtype=01&year=2025&rows=site&chart=deltas",
+                             headers=server.bearer())
+        check("a picture", picture.headers["Content-Type"] == "image/svg+xml" and picture.raw.startswith(b"<svg"), picture.raw[:99])
+
+
+def check_two(where):
+    """Two people on one card, and what a third one hears of it."""
+    with Server(program, where) as server:
+        seen = next(row for row in server.run("grid", GRID | {"stamps": True}).table() if row["BU65_ID"] == CARD)["ULTIMAMODIFICA"]
+        poll = "/api/v1/changes?type=4&subtype=01&year=2025"
+        now = server.ask("GET", poll, headers=server.bearer()).json["now"]
+        edit = {"CARD": CARD, "PERIOD": 3, "seen": seen}
+        first = server.run("set", edit | {"VALUE": "100,10"})
+        check("the first edit", first.status == 200 and first.table()[0]["DOPO"] == "100.10", first.raw)
+        second = server.run("set", edit | {"VALUE": "200,20"})
+        check("the second edit", second.status == 409 and second.error["kind"] == "conflict", second.raw)
+        check("shows what has changed", "100.10" in json.dumps(second.error["tables"]), second.raw)
+        value = server.run("periods", {"CARD": CARD}).table()[2]["IMP_BUDGET"]
+        check("is not written", value == "100.10", value)
+        heard = server.ask("GET", f"{poll}&since={now.replace(' ', '%20').replace('#', '%23')}", headers=server.bearer()).json
+        stamp = next(row for row in server.run("grid", GRID | {"stamps": True}).table() if row["BU65_ID"] == CARD)["ULTIMAMODIFICA"]
+        check("the change is heard of", heard["cards"] == [{"id": CARD, "lastChange": stamp}], heard)
+        later = server.ask("GET", f"{poll}&since={heard['now'].replace(' ', '%20').replace('#', '%23')}", headers=server.bearer())
+        check("once", later.json["cards"] == [], later.raw)
+        check("in the history", server.run("history").table()[0]["COMANDO"].startswith(f"set {CARD} 3 100,10 --seen"))
+
+        def write(number):
+            return server.run("set", {"CARD": CARD + 1 + number % 2, "PERIOD": 1 + number // 2, "VALUE": str(number)}).status
+
+        with concurrent.futures.ThreadPoolExecutor(16) as pool:
+            reads = [pool.submit(lambda: server.run("grid", GRID).status) for _ in range(16)]
+            writes = [pool.submit(write, number) for number in range(8)]
+            statuses = [one.result() for one in reads + writes]
+        check("many at once", set(statuses) == {200}, statuses)
+
+
+def check_jobs(where):
+    """A run that is watched, one that is ended from outside, and one beside another program that holds the file."""
+    with Server(program, where, "--wait", "0") as server:
+        body = {"options": BUDGET | {"dry-run": True}}
+        job = server.ask("POST", "/api/v1/jobs/elaborate-cards", body, server.bearer()).json["id"]
+        done = finished(server, job).json
+        check("a job", done["state"] == "done" and done["progress"]["done"] == done["progress"]["steps"] > 0, done)
+        direct = server.run("elaborate-cards", BUDGET | {"dry-run": True})
+        check("says the same as a run", done["result"] == direct.json, done["result"])
+        wrong = server.ask("POST", "/api/v1/jobs/elaborate-cards", {"options": {}}, server.bearer()).json["id"]
+        failed = finished(server, wrong).json
+        check("a job that fails", failed["state"] == "failed" and failed["error"]["kind"] == "usage", failed)
+        check("is forgotten", server.ask("DELETE", "/api/v1/jobs/" + wrong, headers=server.bearer()).status == 200
+              and server.ask("GET", "/api/v1/jobs/" + wrong, headers=server.bearer()).status == 404)
+        with sqlite3.connect(where[1], isolation_level=None) as other:
+            other.execute("BEGIN IMMEDIATE")
+            busy = server.run("set", {"CARD": 1, "PERIOD": 1, "VALUE": "1"})
+            check("a busy database", busy.status == 503 and busy.error["kind"] == "busy", busy.raw)
+            other.execute("ROLLBACK")
+        check("afterwards", server.run("set", {"CARD": 1, "PERIOD": 1, "VALUE": "1"}).status == 200)
+
+
+def check_password(where, folder):
+    (folder / "password").write_text("open sesame!\n")
+    bare = subprocess.run([program, "serve", *where, "--bind", "0.0.0.0", "--port", "0"], capture_output=True, text=True)
+    check("no address for others without a password", bare.returncode == 2, bare)
+    with Server(program, where, "--bind", "0.0.0.0", "--password-file", str(folder / "password")) as server:
+        def enter(password):
+            return server.ask("POST", "/login", f"password={password}".encode(),
+                              {"Content-Type": "application/x-www-form-urlencoded"})
+        check("the form", b'action="/login"' in server.ask("GET", "/login").raw)
+        wrong, soon = enter("open").status, enter("open+sesame%21").status
+        check("a wrong password", (wrong, soon) == (401, 429), (wrong, soon))
+        time.sleep(0.6)
+        right = enter("open+sesame%21")
+        check("the right one", right.status == 303, right.raw)
+        cookie = {"Cookie": right.headers["Set-Cookie"].split(";")[0]}
+        check("opens", server.ask("GET", "/api/v1/session", headers=cookie).status == 200)
+
+
+def on_postgres(state):
+    folder, database = pathlib.Path(state).read_text(), f"serve_{os.getpid()}"
+    sql = ["psql", "-qXh", folder, "-U", "bukorval", "postgres", "-c"]
+    subprocess.run([*sql, f"CREATE DATABASE {database} TEMPLATE bk_demo"], check=True)
+    where = ["--connection", f"Provider=PostgreSQL;Host={folder};User=bukorval;Database={database}"]
+    try:
+        check_values(where)
+        check_two(where)
+        with Server(program, where) as server:
+            check("before", server.run("grid", GRID).status == 200)
+            ended = f"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '{database}'"
+            subprocess.run([*sql, ended], check=True, capture_output=True)
+            statuses = [server.run("grid", GRID).status for _ in range(2)]
+            check("a lost connection is made anew", statuses == [200, 200], statuses)
+    finally:
+        subprocess.run([*sql, f"DROP DATABASE {database} WITH (FORCE)"], check=True)
+
+
+with tempfile.TemporaryDirectory() as name:
+    scratch = pathlib.Path(name)
+    if "POSTGRES" in os.environ:
+        on_postgres(os.environ["POSTGRES"])
+    else:
+        check_doors(copied(demo, scratch), scratch)
+        check_described(copied(demo, scratch))
+        check_values(copied(demo, scratch))
+        check_two(copied(demo, scratch))
+        check_jobs(copied(demo, scratch))
+        check_password(copied(demo, scratch), scratch)
+print("\n".join(problems))
+sys.exit(bool(problems))
