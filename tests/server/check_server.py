@@ -280,7 +280,8 @@ def check_ended(where, folder):
             time.sleep(0.3)
             other.execute("ROLLBACK")
             check("a job is ended", ended.result().status == 200, ended.result().raw)
-            check("and leaves nothing behind", server.run("history").table() == [])
+            left = server.run("history").table()
+            check("and leaves nothing behind", left == [], left)
             check("nor in the log", (folder / "ended").read_text() == "", (folder / "ended").read_text())
 
 
