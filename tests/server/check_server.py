@@ -240,8 +240,8 @@ def check_two(where):
         def write(number):
             return server.run("set", {"CARD": CARD + 1 + number % 2, "PERIOD": 1 + number // 2, "VALUE": str(number)}).status
 
-        with concurrent.futures.ThreadPoolExecutor(16) as pool:
-            reads = [pool.submit(lambda: server.run("grid", GRID).status) for _ in range(16)]
+        with concurrent.futures.ThreadPoolExecutor(60) as pool:
+            reads = [pool.submit(lambda: server.run("periods", {"CARD": CARD}).status) for _ in range(100)]
             writes = [pool.submit(write, number) for number in range(8)]
             statuses = [one.result() for one in reads + writes]
         check("many at once", set(statuses) == {200}, statuses)
@@ -267,6 +267,22 @@ def check_jobs(where):
             check("a busy database", busy.status == 503 and busy.error["kind"] == "busy", busy.raw)
             other.execute("ROLLBACK")
         check("afterwards", server.run("set", {"CARD": 1, "PERIOD": 1, "VALUE": "1"}).status == 200)
+
+
+def check_ended(where, folder):
+    """A run that waits for another program and is ended meanwhile; and what the server says when it is gone."""
+    with sqlite3.connect(where[1], isolation_level=None) as other, concurrent.futures.ThreadPoolExecutor() as pool:
+        with Server(program, where, "--wait", "30", log=folder / "ended") as server:
+            other.execute("BEGIN IMMEDIATE")
+            job = server.ask("POST", "/api/v1/jobs/elaborate-cards", {"options": BUDGET}, server.bearer()).json["id"]
+            time.sleep(0.3)
+            ended = pool.submit(server.ask, "DELETE", "/api/v1/jobs/" + job, None, server.bearer())
+            time.sleep(0.3)
+            other.execute("ROLLBACK")
+            check("a job is ended", ended.result().status == 200, ended.result().raw)
+            left = server.run("history").table()
+            check("and leaves nothing behind", left == [], left)
+            check("nor in the log", (folder / "ended").read_text() == "", (folder / "ended").read_text())
 
 
 def check_password(where, folder):
@@ -315,6 +331,7 @@ with tempfile.TemporaryDirectory() as name:
         check_values(copied(demo, scratch))
         check_two(copied(demo, scratch))
         check_jobs(copied(demo, scratch))
+        check_ended(copied(demo, scratch), scratch)
         check_password(copied(demo, scratch), scratch)
 print("\n".join(problems))
 sys.exit(bool(problems))
