@@ -198,8 +198,11 @@ class RowReader {
     return outcome != SQL_NO_DATA;
   }
   void read(std::span<Variant> row) {
+    for (std::size_t i = 0; i < columns_.size(); ++i) readCell(i, row);
+  }
+  void read(std::span<Variant> row, const std::vector<bool>& wanted) {
     for (std::size_t i = 0; i < columns_.size(); ++i)
-      cells_.read(static_cast<SQLUSMALLINT>(i + 1), columns_[i], row[i]);
+      if (wanted[i]) readCell(i, row);
   }
   /// From here to the end.
   RecordsetPtr readAll() {
@@ -211,6 +214,10 @@ class RowReader {
   }
 
  private:
+  void readCell(std::size_t place, std::span<Variant> row) {
+    cells_.read(static_cast<SQLUSMALLINT>(place + 1), columns_[place], row[place]);
+  }
+
   const Handle& statement_;
   std::vector<Column> columns_;
   CellReader cells_;
@@ -237,14 +244,16 @@ void RowStream::visitAll(const ado::RowVisitor& visit) {
   const auto row = set->AppendRow();
   set->MoveFirst();
   const auto each = visit(*set);
+  const auto& wanted = set->Fields().KeepLookedUp();
   for (;;) {
     if (!rest_ && !reader_->fetch()) return;
     if (rest_ && rest_->Eof()) return;
-    for (std::size_t i = 0; i < row.size(); ++i) row[i] = rest_ ? rest_->Fields().Item(i).Value() : Variant::Null();
+    for (std::size_t i = 0; i < row.size(); ++i)
+      if (wanted[i]) row[i] = rest_ ? rest_->Fields().Item(i).Value() : Variant::Null();
     if (rest_)
       rest_->MoveNext();
     else
-      reader_->read(row);
+      reader_->read(row, wanted);
     each();
   }
 }

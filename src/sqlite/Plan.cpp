@@ -46,8 +46,9 @@ std::string narrowed(const std::string& query, const std::vector<bool>& wanted) 
   for (std::size_t i = 0; i < wanted.size(); ++i) {
     const auto name = "c" + std::to_string(i);
     names.append(i == 0 ? "" : ", ").append(name);
-    columns.append(i == 0 ? "" : ", ").append(wanted[i] ? name : "NULL");
+    if (wanted[i]) columns.append(columns.empty() ? "" : ", ").append(name);
   }
+  if (columns.empty()) columns = "NULL";
   return "WITH bk_all(" + names + ") AS (" + query + ") SELECT " + columns + " FROM bk_all";
 }
 

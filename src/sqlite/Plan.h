@@ -47,7 +47,7 @@ class Plan {
   static Steps stepsOf(const std::vector<StepText>& statements);
   sqlite3_stmt* bound(Step& step, const std::vector<tsql::Literal>& literals);
   void runAll(Steps& steps, const std::vector<tsql::Literal>& literals);
-  /// The step that gives these columns, and Null for the others.
+  /// The step that gives these columns alone, one after the other.
   Step& stepFor(const std::vector<bool>& wanted);
   ado::RecordsetPtr runMain(const std::vector<tsql::Literal>& literals);
   ado::RecordsetPtr runStaged(const std::vector<tsql::Literal>& literals);

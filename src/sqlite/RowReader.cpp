@@ -62,7 +62,8 @@ RecordsetPtr RowReader::readAll(sqlite3* database, sqlite3_stmt* statement) {
   std::vector<std::span<Variant>> toSort;
   for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) {
     const auto cells = set->AppendRow();
-    for (std::size_t position = 0; position < cells.size(); ++position) readCell(statement, position, cells[position]);
+    for (std::size_t position = 0; position < cells.size(); ++position)
+      readCell(sqlite3_column_value(statement, static_cast<int>(position)), position, cells[position]);
     if (!order_.empty()) toSort.push_back(cells);
   }
   if (outcome != SQLITE_DONE) throwFailure(database);
@@ -86,9 +87,10 @@ void RowReader::readEach(sqlite3* database, sqlite3_stmt* statement, const std::
   const ResetAtEnd reset(statement);
   int outcome = sqlite3_step(statement);
   for (; outcome == SQLITE_ROW; outcome = sqlite3_step(statement)) {
+    int column = 0;
     for (const auto position : positions) {
       cells[position] = Variant::Null();
-      readCell(statement, position, cells[position]);
+      readCell(sqlite3_column_value(statement, column++), position, cells[position]);
     }
     each();
   }
@@ -96,8 +98,7 @@ void RowReader::readEach(sqlite3* database, sqlite3_stmt* statement, const std::
 }
 
 /// Values are looked at without the engine's own locking: a connection serves one thread.
-void RowReader::readCell(sqlite3_stmt* statement, std::size_t position, Variant& cell) {
-  auto* value = sqlite3_column_value(statement, static_cast<int>(position));
+void RowReader::readCell(sqlite3_value* value, std::size_t position, Variant& cell) {
   const int storage = sqlite3_value_type(value);
   if (storage == SQLITE_INTEGER) {
     readInteger(columns_[position], sqlite3_value_int64(value), cell);

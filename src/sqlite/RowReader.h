@@ -29,7 +29,7 @@ class RowReader {
     std::span<values::Variant> cells;
   };
   SingleRow singleRow() const;
-  /// Reads row by row, in the order of the engine, the columns that are wanted.
+  /// Reads row by row, in the order of the engine, a statement that gives the columns that are wanted alone.
   void readEach(sqlite3* database, sqlite3_stmt* statement, const std::vector<bool>& wanted,
                 std::span<values::Variant> cells, const std::function<void()>& each);
 
@@ -43,7 +43,7 @@ class RowReader {
   };
   static How howToRead(const tsql::Type& type);
   /// Into a cell that is Null.
-  void readCell(sqlite3_stmt* statement, std::size_t position, values::Variant& cell);
+  void readCell(sqlite3_value* value, std::size_t position, values::Variant& cell);
   static void readInteger(Column& column, std::int64_t value, values::Variant& cell);
   void readOther(const Column& column, int storage, sqlite3_value* value, values::Variant& cell);
 

@@ -54,7 +54,7 @@ std::string combined(SetOperation operation, const std::string& left, const std:
                     ") AS l UNION ALL SELECT 1, r.* FROM (" + right + ") AS r) AS u(s, " + names + ") GROUP BY " +
                     engine::joined(distinct.keys);
   if (both)
-    sql.append(" HAVING min(u.s) = 0 AND max(u.s) = ").append(operation == SetOperation::Except ? "0" : "1");
+    sql += std::string(" HAVING min(u.s) = 0 AND max(u.s) = ") + (operation == SetOperation::Except ? "0" : "1");
   return sql;
 }
 
