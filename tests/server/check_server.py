@@ -269,6 +269,21 @@ def check_jobs(where):
         check("afterwards", server.run("set", {"CARD": 1, "PERIOD": 1, "VALUE": "1"}).status == 200)
 
 
+def check_ended(where, folder):
+    """A run that waits for another program and is ended meanwhile; and what the server says when it is gone."""
+    with sqlite3.connect(where[1], isolation_level=None) as other, concurrent.futures.ThreadPoolExecutor() as pool:
+        with Server(program, where, "--wait", "30", log=folder / "ended") as server:
+            other.execute("BEGIN IMMEDIATE")
+            job = server.ask("POST", "/api/v1/jobs/elaborate-cards", {"options": BUDGET}, server.bearer()).json["id"]
+            time.sleep(0.3)
+            ended = pool.submit(server.ask, "DELETE", "/api/v1/jobs/" + job, None, server.bearer())
+            time.sleep(0.3)
+            other.execute("ROLLBACK")
+            check("a job is ended", ended.result().status == 200, ended.result().raw)
+            check("and leaves nothing behind", server.run("history").table() == [])
+            check("nor in the log", (folder / "ended").read_text() == "", (folder / "ended").read_text())
+
+
 def check_password(where, folder):
     (folder / "password").write_text("open sesame!\n")
     bare = subprocess.run([program, "serve", *where, "--bind", "0.0.0.0", "--port", "0"], capture_output=True, text=True)
@@ -315,6 +330,7 @@ with tempfile.TemporaryDirectory() as name:
         check_values(copied(demo, scratch))
         check_two(copied(demo, scratch))
         check_jobs(copied(demo, scratch))
+        check_ended(copied(demo, scratch), scratch)
         check_password(copied(demo, scratch), scratch)
 print("\n".join(problems))
 sys.exit(bool(problems))

@@ -15,6 +15,8 @@ class Watcher {
   /// What it throws ends the run.
   virtual void step(std::int64_t done) = 0;
   virtual void end() = 0;
+  /// Whether the run has been told to end.
+  virtual bool ended() const = 0;
 };
 
 /// Keeps what a command shows and tells as JSON.

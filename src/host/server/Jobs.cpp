@@ -34,7 +34,7 @@ class Jobs::Job : public Watcher {
     done_ = 0;
   }
   void step(std::int64_t done) override {
-    if (end_) throw dati::Refused(tr("Ended from outside: nothing was written"));
+    if (end_) throw dati::Refused("");
     const std::lock_guard lock(mutex_);
     done_ = done;
   }
@@ -42,6 +42,8 @@ class Jobs::Job : public Watcher {
     const std::lock_guard lock(mutex_);
     done_ = steps_;
   }
+
+  bool ended() const override { return end_; }
 
   void stop() { end_ = true; }
   bool isDone() const {
@@ -73,8 +75,7 @@ class Jobs::Job : public Watcher {
  private:
   void finish(Reply reply) {
     const std::lock_guard lock(mutex_);
-    reply_ = end_ && reply.status != 200 ? failed(422, "refused", tr("Ended from outside: nothing was written"))
-                                         : std::move(reply);
+    reply_ = std::move(reply);
     finished_ = true;
   }
 

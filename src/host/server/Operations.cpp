@@ -188,6 +188,8 @@ Reply Operations::attempt(const Work& work, Watcher* watcher) {
       return jsonReply(503, collector.failure("busy", e.what()));
     } catch (...) {
       const auto outcome = currentOutcome();
+      if (watcher && watcher->ended())
+        return jsonReply(422, collector.failure("refused", tr("Ended from outside: nothing was written")));
       if (outcome.kind == OutcomeKind::Repeatable && tried < kMostTries) {
         std::this_thread::sleep_for(kPause * tried);
         continue;
