@@ -83,7 +83,8 @@ class Server:
         return {"Cookie": cookie, "X-Bukorval-Csrf": csrf}
 
 
-def copied(demo, folder, name="budget.db"):
-    file = pathlib.Path(folder) / name
+def copied(demo, folder):
+    """A new file each time: the log of another one may be left beside it."""
+    file = pathlib.Path(folder) / f"budget{len(list(pathlib.Path(folder).iterdir()))}.db"
     shutil.copy(demo, file)
     return ["-d", str(file)]

@@ -11,6 +11,7 @@ namespace bukorval::host::server {
 namespace {
 
 constexpr std::size_t kThreads = 96;  ///< a browser keeps several connections open, and each has one
+constexpr int kMostKnocking = 512;
 constexpr std::size_t kMostBytes = 1 << 20;
 constexpr std::size_t kLongestPath = 512;
 constexpr int kKeptSeconds = 5, kReadSeconds = 10, kWriteSeconds = 20;
@@ -61,7 +62,8 @@ Server::Server(Answer answer, std::function<Reply(int status)> failure)
   http.set_write_timeout(kWriteSeconds);
   http.set_tcp_nodelay(true);
   // No other program may listen on the same port beside this one.
-  http.set_socket_options([](socket_t socket) {
+  http.set_socket_options([this](socket_t socket) {
+    listening_ = socket;
     const int yes = 1;
     ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
   });
@@ -95,6 +97,8 @@ int Server::bind(const std::string& address, int port) {
   const int bound = port == 0 ? http_->bind_to_any_port(address) : http_->bind_to_port(address, port) ? port : -1;
   if (bound < 0)
     throw dati::Refused(tr("Cannot listen on {}, port {}: it is taken, or not of this machine", address, port));
+  // The library has the system keep five who knock at the same moment, and turn away the others.
+  ::listen(listening_, kMostKnocking);
   return bound;
 }
 

@@ -31,6 +31,7 @@ class Server {
  private:
   std::unique_ptr<httplib::Server> http_;
   Answer answer_;
+  int listening_ = -1;
 };
 
 }  // namespace bukorval::host::server
