@@ -507,7 +507,7 @@ constexpr ItalianText kTexts[] = {
      "written, and what has changed is shown. Otherwise the last change is shown for the next edit.",
      "VALUE ha il segno decimale della ditta, 1.250,50 o 1250,50; ciò che si può leggere in due modi, 1.250, è "
      "rifiutato.\nNULL lo svuota. --seen salva la modifica di un altro: se la scheda è stata modificata dopo quel "
-     "momento,\nnon si scrive niente e si mostra che cosa è cambiato. Altrimenti si mostra l'ultima modifica per la "
+     "momento,\nnon si scrive niente e si mostra che cosa è cambiato. Altrimenti si mostra l'ultima modifica, per la "
      "prossima."},
     {"last change of the card as `card` or `grid --stamps` showed it: refused when it was changed since",
      "ultima modifica della scheda come l'hanno mostrata `card` o `grid --stamps`: rifiutato se è cambiata dopo"},
