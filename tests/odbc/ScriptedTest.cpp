@@ -148,8 +148,8 @@ TEST_F(Scripted, RowsAreVisitedAsTheyComeAndKeptOnlyForAnotherStatement) {
   for (const bool asks : {false, true}) {
     std::string seen;
     connection->ForEachRow("SELECT MONEY", [&](const ado::Recordset& row) {
-      return [&] {
-        seen += values::toPlainText(row["IMPORTO"].Value()) + "/" + values::toPlainText(row["SOMMA"].Value()) + " ";
+      return [&, &amount = row["IMPORTO"], &sum = row["SOMMA"]] {
+        seen += values::toPlainText(amount.Value()) + "/" + values::toPlainText(sum.Value()) + " ";
         if (asks) connection->ForEachRow("SELECT TYPES", [&](const ado::Recordset&) { return [&] { seen += "+"; }; });
         if (asks) seen += outcome("SELECT 1") + " ";
       };
