@@ -40,7 +40,9 @@ set(library libbukorval${PROJECT_VERSION_MAJOR})
 set(about "The budgets of an accounting suite: cards with budget, actual, order and
 forecast values by period, exact to the cent, in an embedded database, on a
 PostgreSQL server or behind ODBC.")
+# libpq is loaded when a server is met: no tool sees it.
 bukorval_package(program bukorval SECTION utils
+  DEPENDS libpq5
   SUMMARY "budgets of an accounting suite, on the command line"
   DESCRIPTION "${about}\n\nThis package has the program.")
 bukorval_package(library ${library} SECTION libs
