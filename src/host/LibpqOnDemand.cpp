@@ -55,6 +55,7 @@ PGresult* PQgetResult(PGconn* conn) { return loaded<PQgetResult>("PQgetResult")(
 int PQgetisnull(const PGresult* res, int row, int field) { return loaded<PQgetisnull>("PQgetisnull")(res, row, field); }
 int PQgetlength(const PGresult* res, int row, int field) { return loaded<PQgetlength>("PQgetlength")(res, row, field); }
 char* PQgetvalue(const PGresult* res, int row, int field) { return loaded<PQgetvalue>("PQgetvalue")(res, row, field); }
+int PQnfields(const PGresult* res) { return loaded<PQnfields>("PQnfields")(res); }
 int PQntuples(const PGresult* res) { return loaded<PQntuples>("PQntuples")(res); }
 int PQpipelineSync(PGconn* conn) { return loaded<PQpipelineSync>("PQpipelineSync")(conn); }
 PGresult* PQprepare(PGconn* conn, const char* name, const char* query, int nParams, const Oid* types) {
