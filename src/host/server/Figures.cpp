@@ -58,7 +58,7 @@ Table emptyGrid(int forecasts) {
 }
 
 Variant figureOf(const json& value, const std::string& name) {
-  if (value.is_null() || value == "") return Variant::Null();
+  if (value.is_null() || (value.is_string() && value.get_ref<const std::string&>().empty())) return Variant::Null();
   if (!value.is_string() && !value.is_number_integer())
     throw UsageError(tr("{} takes a text or a whole number; decimals are given as text", name));
   const auto text = value.is_string() ? value.get<std::string>() : value.dump();

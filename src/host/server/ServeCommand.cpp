@@ -67,7 +67,7 @@ class EndBySignal {
           sigwait(&signals_, &signal);
           server.stop();
         }) {}
-  ~EndBySignal() { pthread_kill(waiting_.native_handle(), SIGTERM); }
+  ~EndBySignal() { pthread_kill(waiting_.native_handle(), SIGINT); }
   EndBySignal(const EndBySignal&) = delete;
   EndBySignal& operator=(const EndBySignal&) = delete;
 
