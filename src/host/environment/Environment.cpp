@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "ado/connection/ConnectionString.h"
+#include "bukorval/Providers.h"
 #include "dati/Failure.h"
 #include "host/environment/Arguments.h"
 #include "host/environment/Errors.h"
@@ -18,12 +19,6 @@
 #include "host/environment/UserName.h"
 #include "language/Language.h"
 #include "object/Interfaccia.h"
-#include "odbc/Provider.h"
-#ifdef BUKORVAL_POSTGRES
-#include "postgres/Provider.h"
-#endif
-#include "sqlite/Provider.h"
-#include "suite/Suite.h"
 #include "values/Conversion.h"
 #include "values/FileName.h"
 #include "values/Text.h"
@@ -46,14 +41,7 @@ std::string sqliteConnectionString(const std::string& file) {
   return "Provider=SQLite;Data Source=" + ado::connectionValue((file.starts_with(':') ? "./" : "") + file);
 }
 
-Environment::Environment() {
-  sqlite::registerSqlite();
-  odbc::registerOdbc();
-#ifdef BUKORVAL_POSTGRES
-  postgres::registerPostgres();
-#endif
-  suite::registraServiziSuite();
-}
+Environment::Environment() { registerAll(); }
 
 Environment::~Environment() = default;
 
