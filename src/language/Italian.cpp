@@ -1055,6 +1055,8 @@ constexpr ItalianText kTexts[] = {
      "longer fits, all stay as they were.",
      "Ogni importo è arrotondato al centesimo, ogni quantità a tre decimali. Una transazione: se uno non ci sta più, "
      "restano\ntutti come erano."},
+    {"The request took too long to arrive", "La richiesta ha impiegato troppo ad arrivare"},
+    {"seconds that a request may take to arrive", "secondi che una richiesta può impiegare ad arrivare"},
     {"Too many are at work here: try again in a moment", "Troppi sono al lavoro qui: riprovare fra un momento"},
     {"{} takes a text or a whole number; decimals are given as text",
      "{} vuole un testo o un numero intero; i decimali si danno come testo"},

@@ -3,6 +3,7 @@
 #include <pthread.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <iostream>
@@ -32,7 +33,7 @@ constexpr std::size_t kShortestPassword = 8;
 struct ServeOptions {
   std::string bind, passwordFile, assets;
   std::vector<std::string> names;
-  int port = 8765, workers = 4;
+  int port = 8765, workers = 4, patience = 10;
   bool readOnly = false;
 };
 
@@ -107,7 +108,8 @@ void serve(Environment& environment, const ServeOptions& options) {
   server::Operations operations(environment.options, options.readOnly, desks);
   server::Jobs jobs(operations, std::max<std::size_t>(1, workers - 1));
   server::Site site(operations, jobs, gate, about, options.assets);
-  server::Server server([&](const auto& request) { return site.answer(request); }, &server::Site::failure);
+  server::Server server([&](const auto& request) { return site.answer(request); }, &server::Site::failure,
+                        std::chrono::seconds(options.patience));
   const int port = server.bind(bind, options.port);
   gate.setNames({bind, port, options.names});
   const EndBySignal end(server);
@@ -148,6 +150,11 @@ Command serveCommand() {
             .target = &options->workers,
             .showDefault = true,
             .range = {{1, 64}}},
+           {.flags = "--patience",
+            .help = "seconds that a request may take to arrive",
+            .target = &options->patience,
+            .showDefault = true,
+            .range = {{1, 600}}},
            {.flags = "--assets",
             .help = "folder to serve the page's files from, instead of those in the program",
             .target = &options->assets,

@@ -60,7 +60,10 @@ const Site::Route Site::kRoutes[] = {
 };
 
 Reply Site::failure(int status) {
-  if (status == 413) return failed(413, "tooLarge", tr("The request is too large"));
+  if (status == 413 || status == 414 || status == 431)
+    return failed(status, "tooLarge", tr("The request is too large"));
+  if (status == 408) return failed(408, "tooSlow", tr("The request took too long to arrive"));
+  if (status == 503) return failed(503, "busy", tr("Too many are at work here: try again in a moment"));
   if (status == 404) return nothingThere();
   return failed(status, status < 500 ? "usage" : "failed", tr("The request cannot be read"));
 }
