@@ -20,7 +20,7 @@ constexpr auto kIdle = 5s;     ///< between two requests
 constexpr auto kGrace = 1s;    ///< to arrive, or to be taken, while others wait for a place or the server ends
 constexpr auto kAnswer = 20s;  ///< to take an answer, and a second more for each of these
 constexpr std::size_t kPace = 64 << 10;
-constexpr auto kFarewell = 2s;  ///< to read that one was turned away
+constexpr auto kFarewell = 1s;  ///< to read that one was turned away
 constexpr auto kSlice = 100ms;  ///< how often who waits looks around
 
 struct Endpoint {

@@ -18,12 +18,20 @@ Desks::Lease Desks::take() {
   const auto crowded = [] { return Crowded(tr("Too many are at work here: try again in a moment")); };
   if (waiting_ >= kMostWaiting) throw crowded();
   ++waiting_;
-  const bool mine = given_.wait_for(lock, kPatience, [&] { return !free_.empty(); });
+  const bool mine = given_.wait_for(lock, kPatience, [&] { return closed_ || !free_.empty(); });
   --waiting_;
-  if (!mine) throw crowded();
+  if (!mine || closed_) throw crowded();
   auto connection = std::move(free_.back());
   free_.pop_back();
   return {*this, std::move(connection)};
+}
+
+void Desks::close() {
+  {
+    const std::lock_guard lock(mutex_);
+    closed_ = true;
+  }
+  given_.notify_all();
 }
 
 void Desks::giveBack(ado::ConnectionPtr connection) {

@@ -38,6 +38,8 @@ class Desks {
 
   /// Waits its turn. Throws Crowded when too many wait already, or for too long.
   Lease take();
+  /// From now on nobody is given any.
+  void close();
 
  private:
   void giveBack(ado::ConnectionPtr connection);
@@ -46,6 +48,7 @@ class Desks {
   std::condition_variable given_;
   std::vector<ado::ConnectionPtr> free_;  ///< the last one given back is the next one used
   std::size_t waiting_ = 0;
+  bool closed_ = false;
 };
 
 }  // namespace bukorval::host::server

@@ -89,7 +89,21 @@ class Jobs::Job : public Watcher {
 };
 
 Jobs::~Jobs() {
+  stop();
+  wait();
+}
+
+void Jobs::stop() {
+  const std::lock_guard lock(mutex_);
   for (const auto& [id, job] : jobs_) job->stop();
+}
+
+void Jobs::wait() {
+  decltype(jobs_) running;
+  {
+    const std::lock_guard lock(mutex_);
+    running.swap(jobs_);
+  }
 }
 
 Reply Jobs::start(std::string_view command, const std::string& body) {

@@ -24,6 +24,10 @@ class Jobs {
   Reply look(const std::string& id);
   /// A job that still runs is ended first; it leaves nothing behind.
   Reply forget(const std::string& id);
+  /// Tells those that run to end.
+  void stop();
+  /// Waits until they have.
+  void wait();
 
  private:
   class Job;

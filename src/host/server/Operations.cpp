@@ -117,6 +117,22 @@ bool answers(ado::Connection& connection) {
   }
 }
 
+/// Counts what runs as long as it does.
+class Counted {
+ public:
+  explicit Counted(std::atomic<int>* count) : count_(count) {
+    if (count_) ++*count_;
+  }
+  ~Counted() {
+    if (count_) --*count_;
+  }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+
+ private:
+  std::atomic<int>* count_;
+};
+
 const json& member(const json& body, const char* name, const json& otherwise) {
   const auto found = body.find(name);
   return found == body.end() ? otherwise : *found;
@@ -204,6 +220,7 @@ Reply Operations::attempt(const Work& work, Watcher* watcher) {
 
 void Operations::runBound(Bound& bound, Collector& collector, const std::function<void(Environment&)>& work) {
   auto lease = desks_.take();
+  const Counted writing(writes(bound.command.name) ? &writing_ : nullptr);
   // The database may have ended the connection while nobody used it.
   if (lease.connection() && !answers(*lease.connection())) lease.connection() = nullptr;
   // The object lets go of the connection before the next one gets it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
@@ -35,6 +36,9 @@ class Operations {
   /// Throws std::out_of_range for a command that is not offered.
   Bound bind(std::string_view command) const;
 
+  /// Whether a command that may write is at its work.
+  bool isWriting() const { return writing_ > 0; }
+
   /// Runs a command. @param body  {"options": {…}, "forPeople": true}
   Reply run(std::string_view command, const std::string& body, Watcher* watcher = nullptr);
   /// Draws a report. @param body  {"options": {…}, "chart": "trend"}
@@ -51,6 +55,7 @@ class Operations {
   SharedOptions shared_;
   bool readOnly_;
   Desks& desks_;
+  std::atomic<int> writing_ = 0;
 };
 
 /// Reads a body: an object that is not too deep. Throws UsageError for everything else.

@@ -4,10 +4,14 @@
 
 #include <algorithm>
 #include <chrono>
+#include <condition_variable>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -29,6 +33,9 @@ namespace {
 
 constexpr const char* kLoopback = "127.0.0.1";
 constexpr std::size_t kShortestPassword = 8;
+/// At the end: how often one looks, and how long is waited for commands that read, and for those that write.
+constexpr auto kLook = std::chrono::milliseconds(50), kReading = std::chrono::milliseconds(700),
+               kWriting = std::chrono::milliseconds(30000);
 
 struct ServeOptions {
   std::string bind, passwordFile, assets;
@@ -62,11 +69,14 @@ server::About aboutOf(Environment& environment) {
 /// Ends the server when the system says so, in a thread of its own: a signal's handler could do nothing safely.
 class EndBySignal {
  public:
-  explicit EndBySignal(server::Server& server)
-      : waiting_([this, &server] {
+  /// @param stop      tells everybody to come to an end.
+  /// @param isWriting  whether somebody may not be interrupted.
+  EndBySignal(std::function<void()> stop, std::function<bool()> isWriting)
+      : waiting_([this, stop = std::move(stop), isWriting = std::move(isWriting)](const std::stop_token& ended) {
           int signal = 0;
           sigwait(&signals_, &signal);
-          server.stop();
+          stop();
+          leaveAt(ended, isWriting);
         }) {}
   ~EndBySignal() { pthread_kill(waiting_.native_handle(), SIGINT); }
   EndBySignal(const EndBySignal&) = delete;
@@ -85,6 +95,21 @@ class EndBySignal {
     sigaddset(&signals, SIGINT);
     sigaddset(&signals, SIGTERM);
     return signals;
+  }
+
+  /// Who only reads, and goes on reading, is left behind: nothing is lost with it. So is what writes for too long; the
+  /// database takes back what it had begun.
+  static void leaveAt(const std::stop_token& ended, const std::function<bool()>& isWriting) {
+    using Clock = std::chrono::steady_clock;
+    std::mutex mutex;
+    std::unique_lock lock(mutex);
+    std::condition_variable_any never;
+    const auto begun = Clock::now();
+    do {
+      never.wait_for(lock, ended, kLook, [] { return false; });
+      if (ended.stop_requested()) return;
+    } while (Clock::now() < begun + kReading || (isWriting() && Clock::now() < begun + kWriting));
+    std::_Exit(EXIT_SUCCESS);
   }
 
   sigset_t signals_ = ofEnd();
@@ -112,10 +137,17 @@ void serve(Environment& environment, const ServeOptions& options) {
                         std::chrono::seconds(options.patience));
   const int port = server.bind(bind, options.port);
   gate.setNames({bind, port, options.names});
-  const EndBySignal end(server);
+  const EndBySignal end(
+      [&] {
+        desks.close();
+        jobs.stop();
+        server.stop();
+      },
+      [&] { return operations.isWriting(); });
   std::cout << addressOf(bind, port, gate.token()) << '\n';
   flushOutput();
   server.run();
+  jobs.wait();
 }
 
 }  // namespace

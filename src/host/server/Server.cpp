@@ -47,12 +47,8 @@ void send(Reply reply, httplib::Response& http) {
   http.status = reply.status;
   for (const auto& [name, value] : reply.headers) http.set_header(name, value);
   if (reply.type.empty()) return;
-  // From a provider, so that nothing is packed: on the way to the same machine that would cost more than it saves.
-  const auto body = std::make_shared<std::string>(std::move(reply.body));
-  http.set_content_provider(body->size(), reply.type,
-                            [body](std::size_t from, std::size_t length, httplib::DataSink& sink) {
-                              return sink.write(body->data() + from, length);
-                            });
+  http.set_header("Content-Type", reply.type);
+  http.body = std::move(reply.body);
 }
 
 /// An answer where the library gives none.
@@ -128,6 +124,8 @@ class Server::Listener final : public httplib::Server {
     const bool answered = process_request(connection, last, closed, [&](httplib::Request& request) {
       read = true;
       request.ranges.clear();  // parts of an answer are not served
+      // Nothing is packed: on the way to the same machine that would cost more than it saves.
+      request.headers.erase("Accept-Encoding");
       if (const int status = statusOfFlaw(request)) connection.refuse(status);
     });
     return answered && read && !closed && !last;
@@ -166,7 +164,7 @@ Server::Server(Answer answer, std::function<Reply(int status)> failure, std::chr
   http.Delete(".*", answered);
   http.set_error_handler(
       httplib::Server::HandlerWithResponse([&http](const httplib::Request&, httplib::Response& response) {
-        if (response.body.empty() && response.content_length_ == 0) send(http.failure(response.status), response);
+        if (response.body.empty()) send(http.failure(response.status), response);
         return httplib::Server::HandlerResponse::Handled;
       }));
 }
