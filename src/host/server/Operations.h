@@ -9,6 +9,7 @@
 
 #include "host/commands/Command.h"
 #include "host/server/Collector.h"
+#include "host/server/CommitMark.h"
 #include "host/server/Desks.h"
 #include "host/server/Http.h"
 
@@ -26,7 +27,7 @@ class Operations {
  public:
   /// @param shared  where the database is, and the company if it is given.
   Operations(SharedOptions shared, bool readOnly, Desks& desks)
-      : shared_(std::move(shared)), readOnly_(readOnly), desks_(desks) {}
+      : shared_(std::move(shared)), commits_(shared_), readOnly_(readOnly), desks_(desks) {}
 
   bool readOnly() const { return readOnly_; }
   /// Names of those that are offered.
@@ -38,6 +39,8 @@ class Operations {
 
   /// Whether a command that may write is at its work.
   bool isWriting() const { return writing_ > 0; }
+
+  CommitMark& commits() { return commits_; }
 
   /// Runs a command. @param body  {"options": {…}, "forPeople": true}
   Reply run(std::string_view command, const std::string& body, Watcher* watcher = nullptr);
@@ -53,6 +56,7 @@ class Operations {
   void runBound(Bound& bound, Collector& collector, const std::function<void(Environment&)>& work);
 
   SharedOptions shared_;
+  CommitMark commits_;
   bool readOnly_;
   Desks& desks_;
   std::atomic<int> writing_ = 0;

@@ -174,8 +174,9 @@ Reply Site::deltas(const Request& request, std::string_view) {
 
 Reply Site::changes(const Request& request, std::string_view) {
   const auto since = parameterOf(request, "since");
-  return operations_.with([&](Environment& environment) { return changesSince(environment, since); },
-                          optionsOf(request, {"since"}), "grid");
+  return operations_.with(
+      [&](Environment& environment) { return changesSince(environment, since, operations_.commits().now()); },
+      optionsOf(request, {"since"}), "grid");
 }
 
 Reply Site::drawn(const Request& request, std::string_view what) {
