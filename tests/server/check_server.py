@@ -312,6 +312,38 @@ def check_password(where, folder):
         check("the right one", right.status == 303, right.raw)
         cookie = {"Cookie": right.headers["Set-Cookie"].split(";")[0]}
         check("opens", server.ask("GET", "/api/v1/session", headers=cookie).status == 200)
+    check_users(where, folder / "users")
+
+
+def check_users(where, file):
+    """Each by a password of their own, and told apart in what they write."""
+    def line(user, method="-6"):
+        return user + ":" + subprocess.run(["openssl", "passwd", method, f"{user}'s own"], capture_output=True, text=True).stdout
+    file.write_text("# Who may enter\n" + line("anna") + line("bruno", "-5"))
+    with Server(program, where, "--password-file", str(file)) as server:
+        def enter(user, password):
+            return server.ask("POST", "/login", {"user": user, "password": password}, {"Content-Type": "application/json"})
+        check("the form asks who", b'name="user"' in server.ask("GET", "/login").raw)
+        pages = {}
+        for card, user in enumerate(("anna", "bruno"), 1):
+            pages[user] = server.session(enter(user, f"{user}'s own").headers["Set-Cookie"])
+            told = server.ask("GET", "/api/v1/session", headers=pages[user]).json["user"]
+            written = [server.ask("POST", f"/api/v1/{kind}/set", {"options": {"CARD": card, "PERIOD": period, "VALUE": "5"}}, pages[user])
+                       for period, kind in ((1, "run"), (2, "jobs"))]
+            finished(server, written[1].json["id"])
+            check(f"{user} enters", (told, *[one.status for one in written]) == (user, 200, 202), told)
+        server.ask("POST", RUN + "lock", {"options": {"BUDGET": "4/01@2025"}}, pages["bruno"])
+        by = [row["UTENTE"] for row in server.run("history").table()]
+        check("each has written", by == ["bruno", "bruno", "anna", "anna"], by)
+        check("and locked", server.run("lock").table()[0]["UTENTE"] == "bruno")
+        for user, password, pause in (("anna", "bruno's own", 0.6), ("carla", "anna's own", 1.1), ("anna", "x" * 1000, 0)):
+            answer = enter(user, password)
+            check(f"{user} does not enter", answer.status == 401, answer.raw)
+            time.sleep(pause)
+    for wrong in ("anna:$nosuch$x\n", "", "# nobody\n", "anna:$6$\nopen sesame!\n"):
+        file.write_text(wrong)
+        refused = subprocess.run([program, "serve", *where, "--port", "0", "--password-file", str(file)], capture_output=True, text=True)
+        check(f"no users in {wrong!r}", refused.returncode in (1, 2) and str(file) in refused.stderr, refused)
 
 
 def on_postgres(state):

@@ -79,7 +79,10 @@ class Server:
 
     def enter(self):
         """Opens a session as a browser does. @return the headers that its page sends."""
-        cookie = self.ask("GET", f"/?token={self.token}").headers["Set-Cookie"].split(";")[0]
+        return self.session(self.ask("GET", f"/?token={self.token}").headers["Set-Cookie"])
+
+    def session(self, cookie):
+        cookie = cookie.split(";")[0]
         csrf = self.ask("GET", "/api/v1/session", headers={"Cookie": cookie}).json["csrf"]
         return {"Cookie": cookie, "X-Bukorval-Csrf": csrf}
 

@@ -20,7 +20,7 @@ class Jobs {
   Jobs(const Jobs&) = delete;
   Jobs& operator=(const Jobs&) = delete;
 
-  Reply start(std::string_view command, const std::string& body);
+  Reply start(std::string_view command, const std::string& body, const std::string& user);
   Reply look(const std::string& id);
   /// A job that still runs is ended first; it leaves nothing behind.
   Reply forget(const std::string& id);

@@ -237,7 +237,7 @@ void Operations::runBound(Bound& bound, Collector& collector, const std::functio
   }
 }
 
-Reply Operations::run(std::string_view command, const std::string& text, Watcher* watcher) {
+Reply Operations::run(std::string_view command, const std::string& text, const std::string& user, Watcher* watcher) {
   return attempt(
       [&](Collector& collector) {
         const auto body = parsedBody(text);
@@ -245,6 +245,7 @@ Reply Operations::run(std::string_view command, const std::string& text, Watcher
         auto bound = bind(command);
         auto& options = bound.environment->options;
         options.commandText = take(member(body, "options", json::object()), command, bound.options);
+        options.user = user;
         options.format = member(body, "forPeople", false) == true ? "table" : "json";
         runBound(bound, collector, bound.command.run);
         return jsonReply(200, collector.answer());

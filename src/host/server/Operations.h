@@ -42,8 +42,9 @@ class Operations {
 
   CommitMark& commits() { return commits_; }
 
-  /// Runs a command. @param body  {"options": {…}, "forPeople": true}
-  Reply run(std::string_view command, const std::string& body, Watcher* watcher = nullptr);
+  /// Runs a command. @param body  {"options": {…}, "forPeople": true}. @param user  for the history; "" for
+  /// who the server runs as.
+  Reply run(std::string_view command, const std::string& body, const std::string& user, Watcher* watcher = nullptr);
   /// Draws a report. @param body  {"options": {…}, "chart": "trend"}
   Reply picture(const nlohmann::json& body);
   /// Does something with a connection of its own that is no command of the program.

@@ -7,13 +7,13 @@
 #include <condition_variable>
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <iostream>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "host/Version.h"
@@ -32,7 +32,6 @@ namespace bukorval::host {
 namespace {
 
 constexpr const char* kLoopback = "127.0.0.1";
-constexpr std::size_t kShortestPassword = 8;
 /// At the end: how often one looks, and how long is waited for commands that read, and for those that write.
 constexpr auto kLook = std::chrono::milliseconds(50), kReading = std::chrono::milliseconds(700),
                kWriting = std::chrono::milliseconds(30000);
@@ -46,18 +45,6 @@ struct ServeOptions {
 
 bool isLoopback(const std::string& address) {
   return address == kLoopback || address == "::1" || address == "localhost";
-}
-
-/// The first line of a file.
-std::string passwordOf(const std::string& file) {
-  if (file.empty()) return {};
-  std::ifstream in(file);
-  std::string password;
-  if (!in || !std::getline(in, password)) throw dati::Refused(tr("Cannot read {}", file));
-  if (password.ends_with('\r')) password.pop_back();
-  if (password.size() < kShortestPassword)
-    throw UsageError(tr("The password in {} is shorter than {} characters", file, kShortestPassword));
-  return password;
 }
 
 /// Opens the database once, so that what is wrong with it is told now.
@@ -126,14 +113,14 @@ void serve(Environment& environment, const ServeOptions& options) {
   if (!isLoopback(bind) && options.passwordFile.empty())
     throw UsageError(tr("--bind lets other machines in: give --password-file as well"));
   EndBySignal::block();
-  server::Gate gate(passwordOf(options.passwordFile));
+  server::Gate gate(options.passwordFile.empty() ? server::Accounts() : server::Accounts(options.passwordFile));
   const auto about = aboutOf(environment);
   const auto workers = static_cast<std::size_t>(options.workers);
   server::Desks desks(workers);
   server::Operations operations(environment.options, options.readOnly, desks);
   server::Jobs jobs(operations, std::max<std::size_t>(1, workers - 1));
   server::Site site(operations, jobs, gate, about, options.assets);
-  server::Server server([&](const auto& request) { return site.answer(request); }, &server::Site::failure,
+  server::Server server([&](auto request) { return site.answer(std::move(request)); }, &server::Site::failure,
                         std::chrono::seconds(options.patience));
   const int port = server.bind(bind, options.port);
   gate.setNames({bind, port, options.names});
@@ -170,7 +157,7 @@ Command serveCommand() {
             .target = &options->bind,
             .valueName = "ADDRESS"},
            {.flags = "--password-file",
-            .help = "file whose first line opens a session as well",
+            .help = "file with the users who may open a session, or one password for everybody",
             .target = &options->passwordFile,
             .valueName = "FILE"},
            {.flags = "--name",

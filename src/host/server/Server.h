@@ -12,7 +12,7 @@ namespace bukorval::host::server {
 
 class Server {
  public:
-  using Answer = std::function<Reply(const Request&)>;
+  using Answer = std::function<Reply(Request)>;
   /// @param failure   what is said where there is no request to answer.
   /// @param patience  for a request to arrive as a whole.
   Server(Answer answer, std::function<Reply(int status)> failure, std::chrono::seconds patience);
