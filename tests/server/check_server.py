@@ -6,7 +6,9 @@ import json
 import os
 import pathlib
 import re
+import socket
 import sqlite3
+import ssl
 import subprocess
 import sys
 import tempfile
@@ -346,6 +348,58 @@ def check_users(where, file):
         check(f"no users in {wrong!r}", refused.returncode in (1, 2) and str(file) in refused.stderr, refused)
 
 
+def certified(folder, name, by=None):
+    """A key and a certificate, of its own authority or by another one. @return its file's name without the ending."""
+    file = str(folder / name)
+    signed = ["-CA", f"{by}.pem", "-CAkey", f"{by}.key"] if by else []
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-subj", f"/CN={name}",
+                    "-addext", "subjectAltName=IP:127.0.0.1", "-keyout", f"{file}.key", "-out", f"{file}.pem", *signed],
+                   check=True, capture_output=True)
+    return file
+
+
+def check_encrypted(where, folder):
+    authority = certified(folder, "authority")
+    own, guest, stranger = certified(folder, "server", authority), certified(folder, "guest", authority), certified(folder, "stranger")
+
+    def context(comer=None, version=ssl.TLSVersion.TLSv1_2):
+        made = ssl.create_default_context(cafile=f"{authority}.pem")
+        made.minimum_version = made.maximum_version = version
+        if comer:
+            made.load_cert_chain(f"{comer}.pem", f"{comer}.key")
+        return made
+
+    encrypted = "--certificate", f"{own}.pem", "--key", f"{own}.key"
+    with Server(program, where, *encrypted, "--patience", "1", context=context()) as server:
+        page = server.enter()
+        check("encrypted", server.ask("POST", RUN + "grid", {"options": GRID}, page).status == 200)
+        check("the cookie as well", "; Secure" in server.ask("GET", f"/?token={server.token}").headers["Set-Cookie"])
+        for what, said in (("in plain", b"GET / HTTP/1.1\r\n\r\n"), ("half a greeting", b"\x16\x03\x01\x02\x00\x01")):
+            with socket.create_connection(("127.0.0.1", server.port), 10) as plain:
+                plain.sendall(said)
+                plain.settimeout(8)
+                check(f"{what}, and let go", b"HTTP/" not in plain.recv(1000))
+        server.context = context(version=ssl.TLSVersion.TLSv1_3)
+        big = server.ask("POST", RUN + "grid", b"x" * 3_000_000, server.bearer())
+        check("too much, encrypted", big.status == 413, big.raw)
+        for version in (ssl.TLSVersion.TLSv1_2, ssl.TLSVersion.TLSv1_3):
+            server.context = context(version=version)
+            much = server.ask("GET", "/openapi.json", headers=server.bearer())
+            check(f"much comes back, {version}", much.status == 200 and len(much.raw) > 50000 and much.json, much.raw)
+    with Server(program, where, *encrypted, "--bind", "0.0.0.0", "--client-ca", f"{authority}.pem", context=context(guest)) as server:
+        check("with a certificate", server.run("budgets").status == 200)
+        for comer in (None, stranger):
+            server.context = context(comer, ssl.TLSVersion.TLSv1_2)
+            try:
+                check(f"with that of {comer}", not server.run("budgets"))
+            except (ssl.SSLError, ConnectionError):
+                pass
+    for wrong in (encrypted[:2], (*encrypted[:3], f"{guest}.key"), ("--certificate", f"{own}.key", *encrypted[2:]),
+                  (*encrypted, "--client-ca", f"{own}.key"), ("--client-ca", f"{authority}.pem")):
+        refused = subprocess.run([program, "serve", *where, "--port", "0", *wrong], capture_output=True, text=True)
+        check(f"no {wrong}", refused.returncode in (1, 2) and refused.stderr, refused)
+
+
 def on_postgres(state):
     folder, database = pathlib.Path(state).read_text(), f"serve_{os.getpid()}"
     sql = ["psql", "-qXh", folder, "-U", "bukorval", "postgres", "-c"]
@@ -376,5 +430,6 @@ with tempfile.TemporaryDirectory() as name:
         check_jobs(copied(demo, scratch))
         check_ended(copied(demo, scratch), scratch)
         check_password(copied(demo, scratch), scratch)
+        check_encrypted(copied(demo, scratch), scratch)
 print("\n".join(problems))
 sys.exit(bool(problems))

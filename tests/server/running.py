@@ -33,7 +33,8 @@ class Answer:
 
 
 class Server:
-    def __init__(self, program, where, *options, log=None):
+    def __init__(self, program, where, *options, log=None, context=None):
+        self.context = context
         self.log = open(log, "w+") if log else subprocess.DEVNULL
         environment = {**os.environ, "LC_ALL": "C.UTF-8"}
         self.process = subprocess.Popen([program, "serve", *where, "--port", "0", *options], stdout=subprocess.PIPE,
@@ -55,7 +56,8 @@ class Server:
         return self.process.wait(20)
 
     def ask(self, method, path, body=None, headers=None, host=None):
-        connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=30)
+        connection = (http.client.HTTPSConnection("127.0.0.1", self.port, timeout=30, context=self.context) if self.context
+                      else http.client.HTTPConnection("127.0.0.1", self.port, timeout=30))
         connection.putrequest(method, path, skip_host=True, skip_accept_encoding=True)
         data = body if isinstance(body, (bytes, type(None))) else json.dumps(body).encode()
         own = {"Host": host or f"127.0.0.1:{self.port}", "Connection": "close"} | (headers or {})

@@ -1,8 +1,10 @@
 #include "host/server/Connection.h"
 
+#include <fcntl.h>
 #include <netdb.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -48,8 +50,25 @@ bool isPassing(int error) { return error == EAGAIN || error == EWOULDBLOCK || er
 
 std::string peerOf(socket_t socket) { return endpointOf(socket, ::getpeername).address; }
 
-Connection::Connection(socket_t socket, const Crowd& crowd, std::chrono::milliseconds patience)
-    : socket_(socket), crowd_(crowd), patience_(patience) {}
+Connection::Connection(socket_t socket, const Crowd& crowd, std::chrono::milliseconds patience, const Tls* tls)
+    : socket_(socket), crowd_(crowd), patience_(patience) {
+  ::fcntl(socket_, F_SETFL, ::fcntl(socket_, F_GETFL) | O_NONBLOCK);
+  if (tls) tls_.emplace(*tls, socket_);
+}
+
+Connection::~Connection() {
+  if (tls_) tls_->goodbye();
+  ::shutdown(socket_, SHUT_RDWR);
+  ::close(socket_);
+}
+
+ssize_t Connection::receive() {
+  return tls_ ? tls_->receive(buffer_.data(), buffer_.size()) : ::recv(socket_, buffer_.data(), buffer_.size(), 0);
+}
+
+ssize_t Connection::send(const char* from, std::size_t size) {
+  return tls_ ? tls_->send(from, size) : ::send(socket_, from, size, MSG_NOSIGNAL);
+}
 
 bool Connection::isInTheWay() const {
   const bool wanted = crowd_.isEnding() || (stage_ != Stage::Answering && crowd_.isFull());
@@ -83,11 +102,11 @@ bool Connection::fill() {
     written_ = 0;
   }
   for (;;) {
-    if (Clock::now() > deadline_ || !await(POLLIN, deadline_)) {
+    const auto count = Clock::now() <= deadline_ ? receive() : -1;
+    if (count < 0 && (Clock::now() > deadline_ || (isPassing(errno) && !await(wanted(POLLIN), deadline_)))) {
       refuse(isInTheWay() ? 503 : 408);
       return false;
     }
-    const auto count = ::recv(socket_, buffer_.data(), buffer_.size(), MSG_DONTWAIT);
     if (count < 0 && isPassing(errno)) continue;
     at_ = 0;
     filled_ = static_cast<std::size_t>(std::max<ssize_t>(count, 0));
@@ -113,8 +132,8 @@ ssize_t Connection::write(const char* from, std::size_t size) {
   stage_ = Stage::Answering;
   for (std::size_t done = 0; done < size;) {
     const auto until = begun_ + kAnswer + std::chrono::seconds(written_ / kPace);
-    const auto count = ::send(socket_, from + done, size - done, MSG_DONTWAIT | MSG_NOSIGNAL);
-    if (count < 0 && (!isPassing(errno) || Clock::now() > until || !await(POLLOUT, until))) {
+    const auto count = send(from + done, size - done);
+    if (count < 0 && (!isPassing(errno) || Clock::now() > until || !await(wanted(POLLOUT), until))) {
       refuse(408);
       return -1;
     }
@@ -127,12 +146,13 @@ ssize_t Connection::write(const char* from, std::size_t size) {
 
 void Connection::turnAway(const std::string& answer) {
   refused_ = 0;
+  if (tls_ && !tls_->isOpen()) return;
   if (write(answer.data(), answer.size()) < 0) return;
+  if (tls_) tls_->goodbye();
   ::shutdown(socket_, SHUT_WR);
   stage_ = Stage::Idle;
   const auto until = Clock::now() + kFarewell;
-  while (Clock::now() < until && await(POLLIN, until) &&
-         ::recv(socket_, buffer_.data(), buffer_.size(), MSG_DONTWAIT) > 0) {
+  while (Clock::now() < until && await(POLLIN, until) && ::recv(socket_, buffer_.data(), buffer_.size(), 0) > 0) {
   }
 }
 

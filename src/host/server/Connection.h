@@ -5,9 +5,11 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "host/server/Crowd.h"
+#include "host/server/Tls.h"
 
 namespace bukorval::host::server {
 
@@ -16,7 +18,12 @@ namespace bukorval::host::server {
 class Connection final : public httplib::Stream {
  public:
   /// @param patience  that a request may take to arrive, from its first byte to its last.
-  Connection(socket_t socket, const Crowd& crowd, std::chrono::milliseconds patience);
+  /// @param tls  null when nothing is encrypted.
+  Connection(socket_t socket, const Crowd& crowd, std::chrono::milliseconds patience, const Tls* tls);
+  /// Closes the socket.
+  ~Connection() override;
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
 
   /// Waits for the next request. @return false when there is none: the connection is to be closed.
   bool awaitRequest();
@@ -40,11 +47,16 @@ class Connection final : public httplib::Stream {
   enum class Stage { Idle, Arriving, Answering };
 
   bool await(short events, Clock::time_point until) const;
+  ssize_t receive();
+  ssize_t send(const char* from, std::size_t size);
+  /// What to wait for after one of them had nothing to do.
+  short wanted(short events) const { return tls_ ? tls_->wanted() : events; }
   bool isInTheWay() const;
   bool fill();
 
   socket_t socket_;
   const Crowd& crowd_;
+  std::optional<Tls::Session> tls_;
   std::chrono::milliseconds patience_;
   std::array<char, 16384> buffer_{};
   std::size_t at_ = 0, filled_ = 0;      ///< of the buffer

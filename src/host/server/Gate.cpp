@@ -48,8 +48,8 @@ std::string cookieOf(std::string_view header) {
   return {};
 }
 
-std::string setCookie(const std::string& value) {
-  return std::string(kCookie) + "=" + value + "; Path=/; HttpOnly; SameSite=Strict";
+std::string setCookie(const std::string& value, bool encrypted) {
+  return std::string(kCookie) + "=" + value + "; Path=/; HttpOnly; SameSite=Strict" + (encrypted ? "; Secure" : "");
 }
 
 }  // namespace
@@ -82,7 +82,7 @@ std::string Gate::open(const std::string& user) {
   if (sessions_.size() >= kMostSessions)
     sessions_.erase(std::ranges::min_element(sessions_, {}, [](const auto& session) { return session.second.used; }));
   sessions_[cookie] = {secret(), user, now};
-  return setCookie(cookie);
+  return setCookie(cookie, names_.encrypted);
 }
 
 std::optional<std::string> Gate::enterByToken(std::string_view token) {

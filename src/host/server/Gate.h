@@ -20,6 +20,7 @@ class Gate {
     std::string bind;  ///< address that the server listens on
     int port = 0;
     std::vector<std::string> names;  ///< further names it goes by
+    bool encrypted = false;
   };
 
   /// @param accounts  whose passwords open a session as well.

@@ -26,6 +26,7 @@
 #include "host/server/Operations.h"
 #include "host/server/Server.h"
 #include "host/server/Site.h"
+#include "host/server/Tls.h"
 #include "language/Language.h"
 
 namespace bukorval::host {
@@ -37,7 +38,7 @@ constexpr auto kLook = std::chrono::milliseconds(50), kReading = std::chrono::mi
                kWriting = std::chrono::milliseconds(30000);
 
 struct ServeOptions {
-  std::string bind, passwordFile, assets;
+  std::string bind, passwordFile, certificate, key, clientCa, assets;
   std::vector<std::string> names;
   int port = 8765, workers = 4, patience = 10;
   bool readOnly = false;
@@ -103,15 +104,19 @@ class EndBySignal {
   std::jthread waiting_;
 };
 
-std::string addressOf(const std::string& bind, int port, const std::string& token) {
+std::string addressOf(const std::string& bind, int port, bool encrypted, const std::string& token) {
   const bool sixth = bind.find(':') != std::string::npos;
-  return "http://" + (sixth ? "[" + bind + "]" : bind) + ":" + std::to_string(port) + "/?token=" + token;
+  return (encrypted ? "https://" : "http://") + (sixth ? "[" + bind + "]" : bind) + ":" + std::to_string(port) +
+         "/?token=" + token;
 }
 
 void serve(Environment& environment, const ServeOptions& options) {
   const auto bind = options.bind.empty() ? kLoopback : options.bind;
-  if (!isLoopback(bind) && options.passwordFile.empty())
-    throw UsageError(tr("--bind lets other machines in: give --password-file as well"));
+  const bool encrypted = !options.certificate.empty();
+  if (encrypted == options.key.empty() || (!encrypted && !options.clientCa.empty()))
+    throw UsageError(tr("--certificate and --key belong together, and --client-ca to both"));
+  if (!isLoopback(bind) && options.passwordFile.empty() && options.clientCa.empty())
+    throw UsageError(tr("--bind lets other machines in: give --password-file or --client-ca as well"));
   EndBySignal::block();
   server::Gate gate(options.passwordFile.empty() ? server::Accounts() : server::Accounts(options.passwordFile));
   const auto about = aboutOf(environment);
@@ -120,10 +125,12 @@ void serve(Environment& environment, const ServeOptions& options) {
   server::Operations operations(environment.options, options.readOnly, desks);
   server::Jobs jobs(operations, std::max<std::size_t>(1, workers - 1));
   server::Site site(operations, jobs, gate, about, options.assets);
+  const auto tls =
+      encrypted ? std::make_unique<server::Tls>(options.certificate, options.key, options.clientCa) : nullptr;
   server::Server server([&](auto request) { return site.answer(std::move(request)); }, &server::Site::failure,
-                        std::chrono::seconds(options.patience));
+                        std::chrono::seconds(options.patience), tls.get());
   const int port = server.bind(bind, options.port);
-  gate.setNames({bind, port, options.names});
+  gate.setNames({bind, port, options.names, encrypted});
   const EndBySignal end(
       [&] {
         desks.close();
@@ -131,8 +138,12 @@ void serve(Environment& environment, const ServeOptions& options) {
         server.stop();
       },
       [&] { return operations.isWriting(); });
-  std::cout << addressOf(bind, port, gate.token()) << '\n';
+  std::cout << addressOf(bind, port, encrypted, gate.token()) << '\n';
   flushOutput();
+  if (!isLoopback(bind) && !encrypted)
+    environment.tell(
+        tr("Nothing is encrypted: whoever is on the network can read all of it, passwords too. Give "
+           "--certificate and --key, or put something in front that encrypts."));
   server.run();
   jobs.wait();
 }
@@ -145,8 +156,9 @@ Command serveCommand() {
           "Serve the budgets of a database to browsers",
           "  bukorval serve -d demo.db\n"
           "Prints the address to open; the key in it is made anew at every start. Ctrl-C ends it.\n"
-          "Only this machine is served. With --bind others are, too, by the password in --password-file: nothing is\n"
-          "encrypted then, so put something in front that does, and name it with --name.",
+          "Only this machine is served. With --bind others are, too, by their passwords in --password-file or their\n"
+          "certificates. Encrypt with --certificate and --key, or put something in front that does, and name it with "
+          "--name.",
           {{.flags = "--port",
             .help = "0 for any that is free",
             .target = &options->port,
@@ -159,6 +171,15 @@ Command serveCommand() {
            {.flags = "--password-file",
             .help = "file with the users who may open a session, or one password for everybody",
             .target = &options->passwordFile,
+            .valueName = "FILE"},
+           {.flags = "--certificate",
+            .help = "file with the certificate (PEM) to encrypt with, and --key",
+            .target = &options->certificate,
+            .valueName = "FILE"},
+           {.flags = "--key", .help = "file with its key", .target = &options->key, .valueName = "FILE"},
+           {.flags = "--client-ca",
+            .help = "file with the authority whose certificates browsers must have",
+            .target = &options->clientCa,
             .valueName = "FILE"},
            {.flags = "--name",
             .help = "a further name that browsers reach it by; again for more",

@@ -2,7 +2,6 @@
 
 #include <httplib.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <thread>
 #include <utility>
@@ -96,8 +95,8 @@ int statusOfFlaw(const httplib::Request& request) {
 /// The library's server on connections of ours.
 class Server::Listener final : public httplib::Server {
  public:
-  Listener(std::chrono::seconds patience, std::function<Reply(int status)> failure)
-      : patience_(patience), failure_(std::move(failure)) {
+  Listener(std::chrono::seconds patience, const Tls* tls, std::function<Reply(int status)> failure)
+      : patience_(patience), tls_(tls), failure_(std::move(failure)) {
     new_task_queue = [this] { return new Queue(crowd_); };
   }
 
@@ -107,14 +106,12 @@ class Server::Listener final : public httplib::Server {
 
  private:
   bool process_and_close_socket(socket_t socket) override {
-    Connection connection(socket, crowd_, patience_);
+    Connection connection(socket, crowd_, patience_, tls_);
     const Crowd::Guest guest(crowd_, peerOf(socket));
     if (guest.isTooMany()) connection.refuse(503);
     bool last = guest.isTooMany();
     for (int left = kMostRequests; !last && connection.awaitRequest(); --left) last = !serveOne(connection, left == 1);
     if (connection.refused() != 0) connection.turnAway(textOf(failure_(connection.refused())));
-    ::shutdown(socket, SHUT_RDWR);
-    ::close(socket);
     return true;
   }
 
@@ -133,11 +130,12 @@ class Server::Listener final : public httplib::Server {
 
   Crowd crowd_{kThreads};
   std::chrono::seconds patience_;
+  const Tls* tls_;
   std::function<Reply(int status)> failure_;
 };
 
-Server::Server(Answer answer, std::function<Reply(int status)> failure, std::chrono::seconds patience)
-    : http_(std::make_unique<Listener>(patience, std::move(failure))), answer_(std::move(answer)) {
+Server::Server(Answer answer, std::function<Reply(int status)> failure, std::chrono::seconds patience, const Tls* tls)
+    : http_(std::make_unique<Listener>(patience, tls, std::move(failure))), answer_(std::move(answer)) {
   auto& http = *http_;
   http.set_default_headers(kHeaders);
   http.set_payload_max_length(kMostBytes);

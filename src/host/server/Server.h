@@ -10,12 +10,15 @@
 /// The one room that speaks HTTP.
 namespace bukorval::host::server {
 
+class Tls;
+
 class Server {
  public:
   using Answer = std::function<Reply(Request)>;
   /// @param failure   what is said where there is no request to answer.
   /// @param patience  for a request to arrive as a whole.
-  Server(Answer answer, std::function<Reply(int status)> failure, std::chrono::seconds patience);
+  /// @param tls       null when nothing is encrypted.
+  Server(Answer answer, std::function<Reply(int status)> failure, std::chrono::seconds patience, const Tls* tls);
   ~Server();
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
