@@ -1055,6 +1055,7 @@ constexpr ItalianText kTexts[] = {
      "longer fits, all stay as they were.",
      "Ogni importo è arrotondato al centesimo, ogni quantità a tre decimali. Una transazione: se uno non ci sta più, "
      "restano\ntutti come erano."},
+    {"The database is not where it was any more", "Il database non è più dov'era"},
     {"The request took too long to arrive", "La richiesta ha impiegato troppo ad arrivare"},
     {"seconds that a request may take to arrive", "secondi che una richiesta può impiegare ad arrivare"},
     {"Too many are at work here: try again in a moment", "Troppi sono al lavoro qui: riprovare fra un momento"},

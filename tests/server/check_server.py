@@ -6,6 +6,9 @@ import json
 import os
 import pathlib
 import re
+import resource
+import shutil
+import signal
 import socket
 import sqlite3
 import ssl
@@ -100,6 +103,57 @@ DOORS = [
     ("token", "GET", "/api/v1/changes?type=4&subtype=01&year=2025&since=never", None, {}, 400, "usage"),
     ("token", "GET", "/api/v1/jobs/0", None, {}, 404, "notFound"),
 ]
+
+
+POST = "POST /api/v1/run/budgets HTTP/1.1\r\nHOST\r\nKEY\r\n"
+DOOR = "GET /door.css HTTP/1.1\r\nHOST\r\n"
+# What no client of good will sends, and the statuses of the answers.
+RAW = [
+    ("\r\n\r\n", [400]), ("GET\r\n\r\n", [400]), ("\0\1\2\xff\r\n\r\n", [400]), ("GET / HTTP/9.9\r\nHOST\r\n\r\n", [400]),
+    ("PRI * HTTP/2.0\r\n\r\nSM\r\n\r\n", [400]), ("CONNECT a:1 HTTP/1.1\r\nHOST\r\n\r\n", [400]), ("OPTIONS * HTTP/1.1\r\nHOST\r\n\r\n", [404]),
+    ("GET http://evil.example/ HTTP/1.1\r\nHOST\r\n\r\n", [404]), ("GET /%00door.css HTTP/1.1\r\nHOST\r\n\r\n", [404]),
+    ("GET /door.css%00 HTTP/1.1\r\nHOST\r\n\r\n", [404]), ("GET /%zz%u1234% HTTP/1.1\r\nHOST\r\n\r\n", [404]),
+    ("GET /%252e%252e/door.css HTTP/1.1\r\nHOST\r\n\r\n", [404]), ("GET //door.css HTTP/1.1\r\nHOST\r\n\r\n", [404]),
+    ("GET / HTTP/1.0\r\n\r\n", [403]), ("GET / HTTP/1.0\r\nHOST\r\n\r\n" + DOOR + "\r\n", [401]), ("GET / HTTP/1.1\r\n\r\n", [403]),
+    (DOOR + "Upgrade: websocket\r\nConnection: Upgrade\r\n\r\n", [200]), (DOOR + "Host: evil.example\r\n\r\n", [400]),
+    (DOOR + "no colon\r\nA: b\0c\r\n folded\r\n\r\n", [200]), (DOOR + "Range: bytes=a-b\r\n\r\n", [416]),
+    ("HEAD /door.css HTTP/1.1\r\nHOST\r\n\r\n" + DOOR + "\r\n", [200, 200]), ((DOOR + "\r\n") * 3, [200, 200, 200]),
+    (DOOR + "A: b\r\n" * 20000 + "\r\n", [431]), ("GET /" + "a" * 200000, [431]), ("GET /" + "a" * 9000 + " HTTP/1.1\r\nHOST\r\n\r\n", [414]),
+    ("GET /api/v1/session HTTP/1.1\r\nHOST\r\nCookie: bukorval=x; =; ;;bukorval\r\nAuthorization: Bearer x\r\nKEY\r\n\r\n", [401]),
+    (POST + "\r\n{}", [400]), (POST + "Content-Length: 50\r\n\r\n{}", [400]), (POST + "Content-Length: 2\r\nContent-Length: 3\r\n\r\n{}", [400]),
+    *((POST + f"Content-Length: {length}\r\n\r\n{{}}", [status]) for length, status in (("-1", 400), ("abc", 400), ("2x", 400), ("9" * 30, 413))),
+    (POST + "Content-Length: 2\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n", [400]),
+    *((POST + f"Transfer-Encoding: chunked\r\n\r\n{size}\r\n{{}}\r\n0\r\n\r\n" + DOOR + "\r\n", statuses)
+      for size, statuses in (("2", [200, 200]), ("9", [400]), ("zz", [400]), ("-2", [400]), ("f" * 16, [400]))),
+    (POST + "Transfer-Encoding: chunked\r\n\r\n" + ("8000\r\n" + " " * 0x8000 + "\r\n") * 40 + "0\r\n\r\n", [413]),
+    (POST + "Transfer-Encoding: gzip, chunked\r\n\r\n2\r\n{}\r\n0\r\n\r\n", [400]), (POST + "Content-Encoding: gzip\r\nContent-Length: 2\r\n\r\n{}", [415]),
+    (POST + "Content-Type: multipart/form-data\r\nContent-Length: 2\r\n\r\n{}", [400]),
+    (POST + "Expect: 100-continue\r\nContent-Length: 2\r\n\r\n{}", [100, 200]),
+]
+
+
+def check_raw(where, folder):
+    with Server(program, where, log=folder / "raw") as server:
+        job = server.ask("POST", "/api/v1/jobs/elaborate-cards", {"options": BUDGET | {"dry-run": True}}, server.bearer()).json["id"]
+
+        def answered(text):
+            text = text.replace("HOST", f"Host: 127.0.0.1:{server.port}").replace("KEY", f"Authorization: Bearer {server.token}")
+            got = b""
+            with socket.create_connection(("127.0.0.1", server.port), 20) as client:
+                try:
+                    client.sendall(text.encode("latin1"))
+                    client.shutdown(socket.SHUT_WR)
+                    while more := client.recv(65536):
+                        got += more
+                except ConnectionError:
+                    pass
+            return [int(status) for status in re.findall(rb"HTTP/1\.1 (\d+)", got)]
+        with concurrent.futures.ThreadPoolExecutor(100) as pool:
+            for (text, statuses), got in zip(RAW * 4, pool.map(answered, [text for text, _ in RAW * 4])):
+                check(f"{text[:40]!r}…{text[-60:]!r}", got == statuses, got)
+        check("the job meanwhile", finished(server, job).json["state"] == "done")
+        check("and the server", server.end() == 0)
+    check("the log says nothing of it", (folder / "raw").read_text() == "", (folder / "raw").read_text())
 
 
 def check_doors(where, folder):
@@ -298,6 +352,41 @@ def check_ended(where, folder):
             check("nor in the log", (folder / "ended").read_text() == "", (folder / "ended").read_text())
 
 
+def check_accidents(where, folder):
+    """The file is moved away, another one is put there, and there is no room for what is written."""
+    edit = {"CARD": 1, "PERIOD": 1, "VALUE": "1"}
+    file = pathlib.Path(where[1])
+    with Server(program, where, log=folder / "gone") as server:
+        poll = "/api/v1/changes?type=4&subtype=01&year=2025"
+        now = server.ask("GET", poll, headers=server.bearer()).json["now"]
+        check("before", server.run("set", edit).status == 200)
+        file.rename(folder / "moved.db")
+        for command, options in (("set", edit), ("grid", GRID)):
+            gone = server.run(command, options)
+            check(f"{command} of nothing", gone.status == 422 and "not where it was" in gone.error["message"], gone.raw)
+        file.with_name(file.name + "-wal").unlink(missing_ok=True)
+        file.with_name(file.name + "-shm").unlink(missing_ok=True)
+        shutil.copy(demo, file)
+        check("another file", server.run("history").table() == [])
+        heard = server.ask("GET", f"{poll}&since={urllib.parse.quote(now)}", headers=server.bearer())
+        check("which is looked at", heard.status == 200, heard.raw)
+        check("and written", server.run("set", edit).status == 200 and len(server.run("history").table()) == 1)
+    check("the log says nothing of the file", (folder / "gone").read_text() == "", (folder / "gone").read_text())
+
+    def crammed():
+        """As on a full disk: files do not grow."""
+        signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+        resource.setrlimit(resource.RLIMIT_FSIZE, (64 << 10, 64 << 10))
+    with Server(program, where, log=folder / "full", preexec_fn=crammed, restore_signals=False) as server:
+        full = server.run("duplicate", OPTIONS["duplicate"] | {"dry-run": False})
+        check("no room", full.status == 500 and full.error["kind"] == "failed", full.raw)
+        check("to read is possible", server.run("grid", GRID).status == 200)
+        check("nothing was written", len(server.run("history").table()) == 1)
+        check("and it ends", server.end() == 0)
+    said = (folder / "full").read_text()
+    check("the log says why", "disk" in said, said)
+
+
 def check_password(where, folder):
     (folder / "password").write_text("open sesame!\n")
     bare = subprocess.run([program, "serve", *where, "--bind", "0.0.0.0", "--port", "0"], capture_output=True, text=True)
@@ -424,11 +513,13 @@ with tempfile.TemporaryDirectory() as name:
         on_postgres(os.environ["POSTGRES"])
     else:
         check_doors(copied(demo, scratch), scratch)
+        check_raw(copied(demo, scratch), scratch)
         check_described(copied(demo, scratch))
         check_values(copied(demo, scratch))
         check_two(copied(demo, scratch))
         check_jobs(copied(demo, scratch))
         check_ended(copied(demo, scratch), scratch)
+        check_accidents(copied(demo, scratch), scratch)
         check_password(copied(demo, scratch), scratch)
         check_encrypted(copied(demo, scratch), scratch)
 print("\n".join(problems))

@@ -33,12 +33,12 @@ class Answer:
 
 
 class Server:
-    def __init__(self, program, where, *options, log=None, context=None):
+    def __init__(self, program, where, *options, log=None, context=None, **process):
         self.context = context
         self.log = open(log, "w+") if log else subprocess.DEVNULL
         environment = {**os.environ, "LC_ALL": "C.UTF-8"}
         self.process = subprocess.Popen([program, "serve", *where, "--port", "0", *options], stdout=subprocess.PIPE,
-                                        stderr=self.log, text=True, env=environment)
+                                        stderr=self.log, text=True, env=environment, **process)
         address = urllib.parse.urlsplit(self.process.stdout.readline().strip())
         self.port = address.port
         self.token = urllib.parse.parse_qs(address.query)["token"][0]

@@ -25,4 +25,10 @@ std::string CommitMark::now() {
   return run_ + "." + std::to_string(count_);
 }
 
+void CommitMark::renew() {
+  const std::lock_guard lock(mutex_);
+  connection_ = nullptr;
+  last_.clear();
+}
+
 }  // namespace bukorval::host::server

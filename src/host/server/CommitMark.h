@@ -16,6 +16,8 @@ class CommitMark {
 
   /// The same text as before only when nothing was committed in between; of this run of the server alone.
   std::string now();
+  /// The database is another one from now on.
+  void renew();
 
  private:
   SharedOptions shared_;

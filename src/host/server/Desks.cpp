@@ -23,7 +23,13 @@ Desks::Lease Desks::take() {
   if (!mine || closed_) throw crowded();
   auto connection = std::move(free_.back());
   free_.pop_back();
-  return {*this, std::move(connection)};
+  return {*this, std::move(connection), generation_};
+}
+
+void Desks::renew() {
+  const std::lock_guard lock(mutex_);
+  ++generation_;
+  for (auto& connection : free_) connection = nullptr;
 }
 
 void Desks::close() {
@@ -34,9 +40,10 @@ void Desks::close() {
   given_.notify_all();
 }
 
-void Desks::giveBack(ado::ConnectionPtr connection) {
+void Desks::giveBack(ado::ConnectionPtr connection, int generation) {
   {
     const std::lock_guard lock(mutex_);
+    if (generation != generation_) connection = nullptr;
     free_.push_back(std::move(connection));
   }
   given_.notify_one();

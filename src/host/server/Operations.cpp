@@ -1,5 +1,7 @@
 #include "host/server/Operations.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -218,7 +220,25 @@ Reply Operations::attempt(const Work& work, Watcher* watcher) {
   }
 }
 
+/// A connection keeps to its file, though it be removed: what is written there would be lost with it.
+void Operations::followFile() {
+  if (!shared_.connectionString.empty() || shared_.database.empty()) return;
+  struct stat there {};
+  const bool isThere = ::stat(shared_.database.c_str(), &there) == 0;
+  const auto file = isThere ? std::to_string(there.st_dev) + ":" + std::to_string(there.st_ino) : "";
+  {
+    const std::lock_guard lock(fileMutex_);
+    if (file != file_ && !file_.empty()) {
+      desks_.renew();
+      commits_.renew();
+    }
+    if (isThere) file_ = file;
+  }
+  if (!isThere) throw dati::Refused(tr("The database is not where it was any more"));
+}
+
 void Operations::runBound(Bound& bound, Collector& collector, const std::function<void(Environment&)>& work) {
+  followFile();
   auto lease = desks_.take();
   const Counted writing(writes(bound.command.name) ? &writing_ : nullptr);
   // The database may have ended the connection while nobody used it.

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
@@ -54,6 +55,7 @@ class Operations {
  private:
   using Work = std::function<Reply(Collector& collector)>;
   static Reply attempt(const Work& work, Watcher* watcher = nullptr);
+  void followFile();
   void runBound(Bound& bound, Collector& collector, const std::function<void(Environment&)>& work);
 
   SharedOptions shared_;
@@ -61,6 +63,8 @@ class Operations {
   bool readOnly_;
   Desks& desks_;
   std::atomic<int> writing_ = 0;
+  std::mutex fileMutex_;
+  std::string file_;  ///< what tells the database's file from another of its name
 };
 
 /// Reads a body: an object that is not too deep. Throws UsageError for everything else.

@@ -82,11 +82,16 @@ class Queue final : public httplib::TaskQueue {
   httplib::ThreadPool threads_;
 };
 
+/// Whether the library could not make out a request: then nobody knows where the next one begins.
+thread_local bool unreadable = false;
+
 /// What a request may not have: it would be read in two ways, or become larger than it looks.
 int statusOfFlaw(const httplib::Request& request) {
   for (const char* const name : {"Content-Length", "Host", "Transfer-Encoding"})
     if (request.get_header_value_count(name) > 1) return 400;
-  if (request.has_header("Content-Length") && request.has_header("Transfer-Encoding")) return 400;
+  const auto length = request.get_header_value("Content-Length");
+  if (length.find_first_not_of("0123456789") != std::string::npos) return 400;
+  if (!length.empty() && request.has_header("Transfer-Encoding")) return 400;
   return request.has_header("Content-Encoding") ? 415 : 0;
 }
 
@@ -118,6 +123,7 @@ class Server::Listener final : public httplib::Server {
   /// @return whether another request may follow.
   bool serveOne(Connection& connection, bool last) {
     bool closed = false, read = false;
+    unreadable = false;
     const bool answered = process_request(connection, last, closed, [&](httplib::Request& request) {
       read = true;
       request.ranges.clear();  // parts of an answer are not served
@@ -125,7 +131,7 @@ class Server::Listener final : public httplib::Server {
       request.headers.erase("Accept-Encoding");
       if (const int status = statusOfFlaw(request)) connection.refuse(status);
     });
-    return answered && read && !closed && !last;
+    return answered && read && !unreadable && !closed && !last;
   }
 
   Crowd crowd_{kThreads};
@@ -162,7 +168,9 @@ Server::Server(Answer answer, std::function<Reply(int status)> failure, std::chr
   http.Delete(".*", answered);
   http.set_error_handler(
       httplib::Server::HandlerWithResponse([&http](const httplib::Request&, httplib::Response& response) {
-        if (response.body.empty()) send(http.failure(response.status), response);
+        if (!response.body.empty()) return httplib::Server::HandlerResponse::Handled;
+        unreadable = response.status != 404;
+        send(http.failure(response.status), response);
         return httplib::Server::HandlerResponse::Handled;
       }));
 }
