@@ -124,7 +124,7 @@ RAW = [
     *((POST + f"Content-Length: {length}\r\n\r\n{{}}", [status]) for length, status in (("-1", 400), ("abc", 400), ("2x", 400), ("9" * 30, 413))),
     (POST + "Content-Length: 2\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n", [400]),
     *((POST + f"Transfer-Encoding: chunked\r\n\r\n{size}\r\n{{}}\r\n0\r\n\r\n" + DOOR + "\r\n", statuses)
-      for size, statuses in (("2", [200, 200]), ("9", [400]), ("zz", [400]), ("-2", [400]), ("f" * 16, [400]))),
+      for size, statuses in (("2", [200]), ("9", [400]), ("zz", [400]), ("-2", [400]), ("f" * 16, [400]))),
     (POST + "Transfer-Encoding: chunked\r\n\r\n" + ("8000\r\n" + " " * 0x8000 + "\r\n") * 40 + "0\r\n\r\n", [413]),
     (POST + "Transfer-Encoding: gzip, chunked\r\n\r\n2\r\n{}\r\n0\r\n\r\n", [400]), (POST + "Content-Encoding: gzip\r\nContent-Length: 2\r\n\r\n{}", [415]),
     (POST + "Content-Type: multipart/form-data\r\nContent-Length: 2\r\n\r\n{}", [400]),
@@ -384,7 +384,7 @@ def check_accidents(where, folder):
         check("nothing was written", len(server.run("history").table()) == 1)
         check("and it ends", server.end() == 0)
     said = (folder / "full").read_text()
-    check("the log says why", "disk" in said, said)
+    check("the log says why", "cannot be read or written" in said, said)
 
 
 def check_password(where, folder):

@@ -122,16 +122,17 @@ class Server::Listener final : public httplib::Server {
 
   /// @return whether another request may follow.
   bool serveOne(Connection& connection, bool last) {
-    bool closed = false, read = false;
+    bool closed = false, whole = false;
     unreadable = false;
     const bool answered = process_request(connection, last, closed, [&](httplib::Request& request) {
-      read = true;
+      // The library takes what is no further part of a body for its end, and so for another request.
+      whole = !request.has_header("Transfer-Encoding");
       request.ranges.clear();  // parts of an answer are not served
       // Nothing is packed: on the way to the same machine that would cost more than it saves.
       request.headers.erase("Accept-Encoding");
       if (const int status = statusOfFlaw(request)) connection.refuse(status);
     });
-    return answered && read && !unreadable && !closed && !last;
+    return answered && whole && !unreadable && !closed && !last;
   }
 
   Crowd crowd_{kThreads};
