@@ -2,7 +2,7 @@
 
 packages=(g++ cmake ninja-build ccache python3 libsqlite3-dev unixodbc-dev libpq-dev libgtest-dev libgmock-dev
           libbenchmark-dev libcli11-dev nlohmann-json3-dev libxlsxwriter-dev libzip-dev libpugixml-dev
-          libcpp-httplib-dev pkg-config)
+          libcpp-httplib-dev libssl-dev pkg-config)
 
 jobs=$(nproc)
 

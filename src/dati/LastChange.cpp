@@ -115,10 +115,19 @@ void addOwn(ado::Connection& connection, const BudgetAnno& budget, const std::st
   for (; !rs->Eof(); rs->MoveNext()) cards.insert(values::toInt64((*rs)["BU65_ID"].Value()));
 }
 
+values::Date secondBefore(const values::Date& date) {
+  const auto on = [](const values::Date& day, int second) {
+    return values::Date::FromYmd(day.year(), day.month(), day.day(), second / 3600, second / 60 % 60, second % 60);
+  };
+  const int second = date.hour() * 3600 + date.minute() * 60 + date.second();
+  return second > 0 ? on(date, second - 1) : on(date.addDays(-1), 24 * 3600 - 1);
+}
+
 }  // namespace
 
 BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget,
                            const std::optional<LastChange>& since) {
+  const auto over = secondBefore(values::Date::Now());
   const History history(connection, budget.ditta);
   const auto entries = history.entries(since ? since->entry : 0);
   BudgetChanges changes{{newestStamp(connection, budget), since ? since->entry : 0}, {}};
@@ -126,6 +135,7 @@ BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget
     changes.now.entry = entries.front().number;
     changes.now.when = std::max(changes.now.when, std::optional(values::toDate(entries.front().when)));
   }
+  if (changes.now.when) changes.now.when = std::min(*changes.now.when, over);
   if (!since) return changes;
   std::map<std::int64_t, LastChange> written;
   for (const auto& entry : entries)
@@ -134,7 +144,8 @@ BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget
   for (const auto& [card, change] : written) cards.push_back(card);
   std::set<std::int64_t> own;
   for (const auto& list : keyLists(cards)) addOwn(connection, budget, "BU65_ID IN (" + list + ")", own);
-  if (since->when) addOwn(connection, budget, "BU65_DATAULTAGG > '" + since->when->toSql() + "'", own);
+  addOwn(connection, budget,
+         since->when ? "BU65_DATAULTAGG > '" + since->when->toSql() + "'" : "BU65_DATAULTAGG IS NOT NULL", own);
   cards.insert(cards.end(), own.begin(), own.end());
   const auto stamps = stampsOf(connection, cards);
   for (const auto card : cards) {

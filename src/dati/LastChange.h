@@ -44,8 +44,9 @@ struct BudgetChanges {
   LastChange now;                                           ///< to ask with the next time
   std::map<std::int64_t, std::optional<LastChange>> cards;  ///< nothing for a card that is gone
 };
-/// The cards of a budget that were changed at that moment or later, none of them when there is no moment. It costs what
-/// has changed since, not what is there.
+/// The cards of a budget that were changed after that moment, none of them when there is no moment. It costs what has
+/// changed since, not what is there. Stamps count seconds: `now` is never the second that still runs, so what was
+/// changed in it may be told once more.
 BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget,
                            const std::optional<LastChange>& since);
 

@@ -1055,6 +1055,9 @@ constexpr ItalianText kTexts[] = {
      "longer fits, all stay as they were.",
      "Ogni importo è arrotondato al centesimo, ogni quantità a tre decimali. Una transazione: se uno non ci sta più, "
      "restano\ntutti come erano."},
+    {"The database is not where it was any more", "Il database non è più dov'era"},
+    {"The request took too long to arrive", "La richiesta ha impiegato troppo ad arrivare"},
+    {"seconds that a request may take to arrive", "secondi che una richiesta può impiegare ad arrivare"},
     {"Too many are at work here: try again in a moment", "Troppi sono al lavoro qui: riprovare fra un momento"},
     {"{} takes a text or a whole number; decimals are given as text",
      "{} vuole un testo o un numero intero; i decimali si danno come testo"},
@@ -1088,13 +1091,27 @@ constexpr ItalianText kTexts[] = {
     {"Open the address that the server printed when it was started; it holds the key.",
      "Aprire l'indirizzo che il server ha scritto all'avvio: contiene la chiave."},
     {"Or enter the password", "Oppure inserire la password"},
+    {"User", "Utente"},
     {"Password", "Password"},
     {"Enter", "Entra"},
     {"The system has no random numbers", "Il sistema non ha numeri casuali"},
     {"Cannot read {}", "Impossibile leggere {}"},
     {"The password in {} is shorter than {} characters", "La password in {} ha meno di {} caratteri"},
-    {"--bind lets other machines in: give --password-file as well",
-     "--bind lascia entrare altre macchine: dare anche --password-file"},
+    {"--bind lets other machines in: give --password-file or --client-ca as well",
+     "--bind lascia entrare altre macchine: dare anche --password-file o --client-ca"},
+    {"--certificate and --key belong together, and --client-ca to both",
+     "--certificate e --key vanno insieme, e --client-ca con entrambi"},
+    {"Nothing is encrypted: whoever is on the network can read all of it, passwords too. Give --certificate and --key, "
+     "or put something in front that encrypts.",
+     "Nulla è cifrato: chi è sulla rete può leggere tutto, anche le password. Dare --certificate e --key, o mettere "
+     "davanti qualcosa che cifri."},
+    {"{} holds no certificate", "{} non contiene alcun certificato"},
+    {"{} holds no key, or not that of the certificate", "{} non contiene una chiave, o non quella del certificato"},
+    {"file with the certificate (PEM) to encrypt with, and --key",
+     "file con il certificato (PEM) con cui cifrare, e --key"},
+    {"file with its key", "file con la sua chiave"},
+    {"file with the authority whose certificates browsers must have",
+     "file con l'autorità di cui i browser devono avere un certificato"},
     {"Cannot listen on {}, port {}: it is taken, or not of this machine",
      "Impossibile ascoltare su {}, porta {}: è occupata, o non di questa macchina"},
     {"Open the address that the server printed first", "Aprire prima l'indirizzo che il server ha scritto"},
@@ -1112,7 +1129,11 @@ constexpr ItalianText kTexts[] = {
     {"0 for any that is free", "0 per una qualunque libera"},
     {"address to listen on, instead of this machine alone",
      "indirizzo su cui ascoltare, invece di questa sola macchina"},
-    {"file whose first line opens a session as well", "file la cui prima riga apre anch'essa una sessione"},
+    {"file with the users who may open a session, or one password for everybody",
+     "file con gli utenti che possono aprire una sessione, o una password per tutti"},
+    {"The system cannot check passwords: {}", "Il sistema non può controllare le password: {}"},
+    {"{}, line {}: a user is a name, a colon, and a hash as crypt makes it",
+     "{}, riga {}: un utente è un nome, due punti e un hash come lo fa crypt"},
     {"a further name that browsers reach it by; again for more",
      "un altro nome con cui i browser lo raggiungono; ripetibile"},
     {"offer nothing that writes", "non offre nulla che scriva"},
@@ -1121,11 +1142,11 @@ constexpr ItalianText kTexts[] = {
     {"folder to serve the page's files from, instead of those in the program",
      "cartella da cui servire i file della pagina, invece di quelli nel programma"},
     {"Prints the address to open; the key in it is made anew at every start. Ctrl-C ends it.\nOnly this machine is "
-     "served. With --bind others are, too, by the password in --password-file: nothing is\nencrypted then, so put "
-     "something in front that does, and name it with --name.",
+     "served. With --bind others are, too, by their passwords in --password-file or their\ncertificates. Encrypt with "
+     "--certificate and --key, or put something in front that does, and name it with --name.",
      "Scrive l'indirizzo da aprire; la sua chiave è nuova a ogni avvio. Ctrl-C lo ferma.\nServe solo questa macchina. "
-     "Con --bind anche altre, con la password di --password-file: allora nulla è\ncifrato, perciò va messo davanti "
-     "qualcosa che cifri, e il suo nome dato con --name."},
+     "Con --bind anche altre, con le password di --password-file o i loro\ncertificati. Si cifra con --certificate e "
+     "--key, o mettendo davanti qualcosa che cifri, il cui nome si dà con --name."},
 };
 
 }  // namespace

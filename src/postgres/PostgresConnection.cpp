@@ -299,6 +299,12 @@ ChangeTracker* PostgresConnection::changes() {
   return tracker_.get();
 }
 
+/// Every transaction that writes has a number, and shows here from then until it ends.
+std::string PostgresConnection::commitMark() {
+  const auto result = runBeside("SELECT pg_current_snapshot()", {});
+  return PQgetvalue(result.get(), 0, 0);
+}
+
 Result PostgresConnection::runBeside(const std::string& sql, const std::vector<std::string>& parameters) {
   requireConnected();
   settle();

@@ -45,6 +45,7 @@ class PostgresConnection : public ado::Connection {
   void RollbackTrans() override;
 
   ado::ChangeTracker* changes() override;
+  std::string commitMark() override;
 
   /// Runs one of the provider's own statements, in the transaction that is open.
   Result runBeside(const std::string& sql, const std::vector<std::string>& parameters = {});

@@ -80,6 +80,13 @@ ChangeTracker* SqliteConnection::changes() {
   return tracker_.get();
 }
 
+std::string SqliteConnection::commitMark() {
+  requireOpen();
+  const auto version = prepare(database_.get(), "PRAGMA data_version");
+  if (sqlite3_step(version.get()) != SQLITE_ROW) throwFailure(database_.get());
+  return std::to_string(sqlite3_column_int64(version.get(), 0));
+}
+
 ObjectStateEnum SqliteConnection::State() const { return database_ ? adStateOpen : adStateClosed; }
 
 void SqliteConnection::requireOpen() const {

@@ -45,6 +45,7 @@ class SqliteConnection : public ado::Connection {
   /// Also ends a transaction that the engine has already rolled back by itself.
   void RollbackTrans() override;
   ado::ChangeTracker* changes() override;
+  std::string commitMark() override;
 
   Statistics statistics() const { return statistics_; }
   std::size_t cachedPlans() const { return cache_ ? cache_->size() : 0; }

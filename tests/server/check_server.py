@@ -6,11 +6,17 @@ import json
 import os
 import pathlib
 import re
+import resource
+import shutil
+import signal
+import socket
 import sqlite3
+import ssl
 import subprocess
 import sys
 import tempfile
 import time
+import urllib.parse
 
 from running import BUDGET, GRID, Server, copied
 from shapes import problems_of
@@ -97,6 +103,57 @@ DOORS = [
     ("token", "GET", "/api/v1/changes?type=4&subtype=01&year=2025&since=never", None, {}, 400, "usage"),
     ("token", "GET", "/api/v1/jobs/0", None, {}, 404, "notFound"),
 ]
+
+
+POST = "POST /api/v1/run/budgets HTTP/1.1\r\nHOST\r\nKEY\r\n"
+DOOR = "GET /door.css HTTP/1.1\r\nHOST\r\n"
+# What no client of good will sends, and the statuses of the answers.
+RAW = [
+    ("\r\n\r\n", [400]), ("GET\r\n\r\n", [400]), ("\0\1\2\xff\r\n\r\n", [400]), ("GET / HTTP/9.9\r\nHOST\r\n\r\n", [400]),
+    ("PRI * HTTP/2.0\r\n\r\nSM\r\n\r\n", [400]), ("CONNECT a:1 HTTP/1.1\r\nHOST\r\n\r\n", [400]), ("OPTIONS * HTTP/1.1\r\nHOST\r\n\r\n", [404]),
+    ("GET http://evil.example/ HTTP/1.1\r\nHOST\r\n\r\n", [404]), ("GET /%00door.css HTTP/1.1\r\nHOST\r\n\r\n", [404]),
+    ("GET /door.css%00 HTTP/1.1\r\nHOST\r\n\r\n", [404]), ("GET /%zz%u1234% HTTP/1.1\r\nHOST\r\n\r\n", [404]),
+    ("GET /%252e%252e/door.css HTTP/1.1\r\nHOST\r\n\r\n", [404]), ("GET //door.css HTTP/1.1\r\nHOST\r\n\r\n", [404]),
+    ("GET / HTTP/1.0\r\n\r\n", [403]), ("GET / HTTP/1.0\r\nHOST\r\n\r\n" + DOOR + "\r\n", [401]), ("GET / HTTP/1.1\r\n\r\n", [403]),
+    (DOOR + "Upgrade: websocket\r\nConnection: Upgrade\r\n\r\n", [200]), (DOOR + "Host: evil.example\r\n\r\n", [400]),
+    (DOOR + "no colon\r\nA: b\0c\r\n folded\r\n\r\n", [200]), (DOOR + "Range: bytes=a-b\r\n\r\n", [416]),
+    ("HEAD /door.css HTTP/1.1\r\nHOST\r\n\r\n" + DOOR + "\r\n", [200, 200]), ((DOOR + "\r\n") * 3, [200, 200, 200]),
+    (DOOR + "A: b\r\n" * 20000 + "\r\n", [431]), ("GET /" + "a" * 200000, [431]), ("GET /" + "a" * 9000 + " HTTP/1.1\r\nHOST\r\n\r\n", [414]),
+    ("GET /api/v1/session HTTP/1.1\r\nHOST\r\nCookie: bukorval=x; =; ;;bukorval\r\nAuthorization: Bearer x\r\nKEY\r\n\r\n", [401]),
+    (POST + "\r\n{}", [400]), (POST + "Content-Length: 50\r\n\r\n{}", [400]), (POST + "Content-Length: 2\r\nContent-Length: 3\r\n\r\n{}", [400]),
+    *((POST + f"Content-Length: {length}\r\n\r\n{{}}", [status]) for length, status in (("-1", 400), ("abc", 400), ("2x", 400), ("9" * 30, 413))),
+    (POST + "Content-Length: 2\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n", [400]),
+    *((POST + f"Transfer-Encoding: chunked\r\n\r\n{size}\r\n{{}}\r\n0\r\n\r\n" + DOOR + "\r\n", statuses)
+      for size, statuses in (("2", [200]), ("9", [400]), ("zz", [400]), ("-2", [400]), ("f" * 16, [400]))),
+    (POST + "Transfer-Encoding: chunked\r\n\r\n" + ("8000\r\n" + " " * 0x8000 + "\r\n") * 40 + "0\r\n\r\n", [413]),
+    (POST + "Transfer-Encoding: gzip, chunked\r\n\r\n2\r\n{}\r\n0\r\n\r\n", [400]), (POST + "Content-Encoding: gzip\r\nContent-Length: 2\r\n\r\n{}", [415]),
+    (POST + "Content-Type: multipart/form-data\r\nContent-Length: 2\r\n\r\n{}", [400]),
+    (POST + "Expect: 100-continue\r\nContent-Length: 2\r\n\r\n{}", [100, 200]),
+]
+
+
+def check_raw(where, folder):
+    with Server(program, where, log=folder / "raw") as server:
+        job = server.ask("POST", "/api/v1/jobs/elaborate-cards", {"options": BUDGET | {"dry-run": True}}, server.bearer()).json["id"]
+
+        def answered(text):
+            text = text.replace("HOST", f"Host: 127.0.0.1:{server.port}").replace("KEY", f"Authorization: Bearer {server.token}")
+            got = b""
+            with socket.create_connection(("127.0.0.1", server.port), 20) as client:
+                try:
+                    client.sendall(text.encode("latin1"))
+                    client.shutdown(socket.SHUT_WR)
+                    while more := client.recv(65536):
+                        got += more
+                except ConnectionError:
+                    pass
+            return [int(status) for status in re.findall(rb"HTTP/1\.1 (\d+)", got)]
+        with concurrent.futures.ThreadPoolExecutor(100) as pool:
+            for (text, statuses), got in zip(RAW * 4, pool.map(answered, [text for text, _ in RAW * 4])):
+                check(f"{text[:40]!r}…{text[-60:]!r}", got == statuses, got)
+        check("the job meanwhile", finished(server, job).json["state"] == "done")
+        check("and the server", server.end() == 0)
+    check("the log says nothing of it", (folder / "raw").read_text() == "", (folder / "raw").read_text())
 
 
 def check_doors(where, folder):
@@ -230,11 +287,21 @@ def check_two(where):
         check("shows what has changed", "100.10" in json.dumps(second.error["tables"]), second.raw)
         value = server.run("periods", {"CARD": CARD}).table()[2]["IMP_BUDGET"]
         check("is not written", value == "100.10", value)
-        heard = server.ask("GET", f"{poll}&since={now.replace(' ', '%20').replace('#', '%23')}", headers=server.bearer()).json
+        def look(since):
+            heard = server.ask("GET", f"{poll}&since={urllib.parse.quote(since)}", headers=server.bearer()).json
+            return heard["cards"], heard["now"]
+        heard, now = look(now)
         stamp = next(row for row in server.run("grid", GRID | {"stamps": True}).table() if row["BU65_ID"] == CARD)["ULTIMAMODIFICA"]
-        check("the change is heard of", heard["cards"] == [{"id": CARD, "lastChange": stamp}], heard)
-        later = server.ask("GET", f"{poll}&since={heard['now'].replace(' ', '%20').replace('#', '%23')}", headers=server.bearer())
-        check("once", later.json["cards"] == [], later.raw)
+        check("the change is heard of", heard == [{"id": CARD, "lastChange": stamp}], heard)
+        heard, now = look(now)
+        check("once", heard == [], heard)
+        # Programs that keep no history leave nothing but the second; each look is as near behind the change as can be.
+        for number in range(30):
+            card = CARD + 1 + number % 5
+            subprocess.run([program, "set", str(card), "1", str(number), *where, "--no-history"], check=True, capture_output=True)
+            heard, now = look(now)
+            check("a change without history", card in [one["id"] for one in heard], (number, card, heard))
+            check("and no other one is told twice", look(now)[0] == [])
         check("in the history", server.run("history").table()[0]["COMANDO"].startswith(f"set {CARD} 3 100,10 --seen"))
 
         def write(number):
@@ -285,6 +352,41 @@ def check_ended(where, folder):
             check("nor in the log", (folder / "ended").read_text() == "", (folder / "ended").read_text())
 
 
+def check_accidents(where, folder):
+    """The file is moved away, another one is put there, and there is no room for what is written."""
+    edit = {"CARD": 1, "PERIOD": 1, "VALUE": "1"}
+    file = pathlib.Path(where[1])
+    with Server(program, where, log=folder / "gone") as server:
+        poll = "/api/v1/changes?type=4&subtype=01&year=2025"
+        now = server.ask("GET", poll, headers=server.bearer()).json["now"]
+        check("before", server.run("set", edit).status == 200)
+        file.rename(folder / "moved.db")
+        for command, options in (("set", edit), ("grid", GRID)):
+            gone = server.run(command, options)
+            check(f"{command} of nothing", gone.status == 422 and "not where it was" in gone.error["message"], gone.raw)
+        file.with_name(file.name + "-wal").unlink(missing_ok=True)
+        file.with_name(file.name + "-shm").unlink(missing_ok=True)
+        shutil.copy(demo, file)
+        check("another file", server.run("history").table() == [])
+        heard = server.ask("GET", f"{poll}&since={urllib.parse.quote(now)}", headers=server.bearer())
+        check("which is looked at", heard.status == 200, heard.raw)
+        check("and written", server.run("set", edit).status == 200 and len(server.run("history").table()) == 1)
+    check("the log says nothing of the file", (folder / "gone").read_text() == "", (folder / "gone").read_text())
+
+    def crammed():
+        """As on a full disk: files do not grow."""
+        signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+        resource.setrlimit(resource.RLIMIT_FSIZE, (64 << 10, 64 << 10))
+    with Server(program, where, log=folder / "full", preexec_fn=crammed, restore_signals=False) as server:
+        full = server.run("duplicate", OPTIONS["duplicate"] | {"dry-run": False})
+        check("no room", full.status == 500 and full.error["kind"] == "failed", full.raw)
+        check("to read is possible", server.run("grid", GRID).status == 200)
+        check("nothing was written", len(server.run("history").table()) == 1)
+        check("and it ends", server.end() == 0)
+    said = (folder / "full").read_text()
+    check("the log says why", "cannot be read or written" in said, said)
+
+
 def check_password(where, folder):
     (folder / "password").write_text("open sesame!\n")
     bare = subprocess.run([program, "serve", *where, "--bind", "0.0.0.0", "--port", "0"], capture_output=True, text=True)
@@ -301,6 +403,90 @@ def check_password(where, folder):
         check("the right one", right.status == 303, right.raw)
         cookie = {"Cookie": right.headers["Set-Cookie"].split(";")[0]}
         check("opens", server.ask("GET", "/api/v1/session", headers=cookie).status == 200)
+    check_users(where, folder / "users")
+
+
+def check_users(where, file):
+    """Each by a password of their own, and told apart in what they write."""
+    def line(user, method="-6"):
+        return user + ":" + subprocess.run(["openssl", "passwd", method, f"{user}'s own"], capture_output=True, text=True).stdout
+    file.write_text("# Who may enter\n" + line("anna") + line("bruno", "-5"))
+    with Server(program, where, "--password-file", str(file)) as server:
+        def enter(user, password):
+            return server.ask("POST", "/login", {"user": user, "password": password}, {"Content-Type": "application/json"})
+        check("the form asks who", b'name="user"' in server.ask("GET", "/login").raw)
+        pages = {}
+        for card, user in enumerate(("anna", "bruno"), 1):
+            pages[user] = server.session(enter(user, f"{user}'s own").headers["Set-Cookie"])
+            told = server.ask("GET", "/api/v1/session", headers=pages[user]).json["user"]
+            written = [server.ask("POST", f"/api/v1/{kind}/set", {"options": {"CARD": card, "PERIOD": period, "VALUE": "5"}}, pages[user])
+                       for period, kind in ((1, "run"), (2, "jobs"))]
+            finished(server, written[1].json["id"])
+            check(f"{user} enters", (told, *[one.status for one in written]) == (user, 200, 202), told)
+        server.ask("POST", RUN + "lock", {"options": {"BUDGET": "4/01@2025"}}, pages["bruno"])
+        by = [row["UTENTE"] for row in server.run("history").table()]
+        check("each has written", by == ["bruno", "bruno", "anna", "anna"], by)
+        check("and locked", server.run("lock").table()[0]["UTENTE"] == "bruno")
+        for user, password, pause in (("anna", "bruno's own", 0.6), ("carla", "anna's own", 1.1), ("anna", "x" * 1000, 0)):
+            answer = enter(user, password)
+            check(f"{user} does not enter", answer.status == 401, answer.raw)
+            time.sleep(pause)
+    for wrong in ("anna:$nosuch$x\n", "", "# nobody\n", "anna:$6$\nopen sesame!\n"):
+        file.write_text(wrong)
+        refused = subprocess.run([program, "serve", *where, "--port", "0", "--password-file", str(file)], capture_output=True, text=True)
+        check(f"no users in {wrong!r}", refused.returncode in (1, 2) and str(file) in refused.stderr, refused)
+
+
+def certified(folder, name, by=None):
+    """A key and a certificate, of its own authority or by another one. @return its file's name without the ending."""
+    file = str(folder / name)
+    signed = ["-CA", f"{by}.pem", "-CAkey", f"{by}.key"] if by else []
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-subj", f"/CN={name}",
+                    "-addext", "subjectAltName=IP:127.0.0.1", "-keyout", f"{file}.key", "-out", f"{file}.pem", *signed],
+                   check=True, capture_output=True)
+    return file
+
+
+def check_encrypted(where, folder):
+    authority = certified(folder, "authority")
+    own, guest, stranger = certified(folder, "server", authority), certified(folder, "guest", authority), certified(folder, "stranger")
+
+    def context(comer=None, version=ssl.TLSVersion.TLSv1_2):
+        made = ssl.create_default_context(cafile=f"{authority}.pem")
+        made.minimum_version = made.maximum_version = version
+        if comer:
+            made.load_cert_chain(f"{comer}.pem", f"{comer}.key")
+        return made
+
+    encrypted = "--certificate", f"{own}.pem", "--key", f"{own}.key"
+    with Server(program, where, *encrypted, "--patience", "1", context=context()) as server:
+        page = server.enter()
+        check("encrypted", server.ask("POST", RUN + "grid", {"options": GRID}, page).status == 200)
+        check("the cookie as well", "; Secure" in server.ask("GET", f"/?token={server.token}").headers["Set-Cookie"])
+        for what, said in (("in plain", b"GET / HTTP/1.1\r\n\r\n"), ("half a greeting", b"\x16\x03\x01\x02\x00\x01")):
+            with socket.create_connection(("127.0.0.1", server.port), 10) as plain:
+                plain.sendall(said)
+                plain.settimeout(8)
+                check(f"{what}, and let go", b"HTTP/" not in plain.recv(1000))
+        server.context = context(version=ssl.TLSVersion.TLSv1_3)
+        big = server.ask("POST", RUN + "grid", b"x" * 3_000_000, server.bearer())
+        check("too much, encrypted", big.status == 413, big.raw)
+        for version in (ssl.TLSVersion.TLSv1_2, ssl.TLSVersion.TLSv1_3):
+            server.context = context(version=version)
+            much = server.ask("GET", "/openapi.json", headers=server.bearer())
+            check(f"much comes back, {version}", much.status == 200 and len(much.raw) > 50000 and much.json, much.raw)
+    with Server(program, where, *encrypted, "--bind", "0.0.0.0", "--client-ca", f"{authority}.pem", context=context(guest)) as server:
+        check("with a certificate", server.run("budgets").status == 200)
+        for comer in (None, stranger):
+            server.context = context(comer, ssl.TLSVersion.TLSv1_2)
+            try:
+                check(f"with that of {comer}", not server.run("budgets"))
+            except (ssl.SSLError, ConnectionError):
+                pass
+    for wrong in (encrypted[:2], (*encrypted[:3], f"{guest}.key"), ("--certificate", f"{own}.key", *encrypted[2:]),
+                  (*encrypted, "--client-ca", f"{own}.key"), ("--client-ca", f"{authority}.pem")):
+        refused = subprocess.run([program, "serve", *where, "--port", "0", *wrong], capture_output=True, text=True)
+        check(f"no {wrong}", refused.returncode in (1, 2) and refused.stderr, refused)
 
 
 def on_postgres(state):
@@ -327,11 +513,14 @@ with tempfile.TemporaryDirectory() as name:
         on_postgres(os.environ["POSTGRES"])
     else:
         check_doors(copied(demo, scratch), scratch)
+        check_raw(copied(demo, scratch), scratch)
         check_described(copied(demo, scratch))
         check_values(copied(demo, scratch))
         check_two(copied(demo, scratch))
         check_jobs(copied(demo, scratch))
         check_ended(copied(demo, scratch), scratch)
+        check_accidents(copied(demo, scratch), scratch)
         check_password(copied(demo, scratch), scratch)
+        check_encrypted(copied(demo, scratch), scratch)
 print("\n".join(problems))
 sys.exit(bool(problems))

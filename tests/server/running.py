@@ -5,6 +5,7 @@ import os
 import pathlib
 import shutil
 import signal
+import sqlite3
 import subprocess
 import urllib.parse
 
@@ -32,11 +33,12 @@ class Answer:
 
 
 class Server:
-    def __init__(self, program, where, *options, log=None):
+    def __init__(self, program, where, *options, log=None, context=None, **process):
+        self.context = context
         self.log = open(log, "w+") if log else subprocess.DEVNULL
         environment = {**os.environ, "LC_ALL": "C.UTF-8"}
         self.process = subprocess.Popen([program, "serve", *where, "--port", "0", *options], stdout=subprocess.PIPE,
-                                        stderr=self.log, text=True, env=environment)
+                                        stderr=self.log, text=True, env=environment, **process)
         address = urllib.parse.urlsplit(self.process.stdout.readline().strip())
         self.port = address.port
         self.token = urllib.parse.parse_qs(address.query)["token"][0]
@@ -54,7 +56,8 @@ class Server:
         return self.process.wait(20)
 
     def ask(self, method, path, body=None, headers=None, host=None):
-        connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=30)
+        connection = (http.client.HTTPSConnection("127.0.0.1", self.port, timeout=30, context=self.context) if self.context
+                      else http.client.HTTPConnection("127.0.0.1", self.port, timeout=30))
         connection.putrequest(method, path, skip_host=True, skip_accept_encoding=True)
         data = body if isinstance(body, (bytes, type(None))) else json.dumps(body).encode()
         own = {"Host": host or f"127.0.0.1:{self.port}", "Connection": "close"} | (headers or {})
@@ -78,7 +81,10 @@ class Server:
 
     def enter(self):
         """Opens a session as a browser does. @return the headers that its page sends."""
-        cookie = self.ask("GET", f"/?token={self.token}").headers["Set-Cookie"].split(";")[0]
+        return self.session(self.ask("GET", f"/?token={self.token}").headers["Set-Cookie"])
+
+    def session(self, cookie):
+        cookie = cookie.split(";")[0]
         csrf = self.ask("GET", "/api/v1/session", headers={"Cookie": cookie}).json["csrf"]
         return {"Cookie": cookie, "X-Bukorval-Csrf": csrf}
 
@@ -88,3 +94,25 @@ def copied(demo, folder):
     file = pathlib.Path(folder) / f"budget{len(list(pathlib.Path(folder).iterdir()))}.db"
     shutil.copy(demo, file)
     return ["-d", str(file)]
+
+
+def grown(file, cards):
+    """Copies of the budget's cards until there are that many in its grid, each with its details."""
+    with sqlite3.connect(file) as database:
+        # For the texts that are added here the engine's own order is that of their bytes.
+        database.create_collation("BK_ORDER", lambda a, b: (a.rstrip() > b.rstrip()) - (a.rstrip() < b.rstrip()))
+        columns = {table: [row[1] for row in database.execute(f"PRAGMA table_info({table})") if row[1] != f"{table[:4]}_ID"]
+                   for table in ("BU65_TESBUDGET", "BU66_DETBUDGET")}
+        where = ("BU65_INDTIPO_BU01 = 4 AND BU65_SOTTOTIPO_BU01 = '01' AND BU65_ANNO = 2025 AND BU65_INDCOSRIC_BU07 = 0 "
+                 "AND BU65_CODICE_CG31 = 1")
+        [(first, there)] = database.execute(f"SELECT MIN(BU65_ID), COUNT(*) FROM BU65_TESBUDGET WHERE {where}")
+        [(last,)] = database.execute("SELECT MAX(BU65_ID) FROM BU65_TESBUDGET")
+        names = ", ".join(columns["BU65_TESBUDGET"])
+        values = names.replace("BU65_SCHEDA_BU07", "printf('C%07d', i)")
+        numbers = f"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < {cards - there}) "
+        database.execute(f"{numbers} INSERT INTO BU65_TESBUDGET (BU65_ID, {names}) SELECT {last} + i, {values} "
+                         f"FROM n, BU65_TESBUDGET WHERE BU65_ID = {first}")
+        names = ", ".join(columns["BU66_DETBUDGET"])
+        values = names.replace("BU66_ID_BU65", f"{last} + i")
+        database.execute(f"{numbers} INSERT INTO BU66_DETBUDGET ({names}) SELECT {values} "
+                         f"FROM n, BU66_DETBUDGET WHERE BU66_ID_BU65 = {first}")

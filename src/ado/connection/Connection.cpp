@@ -82,6 +82,7 @@ class AnyConnection : public Connection {
   void CommitTrans() override { opened().CommitTrans(); }
   void RollbackTrans() override { opened().RollbackTrans(); }
   ChangeTracker* changes() override { return real_ ? real_->changes() : nullptr; }
+  std::string commitMark() override { return real_ ? real_->commitMark() : std::string(); }
 
  private:
   /// The real connection with this one's settings, which a client may have changed since.

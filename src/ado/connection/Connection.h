@@ -52,6 +52,10 @@ class BUKORVAL_API Connection : public values::Object {
 
   /// Null for an engine that keeps no track, and before Open.
   virtual ChangeTracker* changes() { return nullptr; }
+
+  /// As long as it stays the same on one connection, no other one has committed anything in between. Outside a
+  /// transaction. "" for an engine that does not tell.
+  virtual std::string commitMark() { return {}; }
 };
 
 using ConnectionPtr = std::shared_ptr<Connection>;

@@ -7,7 +7,6 @@
 #include "dati/Years.h"
 #include "host/commands/Command.h"
 #include "host/environment/BudgetName.h"
-#include "host/environment/UserName.h"
 
 namespace bukorval::host {
 namespace {
@@ -25,7 +24,7 @@ void showLocks(Environment& environment) {
 
 void lock(Environment& environment, const LockOptions& options) {
   if (!options.budget.empty())
-    dati::lockBudget(*environment.connection(), parseBudgetName(environment, options.budget), userName(),
+    dati::lockBudget(*environment.connection(), parseBudgetName(environment, options.budget), environment.user(),
                      options.reason);
   environment.noteWritten();
   showLocks(environment);

@@ -112,9 +112,11 @@ void Environment::completeSelection() {
   requireSuccess();
 }
 
+std::string Environment::user() const { return options.user.empty() ? userName() : options.user; }
+
 std::optional<dati::Author> Environment::author() const {
   if (options.noHistory) return std::nullopt;
-  return dati::Author{userName(), options.commandText};
+  return dati::Author{user(), options.commandText};
 }
 
 dati::Transaction Environment::transaction() {

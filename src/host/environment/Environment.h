@@ -26,6 +26,7 @@ struct SharedOptions {
   bool noPager = false;
   bool force = false;                             ///< write into a closed year too
   bool noHistory = false;                         ///< keep none of what is written
+  std::string user;                               ///< who writes; "" for who runs the program
   std::string commandText;                        ///< the command as it was given, for the history
   std::map<std::string, std::string> properties;  ///< the object's properties as given, by name
 };
@@ -56,6 +57,8 @@ class Environment {
   /// progressive default to the session's company and the year's own progressive. Without a database the
   /// object stands alone: what needs one is refused by the object itself.
   CLSKORVAL& budget();
+  /// Who writes.
+  std::string user() const;
   /// For the history, nothing when none is to be kept.
   std::optional<dati::Author> author() const;
   /// One transaction for what a command does with the object, with its entry in the history.

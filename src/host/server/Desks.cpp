@@ -18,17 +18,32 @@ Desks::Lease Desks::take() {
   const auto crowded = [] { return Crowded(tr("Too many are at work here: try again in a moment")); };
   if (waiting_ >= kMostWaiting) throw crowded();
   ++waiting_;
-  const bool mine = given_.wait_for(lock, kPatience, [&] { return !free_.empty(); });
+  const bool mine = given_.wait_for(lock, kPatience, [&] { return closed_ || !free_.empty(); });
   --waiting_;
-  if (!mine) throw crowded();
+  if (!mine || closed_) throw crowded();
   auto connection = std::move(free_.back());
   free_.pop_back();
-  return {*this, std::move(connection)};
+  return {*this, std::move(connection), generation_};
 }
 
-void Desks::giveBack(ado::ConnectionPtr connection) {
+void Desks::renew() {
+  const std::lock_guard lock(mutex_);
+  ++generation_;
+  for (auto& connection : free_) connection = nullptr;
+}
+
+void Desks::close() {
   {
     const std::lock_guard lock(mutex_);
+    closed_ = true;
+  }
+  given_.notify_all();
+}
+
+void Desks::giveBack(ado::ConnectionPtr connection, int generation) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (generation != generation_) connection = nullptr;
     free_.push_back(std::move(connection));
   }
   given_.notify_one();

@@ -23,8 +23,9 @@ class Desks {
   /// A connection for one command, given back at its end.
   class Lease {
    public:
-    Lease(Desks& desks, ado::ConnectionPtr connection) : desks_(desks), connection_(std::move(connection)) {}
-    ~Lease() { desks_.giveBack(std::move(connection_)); }
+    Lease(Desks& desks, ado::ConnectionPtr connection, int generation)
+        : desks_(desks), connection_(std::move(connection)), generation_(generation) {}
+    ~Lease() { desks_.giveBack(std::move(connection_), generation_); }
     Lease(const Lease&) = delete;
     Lease& operator=(const Lease&) = delete;
 
@@ -34,18 +35,25 @@ class Desks {
    private:
     Desks& desks_;
     ado::ConnectionPtr connection_;
+    int generation_;
   };
 
   /// Waits its turn. Throws Crowded when too many wait already, or for too long.
   Lease take();
+  /// Everybody gets a new connection from now on.
+  void renew();
+  /// From now on nobody is given any.
+  void close();
 
  private:
-  void giveBack(ado::ConnectionPtr connection);
+  void giveBack(ado::ConnectionPtr connection, int generation);
 
   std::mutex mutex_;
   std::condition_variable given_;
   std::vector<ado::ConnectionPtr> free_;  ///< the last one given back is the next one used
   std::size_t waiting_ = 0;
+  int generation_ = 0;
+  bool closed_ = false;
 };
 
 }  // namespace bukorval::host::server

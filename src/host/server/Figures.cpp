@@ -23,6 +23,7 @@ using values::Variant;
 
 constexpr std::size_t kMostRows = 200;
 constexpr int kMostForecasts = 20;
+constexpr std::string_view kMark = " ~";  ///< what the database said about commits stands behind it
 
 /// The last forecast that the figures name.
 int forecastsOf(const json& rows) {
@@ -100,15 +101,18 @@ std::string deltasOf(const json& body) {
   return out + "]}";
 }
 
-std::string changesSince(Environment& environment, const std::string& since) {
+std::string changesSince(Environment& environment, const std::string& since, const std::string& mark) {
   requireBudget(environment);
   std::optional<dati::LastChange> seen;
   if (!since.empty()) {
-    seen = dati::parseLastChange(since);
+    const auto sign = since.find(kMark);
+    seen = dati::parseLastChange(since.substr(0, sign));
     if (!seen) throw UsageError(tr("{} is no moment as `now` named it", since));
+    if (sign != std::string::npos && since.substr(sign + kMark.size()) == mark)
+      return R"({"now":)" + quotedText(since) + R"(,"cards":[]})";
   }
   const auto changes = dati::changedSince(*environment.connection(), budgetScelto(environment.budget()), seen);
-  std::string out = R"({"now":)" + quotedText(dati::textOf(changes.now)) + R"(,"cards":[)";
+  std::string out = R"({"now":)" + quotedText(dati::textOf(changes.now).append(kMark).append(mark)) + R"(,"cards":[)";
   bool first = true;
   for (const auto& [card, change] : changes.cards) {
     if (!first) out += ',';

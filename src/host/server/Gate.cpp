@@ -48,13 +48,13 @@ std::string cookieOf(std::string_view header) {
   return {};
 }
 
-std::string setCookie(const std::string& value) {
-  return std::string(kCookie) + "=" + value + "; Path=/; HttpOnly; SameSite=Strict";
+std::string setCookie(const std::string& value, bool encrypted) {
+  return std::string(kCookie) + "=" + value + "; Path=/; HttpOnly; SameSite=Strict" + (encrypted ? "; Secure" : "");
 }
 
 }  // namespace
 
-Gate::Gate(std::string password) : token_(secret()), password_(std::move(password)) {}
+Gate::Gate(Accounts accounts) : token_(secret()), accounts_(std::move(accounts)) {}
 
 bool Gate::isForUs(const Request& request) const {
   const auto asked = request.header("Host");
@@ -74,36 +74,40 @@ bool Gate::isForUs(const Request& request) const {
   return false;
 }
 
-std::string Gate::open() {
+std::string Gate::open(const std::string& user) {
   auto cookie = secret();
   const std::lock_guard lock(mutex_);
   const auto now = Clock::now();
   std::erase_if(sessions_, [&](const auto& session) { return now - session.second.used > kSessionLife; });
   if (sessions_.size() >= kMostSessions)
     sessions_.erase(std::ranges::min_element(sessions_, {}, [](const auto& session) { return session.second.used; }));
-  sessions_[cookie] = {secret(), now};
-  return setCookie(cookie);
+  sessions_[cookie] = {secret(), user, now};
+  return setCookie(cookie, names_.encrypted);
 }
 
 std::optional<std::string> Gate::enterByToken(std::string_view token) {
-  return sameSecret(token, token_) ? std::optional(open()) : std::nullopt;
+  return sameSecret(token, token_) ? std::optional(open("")) : std::nullopt;
 }
 
-Gate::Login Gate::enterByPassword(std::string_view password, const std::string& remote, std::string& cookie) {
+Gate::Login Gate::enterByPassword(const std::string& user, const std::string& password, const std::string& remote,
+                                  std::string& cookie) {
   {
+    // Before it is known whether it is right, so that many at once are no more than one after another.
     const std::lock_guard lock(mutex_);
     const auto now = Clock::now();
     if (attempts_.size() > kMostAttempts)
       std::erase_if(attempts_, [&](const auto& attempt) { return attempt.second.next < now; });
     auto& attempt = attempts_[remote];
     if (now < attempt.next) return Login::TooSoon;
-    if (!sameSecret(password, password_)) {
-      attempt.next = now + kFirstPause * (1 << std::min(attempt.wrong++, kMostDoublings));
-      return Login::Wrong;
-    }
+    attempt.next = now + kFirstPause * (1 << std::min(attempt.wrong++, kMostDoublings));
+  }
+  const auto entered = accounts_.enter(user, password);
+  if (!entered) return Login::Wrong;
+  {
+    const std::lock_guard lock(mutex_);
     attempts_.erase(remote);
   }
-  cookie = open();
+  cookie = open(*entered);
   return Login::Entered;
 }
 
@@ -111,14 +115,14 @@ std::optional<Gate::Caller> Gate::callerOf(const Request& request) {
   constexpr std::string_view kBearer = "Bearer ";
   const auto authorization = request.header("Authorization");
   if (authorization.starts_with(kBearer) && sameSecret(std::string_view(authorization).substr(kBearer.size()), token_))
-    return Caller{"", true};
+    return Caller{"", true, ""};
   const auto cookie = cookieOf(request.header("Cookie"));
   const std::lock_guard lock(mutex_);
   const auto found = sessions_.find(cookie);
   const auto now = Clock::now();
   if (found == sessions_.end() || now - found->second.used > kSessionLife) return std::nullopt;
   found->second.used = now;
-  return Caller{found->second.csrf, false};
+  return Caller{found->second.csrf, false, found->second.user};
 }
 
 bool Gate::isMeant(const Caller& caller, const Request& request) {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/server/Accounts.h"
 #include "host/server/Http.h"
 
 namespace bukorval::host::server {
@@ -19,15 +20,16 @@ class Gate {
     std::string bind;  ///< address that the server listens on
     int port = 0;
     std::vector<std::string> names;  ///< further names it goes by
+    bool encrypted = false;
   };
 
-  /// @param password  opens a session as well; "" for none.
-  explicit Gate(std::string password);
+  /// @param accounts  whose passwords open a session as well.
+  explicit Gate(Accounts accounts);
   /// Once the port is known.
   void setNames(Names names) { names_ = std::move(names); }
 
   const std::string& token() const { return token_; }
-  bool hasPassword() const { return !password_.empty(); }
+  const Accounts& accounts() const { return accounts_; }
 
   /// Whether the request was meant for this server, and comes from a page of its own or from no page at all.
   bool isForUs(const Request& request) const;
@@ -36,11 +38,13 @@ class Gate {
   std::optional<std::string> enterByToken(std::string_view token);
   enum class Login { Entered, Wrong, TooSoon };
   /// The same by the password. After a wrong one the same caller has to wait, longer each time.
-  Login enterByPassword(std::string_view password, const std::string& remote, std::string& cookie);
+  Login enterByPassword(const std::string& user, const std::string& password, const std::string& remote,
+                        std::string& cookie);
 
   struct Caller {
     std::string csrf;     ///< of the session
     bool bearer = false;  ///< came with the token itself, which no foreign page can make a browser send
+    std::string user;     ///< "" for who the server runs as
   };
   /// Nothing for a stranger.
   std::optional<Caller> callerOf(const Request& request);
@@ -50,7 +54,7 @@ class Gate {
  private:
   using Clock = std::chrono::steady_clock;
   struct Session {
-    std::string csrf;
+    std::string csrf, user;
     Clock::time_point used;
   };
   struct Attempts {
@@ -58,9 +62,10 @@ class Gate {
     Clock::time_point next;
   };
 
-  std::string open();
+  std::string open(const std::string& user);
 
-  std::string token_, password_;
+  std::string token_;
+  Accounts accounts_;
   Names names_;
   std::mutex mutex_;
   std::map<std::string, Session, std::less<>> sessions_;

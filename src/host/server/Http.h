@@ -15,6 +15,7 @@ struct Request {
   std::map<std::string, std::string> query;
   std::string body;
   std::string remote;                                        ///< address of who asks
+  std::string user = {};                                     ///< who has entered; "" for who the server runs as
   std::function<std::string(const char*)> header = nullptr;  ///< "" for one that was not sent
 };
 

@@ -21,9 +21,9 @@ Reply unknown() { return failed(404, "notFound", tr("There is no such job")); }
 /// One command in a thread of its own.
 class Jobs::Job : public Watcher {
  public:
-  Job(Operations& operations, std::string command, std::string body)
-      : thread_([this, &operations, command = std::move(command), body = std::move(body)] {
-          finish(operations.run(command, body, this));
+  Job(Operations& operations, std::string command, std::string body, std::string user)
+      : thread_([this, &operations, command = std::move(command), body = std::move(body), user = std::move(user)] {
+          finish(operations.run(command, body, user, this));
         }) {}
   ~Job() override { end_ = true; }
 
@@ -89,17 +89,31 @@ class Jobs::Job : public Watcher {
 };
 
 Jobs::~Jobs() {
+  stop();
+  wait();
+}
+
+void Jobs::stop() {
+  const std::lock_guard lock(mutex_);
   for (const auto& [id, job] : jobs_) job->stop();
 }
 
-Reply Jobs::start(std::string_view command, const std::string& body) {
+void Jobs::wait() {
+  decltype(jobs_) running;
+  {
+    const std::lock_guard lock(mutex_);
+    running.swap(jobs_);
+  }
+}
+
+Reply Jobs::start(std::string_view command, const std::string& body, const std::string& user) {
   const std::lock_guard lock(mutex_);
   const auto running = std::ranges::count_if(jobs_, [](const auto& job) { return !job.second->isDone(); });
   if (static_cast<std::size_t>(running) >= atOnce_)
     return failed(503, "busy", tr("As many jobs are running as this server takes: try again when one has ended"));
   forgetOldest();
   auto id = secret();
-  jobs_[id] = std::make_shared<Job>(operations_, std::string(command), body);
+  jobs_[id] = std::make_shared<Job>(operations_, std::string(command), body, user);
   order_.push_back(id);
   return jsonReply(202, R"({"id":)" + quotedText(id) + "}");
 }

@@ -20,10 +20,14 @@ class Jobs {
   Jobs(const Jobs&) = delete;
   Jobs& operator=(const Jobs&) = delete;
 
-  Reply start(std::string_view command, const std::string& body);
+  Reply start(std::string_view command, const std::string& body, const std::string& user);
   Reply look(const std::string& id);
   /// A job that still runs is ended first; it leaves nothing behind.
   Reply forget(const std::string& id);
+  /// Tells those that run to end.
+  void stop();
+  /// Waits until they have.
+  void wait();
 
  private:
   class Job;

@@ -48,8 +48,8 @@ json schemas() {
                           {"messages", arrayOf(kText)}},
                          {"tables", "values", "messages"});
   json kind = kText;
-  kind["enum"] = {"usage",  "refused",   "question",     "conflict", "busy",
-                  "failed", "forbidden", "unauthorized", "notFound", "tooLarge"};
+  kind["enum"] = {"usage",     "refused",      "question", "conflict", "busy",   "failed",
+                  "forbidden", "unauthorized", "notFound", "tooLarge", "tooSlow"};
   const json problem = object(
       {{"kind", kind}, {"message", kText}, {"tables", arrayOf(reference("Table"))}, {"messages", arrayOf(kText)}},
       {"kind", "message", "tables", "messages"});

@@ -1,5 +1,7 @@
 #include "host/server/Operations.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -117,6 +119,22 @@ bool answers(ado::Connection& connection) {
   }
 }
 
+/// Counts what runs as long as it does.
+class Counted {
+ public:
+  explicit Counted(std::atomic<int>* count) : count_(count) {
+    if (count_) ++*count_;
+  }
+  ~Counted() {
+    if (count_) --*count_;
+  }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+
+ private:
+  std::atomic<int>* count_;
+};
+
 const json& member(const json& body, const char* name, const json& otherwise) {
   const auto found = body.find(name);
   return found == body.end() ? otherwise : *found;
@@ -202,8 +220,27 @@ Reply Operations::attempt(const Work& work, Watcher* watcher) {
   }
 }
 
+/// A connection keeps to its file, though it be removed: what is written there would be lost with it.
+void Operations::followFile() {
+  if (!shared_.connectionString.empty() || shared_.database.empty()) return;
+  struct stat there {};
+  const bool isThere = ::stat(shared_.database.c_str(), &there) == 0;
+  const auto file = isThere ? std::to_string(there.st_dev) + ":" + std::to_string(there.st_ino) : "";
+  {
+    const std::lock_guard lock(fileMutex_);
+    if (file != file_ && !file_.empty()) {
+      desks_.renew();
+      commits_.renew();
+    }
+    if (isThere) file_ = file;
+  }
+  if (!isThere) throw dati::Refused(tr("The database is not where it was any more"));
+}
+
 void Operations::runBound(Bound& bound, Collector& collector, const std::function<void(Environment&)>& work) {
+  followFile();
   auto lease = desks_.take();
+  const Counted writing(writes(bound.command.name) ? &writing_ : nullptr);
   // The database may have ended the connection while nobody used it.
   if (lease.connection() && !answers(*lease.connection())) lease.connection() = nullptr;
   // The object lets go of the connection before the next one gets it.
@@ -220,7 +257,7 @@ void Operations::runBound(Bound& bound, Collector& collector, const std::functio
   }
 }
 
-Reply Operations::run(std::string_view command, const std::string& text, Watcher* watcher) {
+Reply Operations::run(std::string_view command, const std::string& text, const std::string& user, Watcher* watcher) {
   return attempt(
       [&](Collector& collector) {
         const auto body = parsedBody(text);
@@ -228,6 +265,7 @@ Reply Operations::run(std::string_view command, const std::string& text, Watcher
         auto bound = bind(command);
         auto& options = bound.environment->options;
         options.commandText = take(member(body, "options", json::object()), command, bound.options);
+        options.user = user;
         options.format = member(body, "forPeople", false) == true ? "table" : "json";
         runBound(bound, collector, bound.command.run);
         return jsonReply(200, collector.answer());

@@ -27,10 +27,18 @@ Reply strangerPage(bool hasPassword) {
   return page(401, body);
 }
 
-Reply loginPage(int status, std::string_view problem) {
+Reply loginPage(int status, std::string_view problem, bool named) {
   picture::Markup body;
   if (!problem.empty()) body.element("p", {{"role", "alert"}}, problem);
   body.open("form", {{"method", "post"}, {"action", "/login"}});
+  if (named) {
+    body.element("label", {{"for", "user"}}, tr("User"));
+    body.empty("input", {{"id", "user"},
+                         {"name", "user"},
+                         {"autocomplete", "username"},
+                         {"required", "required"},
+                         {"autofocus", "autofocus"}});
+  }
   body.element("label", {{"for", "password"}}, tr("Password"));
   body.empty("input", {{"type", "password"},
                        {"id", "password"},

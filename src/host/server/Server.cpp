@@ -1,10 +1,14 @@
 #include "host/server/Server.h"
 
 #include <httplib.h>
+#include <sys/socket.h>
 
+#include <thread>
 #include <utility>
 
 #include "dati/Failure.h"
+#include "host/server/Connection.h"
+#include "host/server/Crowd.h"
 #include "language/Language.h"
 
 namespace bukorval::host::server {
@@ -12,9 +16,11 @@ namespace {
 
 constexpr std::size_t kThreads = 96;  ///< a browser keeps several connections open, and each has one
 constexpr int kMostKnocking = 512;
+constexpr std::size_t kMostWaiting = 128;  ///< the others are left to the system, and take up no descriptor
+constexpr auto kKnock = std::chrono::milliseconds(5);
 constexpr std::size_t kMostBytes = 1 << 20;
 constexpr std::size_t kLongestPath = 512;
-constexpr int kKeptSeconds = 5, kReadSeconds = 10, kWriteSeconds = 20;
+constexpr int kMostRequests = 10000;  ///< on one connection
 
 const httplib::Headers kHeaders{
     {"Content-Security-Policy",
@@ -40,26 +46,106 @@ void send(Reply reply, httplib::Response& http) {
   http.status = reply.status;
   for (const auto& [name, value] : reply.headers) http.set_header(name, value);
   if (reply.type.empty()) return;
-  // From a provider, so that nothing is packed: on the way to the same machine that would cost more than it saves.
-  const auto body = std::make_shared<std::string>(std::move(reply.body));
-  http.set_content_provider(body->size(), reply.type,
-                            [body](std::size_t from, std::size_t length, httplib::DataSink& sink) {
-                              return sink.write(body->data() + from, length);
-                            });
+  http.set_header("Content-Type", reply.type);
+  http.body = std::move(reply.body);
+}
+
+/// An answer where the library gives none.
+std::string textOf(const Reply& reply) {
+  std::string text = "HTTP/1.1 " + std::to_string(reply.status) +
+                     " \r\nConnection: close\r\nContent-Type: " + reply.type +
+                     "\r\nContent-Length: " + std::to_string(reply.body.size()) + "\r\n";
+  const auto add = [&](const std::string& name, const std::string& value) {
+    text.append(name).append(": ").append(value).append("\r\n");
+  };
+  for (const auto& [name, value] : kHeaders) add(name, value);
+  for (const auto& [name, value] : reply.headers) add(name, value);
+  return text + "\r\n" + reply.body;
+}
+
+/// Threads that take the connections on, one after another.
+class Queue final : public httplib::TaskQueue {
+ public:
+  explicit Queue(Crowd& crowd) : crowd_(crowd), threads_(kThreads) {}
+  void enqueue(std::function<void()> serve) override {
+    while (crowd_.waiting() >= kMostWaiting && !crowd_.isEnding()) std::this_thread::sleep_for(kKnock);
+    crowd_.wait();
+    threads_.enqueue([this, serve = std::move(serve)] {
+      const Crowd::Place place(crowd_);
+      serve();
+    });
+  }
+  void shutdown() override { threads_.shutdown(); }
+
+ private:
+  Crowd& crowd_;
+  httplib::ThreadPool threads_;
+};
+
+/// Whether the library could not make out a request: then nobody knows where the next one begins.
+thread_local bool unreadable = false;
+
+/// What a request may not have: it would be read in two ways, or become larger than it looks.
+int statusOfFlaw(const httplib::Request& request) {
+  for (const char* const name : {"Content-Length", "Host", "Transfer-Encoding"})
+    if (request.get_header_value_count(name) > 1) return 400;
+  const auto length = request.get_header_value("Content-Length");
+  if (length.find_first_not_of("0123456789") != std::string::npos) return 400;
+  if (!length.empty() && request.has_header("Transfer-Encoding")) return 400;
+  return request.has_header("Content-Encoding") ? 415 : 0;
 }
 
 }  // namespace
 
-Server::Server(Answer answer, std::function<Reply(int status)> failure)
-    : http_(std::make_unique<httplib::Server>()), answer_(std::move(answer)) {
+/// The library's server on connections of ours.
+class Server::Listener final : public httplib::Server {
+ public:
+  Listener(std::chrono::seconds patience, const Tls* tls, std::function<Reply(int status)> failure)
+      : patience_(patience), tls_(tls), failure_(std::move(failure)) {
+    new_task_queue = [this] { return new Queue(crowd_); };
+  }
+
+  /// Who has nothing running leaves; who has is answered.
+  void disperse() { crowd_.disperse(); }
+  Reply failure(int status) const { return failure_(status); }
+
+ private:
+  bool process_and_close_socket(socket_t socket) override {
+    Connection connection(socket, crowd_, patience_, tls_);
+    const Crowd::Guest guest(crowd_, peerOf(socket));
+    if (guest.isTooMany()) connection.refuse(503);
+    bool last = guest.isTooMany();
+    for (int left = kMostRequests; !last && connection.awaitRequest(); --left) last = !serveOne(connection, left == 1);
+    if (connection.refused() != 0) connection.turnAway(textOf(failure_(connection.refused())));
+    return true;
+  }
+
+  /// @return whether another request may follow.
+  bool serveOne(Connection& connection, bool last) {
+    bool closed = false, whole = false;
+    unreadable = false;
+    const bool answered = process_request(connection, last, closed, [&](httplib::Request& request) {
+      // The library takes what is no further part of a body for its end, and so for another request.
+      whole = !request.has_header("Transfer-Encoding");
+      request.ranges.clear();  // parts of an answer are not served
+      // Nothing is packed: on the way to the same machine that would cost more than it saves.
+      request.headers.erase("Accept-Encoding");
+      if (const int status = statusOfFlaw(request)) connection.refuse(status);
+    });
+    return answered && whole && !unreadable && !closed && !last;
+  }
+
+  Crowd crowd_{kThreads};
+  std::chrono::seconds patience_;
+  const Tls* tls_;
+  std::function<Reply(int status)> failure_;
+};
+
+Server::Server(Answer answer, std::function<Reply(int status)> failure, std::chrono::seconds patience, const Tls* tls)
+    : http_(std::make_unique<Listener>(patience, tls, std::move(failure))), answer_(std::move(answer)) {
   auto& http = *http_;
-  http.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
   http.set_default_headers(kHeaders);
   http.set_payload_max_length(kMostBytes);
-  http.set_keep_alive_timeout(kKeptSeconds);
-  http.set_keep_alive_max_count(10000);
-  http.set_read_timeout(kReadSeconds);
-  http.set_write_timeout(kWriteSeconds);
   http.set_tcp_nodelay(true);
   // No other program may listen on the same port beside this one.
   http.set_socket_options([this](socket_t socket) {
@@ -71,22 +157,21 @@ Server::Server(Answer answer, std::function<Reply(int status)> failure)
     send(answer_(requestOf(request)), response);
   };
   // Paths are looked up by the site; here they would be matched one expression after another, and a long one deeply.
-  // Parts of an answer are not served.
   http.set_pre_routing_handler([answered](const httplib::Request& request, httplib::Response& response) {
-    auto& changed = const_cast<httplib::Request&>(request);
-    changed.ranges.clear();
     if (request.method == "GET" || request.method == "HEAD") {
       answered(request, response);
       return httplib::Server::HandlerResponse::Handled;
     }
-    if (request.path.size() > kLongestPath) changed.path = "/-";
+    if (request.path.size() > kLongestPath) const_cast<httplib::Request&>(request).path = "/-";
     return httplib::Server::HandlerResponse::Unhandled;
   });
   http.Post(".*", answered);
   http.Delete(".*", answered);
-  http.set_error_handler(httplib::Server::HandlerWithResponse(
-      [failure = std::move(failure)](const httplib::Request&, httplib::Response& response) {
-        if (response.body.empty() && response.content_length_ == 0) send(failure(response.status), response);
+  http.set_error_handler(
+      httplib::Server::HandlerWithResponse([&http](const httplib::Request&, httplib::Response& response) {
+        if (!response.body.empty()) return httplib::Server::HandlerResponse::Handled;
+        unreadable = response.status != 404;
+        send(http.failure(response.status), response);
         return httplib::Server::HandlerResponse::Handled;
       }));
 }
@@ -104,6 +189,9 @@ int Server::bind(const std::string& address, int port) {
 
 void Server::run() { http_->listen_after_bind(); }
 
-void Server::stop() { http_->stop(); }
+void Server::stop() {
+  http_->disperse();
+  http_->stop();
+}
 
 }  // namespace bukorval::host::server

@@ -60,12 +60,15 @@ const Site::Route Site::kRoutes[] = {
 };
 
 Reply Site::failure(int status) {
-  if (status == 413) return failed(413, "tooLarge", tr("The request is too large"));
+  if (status == 413 || status == 414 || status == 431)
+    return failed(status, "tooLarge", tr("The request is too large"));
+  if (status == 408) return failed(408, "tooSlow", tr("The request took too long to arrive"));
+  if (status == 503) return failed(503, "busy", tr("Too many are at work here: try again in a moment"));
   if (status == 404) return nothingThere();
   return failed(status, status < 500 ? "usage" : "failed", tr("The request cannot be read"));
 }
 
-Reply Site::answer(const Request& request) noexcept {
+Reply Site::answer(Request request) noexcept {
   try {
     return route(request);
   } catch (const UsageError& e) {
@@ -75,7 +78,7 @@ Reply Site::answer(const Request& request) noexcept {
   }
 }
 
-Reply Site::route(const Request& request) {
+Reply Site::route(Request& request) {
   if (!gate_.isForUs(request)) return forbidden(tr("This request is not for this server, or comes from another page"));
   if (request.path == "/" && request.method == "GET") return home(request, "");
   for (const auto& route : kRoutes) {
@@ -90,10 +93,11 @@ Reply Site::route(const Request& request) {
   return asset ? std::move(*asset) : nothingThere();
 }
 
-Reply Site::served(const Request& request, std::string_view rest, const Route& route) {
+Reply Site::served(Request& request, std::string_view rest, const Route& route) {
   if (route.who == Who::Known) {
     const auto caller = gate_.callerOf(request);
     if (!caller) return stranger();
+    request.user = caller->user;
     if (request.method != "GET" && !Gate::isMeant(*caller, request))
       return forbidden(tr("The request lacks the sign of the page that it should come from"));
   }
@@ -109,37 +113,43 @@ Reply Site::served(const Request& request, std::string_view rest, const Route& r
 Reply Site::home(const Request& request, std::string_view) {
   if (const auto token = request.query.find("token"); token != request.query.end()) {
     const auto cookie = gate_.enterByToken(token->second);
-    return cookie ? entered(*cookie) : strangerPage(gate_.hasPassword());
+    return cookie ? entered(*cookie) : strangerPage(gate_.accounts().areThere());
   }
-  if (!gate_.callerOf(request)) return strangerPage(gate_.hasPassword());
+  if (!gate_.callerOf(request)) return strangerPage(gate_.accounts().areThere());
   auto page = assetReply(assetsFolder_, "/index.html");
   return page ? std::move(*page) : nothingThere();
 }
 
 Reply Site::loginForm(const Request&, std::string_view) {
-  return gate_.hasPassword() ? loginPage(200, "") : nothingThere();
+  return gate_.accounts().areThere() ? loginPage(200, "", gate_.accounts().haveNames()) : nothingThere();
 }
 
 Reply Site::login(const Request& request, std::string_view) {
-  if (!gate_.hasPassword()) return nothingThere();
+  if (!gate_.accounts().areThere()) return nothingThere();
   const bool asJson = request.header("Content-Type").starts_with("application/json");
-  const auto given =
-      asJson ? parsedBody(request.body).value("password", json()) : json(parameterOf(request, "password"));
+  const auto body = asJson ? parsedBody(request.body) : json::object();
+  const auto given = [&](const char* name) {
+    const auto value = asJson ? body.value(name, json()) : json(parameterOf(request, name));
+    return value.is_string() ? value.get<std::string>() : "";
+  };
   std::string cookie;
-  switch (gate_.enterByPassword(given.is_string() ? given.get<std::string>() : "", request.remote, cookie)) {
+  const auto again = [&](int status, std::string_view problem) {
+    return loginPage(status, problem, gate_.accounts().haveNames());
+  };
+  switch (gate_.enterByPassword(given("user"), given("password"), request.remote, cookie)) {
     case Gate::Login::Entered: return entered(cookie);
-    case Gate::Login::TooSoon: return loginPage(429, tr("Too soon after a wrong password: wait a little"));
+    case Gate::Login::TooSoon: return again(429, tr("Too soon after a wrong password: wait a little"));
     case Gate::Login::Wrong: break;
   }
-  return loginPage(401, tr("That is not the password"));
+  return again(401, tr("That is not the password"));
 }
 
 Reply Site::session(const Request& request, std::string_view) {
   const auto caller = gate_.callerOf(request);
   std::string out = R"({"csrf":)" + quotedText(caller ? caller->csrf : "") + R"(,"language":)" +
                     quotedText(chosenLanguage() == Language::Italian ? "it" : "en") + R"(,"readOnly":)" +
-                    (operations_.readOnly() ? "true" : "false") + R"(,"user":)" + quotedText(about_.user) +
-                    R"(,"company":)";
+                    (operations_.readOnly() ? "true" : "false") + R"(,"user":)" +
+                    quotedText(request.user.empty() ? about_.user : request.user) + R"(,"company":)";
   appendCell(out, about_.company, {});
   out += R"(,"companyName":)" + quotedText(about_.companyName) + R"(,"decimalSeparator":)" +
          quotedText(std::string(1, about_.decimalSeparator)) + R"(,"thousandsSeparator":)" +
@@ -152,12 +162,12 @@ Reply Site::openApi(const Request&, std::string_view) {
 }
 
 Reply Site::run(const Request& request, std::string_view command) {
-  if (operations_.isOffered(command)) return operations_.run(command, request.body);
+  if (operations_.isOffered(command)) return operations_.run(command, request.body, request.user);
   return operations_.writes(command) ? forbidden(tr("This server writes nothing")) : nothingThere();
 }
 
 Reply Site::startJob(const Request& request, std::string_view command) {
-  if (operations_.isOffered(command)) return jobs_.start(command, request.body);
+  if (operations_.isOffered(command)) return jobs_.start(command, request.body, request.user);
   return operations_.writes(command) ? forbidden(tr("This server writes nothing")) : nothingThere();
 }
 
@@ -171,8 +181,9 @@ Reply Site::deltas(const Request& request, std::string_view) {
 
 Reply Site::changes(const Request& request, std::string_view) {
   const auto since = parameterOf(request, "since");
-  return operations_.with([&](Environment& environment) { return changesSince(environment, since); },
-                          optionsOf(request, {"since"}), "grid");
+  return operations_.with(
+      [&](Environment& environment) { return changesSince(environment, since, operations_.commits().now()); },
+      optionsOf(request, {"since"}), "grid");
 }
 
 Reply Site::drawn(const Request& request, std::string_view what) {

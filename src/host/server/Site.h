@@ -29,7 +29,7 @@ class Site {
         assetsFolder_(std::move(assetsFolder)) {}
 
   /// Never throws: what goes wrong is a reply as well.
-  Reply answer(const Request& request) noexcept;
+  Reply answer(Request request) noexcept;
   /// A failure of the connection itself, before there is a request.
   static Reply failure(int status);
 
@@ -37,8 +37,8 @@ class Site {
   struct Route;
   static const Route kRoutes[];
 
-  Reply route(const Request& request);
-  Reply served(const Request& request, std::string_view rest, const Route& route);
+  Reply route(Request& request);
+  Reply served(Request& request, std::string_view rest, const Route& route);
 
   Reply home(const Request& request, std::string_view rest);
   Reply loginForm(const Request& request, std::string_view rest);
