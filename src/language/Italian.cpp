@@ -513,6 +513,8 @@ constexpr ItalianText kTexts[] = {
      "ultima modifica della scheda come l'hanno mostrata `card` o `grid --stamps`: rifiutato se è cambiata dopo"},
     {"when each card was changed last, for `set --seen`",
      "quando ogni scheda è stata modificata l'ultima volta, per `set --seen`"},
+    {"so many cards, without waiting for the others and without totals",
+     "tante schede, senza aspettare le altre e senza totali"},
     {"Last change", "Ultima modifica"},
     {"number of the period", "numero del periodo"},
     {"the new value", "il valore nuovo"},
