@@ -101,6 +101,7 @@ export class DataGrid {
   show(table, { rows = null, keep = false } = {}) {
     this.table = table;
     this.editor.cancel();
+    const held = keep && this.body.contains(document.activeElement);
     const place = keep ? { top: this.scroller.scrollTop, left: this.scroller.scrollLeft } : null;
     this.columns = this.makeColumns?.(table) ?? gridColumns(table);
     applyChoice(this.columns, this.key);
@@ -110,6 +111,7 @@ export class DataGrid {
     this.#layOut();
     if (!keep) this.active = { row: 0, column: 0 };
     if (place) this.scroller.scrollTo(place);
+    if (held) this.moveTo(this.active.row, this.active.column);
   }
 
   #layOut() {

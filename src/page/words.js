@@ -118,6 +118,7 @@ const ITALIAN = {
   "Take it back": "Annulla",
   "That is not right": "Non è giusto",
   "The address that it printed, or its token": "L'indirizzo che ha stampato, o il suo token",
+  "The first {} of all rows…": "Le prime {} di tutte le righe…",
   "The program asks": "Il programma chiede",
   "The server does not answer": "Il server non risponde",
   "The server does not answer. Trying again…": "Il server non risponde. Nuovo tentativo…",

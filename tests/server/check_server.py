@@ -89,7 +89,7 @@ DOORS = [
     ("token", "POST", RUN + "delete", {"options": {"CARD": 1}}, {}, 422, "question"),
     ("token", "POST", RUN + "report", {"options": BUDGET | {"html": "/tmp/x.html"}}, {}, 400, "usage"),
     ("token", "POST", RUN + "report", {"options": BUDGET | {"top": 0}}, {}, 400, "usage"),
-    ("token", "POST", RUN + "years", {"options": {"ACTION": "close", "YEAR": 2025}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "years", {"options": {"ACTION": "remove", "YEAR": 2025}}, {}, 400, "usage"),
     ("token", "POST", "/api/v1/deltas", {"rows": [{"IMP_BUDGET": "x"}]}, {}, 400, "usage"),
     ("token", "POST", "/api/v1/deltas", {"rows": [{}] * 201}, {}, 400, "usage"),
     ("token", "POST", "/api/v1/deltas", {"rows": 1}, {}, 400, "usage"),
@@ -192,6 +192,8 @@ def check_described(where):
                 answer = server.ask("POST", f"/api/v1/{kind}/{command}", {"options": OPTIONS.get(command, {})}, server.bearer())
                 check(f"{kind} {command}, only read", answer.status == 403, answer.raw)
         check("others are", server.run("grid", GRID).status == 200)
+        check("years are shown", server.run("years").status == 200)
+        check("and not closed", server.run("years", {"ACTION": "close", "YEAR": 2025}).status == 400)
 
 
 def check_values(where):
