@@ -36,6 +36,14 @@ async function showSpread(place, card, budget, name) {
       first: ["TOTAL", "like", "kind", "measure", "from", "to"],
       choices: { like: likenesses(), kind, measure: measures() },
       presets: { like: "even", kind: "budget", measure: "amount" },
+      labels: {
+        TOTAL: t("Amount or quantity"),
+        like: t("How"),
+        kind: t("Kind of values"),
+        measure: t("Measure"),
+        from: t("From period"),
+        to: t("To period"),
+      },
       target: name,
       onwritten: () => [button(t("Show the card"), showPlace, { class: "primary" })],
     });

@@ -68,7 +68,7 @@ export async function askNewCard(budget) {
       h(
         "div",
         { class: "fields" },
-        fields.map(({ element }) => element),
+        fields.flatMap(({ element }) => element),
       ),
     ],
     buttons: [

@@ -23,15 +23,16 @@ function optionsOf(operation, first, given) {
     });
 }
 
-function control({ name, schema, required }, choices, preset, values) {
+function control({ name, schema, required }, choices, preset, values, label) {
   const take = (value) => {
     if (value === "" || value === false) delete values[name];
     else values[name] = value;
   };
   if (preset) values[name] = preset;
-  const text = schema.description;
+  const text = label ?? schema.description,
+    hint = label ? "" : name;
   if (schema.type === "boolean") return check(text, false, take);
-  if (choices || schema.enum) return field(text, select([["", ""], ...(choices ?? schema.enum)], preset, take), name);
+  if (choices || schema.enum) return field(text, select([["", ""], ...(choices ?? schema.enum)], preset, take), hint);
   const date = /Data$/.test(name),
     whole = schema.type === "integer";
   return field(
@@ -44,7 +45,7 @@ function control({ name, schema, required }, choices, preset, values) {
       onchange: (event) =>
         take(whole && event.target.value !== "" ? Number(event.target.value) : event.target.value.trim()),
     }),
-    name,
+    hint,
   );
 }
 
@@ -52,10 +53,11 @@ function control({ name, schema, required }, choices, preset, values) {
  * @param choices  pairs of code and text, by option
  * @param presets  values of options to begin with
  * @param given    names of options that are given elsewhere
+ * @param labels   what options are called here, for those that the program calls too long
  */
-export function optionFields(operation, first, choices, presets, given) {
+export function optionFields(operation, { first, choices, presets, given, labels = {} }) {
   const values = {};
-  const make = (option) => control(option, choices[option.name], presets[option.name], values);
+  const make = (option) => control(option, choices[option.name], presets[option.name], values, labels[option.name]);
   const options = optionsOf(operation, first, given);
   const shown = options.filter(({ place }) => place >= 0).sort((a, b) => a.place - b.place);
   const more = options.filter(({ place }) => place < 0);

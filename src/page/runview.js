@@ -22,14 +22,15 @@ export class RunView {
    * @param first      names of those that stand first
    * @param choices    pairs of code and text, by option
    * @param presets    values of options to begin with
+   * @param labels     what options are called here
    * @param write      options for the write; a trial has "dry-run"
    * @param target     what is written into, for the question
    * @param onwritten  () => elements to go on with
    */
   constructor(options) {
     Object.assign(this, { write: {}, readOnly: false, ...options });
-    const { operation, first, choices, presets, fixed } = this;
-    this.fields = optionFields(operation, first, choices, presets, Object.keys(fixed));
+    const { operation, fixed } = this;
+    this.fields = optionFields(operation, { ...options, given: Object.keys(fixed) });
     this.tryButton = h("button", { type: "submit", class: "primary" }, t("Try"));
     this.progress = h("div", { class: "progress", role: "status" });
     this.result = h("div", { class: "result" });

@@ -106,7 +106,7 @@ export function showYears() {
         { class: "scroll" },
         h(
           "table",
-          { class: "plain entries" },
+          { class: "plain entries fitting" },
           h(
             "thead",
             {},
