@@ -170,6 +170,7 @@ const ITALIAN = {
   "This server writes nothing": "Questo server non scrive nulla",
   "To": "Al",
   "To period": "Al periodo",
+  "Too soon after a wrong password: wait a little": "Troppo presto dopo una password errata: attendi un poco",
   "Total": "Totale",
   "Try": "Prova",
   "Undo": "Annulla",
