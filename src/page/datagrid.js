@@ -11,7 +11,7 @@ import { sum } from "./numbers.js";
 import { t } from "./words.js";
 
 const MARGIN = 6; // rows drawn above and below what is seen
-const PRINTED = 5000; // rows that a printout has at most
+const PRINTED = 10000; // rows that a printout has at most
 const PHONE = 640; // pixels of a window that is narrow
 
 export class DataGrid {
@@ -73,7 +73,8 @@ export class DataGrid {
       this.tools ?? [],
       this.key ? this.menuPlace : null,
     );
-    this.element = h("div", { class: "grid-box" }, this.bar, this.scroller);
+    this.cut = h("p", { class: "printed" });
+    this.element = h("div", { class: "grid-box" }, this.bar, this.cut, this.scroller);
   }
 
   #watch() {
@@ -91,6 +92,8 @@ export class DataGrid {
     const printing = (all) => {
       if (!this.element.isConnected) return;
       this.printing = all;
+      this.cut.textContent =
+        this.rows.length > PRINTED ? t("The first {} of {} rows are printed", PRINTED, this.rows.length) : "";
       this.draw();
     };
     addEventListener("beforeprint", () => printing(true));

@@ -160,6 +160,7 @@ const ITALIAN = {
   "That is not right": "Non è giusto",
   "The address that it printed, or its token": "L'indirizzo che ha stampato, o il suo token",
   "The first {} of all rows…": "Le prime {} di tutte le righe…",
+  "The first {} of {} rows are printed": "Sono stampate le prime {} di {} righe",
   "The program asks": "Il programma chiede",
   "The server does not answer": "Il server non risponde",
   "The server does not answer. Trying again…": "Il server non risponde. Nuovo tentativo…",

@@ -135,6 +135,11 @@ class Many(Page):
         total = dict(zip(b.grid()["columns"], b.grid()["totals"][0]))
         cents = sum(round(float(line["IMP_BUDGET"]) * 100) for line in lines)
         self.assertEqual(total["IMP_BUDGET"], shown(str(cents / 100)))
+        printed = b.js("""dispatchEvent(new Event("beforeprint"));
+                          const rows = document.querySelectorAll(".grid-body .row").length;
+                          dispatchEvent(new Event("afterprint"));
+                          return rows;""")
+        self.assertEqual(printed, self.cards)
         b.open("about:blank")
         b.open(self.server.root + CARD.format(lines[-1]["BU65_ID"]))
         b.element(".facts")
