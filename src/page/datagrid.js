@@ -176,6 +176,7 @@ export class DataGrid {
           "data-row": -1,
           "data-column": place,
           "data-name": column.name,
+          "data-group": column.group || null,
         },
         h("span", {}, column.title || "\u00a0"),
       );
