@@ -4,6 +4,7 @@
 
 #include "dati/Failure.h"
 #include "frame/BudgetAnno.h"
+#include "frame/CriteriPreallocazione.h"
 #include "frame/TestoSql.h"
 
 namespace bukorval::dati {
@@ -18,20 +19,7 @@ std::string columnsOfCards(CLSKORVAL& budget, const std::string& list) {
   sql.riga("        BU65_ID, BU65_DITTA_CG18, BU65_TIPOCF_CG44, ", list, " ")
       .riga(budget.GetStringaCodiciDescrizioni(list, "       "));
   if (budget.TipoBudget == bdgTipoMastri)
-    sql.riga("       ,(CASE WHEN EXISTS ")
-        .riga("          ( ")
-        .riga("              SELECT 1 ")
-        .riga("              FROM  BU02_TESTADEST WITH (NOLOCK) ")
-        .riga("              WHERE BU02_DITTA_CG18 = BU65_DITTA_CG18 ")
-        .riga("              AND   BU02_TIPODEST_BU01 = BU65_INDTIPO_BU01 ")
-        .riga("              AND   BU02_STIPODEST_BU01 = BU65_SOTTOTIPO_BU01 ")
-        .riga("              AND   BU02_ANNO_CG19 = BU65_ANNO ")
-        .riga("              AND   BU02_PROGESER_CG19 = BU65_PROGESER ")
-        .riga("              AND   BU02_IDDESTINAZIONE = BU65_ID ")
-        .riga("          ) ")
-        .riga("         THEN 1 ")
-        .riga("         ELSE 0 ")
-        .riga("         END) AS FLGESISTECRITPREL ");
+    criteriPreallocazione(sql);
   else
     sql.riga("       ,NULL AS FLGESISTECRITPREL ");
   sql.riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ").riga(budget.GetStringaJoinCodiciDescrizioni(list));

@@ -3,7 +3,8 @@
 import { operations } from "./api.js";
 import { runAsking } from "./asking.js";
 import { nameOf, pathOf } from "./budget.js";
-import { button, h } from "./dom.js";
+import { button } from "./dom.js";
+import { openDrill } from "./drill.js";
 import { measures, writtenKinds } from "./lists.js";
 import { failureBox, notice } from "./notices.js";
 import { go, showPlace } from "./router.js";
@@ -20,13 +21,7 @@ const likenesses = () => [
 /** Fills a place below the card with the options of a spread. */
 async function showSpread(place, card, budget, name) {
   const title = t("Spread an amount over the periods");
-  const close = button("×", () => place.replaceChildren(), { class: "quiet", "aria-label": t("Close") });
-  const box = h(
-    "section",
-    { class: "drill", "aria-label": title },
-    h("div", { class: "title" }, h("h2", { tabindex: -1 }, title), close),
-  );
-  place.replaceChildren(box);
+  const box = openDrill(place, title);
   try {
     const [description, kind] = await Promise.all([operations(), writtenKinds(budget)]);
     const view = new RunView({
