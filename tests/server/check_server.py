@@ -118,6 +118,11 @@ def check_doors(where, folder):
         check("a cookie is a session's own", server.token not in page["Cookie"])
         set_cookie = server.ask("GET", f"/?token={server.token}").headers["Set-Cookie"]
         check("the cookie is for pages of ours alone", "HttpOnly" in set_cookie and "SameSite=Strict" in set_cookie, set_cookie)
+        [script] = re.findall(r'src="(/v\d+/main\.js)"', server.ask("GET", "/", headers=page).raw.decode())
+        kept = server.ask("GET", script)
+        check("files of the page are kept", "immutable" in kept.headers["Cache-Control"], kept.headers)
+        check("and are the same", kept.raw == server.ask("GET", "/main.js").raw != b"")
+        check("by no other name", server.ask("GET", "/v1/main.js").status == 404)
         check("nothing was written", server.run("history").table() == [])
         other = subprocess.run([program, "serve", *where, "--port", str(server.port)], capture_output=True, text=True)
         check("a port is for one", other.returncode == 1 and "Cannot listen" in other.stderr, other)
