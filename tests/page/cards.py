@@ -4,8 +4,8 @@ import sys
 from browser import Keys
 from case import BUDGET, CARD, GRID, SOURCES, Page, shown
 
-sys.path.append(str(SOURCES / "bench"))
-from grown import grown  # noqa: E402
+sys.path.append(str(SOURCES / "tests/server"))
+from running import grown  # noqa: E402
 
 
 class Cards(Page):
