@@ -122,6 +122,7 @@ class ReportView {
         onchange: (event) => this.#change({ [name]: event.target.value.trim() }),
         ...attributes,
       });
+    const syntax = t("axis=codes, with * for any; several with ;");
     const example = this.axes.find(({ row }) => row)?.name ?? "account";
     this.sorting = h(
       "select",
@@ -129,7 +130,7 @@ class ReportView {
       this.#sortings(),
     );
     return [
-      field(t("Only"), box("where", { placeholder: `${example}=1,2; …`, title: t("axis=codes, with * for any; several with ;") })),
+      field(t("Only"), box("where", { placeholder: `${example}=1,2; …`, title: syntax })),
       field(t("Sorted by"), this.sorting),
       field(t("First rows"), box("top", { type: "number", min: 1, class: "short" })),
     ];

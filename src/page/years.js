@@ -25,7 +25,11 @@ function askState({ ANNO, PROGRESSIVO }, closed) {
   return ask({
     title: closed ? t("Open {} again?", ANNO) : t("Close {}?", ANNO),
     body: [
-      h("p", {}, closed ? t("Its budgets can be written again.") : t("Nothing is written into a closed year any more.")),
+      h(
+        "p",
+        {},
+        closed ? t("Its budgets can be written again.") : t("Nothing is written into a closed year any more."),
+      ),
     ],
     buttons: [
       [t("No"), null],

@@ -149,7 +149,8 @@ class Browser:
     def wide(self):
         """Whether the page or what it shows scrolls sideways, by pixels."""
         return self.js("""const main = document.querySelector("main");
-                          return Math.max(document.documentElement.scrollWidth - innerWidth, main.scrollWidth - main.clientWidth);""")
+                          return Math.max(document.documentElement.scrollWidth - innerWidth,
+                                          main.scrollWidth - main.clientWidth);""")
 
     def complaints(self):
         """What the console says that no test provoked: refusals of the server are told there too."""

@@ -34,8 +34,8 @@ class Cards(Page):
         self.try_run()
         self.assertEqual({each["IMP_BUDGET"] for each in self.periods(card)}, {""})
         trial = self.csv("spread", card, "1000,01", "--like", "days", "--to", "6", "--dry-run")
-        self.assertEqual(b.js("return [...document.querySelectorAll('.result tbody td:last-child')].map((c) => c.textContent)"),
-                         [shown(each["DOPO"]) for each in trial])
+        after = b.js("return [...document.querySelectorAll('.result tbody td:last-child')].map((c) => c.textContent)")
+        self.assertEqual(after, [shown(each["DOPO"]) for each in trial])
         self.write_run()
         b.click(".result button", "Show the card")
         b.wait(lambda: b.cell_text(0, "IMP_BUDGET") == shown(trial[0]["DOPO"]), "the spread values")
@@ -96,7 +96,8 @@ class Cards(Page):
 HELD = """
 const real = window.fetch;
 window.fetch = async (path, options) => {
-  if (String(path).endsWith("/run/grid") && !options.body.includes('"first"')) await new Promise((go) => (window.release = go));
+  const whole = String(path).endsWith("/run/grid") && !options.body.includes('"first"');
+  if (whole) await new Promise((go) => (window.release = go));
   return real(path, options);
 };
 """

@@ -59,8 +59,9 @@ class Page(unittest.TestCase):
         """Fills in an option of a run, by the name that stands below it or the label above."""
         self.browser.element(".run .field, dialog .field")
         self.browser.js("""
-            const field = [...document.querySelectorAll(".run .field, dialog .field")].find((each) =>
-              each.querySelector("small")?.textContent === arguments[0] || each.querySelector("label").textContent === arguments[0]);
+            const names = (each) => [...each.querySelectorAll("small, label")].map((text) => text.textContent);
+            const field = [...document.querySelectorAll(".run .field, dialog .field")]
+              .find((each) => names(each).includes(arguments[0]));
             const control = field.querySelector("input, select");
             control.closest("details")?.setAttribute("open", "");
             control.value = arguments[1];

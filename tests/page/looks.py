@@ -25,13 +25,14 @@ PLACES = {
 # Controls that a screen reader has no name for, and an order of the keyboard's own beside the page's.
 NAMELESS = """
 const named = (each) => each.ariaLabel || each.labels?.length || each.title || each.textContent.trim();
-return [...document.querySelectorAll("button, a, input, select, summary, [role=grid], [role=treegrid], dialog, [tabindex]")]
-  .filter((each) => (each.checkVisibility() && each.tabIndex >= 0 && each.id !== "main" && !named(each)) || each.tabIndex > 0)
+const wrong = (each) => each.checkVisibility() && each.tabIndex >= 0 && each.id !== "main" && !named(each);
+return [...document.querySelectorAll("button, a, input, select, summary, [role=grid], [role=treegrid], [tabindex]")]
+  .filter((each) => wrong(each) || each.tabIndex > 0)
   .map((each) => each.outerHTML.slice(0, 120));
 """
 # What is written on what: texts of the page by the names of its colours.
-WRITTEN = {"ink": "paper panel stripe wash theirs", "muted": "paper panel stripe", "accent": "paper panel wash", "bad": "paper panel",
-           "good": "panel", "on-accent": "accent", "panel": "bad"}
+WRITTEN = {"ink": "paper panel stripe wash theirs", "muted": "paper panel stripe", "accent": "paper panel wash",
+           "bad": "paper panel stripe", "good": "panel", "on-accent": "accent", "panel": "bad"}
 ITALIAN = {
     "grid": "Schede",
     "report": "Dal budget al consuntivo",
