@@ -1,10 +1,67 @@
 #include "dati/CardDetails.h"
 
+#include <string>
+
+#include "dati/Failure.h"
+#include "frame/BudgetAnno.h"
+#include "frame/CriteriPreallocazione.h"
 #include "frame/TestoSql.h"
 
 namespace bukorval::dati {
 
 using values::Variant;
+
+namespace {
+
+/// From the list of columns to the joins of their descriptions.
+std::string columnsOfCards(CLSKORVAL& budget, const std::string& list) {
+  TestoSql sql;
+  sql.riga("        BU65_ID, BU65_DITTA_CG18, BU65_TIPOCF_CG44, ", list, " ")
+      .riga(budget.GetStringaCodiciDescrizioni(list, "       "));
+  if (budget.TipoBudget == bdgTipoMastri)
+    criteriPreallocazione(sql);
+  else
+    sql.riga("       ,NULL AS FLGESISTECRITPREL ");
+  sql.riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ").riga(budget.GetStringaJoinCodiciDescrizioni(list));
+  requireSuccess(budget);
+  return sql.str();
+}
+
+}  // namespace
+
+ado::RecordsetPtr codesOf(CLSKORVAL& budget, ado::Connection& connection, const Variant& card) {
+  const auto list = budget.GetElencoCampi(budget.TipoBudget, budget.SottoTipoBudget);
+  TestoSql sql;
+  sql.riga(" SELECT ").testo(columnsOfCards(budget, list)).riga(" WHERE  BU65_ID = ", numero(card));
+  return connection.Execute(sql);
+}
+
+ado::RecordsetPtr firstCodes(CLSKORVAL& budget, ado::Connection& connection, int count) {
+  const auto list = budget.GetElencoCampi(budget.TipoBudget, budget.SottoTipoBudget);
+  bool perSite = false;
+  budget.GetGestioneSede(budget.TipoBudget, budget.SottoTipoBudget, perSite);
+  TestoSql sql;
+  sql.riga(" SELECT TOP ", numero(count))
+      .testo(columnsOfCards(budget, list))
+      .testo(condizioniSchede(budgetScelto(budget), kRientro, SottoTipo::ComeDato));
+  if (budget.TipoBudget == bdgTipoSpeseGenerali)
+    sql.riga(" AND    BU65_INDCOSRIC_BU07 = ", numero(budget.BdgTipoScheda));
+  if (perSite) sql.riga(" AND    BU65_CODICE_CG31 = ", numero(budget.CodiceSede));
+  sql.riga(" ORDER BY ", list);
+  return connection.Execute(sql);
+}
+
+Variant latestOrderOf(ado::Connection& connection, const Variant& card, const Measure& measure) {
+  TestoSql sql;
+  sql.riga(" SELECT TOP 1 ", measure.column, " AS VALORE ")
+      .riga(" FROM   BU66_DETBUDGET WITH (NOLOCK) ")
+      .riga(" WHERE  BU66_ID_BU65 = ", numero(card))
+      .riga(" AND    BU66_TIPO = ", numero(BdgTipoDettaglio{bdgDettaglioOrdini}))
+      .riga(" AND    NOT ", measure.column, " IS NULL ")
+      .riga(" ORDER BY BU66_ID DESC ");
+  const auto rs = connection.Execute(sql);
+  return rs->Eof() ? Variant::Null() : (*rs)["VALORE"].Value();
+}
 
 CardTerms termsOf(ado::Connection& connection, const Variant& card) {
   TestoSql sql;

@@ -3,10 +3,24 @@
 #include <vector>
 
 #include "ado/connection/Connection.h"
+#include "dati/DetailNames.h"
+#include "object/CLSKORVAL.h"
 #include "values/Variant.h"
 
 /// What hangs on a card beside its values.
 namespace bukorval::dati {
+
+/// What the budget's grid says of one card without its figures: the columns of analysis, and the descriptions of those
+/// that have one in the grid's words. The object selects the card's budget. One row, none when the card is not there.
+/// Reads BU65_TESBUDGET, BU02_TESTADEST and the tables of descriptions; throws Failure when the object does not say
+/// which columns there are.
+ado::RecordsetPtr codesOf(CLSKORVAL& budget, ado::Connection& connection, const values::Variant& card);
+/// The same of the first cards of the grid that the object selects, in its order.
+/// @param count  1 or more.
+ado::RecordsetPtr firstCodes(CLSKORVAL& budget, ado::Connection& connection, int count);
+
+/// The latest order of the card that has such a value (BU66_DETBUDGET), Null when none has.
+values::Variant latestOrderOf(ado::Connection& connection, const values::Variant& card, const Measure& measure);
 
 /// When it was written, and how its amounts become due dates (BU65_TESBUDGET, BU67_BDGCASHFLOW).
 struct CardTerms {

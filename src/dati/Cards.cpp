@@ -7,6 +7,7 @@
 #include "dati/Failure.h"
 #include "dati/KeyLists.h"
 #include "frame/TestoSql.h"
+#include "language/Language.h"
 #include "values/Conversion.h"
 
 namespace bukorval::dati {
@@ -161,6 +162,23 @@ void writeCardValue(CLSKORVAL& budget, const values::Variant& card, BdgTipoDetta
   budget.GetBdgDettaglioEsiste(card, kind, period, detail, withoutAmount);
   requireSuccess(budget);
   budget.AggiornaSingoloValoreBU66(detail, card, kind, measure, static_cast<std::int16_t>(period), value, newDetail);
+  requireSuccess(budget);
+}
+
+void writeDetailValue(CLSKORVAL& budget, ado::Connection& connection, const values::Variant& card,
+                      BdgTipoDettaglio kind, int period, const values::Variant& detail, BdgTipoValore measure,
+                      const values::Variant& value) {
+  TestoSql sql;
+  sql.riga(" SELECT BU66_ID ")
+      .riga(" FROM   BU66_DETBUDGET WITH (NOLOCK) ")
+      .riga(" WHERE  BU66_ID = ", numero(detail))
+      .riga(" AND    BU66_ID_BU65 = ", numero(card))
+      .riga(" AND    BU66_TIPO = ", numero(kind))
+      .riga(" AND    BU66_PERIODO = ", numero(period));
+  if (connection.Execute(sql)->Eof())
+    throw Refused(tr("The card has no detail {} of this kind in period {}", values::toPlainText(detail), period));
+  values::Variant none;
+  budget.AggiornaSingoloValoreBU66(detail, card, kind, measure, static_cast<std::int16_t>(period), value, none);
   requireSuccess(budget);
 }
 

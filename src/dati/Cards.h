@@ -70,4 +70,10 @@ std::map<int, values::Variant> amountsOfCard(ado::Connection& connection, const 
 void writeCardValue(CLSKORVAL& budget, const values::Variant& card, BdgTipoDettaglio kind, int period,
                     BdgTipoValore measure, const values::Variant& value);
 
+/// The same into one of several details that a card has of a kind in a period.
+/// @param detail  BU66_ID; Refused when the card has no such detail of that kind in that period.
+void writeDetailValue(CLSKORVAL& budget, ado::Connection& connection, const values::Variant& card,
+                      BdgTipoDettaglio kind, int period, const values::Variant& detail, BdgTipoValore measure,
+                      const values::Variant& value);
+
 }  // namespace bukorval::dati

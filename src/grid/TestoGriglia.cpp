@@ -3,29 +3,12 @@
 #include <string_view>
 
 #include "frame/BudgetAnno.h"
+#include "frame/CriteriPreallocazione.h"
 #include "frame/TestoSql.h"
 #include "grid/Misure.h"
 
 namespace bukorval {
 namespace {
-
-/// Only a budget kept on ledger accounts knows pre-allocation criteria.
-void criteriPreallocazione(TestoSql& sql) {
-  sql.riga("  ,(CASE WHEN EXISTS ")
-      .riga("     ( ")
-      .riga("         SELECT 1 ")
-      .riga("         FROM  BU02_TESTADEST WITH (NOLOCK) ")
-      .riga("         WHERE BU02_DITTA_CG18 = BU65_DITTA_CG18 ")
-      .riga("         AND   BU02_TIPODEST_BU01 = BU65_INDTIPO_BU01 ")
-      .riga("         AND   BU02_STIPODEST_BU01 = BU65_SOTTOTIPO_BU01 ")
-      .riga("         AND   BU02_ANNO_CG19 = BU65_ANNO ")
-      .riga("         AND   BU02_PROGESER_CG19 = BU65_PROGESER ")
-      .riga("         AND   BU02_IDDESTINAZIONE = BU65_ID ")
-      .riga("     ) ")
-      .riga("    THEN 1 ")
-      .riga("    ELSE 0 ")
-      .riga("    END) AS FLGESISTECRITPREL ");
-}
 
 constexpr Rientro kRientroGriglia{"    WHERE ", "    AND   "};
 

@@ -138,19 +138,23 @@ export async function asksForPassword() {
   return answer.ok;
 }
 
-/** @param secret  a password, or a token or the address that holds one. */
+/**
+ * @param secret  a password, or a token or the address that holds one
+ * @returns what is wrong with it, "" for nothing
+ */
 export async function logIn(secret, isPassword) {
   if (isPassword) {
-    await fetch("/login", { method: "POST", body: new URLSearchParams({ password: secret }) });
+    const given = await fetch("/login", { method: "POST", body: new URLSearchParams({ password: secret }) });
+    if (given.status === 429) return t("Too soon after a wrong password: wait a little");
   } else {
     const token = /[?&]token=([^&#\s]+)/.exec(secret)?.[1] ?? encodeURIComponent(secret.trim());
     await fetch(`/?token=${token}`);
   }
   const answer = await fetch("/api/v1/session", { cache: "no-store" });
-  if (!answer.ok) return false;
+  if (!answer.ok) return t("That is not right");
   session = await answer.json();
   loggingIn?.resolve();
   loggingIn = null;
   tell("back");
-  return true;
+  return "";
 }

@@ -1,6 +1,6 @@
 // A budget as the address of a view names it, and what is known of it.
 
-import { budgets, years } from "./lists.js";
+import { budgets, isClosedState, years } from "./lists.js";
 import { t } from "./words.js";
 
 export const COSTS_AND_REVENUES = "4"; // the type that is kept by kind of card
@@ -37,9 +37,8 @@ const lockedYears = (row) =>
     .split(", ")
     .filter(Boolean);
 
-/** The state of a year comes in the program's language. */
 export const isClosed = (calendar, year) =>
-  ["closed", t("closed")].includes(calendar.find((each) => String(each.ANNO) === String(year))?.STATO);
+  isClosedState(calendar.find((each) => String(each.ANNO) === String(year))?.STATO);
 
 /** What is known of a budget: its line in the list, and why it cannot be written, if so. */
 export async function describe(budget) {
@@ -52,6 +51,7 @@ export async function describe(budget) {
     title: row.DESCRIZIONE || nameOf(budget),
     perSite: Boolean(row.PER_SEDE),
     byKind: budget.type === COSTS_AND_REVENUES,
+    locked,
     readOnly: locked ? t("Locked") : closed ? t("Year closed") : "",
   };
 }

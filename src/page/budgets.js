@@ -59,7 +59,12 @@ export function showBudgets() {
       h(
         "div",
         { class: "budgets" },
-        h("h1", {}, currentSession().companyName || t("Budgets")),
+        h(
+          "div",
+          { class: "title" },
+          h("h1", {}, currentSession().companyName || t("Budgets")),
+          h("a", { class: "aside", href: link("years") }, t("Years")),
+        ),
         kinds.map((kind) =>
           h(
             "section",

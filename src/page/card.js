@@ -3,6 +3,7 @@
 import { currentSession, run } from "./api.js";
 import { describe, nameOf, parseName, pathOf } from "./budget.js";
 import { CardEditing } from "./cardedit.js";
+import { cardActions } from "./cardactions.js";
 import { clean, format } from "./cells.js";
 import { ChangeWatch } from "./changes.js";
 import { DataGrid } from "./datagrid.js";
@@ -68,7 +69,7 @@ function toolsOf(editing, actions) {
   editing.onhistory = update;
   update();
   return [
-    editing.writable ? [undo, redo] : [],
+    editing.writable ? [undo, redo, ...actions.more] : [],
     button(t("Movements"), actions.movements, { title: "Ctrl+Enter" }),
     check(t("Explain forecasts"), false, actions.explain),
   ].flat();
@@ -123,6 +124,7 @@ export function showCard({ path: [id], query }) {
     const drill = h("div");
     const refused = h("p", { class: "bad", role: "alert" });
     const actions = {
+      more: cardActions(drill, Number(id), budget, name),
       movements: () => {
         const row = grid.activeRow();
         showMovements(drill, id, row ? { number: editing.cells.period(row.cells), name: editing.rowName(row) } : null);

@@ -34,9 +34,21 @@ export class CardCells {
     return cells[this.places.DESCRIZIONE] ?? String(this.period(cells));
   }
 
-  /** A period may have several details of a kind, which no single value stands for. */
-  isSingle(cells, address) {
-    const count = this.details.get(`${this.period(cells)} ${address.id}`) ?? 0;
-    return count < 2 && this.first.get(this.period(cells)) === cells;
+  /** Which detail a cell stands for where its period has several of a kind; null where there is one, or none yet. */
+  detail(cells, address) {
+    const several = (this.details.get(`${this.period(cells)} ${address.id}`) ?? 0) > 1;
+    return several ? cells[this.places[address.id]] : null;
+  }
+
+  /** The first row of a period has its only details, each row one of several. */
+  isWritable(cells, address) {
+    const several = (this.details.get(`${this.period(cells)} ${address.id}`) ?? 0) > 1;
+    return several ? this.detail(cells, address) !== null : this.first.get(this.period(cells)) === cells;
+  }
+
+  /** Names a cell, whatever becomes of its row. */
+  key(cells, column) {
+    const address = addressOf(column);
+    return `${this.period(cells)} ${column.name} ${(address && this.detail(cells, address)) ?? ""}`;
   }
 }

@@ -11,7 +11,6 @@ import { parseDecimal, sameAmount } from "./numbers.js";
 import { t } from "./words.js";
 
 const SAVED_SECONDS = 2;
-const keyOf = (period, name) => `${period} ${name}`;
 
 export class CardEditing {
   /** @param writable  whether the budget may be written at all */
@@ -46,7 +45,7 @@ export class CardEditing {
 
   canEdit(row, column) {
     const address = this.writable && addressOf(column);
-    return Boolean(address) && this.cells.isSingle(row.cells, address);
+    return Boolean(address) && this.cells.isWritable(row.cells, address);
   }
 
   rowName(row) {
@@ -54,7 +53,7 @@ export class CardEditing {
   }
 
   #lookOf(row, column) {
-    return this.looks.get(keyOf(this.cells.period(row.cells), column.name));
+    return this.looks.get(this.cells.key(row.cells, column));
   }
 
   text(row, column) {
@@ -77,7 +76,7 @@ export class CardEditing {
   /** Gives up what was refused. */
   forget(row, column) {
     if (!row || this.#lookOf(row, column)?.state !== "refused") return false;
-    this.looks.delete(keyOf(this.cells.period(row.cells), column.name));
+    this.looks.delete(this.cells.key(row.cells, column));
     this.grid.refresh();
     return true;
   }
@@ -86,7 +85,7 @@ export class CardEditing {
     const edits = cells.map(({ row, column, text }) => ({
       ...addressOf(column),
       period: this.cells.period(row.cells),
-      name: column.name,
+      detail: this.cells.detail(row.cells, addressOf(column)),
       text,
       row,
       column,
@@ -105,7 +104,7 @@ export class CardEditing {
   // What happens to edits.
 
   #mark(edit, state, message = "") {
-    const key = keyOf(edit.period, edit.name);
+    const key = this.cells.key(edit.row.cells, edit.column);
     this.looks.set(key, { state, message, ...(state !== "saved" && { typed: edit.text }) });
     if (state === "refused") {
       announce(message);
@@ -144,7 +143,7 @@ export class CardEditing {
       failure,
     );
     for (const edit of differing.filter((each) => !kept.includes(each)))
-      this.looks.delete(keyOf(edit.period, edit.name));
+      this.looks.delete(this.cells.key(edit.row.cells, edit.column));
     return kept;
   }
 
@@ -197,7 +196,7 @@ export class CardEditing {
         for (const column of own === null ? this.grid.columns : []) {
           if (!addressOf(column) || sameAmount(cells[column.index], rows[i].cells[column.index])) continue;
           ++changed;
-          this.looks.set(keyOf(this.cells.period(cells), column.name), {
+          this.looks.set(this.cells.key(cells, column), {
             state: "theirs",
             message: t("Changed by somebody else"),
           });

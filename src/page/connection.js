@@ -28,8 +28,7 @@ async function showLogin() {
   const told = h("span", { class: "bad" });
   const enter = async (event) => {
     event.preventDefault();
-    const good = await logIn(secret.value, password).catch(() => false);
-    if (!good) told.textContent = t("That is not right");
+    told.textContent = await logIn(secret.value, password).catch((error) => error.message);
   };
   showBar(
     h(

@@ -11,7 +11,7 @@ import { sum } from "./numbers.js";
 import { t } from "./words.js";
 
 const MARGIN = 6; // rows drawn above and below what is seen
-const PRINTED = 5000; // rows that a printout has at most
+const PRINTED = 10000; // rows that a printout has at most
 const PHONE = 640; // pixels of a window that is narrow
 
 export class DataGrid {
@@ -73,7 +73,8 @@ export class DataGrid {
       this.tools ?? [],
       this.key ? this.menuPlace : null,
     );
-    this.element = h("div", { class: "grid-box" }, this.bar, this.scroller);
+    this.cut = h("p", { class: "printed" });
+    this.element = h("div", { class: "grid-box" }, this.bar, this.cut, this.scroller);
   }
 
   #watch() {
@@ -91,6 +92,8 @@ export class DataGrid {
     const printing = (all) => {
       if (!this.element.isConnected) return;
       this.printing = all;
+      this.cut.textContent =
+        this.rows.length > PRINTED ? t("The first {} of {} rows are printed", PRINTED, this.rows.length) : "";
       this.draw();
     };
     addEventListener("beforeprint", () => printing(true));
@@ -101,6 +104,7 @@ export class DataGrid {
   show(table, { rows = null, keep = false } = {}) {
     this.table = table;
     this.editor.cancel();
+    const held = keep && this.body.contains(document.activeElement);
     const place = keep ? { top: this.scroller.scrollTop, left: this.scroller.scrollLeft } : null;
     this.columns = this.makeColumns?.(table) ?? gridColumns(table);
     applyChoice(this.columns, this.key);
@@ -110,6 +114,7 @@ export class DataGrid {
     this.#layOut();
     if (!keep) this.active = { row: 0, column: 0 };
     if (place) this.scroller.scrollTo(place);
+    if (held) this.moveTo(this.active.row, this.active.column);
   }
 
   #layOut() {
@@ -171,6 +176,7 @@ export class DataGrid {
           "data-row": -1,
           "data-column": place,
           "data-name": column.name,
+          "data-group": column.group || null,
         },
         h("span", {}, column.title || "\u00a0"),
       );

@@ -32,7 +32,7 @@ export class Edits {
     this.busy = false;
   }
 
-  /** @param edits  [{period, name, kind, measure, text}]: one step for undo. */
+  /** @param edits  [{period, detail, kind, measure, text}]: one step for undo. */
   write(edits) {
     this.undone = [];
     return this.#add({ edits, into: this.done });
@@ -94,8 +94,9 @@ export class Edits {
   }
 
   async #writeOne(edit) {
-    const { period, kind, measure, text } = edit;
+    const { period, detail, kind, measure, text } = edit;
     const options = { CARD: this.card, PERIOD: period, VALUE: valueText(text), kind, measure, seen: this.stamp };
+    if (detail !== null) options.detail = detail;
     const {
       tables: [table],
     } = await run("set", options);

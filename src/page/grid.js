@@ -1,18 +1,22 @@
 // The cards of a budget with their totals and deltas.
 
-import { deltas, run } from "./api.js";
-import { budgetOf, cardKinds, describe, nameOf, pathOf, selection } from "./budget.js";
+import { currentSession, deltas, run } from "./api.js";
+import { budgetOf, cardKinds, describe, nameOf, pathOf, selection, yearsWithCards } from "./budget.js";
 import { ChangeWatch } from "./changes.js";
 import { DataGrid } from "./datagrid.js";
-import { select } from "./dom.js";
+import { button, h, select } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
 import { isDelta } from "./gridcolumns.js";
 import { title } from "./heading.js";
 import { sites } from "./lists.js";
+import { lockButton } from "./lock.js";
+import { askNewCard } from "./newcard.js";
 import { announce, notice } from "./notices.js";
 import { go, link, stay } from "./router.js";
 import { t } from "./words.js";
 
+const MANY = 1500; // cards of a budget whose first ones are shown before the others are there
+const FIRST = 60; // rows that no screen is too high for
 const FIXED = ["BU65_CODICE_CG31", "BU65_INDCOSRIC_BU07"]; // what the selection says already
 
 /** The budget with a site and a kind of card, where it is kept so: the first ones, or those of the address. */
@@ -36,6 +40,8 @@ async function selectors(budget, about) {
     kind.setAttribute("aria-label", t("Kind of card"));
     controls.push(kind);
   }
+  if (!about.readOnly && !currentSession().readOnly)
+    controls.push(button(t("New card…"), () => askNewCard(budget).catch((error) => notice(error.message, "bad"))));
   return controls;
 }
 
@@ -56,7 +62,8 @@ export function showGrid({ path, query }) {
   return show(async ({ wanted, whenLeft }) => {
     const watch = new ChangeWatch(budget);
     whenLeft(() => watch.stop());
-    const [about] = await Promise.all([describe(budget), watch.start(), sites()]);
+    const begun = watch.start();
+    const [about] = await Promise.all([describe(budget), sites()]);
     await complete(budget, about);
     if (wanted()) stay("grid", path, { site: budget.site, kind: budget.kind });
     placeInFrame(
@@ -67,7 +74,9 @@ export function showGrid({ path, query }) {
       budget,
       "grid",
     );
-    const [table, tools] = await Promise.all([load(budget), selectors(budget, about)]);
+    const all = begun.then(() => load(budget));
+    const some = cardsOf(about, budget) > MANY ? load(budget, { first: FIRST }) : all;
+    const [table, tools] = await Promise.all([Promise.race([some, all]), selectors(budget, about)]);
     const grid = new DataGrid({
       label: t("Cards of {}", nameOf(budget)),
       key: `grid:${budget.type}/${budget.subtype}`,
@@ -77,15 +86,31 @@ export function showGrid({ path, query }) {
       deltas: (cells, columns) => withDeltas(budget, cells, columns),
     });
     display(grid, table);
+    if (!table.totals) completeLater(grid, all, wanted);
     whenLeft(watchOthers(watch, grid, budget));
-    return [title(about, budget), grid.element];
+    return [title(about, budget, h("span", { class: "aside" }, lockButton(about, budget))), grid.element];
   });
 }
 
-async function load(budget) {
+const cardsOf = (about, { year }) => yearsWithCards(about).find((each) => each.year === year)?.cards ?? 0;
+
+/** The first cards are on the screen already; the others and the totals come when they are there. */
+async function completeLater(grid, all, wanted) {
+  grid.element.setAttribute("aria-busy", "true");
+  grid.count.textContent = t("The first {} of all rows…", grid.roots.length);
+  try {
+    const table = await all;
+    if (wanted()) display(grid, table, true);
+  } catch (error) {
+    if (wanted()) notice(error.message, "bad");
+  }
+  grid.element.removeAttribute("aria-busy");
+}
+
+async function load(budget, more = {}) {
   const {
     tables: [table],
-  } = await run("grid", selection(budget));
+  } = await run("grid", { ...selection(budget), ...more });
   for (const column of table.columns) if (FIXED.some((name) => column.name.startsWith(name))) column.secondary = true;
   return table;
 }

@@ -1,6 +1,7 @@
 // Lists of codes that views choose from, asked for once.
 
 import { run } from "./api.js";
+import { t } from "./words.js";
 
 const kept = new Map();
 
@@ -30,7 +31,25 @@ export const accounts = () => list("accounts");
 export const analysisColumns = ({ type, subtype }) => list("columns", { type, subtype });
 export const detailKinds = ({ type, subtype }) => list("kinds", { type, subtype });
 
+/** Kinds of detail that have one value a period, as commands name them. */
+export async function writtenKinds(budget) {
+  const kinds = (await detailKinds(budget)).filter(({ NOME }) => NOME !== "orders");
+  return kinds.map(({ NOME, DESCRIZIONE }) => [NOME, DESCRIZIONE]);
+}
+
+export const measures = () => [
+  ["amount", t("Amount")],
+  ["qty1", t("Quantity 1")],
+  ["qty2", t("Quantity 2")],
+];
+
+/** The codes that a column of a budget's cards may have: {COLONNA, CODICE, DESCRIZIONE}. */
+export const codes = ({ type, subtype }) => list("codes", { type, subtype });
+
 export const years = () => once("years", async () => records((await run("years", {})).tables[0]));
+
+/** The state of a year comes in the program's language. */
+export const isClosedState = (state) => ["closed", t("closed")].includes(state);
 
 /** What is defined changes while people work: their years and locks. */
 export async function budgets() {

@@ -13,6 +13,7 @@ import { chooseSigns } from "./numbers.js";
 import { showReport } from "./report.js";
 import { startRouter, view } from "./router.js";
 import { chooseLanguage } from "./words.js";
+import { showYears } from "./years.js";
 
 watchConnection();
 const session = await openSession();
@@ -26,6 +27,7 @@ view("report", showReport);
 view("compare", showCompare);
 view("elaborate", showElaborations);
 view("history", showHistory);
+view("years", showYears);
 addEventListener("keydown", (event) => {
   const typing = event.target.closest("input, select, textarea, [aria-multiselectable]");
   if (event.key !== "/" || typing || event.ctrlKey || event.metaKey) return;

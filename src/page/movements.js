@@ -2,7 +2,8 @@
 
 import { run } from "./api.js";
 import { DataGrid } from "./datagrid.js";
-import { button, h } from "./dom.js";
+import { h } from "./dom.js";
+import { openDrill } from "./drill.js";
 import { tableWith } from "./lists.js";
 import { failureBox } from "./notices.js";
 import { plainTable } from "./plaintable.js";
@@ -11,13 +12,7 @@ import { t } from "./words.js";
 /** Fills a place below the card. @param period  {number, name}, or null for all of them */
 export async function showMovements(place, card, period) {
   const title = period ? t("Movements of {}", period.name) : t("Movements of the card");
-  const close = button("×", () => place.replaceChildren(), { class: "quiet", "aria-label": t("Close") });
-  const box = h(
-    "section",
-    { class: "drill", "aria-label": title },
-    h("div", { class: "title" }, h("h2", { tabindex: -1 }, title), close),
-  );
-  place.replaceChildren(box);
+  const box = openDrill(place, title);
   try {
     const answer = await run("movements", { card, ...(period && { period: period.number }) });
     const movements = tableWith(answer, "CG41_NUMREG"),

@@ -4,7 +4,8 @@ import { button, h } from "./dom.js";
 import { t } from "./words.js";
 
 const SECONDS = 6;
-let stack = null;
+let stack = null,
+  passing = null;
 
 /** Read out, not shown. */
 export function announce(text) {
@@ -32,11 +33,16 @@ export function notice(text, kind = "info", action = null) {
       }),
     );
   shown.append(button("×", close, { class: "quiet", "aria-label": t("Close") }));
-  stack.append(shown);
   if (kind !== "bad") {
     announce(text);
-    if (!action) setTimeout(close, SECONDS * 1000);
+    // What was said in passing makes room for what is said now.
+    if (!action) {
+      passing?.();
+      passing = close;
+      setTimeout(close, SECONDS * 1000);
+    }
   }
+  stack.append(shown);
   return { close };
 }
 

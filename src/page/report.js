@@ -8,7 +8,7 @@ import { DataGrid } from "./datagrid.js";
 import { check, debounce, field, h, select } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
 import { title } from "./heading.js";
-import { detailKinds, years } from "./lists.js";
+import { detailKinds, measures, years } from "./lists.js";
 import { failureBox } from "./notices.js";
 import { sum } from "./numbers.js";
 import { axesOf, groupedReport, report, seriesOf, stepsOf, valuesOf } from "./reportdata.js";
@@ -16,11 +16,6 @@ import { link, stay } from "./router.js";
 import { t } from "./words.js";
 
 const STEPS = 9;
-const MEASURES = () => [
-  ["amount", t("Amount")],
-  ["qty1", t("Quantity 1")],
-  ["qty2", t("Quantity 2")],
-];
 
 /** What is asked for, as the address says it. */
 function queryOf(query, axes) {
@@ -32,6 +27,9 @@ function queryOf(query, axes) {
     values: split(query.values || "budget,actual,delta,delta%"),
     measure: query.measure || "amount",
     to: query.to || "",
+    where: query.where || "",
+    sort: query.sort || "",
+    top: query.top || "",
   };
 }
 
@@ -101,7 +99,7 @@ class ReportView {
       h("details", { class: "menu" }, h("summary", {}, t("Values")), h("div", { class: "choices" }, boxes)),
       field(
         t("Measure"),
-        select(MEASURES(), this.query.measure, (measure) => this.#change({ measure })),
+        select(measures(), this.query.measure, (measure) => this.#change({ measure })),
       ),
       field(
         t("Up to the month"),
@@ -111,12 +109,49 @@ class ReportView {
           onchange: (event) => this.#change({ to: event.target.value }),
         }),
       ),
+      this.#selectors(),
+    );
+  }
+
+  /** Which rows: of some codes, in an order, the first ones. */
+  #selectors() {
+    const box = (name, attributes) =>
+      h("input", {
+        value: this.query[name],
+        autocomplete: "off",
+        onchange: (event) => this.#change({ [name]: event.target.value.trim() }),
+        ...attributes,
+      });
+    const syntax = t("axis=codes, with * for any; several with ;");
+    const example = this.axes.find(({ row }) => row)?.name ?? "account";
+    this.sorting = h(
+      "select",
+      { onchange: (event) => this.#change({ sort: event.target.value }) },
+      this.#sortings(),
+    );
+    return [
+      field(t("Only"), box("where", { placeholder: `${example}=1,2; …`, title: syntax })),
+      field(t("Sorted by"), this.sorting),
+      field(t("First rows"), box("top", { type: "number", min: 1, class: "short" })),
+    ];
+  }
+
+  #sortings() {
+    const chosen = this.values.filter(([name]) => this.query.values.includes(name));
+    const ways = chosen.flatMap(([name, text]) => [
+      [name, `${text} ↓`],
+      [`${name}:asc`, `${text} ↑`],
+    ]);
+    return [["", t("Code")], ...ways].map(([value, text]) =>
+      h("option", { value, selected: value === this.query.sort }, text),
     );
   }
 
   #change(change) {
     Object.assign(this.query, change);
-    const { rows, columns, values, measure, to } = this.query;
+    const { rows, columns, values, ...more } = this.query;
+    if (!values.includes(more.sort.split(":")[0])) more.sort = this.query.sort = this.sorting.value = "";
+    this.sorting.replaceChildren(...this.#sortings());
     const { site, kind } = this.budget;
     stay("report", pathOf(this.budget), {
       site,
@@ -124,8 +159,7 @@ class ReportView {
       rows: rows.join(",") || ",",
       columns,
       values: values.join(","),
-      measure,
-      to,
+      ...more,
     });
     this.loadLater();
   }
@@ -148,15 +182,15 @@ class ReportView {
   }
 
   async #makeCharts() {
-    const { measure, to } = this.query;
+    const { measure, to, where } = this.query;
     const lines = ["budget", "actual", ...this.forecasts.map((_, i) => `forecast${i + 1}`)];
-    const byPeriod = await report(this.budget, { columns: "period", values: lines, measure, to });
+    const byPeriod = await report(this.budget, { columns: "period", values: lines, measure, to, where });
     const { labels, series } = seriesOf(byPeriod, this.forecasts);
     const charts = labels.length > 1 && series.length ? [trendChart(t("By period"), labels, series)] : [];
     const axis = this.axes.find(({ name }) => name === this.query.rows[0]) ?? this.axes.find(({ row }) => row);
     const lived = to || (await this.#monthsWithActuals(series));
     const found = stepsOf(
-      await report(this.budget, { rows: [axis.name], values: ["budget", "actual", "delta"], measure, to: lived }),
+      await report(this.budget, { rows: [axis.name], values: ["budget", "actual", "delta"], measure, to: lived, where }),
       STEPS,
     );
     if (found) charts.push(this.#waterfall(found, axis, lived));

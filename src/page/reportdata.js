@@ -63,11 +63,14 @@ export async function valuesOf(budget) {
 
 export async function report(
   budget,
-  { rows = [], columns = NO_COLUMNS, values, measure = "amount", to = "", where = [] },
+  { rows = [], columns = NO_COLUMNS, values, measure = "amount", to = "", where = "", sort = "", top = "" },
 ) {
   const options = { ...wholeBudget(budget), rows: rows.join(","), columns, values: values.join(","), measure };
   if (to) options.to = to;
-  if (where.length) options.where = where;
+  const only = where.split(";").map((each) => each.trim());
+  if (where) options.where = only.filter(Boolean);
+  if (sort) options.sort = sort;
+  if (top) options.top = Number(top);
   return (await run("report", options)).tables[0];
 }
 
@@ -115,6 +118,8 @@ export async function groupedReport(budget, query) {
       (depth ? (nodes.get(JSON.stringify(path.slice(0, -1)))?.children ?? roots) : roots).push(node);
     }
   });
+  // Those that a report puts into one row are no group.
+  if (query.top) for (const node of nodes.values()) if (isRest(node)) delete node.children;
   const titles = inner.columns
     .slice(0, keys)
     .filter(({ name }) => !name.endsWith("_DESCR"))
@@ -126,6 +131,8 @@ export async function groupedReport(budget, query) {
   const totals = inner.totals ? [null, ...inner.totals.slice(keys)] : null;
   return { table: { columns, rows: roots.map(({ cells }) => cells), totals }, rows: roots };
 }
+
+const isRest = ({ children }) => children?.length === 1 && children[0].path.at(-1) === t("(none)");
 
 /** Names of the periods and, for each value, what there is in each: of a report by months or periods without rows. */
 export function seriesOf(table, forecasts) {

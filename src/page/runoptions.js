@@ -7,7 +7,7 @@ import { t } from "./words.js";
 const LEFT_OUT = ["type", "subtype", "year", "dry-run", "write", "yes", "fields", "company", "CodiceDitta"];
 
 /** An option goes by several names, each with the same description; the wanted one of them is kept. */
-function optionsOf(operation, first) {
+function optionsOf(operation, first, given) {
   const { properties, required = [] } = operation.requestBody.content["application/json"].schema.properties.options;
   const groups = new Map();
   for (const [name, schema] of Object.entries(properties)) {
@@ -16,22 +16,23 @@ function optionsOf(operation, first) {
     groups.set(schema.description, group);
   }
   return [...groups.values()]
-    .filter(({ names }) => !names.some((name) => LEFT_OUT.includes(name)))
+    .filter(({ names }) => !names.some((name) => LEFT_OUT.includes(name) || given.includes(name)))
     .map(({ names, schema }) => {
       const name = names.find((each) => first.includes(each)) ?? names[0];
       return { name, schema, place: first.indexOf(name), required: required.some((each) => names.includes(each)) };
     });
 }
 
-function control({ name, schema, required }, choices, preset, values) {
+function control({ name, schema, required }, choices, preset, values, label) {
   const take = (value) => {
     if (value === "" || value === false) delete values[name];
     else values[name] = value;
   };
   if (preset) values[name] = preset;
-  const text = schema.description;
+  const text = label ?? schema.description,
+    hint = label ? "" : name;
   if (schema.type === "boolean") return check(text, false, take);
-  if (choices || schema.enum) return field(text, select([["", ""], ...(choices ?? schema.enum)], preset, take), name);
+  if (choices || schema.enum) return field(text, select([["", ""], ...(choices ?? schema.enum)], preset, take), hint);
   const date = /Data$/.test(name),
     whole = schema.type === "integer";
   return field(
@@ -44,15 +45,20 @@ function control({ name, schema, required }, choices, preset, values) {
       onchange: (event) =>
         take(whole && event.target.value !== "" ? Number(event.target.value) : event.target.value.trim()),
     }),
-    name,
+    hint,
   );
 }
 
-/** @param choices  pairs of code and text, by option; @param presets  values of options to begin with */
-export function optionFields(operation, first, choices, presets) {
+/**
+ * @param choices  pairs of code and text, by option
+ * @param presets  values of options to begin with
+ * @param given    names of options that are given elsewhere
+ * @param labels   what options are called here, for those that the program calls too long
+ */
+export function optionFields(operation, { first, choices, presets, given, labels = {} }) {
   const values = {};
-  const make = (option) => control(option, choices[option.name], presets[option.name], values);
-  const options = optionsOf(operation, first);
+  const make = (option) => control(option, choices[option.name], presets[option.name], values, labels[option.name]);
+  const options = optionsOf(operation, first, given);
   const shown = options.filter(({ place }) => place >= 0).sort((a, b) => a.place - b.place);
   const more = options.filter(({ place }) => place < 0);
   const element = h(

@@ -147,8 +147,10 @@ class Browser:
         return path
 
     def wide(self):
-        """Whether the page scrolls sideways, by pixels."""
-        return self.js("return document.documentElement.scrollWidth - innerWidth")
+        """Whether the page or what it shows scrolls sideways, by pixels."""
+        return self.js("""const main = document.querySelector("main");
+                          return Math.max(document.documentElement.scrollWidth - innerWidth,
+                                          main.scrollWidth - main.clientWidth);""")
 
     def complaints(self):
         """What the console says that no test provoked: refusals of the server are told there too."""

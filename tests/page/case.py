@@ -26,7 +26,7 @@ def shown(text, decimals=2, percent=False):
 
 class Page(unittest.TestCase):
     """A server on a database of its own, and the one browser."""
-    name, language = "page", "en"
+    name, language, options = "page", "en", ()
     one = None
 
     @staticmethod
@@ -36,7 +36,7 @@ class Page(unittest.TestCase):
 
     @classmethod
     def setUpClass(cls):
-        cls.server = Server(PROGRAM, cls.database(), FOLDER, cls.name, cls.language)
+        cls.server = Server(PROGRAM, cls.database(), FOLDER, cls.name, cls.language, options=cls.options)
         cls.browser = Page.shared()
         cls.browser.open(cls.server.address)
 
@@ -55,6 +55,29 @@ class Page(unittest.TestCase):
     def csv(self, *words):
         return list(csv.DictReader(io.StringIO(self.server.run(*words, "--format", "csv", "--all"))))
 
+    def option(self, name, value):
+        """Fills in an option of a run, by the name that stands below it or the label above."""
+        self.browser.element(".run .field, dialog .field")
+        self.browser.js("""
+            const names = (each) => [...each.querySelectorAll("small, label")].map((text) => text.textContent);
+            const field = [...document.querySelectorAll(".run .field, dialog .field")]
+              .find((each) => names(each).includes(arguments[0]));
+            const control = field.querySelector("input, select");
+            control.closest("details")?.setAttribute("open", "");
+            control.value = arguments[1];
+            control.dispatchEvent(new Event("change"));
+            if (control.value !== arguments[1]) throw new Error("no such choice: " + arguments[1]);
+            """, name, value)
+
+    def try_run(self):
+        self.browser.click(".run button", "Try")
+        self.browser.element(".result h2", "What it would write")
+
+    def write_run(self):
+        self.browser.click(".result button", "Write it")
+        self.browser.click("dialog button", "Write it")
+        self.browser.element(".result h2", "Written")
+
     def periods(self, card):
         return self.csv("periods", str(card))
 
@@ -62,7 +85,7 @@ class Page(unittest.TestCase):
         self.browser.go(CARD.format(card))
         self.browser.element("main .grid-body .row")
 
-    def same_figures(self, grid, lines):
+    def same_figures(self, grid, lines, least=50):
         """Every figure of a grid is the one of the CSV's line in its place."""
         self.assertEqual(len(grid["rows"]), len(lines))
         figures = 0
@@ -73,7 +96,7 @@ class Page(unittest.TestCase):
                 figures += 1
                 expected = shown(line[name], 3 if "QTA" in name else 2, "PERC" in name)
                 self.assertEqual(text.lstrip("✓ "), expected, f"{name} of {line}")
-        self.assertGreater(figures, 50)
+        self.assertGreater(figures, least)
 
     def type_into(self, row, column, text, end=Keys.ENTER):
         self.browser.cell(row, column).click()

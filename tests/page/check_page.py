@@ -8,7 +8,7 @@ import unittest
 
 from case import Page
 
-TESTS = ["walk", "editing", "two_people", "looks"]
+TESTS = ["walk", "editing", "two_people", "cards", "runs", "signing", "looks"]
 
 if __name__ == "__main__":
     try:

@@ -130,7 +130,23 @@ class Editing(Page):
         self.saved(1, "IMP_BUDGET", "77,70")
         self.assertEqual(self.periods(55)[1]["IMP_BUDGET"], "77.70")
 
-    def test_7_locked(self):
+    def test_7_several_details(self):
+        """Each order of a period is written by itself."""
+        b = self.browser
+        self.open_card(52)
+        lines = self.periods(52)
+        second = next(i for i, line in enumerate(lines) if i and line["PERIODO"] == lines[i - 1]["PERIODO"])
+        before = lines[second - 1]["IMP_ORDINI"]
+        self.type_into(second, "IMP_ORDINI", "123,45")
+        self.saved(second, "IMP_ORDINI", "123,45")
+        self.assertEqual([line["IMP_ORDINI"] for line in self.periods(52)[second - 1:second + 1]], [before, "123.45"])
+        self.type_into(second - 1, "IMP_ORDINI", "0,5")
+        self.saved(second - 1, "IMP_ORDINI", "0,50")
+        self.assertEqual([line["IMP_ORDINI"] for line in self.periods(52)[second - 1:second + 1]], ["0.50", "123.45"])
+        self.type_into(second, "IMP_BUDGET", "7")
+        self.assertEqual(self.periods(52)[second]["IMP_BUDGET"], "")
+
+    def test_8_locked(self):
         b = self.browser
         self.server.run("lock", "4/01@2025")
         try:

@@ -20,7 +20,19 @@ PLACES = {
     "compare": "#/compare?left=4/01%402025",
     "elaborate": "#/elaborate/4/01/2025",
     "history": "#/history",
+    "years": "#/years",
 }
+# Controls that a screen reader has no name for, and an order of the keyboard's own beside the page's.
+NAMELESS = """
+const named = (each) => each.ariaLabel || each.labels?.length || each.title || each.textContent.trim();
+const wrong = (each) => each.checkVisibility() && each.tabIndex >= 0 && each.id !== "main" && !named(each);
+return [...document.querySelectorAll("button, a, input, select, summary, [role=grid], [role=treegrid], [tabindex]")]
+  .filter((each) => wrong(each) || each.tabIndex > 0)
+  .map((each) => each.outerHTML.slice(0, 120));
+"""
+# What is written on what: texts of the page by the names of its colours.
+WRITTEN = {"ink": "paper panel stripe wash theirs", "muted": "paper panel stripe", "accent": "paper panel wash",
+           "bad": "paper panel stripe", "good": "panel", "on-accent": "accent", "panel": "bad"}
 ITALIAN = {
     "grid": "Schede",
     "report": "Dal budget al consuntivo",
@@ -64,6 +76,7 @@ class Looks(Page):
                 b.go(place)
                 time.sleep(0.15)
                 self.assertLessEqual(b.wide(), 0, name)
+                self.assertEqual(b.js(NAMELESS), [], name)
                 b.shot("phone-" + name)
         finally:
             b.size(1280, 800)
@@ -106,3 +119,22 @@ class Looks(Page):
         tables = set(re.findall(r'^    title: "([^"]+)",$', sources["elaborate.js"], re.M))
         tables |= set(re.findall(r'^ +\["[^"]+", "([^"]+)"\],$', sources["frame.js"] + sources["reportdata.js"], re.M))
         self.assertEqual(sorted((said | tables) - known), [])
+
+    def test_7_contrast(self):
+        """4.5 to 1 for every text, in the light and in the dark."""
+        style = (SOURCES / "src/page/style.css").read_text()
+        for block in re.findall(r":root \{(.*?)\}", style, re.S):
+            colours = dict(re.findall(r"--([\w-]+): (#\w{6});", block))
+            for text, grounds in WRITTEN.items():
+                for ground in grounds.split():
+                    ratio = contrast(colours[text], colours[ground])
+                    self.assertGreaterEqual(ratio, 4.5, f"{text} {colours[text]} on {ground} {colours[ground]}")
+
+
+def contrast(*colours):
+    def light(colour):
+        parts = [int(colour[i:i + 2], 16) / 255 for i in (1, 3, 5)]
+        red, green, blue = (part / 12.92 if part <= 0.04045 else ((part + 0.055) / 1.055) ** 2.4 for part in parts)
+        return 0.2126 * red + 0.7152 * green + 0.0722 * blue
+    dark, bright = sorted(light(colour) for colour in colours)
+    return (bright + 0.05) / (dark + 0.05)

@@ -7,7 +7,7 @@ import subprocess
 
 
 class Server:
-    def __init__(self, program, database, folder, name="page", language="en", port=0):
+    def __init__(self, program, database, folder, name="page", language="en", port=0, options=()):
         self.program, self.language, self.port = program, language, port
         self.database = os.path.join(folder, f"{name}.db")
         # A log that an earlier run left behind is none of this file's.
@@ -15,7 +15,7 @@ class Server:
             pathlib.Path(self.database + ending).unlink(missing_ok=True)
         shutil.copy(database, self.database)
         self.log = open(os.path.join(folder, f"{name}.log"), "ab")
-        self.start()
+        self.start(*options)
 
     def start(self, *options):
         """@return the address with its token; the port stays the same from the first start on."""

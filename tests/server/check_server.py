@@ -95,7 +95,7 @@ DOORS = [
     ("token", "POST", RUN + "delete", {"options": {"CARD": 1}}, {}, 422, "question"),
     ("token", "POST", RUN + "report", {"options": BUDGET | {"html": "/tmp/x.html"}}, {}, 400, "usage"),
     ("token", "POST", RUN + "report", {"options": BUDGET | {"top": 0}}, {}, 400, "usage"),
-    ("token", "POST", RUN + "years", {"options": {"ACTION": "close", "YEAR": 2025}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "years", {"options": {"ACTION": "remove", "YEAR": 2025}}, {}, 400, "usage"),
     ("token", "POST", "/api/v1/deltas", {"rows": [{"IMP_BUDGET": "x"}]}, {}, 400, "usage"),
     ("token", "POST", "/api/v1/deltas", {"rows": [{}] * 201}, {}, 400, "usage"),
     ("token", "POST", "/api/v1/deltas", {"rows": 1}, {}, 400, "usage"),
@@ -175,6 +175,11 @@ def check_doors(where, folder):
         check("a cookie is a session's own", server.token not in page["Cookie"])
         set_cookie = server.ask("GET", f"/?token={server.token}").headers["Set-Cookie"]
         check("the cookie is for pages of ours alone", "HttpOnly" in set_cookie and "SameSite=Strict" in set_cookie, set_cookie)
+        [script] = re.findall(r'src="(/v\d+/main\.js)"', server.ask("GET", "/", headers=page).raw.decode())
+        kept = server.ask("GET", script)
+        check("files of the page are kept", "immutable" in kept.headers["Cache-Control"], kept.headers)
+        check("and are the same", kept.raw == server.ask("GET", "/main.js").raw != b"")
+        check("by no other name", server.ask("GET", "/v1/main.js").status == 404)
         check("nothing was written", server.run("history").table() == [])
         other = subprocess.run([program, "serve", *where, "--port", str(server.port)], capture_output=True, text=True)
         check("a port is for one", other.returncode == 1 and "Cannot listen" in other.stderr, other)
@@ -249,6 +254,8 @@ def check_described(where):
                 answer = server.ask("POST", f"/api/v1/{kind}/{command}", {"options": OPTIONS.get(command, {})}, server.bearer())
                 check(f"{kind} {command}, only read", answer.status == 403, answer.raw)
         check("others are", server.run("grid", GRID).status == 200)
+        check("years are shown", server.run("years").status == 200)
+        check("and not closed", server.run("years", {"ACTION": "close", "YEAR": 2025}).status == 400)
 
 
 def check_values(where):

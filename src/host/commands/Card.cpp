@@ -10,6 +10,7 @@
 #include "dati/LastChange.h"
 #include "dati/Locks.h"
 #include "host/commands/CardChanges.h"
+#include "host/commands/CardPeriods.h"
 #include "host/commands/Command.h"
 #include "host/commands/Deltas.h"
 #include "host/environment/Arguments.h"
@@ -28,12 +29,7 @@ bool isMeasure(const Column& column) {
 
 /// What the budget's grid says of one card: its columns with their descriptions, and its figures as the grid has them.
 void addHeader(Environment& environment, const Variant& card, CallResults& results) {
-  auto& budget = environment.budget();
-  const auto grid = budget.RecordSetBudget();
-  environment.requireSuccess();
-  grid->Filter("BU65_ID = " + values::toPlainText(card));
-  auto row = tableOf(*grid);
-  fillDeltas(budget, row);
+  auto row = cardRows(environment, *dati::codesOf(environment.budget(), *environment.connection(), card));
   mergeDescriptions(row);
   Table header{{{"CAMPO", "Field"}, {"NOME", "Name"}, {"VALORE", "Value"}}, {}, {}}, figures;
   header.columns[0].secondary = true;

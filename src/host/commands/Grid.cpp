@@ -3,7 +3,9 @@
 #include <memory>
 #include <vector>
 
+#include "dati/CardDetails.h"
 #include "dati/LastChange.h"
+#include "host/commands/CardPeriods.h"
 #include "host/commands/Command.h"
 #include "host/commands/Deltas.h"
 #include "host/commands/Explain.h"
@@ -22,6 +24,7 @@ void hideSelection(const SharedOptions& options, Table& table) {
 
 struct GridOptions {
   bool explain = false, stamps = false;
+  int first = 0;  ///< 0 for all cards
 };
 
 /// When each card was changed last, for `set --seen`.
@@ -36,18 +39,27 @@ void addStamps(Environment& environment, Table& table) {
   if (!table.totals.empty()) table.totals.push_back(values::Variant::Null());
 }
 
+Table gridTable(Environment& environment) {
+  const auto grid = environment.budget().RecordSetBudget();
+  environment.requireSuccess();
+  return tableOf(*grid);
+}
+
 void showGrid(Environment& environment, const GridOptions& options) {
   requireGrid(environment);
   auto& budget = environment.budget();
-  const auto grid = budget.RecordSetBudget();
-  environment.requireSuccess();
-  auto table = tableOf(*grid);
+  auto table = options.first > 0
+                   ? cardRows(environment, *dati::firstCodes(budget, *environment.connection(), options.first))
+                   : gridTable(environment);
   for (auto& column : table.columns) column.secondary = column.secondary || isTechnical(column.name);
   hideSelection(environment.options, table);
   if (environment.format().forPeople) mergeDescriptions(table);
-  markTotals(table);
-  table.addTotals();
-  fillDeltas(budget, table);
+  // A total is one of all cards.
+  if (options.first == 0) {
+    markTotals(table);
+    table.addTotals();
+    fillDeltas(budget, table);
+  }
   if (options.explain) explainGrid(environment, table);
   if (options.stamps) addStamps(environment, table);
   environment.show(table);
@@ -63,7 +75,12 @@ Command gridCommand() {
       "  bukorval grid -d demo.db -t 4 -s 01 -y 2025 --BdgTipoScheda 0 --CodiceSede 1\n"
       "Budget type 4 is kept by card kind (0 cost, 1 revenue), some budgets by site: then both are needed.",
       {{"--explain", "show what each forecast is made of: actuals, forecast, and from which period", &options->explain},
-       {"--stamps", "when each card was changed last, for `set --seen`", &options->stamps}},
+       {"--stamps", "when each card was changed last, for `set --seen`", &options->stamps},
+       {.flags = "--first",
+        .help = "so many cards, without waiting for the others and without totals",
+        .target = &options->first,
+        .excludes = "--explain",
+        .range = {{1, 500}}}},
       [options](Environment& environment) { showGrid(environment, *options); }};
 }
 

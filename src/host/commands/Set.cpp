@@ -23,19 +23,26 @@ namespace {
 using values::Variant;
 
 /// The value of one cell of a card's period grid.
-Variant cellValue(Environment& environment, const Variant& card, int period, const std::string& column) {
+/// @param kind    what its column is called behind the measure.
+/// @param detail  which of several in the period; 0 for the only one.
+Variant cellValue(Environment& environment, const Variant& card, int period, std::string_view measure,
+                  const std::string& kind, int detail) {
+  const auto column = std::string(measure) + kind;
   const auto periods = environment.budget().RecSetPeriodiBudget(card);
   environment.requireSuccess();
   auto* field = periods->Fields().Find(column);
   if (!field) throw dati::Refused(tr("The budget of this card has no {}", column));
   periods->Filter("PERIODO = " + std::to_string(period));
   if (periods->RecordCount() == 0) throw dati::Refused(tr("The budget of this card has no period {}", period));
+  if (detail != 0)
+    periods->Filter("PERIODO = " + std::to_string(period) + " AND ID_" + kind + " = " + std::to_string(detail));
+  if (periods->RecordCount() == 0) return Variant::Null();
   return field->Value();
 }
 
 struct SetOptions {
   std::string card, value, kind = "budget", measure = "amount", seen;
-  int period = 0;
+  int period = 0, detail = 0;
 };
 
 /// Ends the command when the card is no longer what was seen, and shows what it has become.
@@ -70,12 +77,18 @@ void setValue(Environment& environment, const SetOptions& options) {
   const DetailKind kind = parseDetailKind(options.kind);
   const auto& measure = parseMeasure(options.measure);
   const std::string column = std::string(measure.gridColumn) + kind.column;
-  const auto cell = [&] { return cellValue(environment, card, options.period, column); };
+  const auto cell = [&] {
+    return cellValue(environment, card, options.period, measure.gridColumn, kind.column, options.detail);
+  };
   const Variant before = cell();
   const Variant value = options.value == "NULL" || options.value == "EMPTY"
                             ? Variant::Null()
                             : Variant(typedDecimal(options.value, environment.session().SeparatoreDecimale()));
-  dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind, value);
+  if (options.detail == 0)
+    dati::writeCardValue(environment.budget(), card, kind.kind, options.period, measure.kind, value);
+  else
+    dati::writeDetailValue(environment.budget(), transaction.connection(), card, kind.kind, options.period,
+                           options.detail, measure.kind, value);
   const Variant after = cell();
   const auto entry = transaction.end(dati::RunMode::Write);
   Table table{{{"BU65_ID", "Card", true},
@@ -111,6 +124,10 @@ Command setCommand() {
             .target = &options->kind,
             .showDefault = true},
            {.flags = "--measure", .help = "amount, qty1 or qty2", .target = &options->measure, .showDefault = true},
+           {.flags = "--detail",
+            .help = "which of several details of the kind in the period, by its identifier in `periods --all`",
+            .target = &options->detail,
+            .range = {{1, 2147483647}}},
            {.flags = "--seen",
             .help = "last change of the card as `card` or `grid --stamps` showed it: refused when it was changed since",
             .target = &options->seen,

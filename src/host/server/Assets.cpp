@@ -1,6 +1,7 @@
 #include "host/server/Assets.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <fstream>
 #include <iterator>
 
@@ -51,15 +52,40 @@ std::optional<std::string> builtIn(std::string_view path) {
   return found == all.end() ? std::nullopt : std::optional(std::string(found->content));
 }
 
+/// A folder's name that changes with what is in the program, so that browsers may keep what is below it.
+const std::string& keptFolder() {
+  static const std::string name = [] {
+    std::uint64_t sum = 14695981039346656037U;
+    for (const auto& asset : assets())
+      for (const char c : asset.content) sum = (sum ^ static_cast<unsigned char>(c)) * 1099511628211U;
+    return "v" + std::to_string(sum) + "/";
+  }();
+  return name;
+}
+
+constexpr std::string_view kFirstPage = "index.html";
+
+/// The first page names the files that browsers may keep.
+std::string withKeptFiles(std::string page) {
+  for (const std::string_view attribute : {" href=\"", " src=\""})
+    for (auto at = page.find(attribute); at != std::string::npos; at = page.find(attribute, at + 1))
+      page.insert(at + attribute.size(), "/" + keptFolder());
+  return page;
+}
+
 }  // namespace
 
 std::optional<Reply> assetReply(const std::string& folder, std::string_view path) {
   path.remove_prefix(std::min<std::size_t>(path.size(), 1));
   const auto type = typeOf(path);
   if (type.empty() || !isPlain(path)) return std::nullopt;
+  const bool kept = folder.empty() && path.starts_with(keptFolder());
+  if (kept) path.remove_prefix(keptFolder().size());
   auto content = folder.empty() ? builtIn(path) : fileOf(folder, path);
   if (!content) return std::nullopt;
-  return Reply{200, std::string(type), std::move(*content), {{"Cache-Control", "no-cache"}}};
+  if (folder.empty() && path == kFirstPage) content = withKeptFiles(std::move(*content));
+  const auto* const how = kept ? "private, max-age=31536000, immutable" : "no-cache";
+  return Reply{200, std::string(type), std::move(*content), {{"Cache-Control", how}}};
 }
 
 }  // namespace bukorval::host::server

@@ -29,11 +29,12 @@ using nlohmann::json;
 struct Allowed {
   std::string_view command;
   bool writes = false;
-  std::array<std::string_view, 5> withheld = {};
+  std::array<std::string_view, 2> withheld = {};
+  std::array<std::string_view, 5> writing = {};  ///< of a command that also shows: they write
 };
 constexpr Allowed kAllowed[] = {
     {"budgets"},
-    {"years", false, {"ACTION", "YEAR", "from", "months", "progressive"}},
+    {"years", false, {}, {"ACTION", "YEAR", "from", "months", "progressive"}},
     {"batches", false, {"remove", "yes"}},
     {"list"},
     {"grid"},
@@ -80,10 +81,11 @@ std::string refuseFile(const std::string& text) {
   return text.ends_with(kFile) ? tr("{} is no file that can be named from here", text) : "";
 }
 
-bool isWithheld(const Allowed& allowed, const Option& option) {
-  const auto name = plainNames(option).back();
-  return std::ranges::find(kWithheld, name) != std::end(kWithheld) ||
-         std::ranges::find(allowed.withheld, name) != allowed.withheld.end();
+bool isWithheld(const Allowed& allowed, const Option& option, bool readOnly) {
+  const auto isOneOf = [name = plainNames(option).back()](const auto& names) {
+    return std::ranges::find(names, name) != std::end(names);
+  };
+  return isOneOf(kWithheld) || isOneOf(allowed.withheld) || (readOnly && isOneOf(allowed.writing));
 }
 
 const Allowed* findAllowed(std::string_view command) {
@@ -190,7 +192,7 @@ Bound Operations::bind(std::string_view command) const {
   bound.command = std::move(*std::ranges::find(all, command, &Command::name));
   const auto& allowed = *findAllowed(command);
   for (auto& option : commandOptions(bound.command, bound.environment->options)) {
-    if (isWithheld(allowed, option)) continue;
+    if (isWithheld(allowed, option, readOnly_)) continue;
     if (plainNames(option).back() == kMayBeFile) option.check = refuseFile;
     bound.options.push_back(std::move(option));
   }

@@ -28,7 +28,8 @@ const httplib::Headers kHeaders{
      "base-uri 'none'; form-action 'self'"},
     {"X-Content-Type-Options", "nosniff"},
     {"X-Frame-Options", "DENY"},
-    {"Referrer-Policy", "no-referrer"},
+    // Without a referrer to ourselves a browser would hide from us that the form for the password is ours.
+    {"Referrer-Policy", "same-origin"},
     {"Cross-Origin-Resource-Policy", "same-origin"}};
 
 Request requestOf(const httplib::Request& http) {
