@@ -1,0 +1,142 @@
+#!/usr/bin/env python3
+"""Compares every figure of a random company with an independent calculation.
+
+    check.py PROGRAM SEED... [--keep DIR] [--spoil]
+
+Each seed is a company of its own. What differs is printed with its seed, budget, card, period, field and both values,
+and with the command that shows it again. Exit code 0 when nothing does.
+"""
+
+import argparse
+import json
+import os
+import random
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+from decimal import Decimal
+from pathlib import Path
+
+from company import Company
+from expected import Budget, Report, grid, periods
+from rules import MEASURES, read_tables
+
+EMPTY = (None, "")
+
+
+class Check:
+    """One company: its database, what was compared, what differs."""
+
+    def __init__(self, program, seed, template, folder):
+        self.program, self.seed = program, seed
+        self.database = str(Path(folder) / f"{seed}.db")
+        shutil.copy(template, self.database)
+        Company(seed).write(self.database)
+        self.random = random.Random(-seed - 1)
+        self.cells, self.differences = 0, []
+
+    def run(self, *words):
+        """The program's answer in JSON, None when it failed."""
+        command = [self.program, *words, "-d", self.database, "--format", "json"]
+        done = subprocess.run(command, capture_output=True, text=True, stdin=subprocess.DEVNULL)
+        self.command = shlex.join(words)
+        if done.returncode:
+            self.report("exit code", {}, done.returncode, f"0; {done.stderr.strip()[-300:]}")
+            return None
+        return json.loads(done.stdout, parse_float=Decimal)
+
+    def report(self, what, where, found, expected):
+        place = " ".join(f"{k}={v}" for k, v in where.items())
+        self.differences.append(f"seed {self.seed}: {self.command}\n    {place} {what}: {found}, should be {expected}")
+
+    def compare(self, found, expected, where):
+        """Two tables {key: {field: value}}; `where` names the parts of a key."""
+        for key in sorted(set(found) | set(expected), key=str):
+            place = dict(zip(where, key if isinstance(key, tuple) else (key,)))
+            if key not in found or key not in expected:
+                self.report("the row", place, "there" if key in found else "missing", "missing" if key in found else f"there: {expected[key]}")
+                continue
+            for field, value in expected[key].items():
+                self.cells += 1
+                other = found[key].get(field)
+                if (None if other == "" else other) != value:
+                    self.report(field, place, other, value)
+
+    def budgets(self):
+        tables = read_tables(self.database)
+        keys = {(c["BU65_INDTIPO_BU01"], c["BU65_SOTTOTIPO_BU01"], c["BU65_ANNO"], c["BU65_PROGESER"]) for c in tables["BU65_TESBUDGET"]}
+        return [Budget(tables, *key) for key in sorted(keys)]
+
+    def check_grids(self, budget):
+        for site in budget.sites if budget.per_site else [None]:
+            for cost in (0, 1) if budget.type == 4 else [None]:
+                chosen = (["-b", str(site)] if budget.per_site else []) + (["-k", str(cost)] if cost is not None else [])
+                rows = self.run("grid", *budget.options, *chosen)
+                if rows is not None:
+                    expected = {k: {f: v for f, v in r.items() if "_FORE" not in f or "DELTA" in f or "FORECAST" in f}
+                                for k, r in grid(budget, site, cost).items()}
+                    self.compare({r["BU65_ID"]: r for r in rows}, expected, ["card"])
+
+    def check_periods(self, budget):
+        for card in self.random.sample(budget.cards, 1):
+            rows = self.run("periods", str(card["BU65_ID"]))
+            found, seen = {}, {}
+            for row in rows or []:
+                seen[row["PERIODO"]] = seen.get(row["PERIODO"], -1) + 1
+                found[row["PERIODO"], seen[row["PERIODO"]]] = row
+            self.compare(found, periods(budget, card), ["period", "line"])
+
+    def check_report(self, budget):
+        r, calendar = self.random, budget.calendar
+        axes = ["site"] * budget.per_site + (["kind", "card", "account", "id"] if budget.type == 4 else
+                                             ["account", "id"] if budget.type == 5 else ["area", "id"])
+        if budget.account == "BU65_CONTO_CG24" and budget.type in (4, 5):
+            axes.append("level:1")
+        rows = r.sample(axes, r.randint(0, 2))
+        fitting = [c for c, m in (("month", 1), ("quarter", 3), ("half", 6), ("year", 12)) if m % calendar.months_per_period == 0]
+        to = r.choice((None, r.choice([m for m in calendar.months if calendar.whole_to(m)])))
+        report = Report(budget, rows, r.choice(fitting + ["period"]), r.choice(list(MEASURES)), to)
+        values = ["budget", "actual", "delta", "delta%", "orders", "available"]
+        values += [f"forecast{n}{part}" for n in range(1, budget.forecasts + 1) for part in ("", ".delta", ".delta%", ".actual", ".forecast")]
+        words = ["report", *budget.options, "--columns", report.columns, "--values", ",".join(values),
+                 "--measure", {"IMP": "amount", "QTA1": "qty1", "QTA2": "qty2"}[report.measure]]
+        if rows:
+            words += ["--rows", ",".join(rows)]
+        if to:
+            words += ["--to", to.strftime("%Y-%m")]
+        found = self.run(*words)
+        if found is not None:
+            self.compare({tuple(row[n] for n in report.names()): row for row in found}, report.expected(), rows)
+
+    def everything(self):
+        for budget in self.budgets():
+            self.check_grids(budget)
+            self.check_periods(budget)
+            self.check_report(budget)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("program")
+    parser.add_argument("seeds", nargs="+", type=int)
+    parser.add_argument("--keep", help="a folder where the companies stay")
+    options = parser.parse_args()
+    cells = wrong = 0
+    with tempfile.TemporaryDirectory() as folder:
+        template = os.path.join(folder, "template.db")
+        subprocess.run([options.program, "create", template, "--name", "Oracle", "-y", "2024"], check=True, stdout=subprocess.DEVNULL)
+        for seed in options.seeds:
+            check = Check(options.program, seed, template, options.keep or folder)
+            check.everything()
+            cells += check.cells
+            wrong += len(check.differences)
+            for difference in check.differences[:20]:
+                print(difference)
+    print(f"{len(options.seeds)} companies, {cells} figures compared, {wrong} differ")
+    return 1 if wrong or not cells else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
