@@ -20,8 +20,9 @@ from decimal import Decimal
 from pathlib import Path
 
 from company import Company
+from elaborations import CardRun, apply, details
 from expected import Budget, Report, grid, periods
-from rules import MEASURES, read_tables
+from rules import DAY, MEASURES, ORDERS, month_end, read_tables
 
 EMPTY = (None, "")
 
@@ -110,11 +111,58 @@ class Check:
         if found is not None:
             self.compare({tuple(row[n] for n in report.names()): row for row in found}, report.expected(), rows)
 
+    def compare_details(self, expected):
+        """Every detail of the database, those that should be as they were too."""
+        flat = lambda all_: {(*key, i): dict(zip(("IMPORTO", "QTA1", "QTA2"), v)) for key, values in all_.items() for i, v in enumerate(values)}
+        self.compare(flat(details(read_tables(self.database))), flat(expected), ["card", "kind", "period", "row"])
+
+    def check_cards(self, budget):
+        """Elaborates the cards of a budget from movements, with options left to chance."""
+        r, calendar, words, options = self.random, budget.calendar, [], {}
+        months = [m for m in calendar.months]
+        if r.random() < 0.6:
+            first, last = sorted(r.choices(months, k=2))
+            first, last = (first, month_end(last)) if r.random() < 0.7 else (first + DAY * r.randint(0, 27), month_end(last) - DAY * r.randint(0, 5))
+            first, last = max(min(first, last), calendar.start), last
+        else:
+            first, last = calendar.start, calendar.end
+        words += ["--DaData", f"#{first}#", "--AData", f"#{last}#"]
+        options.update(first=first, last=last, by_competence=r.random() < 0.6)
+        words += ["--TipoDataMovimenti", str(int(options["by_competence"]))]
+        kinds = [k for k in (0, 1, 2) if r.random() < 0.6]
+        if kinds:
+            options["kinds"] = kinds
+            words += [("--MovimentiConsolidati", "--MovimentiDaConsolidare", "--MovimentiPrevisionali")[k] for k in kinds]
+        for chance, word, name in ((0.5, "--IsApplicaPercentuali", "percentages"), (0.3, "--IsSoloMovCliFor", "only_party")):
+            if r.random() < chance:
+                options[name] = True
+                words.append(word)
+        if r.random() < 0.3:
+            options["cost"] = [r.choice((0, 1))]
+            words += ["-k", str(options["cost"][0])]
+        if budget.per_site and r.random() < 0.4:
+            options["sites"] = r.sample(budget.sites, r.randint(1, len(budget.sites)))
+            words += ["--ElencoSedi", ",".join(map(str, options["sites"]))]
+        if r.random() < 0.3:
+            options["cards_from"], options["cards_to"] = r.choice((("S1", "S3"), ("A", "Z9"), ("S2", "Z")))
+            words += ["--DaScheda", options["cards_from"], "--AScheda", options["cards_to"]]
+        if r.random() < 0.3:
+            options["kind_written"] = r.choice([k for k in range(3 + budget.forecasts) if k != ORDERS])
+            words += ["--TipoDettaglioDestinazione", str(options["kind_written"])]
+        run = CardRun(budget.tables, budget, **options)
+        expected = apply(budget.tables, budget, run.kind_written, run.written())
+        if self.run("elaborate-cards", *budget.options, "--yes", *words) is not None:
+            self.compare_details(expected)
+
     def everything(self):
         for budget in self.budgets():
             self.check_grids(budget)
             self.check_periods(budget)
             self.check_report(budget)
+        for budget in self.budgets():
+            if budget.type == 4:
+                for _ in range(3):
+                    self.check_cards(Budget(read_tables(self.database), *budget.key))
 
 
 def main():
