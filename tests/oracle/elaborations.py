@@ -35,6 +35,18 @@ def spread(amount, start, end):
     return shares
 
 
+def accrued(amount, start, end):
+    """{(year, month): share}: the months' shares, between the years of a longer interval by the days passed."""
+    shares, days, result = spread(amount, start, end), days_by_month(start, end), {}
+    for month, share in shares.items():
+        every, passed = sum(n for (_, m), n in days.items() if m == month), 0
+        for year, _ in sorted(k for k in days if k[1] == month):
+            before = rounded(Fraction(share) * passed / every)
+            passed += days[year, month]
+            result[year, month] = rounded(Fraction(share) * passed / every) - before
+    return result
+
+
 class Movements:
     """Lines with their registrations; `by_account` finds those of an account."""
 
@@ -161,3 +173,122 @@ def details(tables):
     for d in tables["BU66_DETBUDGET"]:
         result.setdefault((d["BU66_ID_BU65"], d["BU66_TIPO"], d["BU66_PERIODO"]), []).append((d["BU66_IMPORTO"], d["BU66_QTA1"], d["BU66_QTA2"]))
     return result
+
+
+class BalanceRun:
+    """One proposal of a budget from balances: months `first` to `last` of the movements' year."""
+
+    def __init__(self, tables, budget, movement_year, **options):
+        self.tables, self.budget, self.movement_year = tables, budget, movement_year
+        self.kind_written, self.by_registration, self.kinds, self.site = BUDGET, True, (0, 1), None
+        self.accruals = self.depreciation = self.adjustments = False
+        self.account_from, self.account_to, self.overwrite, self.only_budgeted = None, None, False, False
+        self.percent, self.percents = None, {}
+        self.first, self.last = movement_year["CG19_DATAINIZIO"], movement_year["CG19_DATAFINE"]
+        self.__dict__.update(options)
+
+    def lines(self):
+        year = (self.movement_year["CG19_ANNO"], self.movement_year["CG19_PROGESER"])
+        for line in Movements(self.tables).lines:
+            site = first_of(line["CG42_CODICE_CG31"], line["CG41_CODICE_CG31"])
+            if ((line["CG41_ANNO_CG19"], line["CG41_PROGESER_CG19"]) == year and line["CG41_INDTIPOMOV"] in self.kinds
+                    and line["CG41_INDPROVREG"] in ((0, 3) if self.depreciation else (0,)) and (self.site is None or site == self.site)):
+                yield line
+
+    def spreads(self, line):
+        start, end = line["CG42_DATAINICOMP"], line["CG42_DATAFINCOMP"]
+        return self.accruals and line["CG42_INDRATRIS"] != 4 and start is not None and end is not None and start <= end
+
+    def dated(self, line):
+        """[(day or month, amount)] of a line: by its days in each month where accruals count."""
+        amount = line["CG42_IMPTOTALE"] * (1 if line["CG42_INDDAAV"] == 1 else -1)
+        start, end = line["CG42_DATAINICOMP"], line["CG42_DATAFINCOMP"]
+        if self.spreads(line):
+            return [(start.replace(year=y, month=m, day=1), a) for (y, m), a in accrued(amount, start, end).items()]
+        if self.by_registration:
+            return [(line["CG41_DATAREG"], amount)]
+        return [(first_of(start, line["CG41_DATADOC"], line["CG41_DATAREG"]), amount)]
+
+    def raised(self, account, month, amount):
+        percent = self.percent or 0
+        if self.percents:
+            for above in parents_of(account, self.budget.structure):
+                percent = self.percents.get((above, month.month), 0) or self.percents.get((above, None), 0)
+                if percent:
+                    break
+        return rounded(Fraction(amount) * (1 + Fraction(percent) / 100))
+
+    def monthly(self):
+        """{(account, month): balance} of the general ledger, deviations applied."""
+        sums = collections.defaultdict(lambda: rounded(0))
+        year_end = self.movement_year["CG19_DATAFINE"]
+        for line in self.lines():
+            for day, amount in self.dated(line):
+                month = day.replace(day=1)
+                if self.adjustments and year_end < day <= month_end(year_end + DAY) and line["CG41_FLGRETTIF"] == 1 and not self.spreads(line):
+                    month = year_end.replace(day=1)
+                elif day > self.last:
+                    continue
+                if self.first.replace(day=1) <= month <= self.last:
+                    sums[line["CG42_CONTOPAR_CG24"], month] += amount
+        return {(a, m): self.raised(a, m, s) for (a, m), s in sums.items() if self.budget.account != "BU65_CONTO_CG24" or self.in_range(a)}
+
+    def in_range(self, account):
+        return (self.account_from is None or account >= self.account_from) and (self.account_to is None or account <= self.account_to)
+
+    def links(self):
+        """{(general-ledger account, sign): account of the budget's chart}."""
+        if self.budget.account == "BU65_CODICE_CG23":
+            return {(r["CG20_CONTO_CG24"], r["CG20_INDSEGNO"]): r["CG20_CODICE_CG23"] for r in self.tables["CG20_COLLPDCRICL"]}
+        return {(r["CG83_CONTO_CG24"], r["CG83_INDSEGNO"]): r["CG83_CONTORICL_PC03"] for r in self.tables["CG83_COLLRICL"]}
+
+    def proposed(self):
+        """{(account, period): amount}, a row for every period of an account."""
+        monthly, calendar = self.monthly(), self.budget.calendar
+        if self.budget.account != "BU65_CONTO_CG24":
+            ledger = {r["CG24_CONTO"] for r in self.tables["CG24_TABPDC"] if r["CG24_INDTIPOCONTO"] == 2}
+            linked, links = collections.defaultdict(lambda: rounded(0)), self.links()
+            for (account, month), balance in monthly.items():
+                target = account in ledger and links.get((account, 1 if balance >= 0 else 2))
+                if target and self.in_range(target):
+                    linked[target, month] += balance
+            monthly = linked
+        result = {(account, period): rounded(0) for account, _ in monthly for period in range(1, calendar.count + 1)}
+        for (account, month), balance in monthly.items():
+            result[account, self.period(month.month)] += balance
+        return result
+
+    def period(self, month):
+        """Months are counted from the first of the budget's year, by months as the budget counts them."""
+        calendar = self.budget.calendar
+        if calendar.months_per_period == 1:
+            return calendar.period(month)
+        return (month - calendar.start.month) % 12 // calendar.months_per_period + 1
+
+    def cards(self):
+        """{account: its cards, the oldest first}."""
+        result = collections.defaultdict(list)
+        for card in sorted(self.budget.cards, key=lambda c: c["BU65_ID"]):
+            if self.site is None or card["BU65_CODICE_CG31"] == self.site:
+                result[card[self.budget.account]].append(card["BU65_ID"])
+        return result
+
+    def rows(self):
+        """The proposal: {(account, period): columns}."""
+        cards, result = self.cards(), {}
+        held = {(d["BU66_ID_BU65"], d["BU66_PERIODO"]): d["BU66_IMPORTO"] for (_, kind), rows in self.budget.details.items()
+                for d in rows if kind == self.kind_written}
+        for (account, period), amount in self.proposed().items():
+            present = any(held.get((card, period)) is not None for card in cards[account])
+            result[account, period] = {"IMPORTO": amount, "BUDGETPRESENTE": int(present), "SOVRASCRIVI": int(not present or self.overwrite)}
+        return result
+
+    def written(self):
+        """What --write changes: {(card, period): amount} of cards there are, {account: {period: amount}} of new ones."""
+        old, new, cards = {}, collections.defaultdict(dict), self.cards()
+        for (account, period), row in self.rows().items():
+            if row["SOVRASCRIVI"] and cards[account]:
+                old[cards[account][0], period] = row["IMPORTO"]
+            elif row["SOVRASCRIVI"] and not self.only_budgeted:
+                new[account][period] = row["IMPORTO"]
+        return old, new
