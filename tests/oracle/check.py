@@ -20,7 +20,7 @@ from decimal import Decimal
 from pathlib import Path
 
 from company import Company
-from elaborations import BalanceRun, CardRun, apply, details
+from elaborations import BalanceRun, CardRun, CopyRun, apply, details
 from expected import Budget, Report, grid, periods
 from rules import DAY, MEASURES, ORDERS, add_months, month_end, months_between, read_tables
 
@@ -38,13 +38,14 @@ class Check:
         self.random = random.Random(-seed - 1)
         self.cells, self.differences = 0, []
 
-    def run(self, *words):
-        """The program's answer in JSON, None when it failed."""
-        command = [self.program, *words, "-d", self.database, "--format", "json"]
+    def run(self, *words, refused=False):
+        """The program's answer in JSON, None when it refused or failed."""
+        command = [self.program, *words, "-d", self.database, "--format", "json", "--lang", "en"]
         done = subprocess.run(command, capture_output=True, text=True, stdin=subprocess.DEVNULL)
         self.command = shlex.join(words)
-        if done.returncode:
-            self.report("exit code", {}, done.returncode, f"0; {done.stderr.strip()[-300:]}")
+        if refused or done.returncode:
+            if done.returncode != int(refused):
+                self.report("exit code", {}, done.returncode, f"{int(refused)}; {done.stderr.strip()[-300:]}")
             return None
         return json.loads(done.stdout, parse_float=Decimal)
 
@@ -151,8 +152,32 @@ class Check:
             words += ["--TipoDettaglioDestinazione", str(options["kind_written"])]
         run = CardRun(budget.tables, budget, **options)
         expected = apply(budget.tables, budget, run.kind_written, run.written())
-        if self.run("elaborate-cards", *budget.options, "--yes", *words) is not None:
+        answer = self.run("elaborate-cards", *budget.options, "--yes", *words)
+        if answer is not None:
             self.compare_details(expected)
+            self.check_reconciliation(run, answer, not {"cost", "sites", "cards_from"} & set(options))
+
+    def check_reconciliation(self, run, answer, everything):
+        """What the program says of where the movements landed: that it adds up, and each of its totals."""
+        names = {"cost": 0, "revenue": 1}
+        found = {}
+        for row in answer["Reconciliation"]:
+            found.setdefault(names.get(row["SCHEDE"]), {})[row["VOCE"]] = row["IMPORTO"]
+        for kind in {0, 1} & set(found):
+            totals = found[kind]
+            rest = sum(v for k, v in totals.items() if k != "movements of the range")
+            nowhere = sum((r["IMPORTO"] for r in answer["Landed nowhere"] if names.get(r["SCHEDE"]) == kind), Decimal(0))
+            totals.update({"all but the movements": rest, "lines that landed nowhere": nowhere})
+        expected = run.reconciliation() if everything else None
+        for kind in found if expected else ():
+            totals = {k: expected[kind][k] for k in {*found[kind], *expected[kind]} if k in found[kind] or expected[kind][k]}
+            if kind is not None:
+                totals.update({"all but the movements": totals["movements of the range"], "lines that landed nowhere": totals["landed nowhere"]})
+            self.compare({(kind, k): {"amount": found[kind].get(k)} for k in totals}, {(kind, k): {"amount": v} for k, v in totals.items()},
+                         ["cards", "total"])
+        if not expected:
+            self.compare({k: {"total": v["all but the movements"]} for k, v in found.items() if k is not None},
+                         {k: {"total": v["movements of the range"]} for k, v in found.items() if k is not None}, ["cards"])
 
     def check_balances(self, budget):
         """Proposes a budget from balances, with options left to chance, and writes it or not."""
@@ -225,6 +250,50 @@ class Check:
                     expected[made.get(account), kind, period] = [(amount, None, None)]
         return expected
 
+    def check_copy(self, source):
+        """Duplicates cards into another budget or year, with options left to chance."""
+        r, tables, words, options = self.random, source.tables, [], {}
+        targets = [Budget(tables, 4, subtype, y["CG19_ANNO"], y["CG19_PROGESER"]) for subtype in ("01", "02") for y in tables["CG19_ANADITTAESER"]]
+        fitting = [t for t in targets if CopyRun(tables, source, t).fits()]
+        target = r.choice(fitting if r.random() < 0.9 else targets)
+        words += ["--BdgDestinazioneSottoTipo", target.key[1], "--BdgDestinazioneAnnoEsercizio", str(target.key[2]),
+                  "--BdgDestinazioneProgressivoEsercizio", str(target.key[3])]
+        options["cost"] = r.choice((0, 0, 1))
+        words += ["-k", str(options["cost"])]
+        sites = [s["CG31_CODICE"] for s in tables["CG31_SEDI"]]
+        if source.per_site:
+            options["site"] = r.choice(source.sites)
+            words += ["-b", str(options["site"])]
+        if target.per_site:
+            options["target_site"] = r.choice(sites)
+            words += ["--BdgDestinazioneCodiceSede", str(options["target_site"])]
+        kinds = lambda budget: [k for k in range(3 + budget.forecasts) if k != ORDERS]
+        if r.random() < 0.4:
+            options.update(kind_read=r.choice(kinds(source)), kind_written=r.choice(kinds(target)))
+        words += ["--TipoDettaglioOrigine", str(options.get("kind_read", 0)), "--TipoDettaglioDestinazione", str(options.get("kind_written", 0))]
+        if r.random() < 0.5:
+            options["percent"] = Decimal(r.randint(-3000, 3000)).scaleb(-2)
+            words += ["--percent", str(options["percent"]).replace(".", ",")]
+        for chance, word, name in ((0.4, "--IsSovrascriviEsistenti", "overwrite"), (0.5, "--IsDuplicaScadenzeCashFlow", "due_dates"),
+                                   (0.3, "--IsDuplicaScadenzeManualiCashFlow", "manual_too")):
+            if r.random() < chance:
+                options[name] = True
+                words.append(word)
+        run = CopyRun(tables, source, target, **options)
+        if self.run("duplicate", *source.options, *words, refused=not run.fits()) is None:
+            if not run.fits():
+                self.compare_details(details(tables))
+            return
+        now = read_tables(self.database)
+        cards = Budget(now, *target.key).cards
+        made = {card["BU65_ID"]: run.target_of(card, cards) for card in run.cards()}
+        self.compare_details(run.details(made))
+        found = {t["BU67_ID_BU65"]: t for t in now["BU67_BDGCASHFLOW"]}
+        self.compare({c: found.get(c, {}) for c in run.terms(made)}, run.terms(made), ["terms of card"])
+        for card, dues in run.dues(made).items():
+            rows = sorted((d["BU14_PERIODO"], d["BU14_DATASCAD"], d["BU14_IMPORTO"], d["BU14_FLGMANUAL"]) for d in now["BU14_SCADCFLOW"] if d["BU14_IDBUDGET"] == card)
+            self.compare({i: {"due": d} for i, d in enumerate(rows)}, {i: {"due": d} for i, d in enumerate(dues)}, [f"due dates of card {card}"])
+
     def everything(self):
         for budget in self.budgets():
             self.check_grids(budget)
@@ -232,8 +301,10 @@ class Check:
             self.check_report(budget)
         for budget in self.budgets():
             if budget.type == 4:
-                for _ in range(0):
+                for _ in range(2):
                     self.check_cards(Budget(read_tables(self.database), *budget.key))
+                for _ in range(2):
+                    self.check_copy(Budget(read_tables(self.database), *budget.key))
             elif budget.type == 5:
                 for _ in range(2):
                     self.check_balances(Budget(read_tables(self.database), *budget.key))

@@ -96,11 +96,7 @@ class CardRun:
                 and self.in_dates(line, first, last))
 
     def takes(self, card, terms, line, first, last):
-        account = card["BU65_CONTO_CG24"]
-        if not account or not self.of_range(line, first, last) or line["CG41_INDTIPOMOV"] not in self.kinds:
-            return False
-        prefix = prefix_of(account, self.budget.structure)
-        if prefix == "" or (line["CG42_CONTOPAR_CG24"] != account if prefix is None else not line["CG42_CONTOPAR_CG24"].startswith(prefix)):
+        if not self.below(card, line["CG42_CONTOPAR_CG24"]) or not self.of_range(line, first, last) or line["CG41_INDTIPOMOV"] not in self.kinds:
             return False
         if self.only_party and terms["BU67_CLIFOR_CG44"] is not None:
             party = (1 - card["BU65_INDCOSRIC_BU07"], terms["BU67_CLIFOR_CG44"])
@@ -136,9 +132,45 @@ class CardRun:
         turn = self.first.replace(month=12, day=31)
         return [(self.first, turn, set(range(first, calendar.count + 1))), (turn + DAY, self.last, set(range(1, last + 1)))]
 
-    def written(self):
+    def below(self, card, account):
+        """Whether movements of an account are the card's."""
+        own = card["BU65_CONTO_CG24"]
+        prefix = own and prefix_of(own, self.budget.structure)
+        return bool(own) and prefix != "" and (account == own if prefix is None else account.startswith(prefix))
+
+    def reconciliation(self):
+        """{card kind: totals}, and None for balance sheet accounts beside them; nothing where an account has cards of both kinds."""
+        result, found = collections.defaultdict(lambda: collections.defaultdict(lambda: rounded(0))), self.written()
+        kinds = {c["BU65_ID"]: c["BU65_INDCOSRIC_BU07"] for c in self.budget.cards}
+        for (card, _), amount in found.items():
+            result[kinds[card]]["landed on cards"] += amount
+        for (card, period), amount in self.written(False).items():
+            result[kinds[card]]["correction: percentages of the cards"] += amount - found[card, period]
+        natures = {a["CG24_CONTO"]: a["CG24_INDCONTORICAV"] for a in self.tables["CG24_TABPDC"]}
+        cards = list(self.cards())
+        sheet = any(natures.get(c["BU65_CONTO_CG24"], 2) == 0 for c, _ in cards)
+        for first, last, periods in self.legs():
+            for line in self.movements:
+                if not self.of_range(line, first, last):
+                    continue
+                account = line["CG42_CONTOPAR_CG24"]
+                own = {c["BU65_INDCOSRIC_BU07"] for c, _ in cards if self.below(c, account)}
+                nature = natures.get(account, 2)
+                if len(own) > 1:
+                    return None
+                kind = own.pop() if own else None if nature == 0 and not sheet else int(nature == 1)
+                part, takers = self.part(line, kind or 0, periods), sum(self.takes(c, t, line, first, last) for c, t in cards)
+                if kind is None:
+                    result[kind]["balance sheet, beside these"] += part
+                    continue
+                result[kind]["movements of the range"] += part
+                result[kind]["landed nowhere"] += 0 if takers else part
+                result[kind]["correction: landed on several cards"] += part * (1 - takers) if takers > 1 else 0
+        return result
+
+    def written(self, percentages=None):
         """{(card, period): amount} of the periods written."""
-        result = {}
+        result, percentages = {}, self.percentages if percentages is None else percentages
         shares = {r["BU90_IDBUDGET"]: r for r in sorted(self.tables["BU90_TABPERCBUD"], key=lambda r: -r["BU90_PROGR"])}
         for first, last, periods in self.legs():
             for card, terms in self.cards():
@@ -147,7 +179,7 @@ class CardRun:
                     continue
                 for period in periods & self.budget.calendar.existing:
                     amount = sum((self.part(l, card["BU65_INDCOSRIC_BU07"], {period}) for l in lines), rounded(0))
-                    if self.percentages and card["BU65_ID"] in shares:
+                    if percentages and card["BU65_ID"] in shares:
                         row = shares[card["BU65_ID"]]
                         if row["BU90_PERCRIP"] is not None:
                             amount = rounded(Fraction(amount) * Fraction(row["BU90_PERCRIP"]) / 100)
@@ -292,3 +324,84 @@ class BalanceRun:
             elif row["SOVRASCRIVI"] and not self.only_budgeted:
                 new[account][period] = row["IMPORTO"]
         return old, new
+
+
+class CopyRun:
+    """A duplication of the cards of `source` into the budget `target`, which may be the same one."""
+
+    def __init__(self, tables, source, target, **options):
+        self.tables, self.source, self.target = tables, source, target
+        self.cost, self.site, self.target_site = 0, None, None
+        self.cards_from, self.cards_to, self.percent = "", "~", None
+        self.kind_read = self.kind_written = BUDGET
+        self.overwrite = self.due_dates = self.manual_too = False
+        self.__dict__.update(options)
+
+    def fits(self):
+        """Whether both have the same periods, counted from the same month."""
+        first = lambda calendar: calendar.start.month if calendar.fiscal else 1
+        a, b = self.source.calendar, self.target.calendar
+        return a.count == b.count and first(a) == first(b)
+
+    def cards(self):
+        for card in self.source.cards:
+            if (card["BU65_INDCOSRIC_BU07"] == self.cost and (not self.source.per_site or card["BU65_CODICE_CG31"] == self.site)
+                    and self.cards_from.ljust(10) <= card["BU65_SCHEDA_BU07"].ljust(10) <= self.cards_to.ljust(10)):
+                yield card
+
+    def target_of(self, card, cards):
+        same = [c for c in cards if c["BU65_INDCOSRIC_BU07"] == self.cost and c["BU65_SCHEDA_BU07"] == card["BU65_SCHEDA_BU07"]
+                and (not self.target.per_site or c["BU65_CODICE_CG31"] == self.target_site)]
+        return same[0]["BU65_ID"] if same else None
+
+    def raised(self, amount):
+        return amount if amount is None or not self.percent else rounded(Fraction(amount) * (1 + Fraction(self.percent) / 100))
+
+    def moved(self, day):
+        """A date in the target's year: the same months from its start, the end of a month stays one."""
+        if day is None:
+            return None
+        month = add_months(self.target.calendar.start, months_between(self.source.calendar.start, day))
+        return month_end(month) if day == month_end(day) else month + DAY * (day.day - 1)
+
+    def details(self, made):
+        """The details of the database as they must be then; `made` tells the target of each source card now."""
+        result = details(self.tables)
+        before = {c["BU65_ID"] for c in self.tables["BU65_TESBUDGET"]}
+        for card in self.cards():
+            old, new = card["BU65_ID"], made.get(card["BU65_ID"])
+            if new is None or (old == new and self.kind_read == self.kind_written):
+                continue
+            if new not in before:
+                for kind in (0, 1, *range(3, 3 + self.target.forecasts)):
+                    for period in range(1, self.target.calendar.count + 1):
+                        result.setdefault((new, kind, period), [(None, None, None)])
+            for detail in self.source.details[old, self.kind_read]:
+                values = (self.raised(detail["BU66_IMPORTO"]), detail["BU66_QTA1"], detail["BU66_QTA2"])
+                key = (new, self.kind_written, detail["BU66_PERIODO"])
+                there = result.get(key, [(None, None, None)])[0]
+                result[key] = [values if self.overwrite else tuple(v if t is None else t for v, t in zip(values, there))]
+        return result
+
+    def terms(self, made):
+        """{card: first day of its terms} of the cards that were made."""
+        before = {c["BU65_ID"] for c in self.tables["BU65_TESBUDGET"]}
+        terms = {t["BU67_ID_BU65"]: t for t in self.tables["BU67_BDGCASHFLOW"]}
+        return {made[c["BU65_ID"]]: {**{k: terms[c["BU65_ID"]][k] for k in TERMS}, "BU67_DATAINIVAL": self.moved(terms[c["BU65_ID"]]["BU67_DATAINIVAL"])}
+                for c in self.cards() if made[c["BU65_ID"]] not in before and c["BU65_ID"] in terms}
+
+    def dues(self, made):
+        """{card: its due dates} of the cards that were made from one that has some to be copied."""
+        before, result = {c["BU65_ID"] for c in self.tables["BU65_TESBUDGET"]}, {}
+        if not self.due_dates or self.kind_read or self.kind_written:
+            return result
+        for card in self.cards():
+            rows = [d for d in self.tables["BU14_SCADCFLOW"] if d["BU14_IDBUDGET"] == card["BU65_ID"]]
+            rows = [d for d in rows if self.manual_too or not d["BU14_FLGMANUAL"]]
+            if rows and made[card["BU65_ID"]] not in before:
+                result[made[card["BU65_ID"]]] = sorted((d["BU14_PERIODO"], self.moved(d["BU14_DATASCAD"]), self.raised(d["BU14_IMPORTO"]),
+                                                        d["BU14_FLGMANUAL"]) for d in rows)
+        return result
+
+
+TERMS = ("BU67_FLGSCADMAN", "BU67_TIPOCF_CG44", "BU67_CLIFOR_CG44", "BU67_NUMRATE", "BU67_MESIRATA", "BU67_GIORNISCAD")
