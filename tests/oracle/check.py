@@ -1,13 +1,16 @@
 #!/usr/bin/env python3
 """Compares every figure of a random company with an independent calculation.
 
-    check.py PROGRAM SEED... [--keep DIR] [--spoil]
+    check.py PROGRAM SEED... [--jobs N]
 
-Each seed is a company of its own. What differs is printed with its seed, budget, card, period, field and both values,
-and with the command that shows it again. Exit code 0 when nothing does.
+Each seed is a company of its own. What differs is printed with its seed, the command that showed it, card, period,
+field and both values. `company.py PROGRAM SEED FILE` makes the company, to try the command on it; of elaborations the
+ones that the seed ran before have to run first. Exit code 0 when nothing differs.
 """
 
 import argparse
+import concurrent.futures
+import functools
 import json
 import os
 import random
@@ -23,9 +26,6 @@ from company import Company
 from elaborations import BalanceRun, CardRun, CopyRun, apply, details
 from expected import Budget, Report, grid, periods
 from rules import DAY, MEASURES, ORDERS, add_months, month_end, months_between, read_tables
-
-EMPTY = (None, "")
-
 
 class Check:
     """One company: its database, what was compared, what differs."""
@@ -310,24 +310,43 @@ class Check:
                     self.check_balances(Budget(read_tables(self.database), *budget.key))
 
 
+def check_seed(program, template, folder, seed):
+    """The figures compared and what differs."""
+    check = Check(program, seed, template, folder)
+    try:
+        check.everything()
+    finally:
+        os.remove(check.database)
+    return check.cells, check.differences
+
+
+def seeds_of(words):
+    for word in words:
+        first, _, last = word.partition("-")
+        yield from range(int(first), int(last or first) + 1)
+
+
+def make_template(program, folder):
+    """An empty company, to be copied: making a database takes longer than filling one."""
+    template = os.path.join(folder, "template.db")
+    subprocess.run([program, "create", template, "--name", "Oracle", "-y", "2024"], check=True, stdout=subprocess.DEVNULL)
+    return template
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("program")
-    parser.add_argument("seeds", nargs="+", type=int)
-    parser.add_argument("--keep", help="a folder where the companies stay")
+    parser.add_argument("seeds", nargs="+", help="7, or 1-2000")
+    parser.add_argument("--jobs", type=int, default=1)
     options = parser.parse_args()
-    cells = wrong = 0
-    with tempfile.TemporaryDirectory() as folder:
-        template = os.path.join(folder, "template.db")
-        subprocess.run([options.program, "create", template, "--name", "Oracle", "-y", "2024"], check=True, stdout=subprocess.DEVNULL)
-        for seed in options.seeds:
-            check = Check(options.program, seed, template, options.keep or folder)
-            check.everything()
-            cells += check.cells
-            wrong += len(check.differences)
-            for difference in check.differences[:20]:
-                print(difference)
-    print(f"{len(options.seeds)} companies, {cells} figures compared, {wrong} differ")
+    companies = cells = wrong = 0
+    with tempfile.TemporaryDirectory() as folder, concurrent.futures.ProcessPoolExecutor(options.jobs) as pool:
+        one = functools.partial(check_seed, options.program, make_template(options.program, folder), folder)
+        for compared, differences in pool.map(one, seeds_of(options.seeds)):
+            companies, cells, wrong = companies + 1, cells + compared, wrong + len(differences)
+            for difference in differences[:10]:
+                print(difference, flush=True)
+    print(f"{companies} companies, {cells} figures compared, {wrong} differ")
     return 1 if wrong or not cells else 0
 
 
