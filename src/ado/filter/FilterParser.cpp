@@ -12,7 +12,7 @@ namespace {
 
 using values::Date;
 using values::Variant;
-using Kind = FilterToken::Kind;
+using TokenKind = FilterToken::Kind;
 
 /// More parentheses than a person writes; a bound for the stack.
 constexpr int kDeepest = 64;
@@ -35,7 +35,7 @@ class Parser {
 
   FilterExpression parse() {
     auto expression = alternatives();
-    if (token_.kind != Kind::End) fail("AND, OR or the end is expected");
+    if (token_.kind != TokenKind::End) fail("AND, OR or the end is expected");
     return expression;
   }
 
@@ -43,9 +43,9 @@ class Parser {
   [[noreturn]] void fail(std::string_view why) const { lexer_.fail(token_.offset, why); }
   FilterToken take() { return std::exchange(token_, lexer_.next()); }
   bool isWord(std::string_view word) const {
-    return token_.kind == Kind::Word && values::compareText(token_.text, word) == 0;
+    return token_.kind == TokenKind::Word && values::compareText(token_.text, word) == 0;
   }
-  bool isSymbol(std::string_view symbol) const { return token_.kind == Kind::Symbol && token_.text == symbol; }
+  bool isSymbol(std::string_view symbol) const { return token_.kind == TokenKind::Symbol && token_.text == symbol; }
 
   template <class Part>
   FilterExpression joined(FilterExpression::Join join, std::string_view word, Part part) {
@@ -80,7 +80,7 @@ class Parser {
   }
 
   FilterTerm term() {
-    if (token_.kind != Kind::Word && token_.kind != Kind::Name) fail("the name of a field is expected");
+    if (token_.kind != TokenKind::Word && token_.kind != TokenKind::Name) fail("the name of a field is expected");
     const FilterColumn column = find_(token_.text);
     take();
     const FilterOperator op = comparison();
@@ -99,10 +99,10 @@ class Parser {
   Variant value() {
     Variant result;
     switch (token_.kind) {
-      case Kind::Text: result = token_.text; break;
-      case Kind::Number: result = number(); break;
-      case Kind::Date: result = date(); break;
-      case Kind::Word: result = word(); break;
+      case TokenKind::Text: result = token_.text; break;
+      case TokenKind::Number: result = number(); break;
+      case TokenKind::Date: result = date(); break;
+      case TokenKind::Word: result = word(); break;
       default: fail("a value is expected");
     }
     take();

@@ -5,11 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/Piece.h"
-#include "engine/SqlWords.h"
+#include "engine/Emitter.h"
 #include "postgres/emitter/Translate.h"
-#include "tsql/Lexer.h"
-#include "tsql/Statement.h"
 
 namespace postgres {
 
@@ -20,14 +17,12 @@ using engine::Piece;
 /// Texts: a column is declared COLLATE "C"; two texts are equal when bk_fold gives the same for both, and stand in the
 /// order of what bk_key gives (see TextFunctions.h). A text of a fixed length is of the type character, which loses
 /// its blanks on the way to any other text: `converted` pads it.
-class Emitter {
+class Emitter final : public engine::Emitter {
  public:
-  explicit Emitter(const tsql::Scan& scan) : scan_(scan) {}
+  explicit Emitter(const tsql::Scan& scan) : engine::Emitter(scan) {}
 
   std::string query(const tsql::Query& query);
   std::string insert(const tsql::Change& change);
-  std::string update(const tsql::Change& change);
-  std::string erase(const tsql::Change& change);
 
   const std::vector<Parameter>& parameters() const { return parameters_; }
 
@@ -46,41 +41,33 @@ class Emitter {
   std::string chain(const tsql::Select& select, const Types& types, bool cast);
   std::string source(const tsql::Source& source);
   std::string from(const std::vector<tsql::Source>& sources, const std::vector<bool>& dropped);
+  std::string subquery(const tsql::Select& query) override { return select(query); }
+  std::string allSources(const std::vector<tsql::Source>& sources) override {
+    return from(sources, std::vector<bool>(sources.size(), false));
+  }
+  std::string nameWords(std::string_view name) const override { return sqlName(name); }
   std::string groupBy(const tsql::Select& select);
-  std::vector<Piece> items(const tsql::Select& select);
   std::string order(const tsql::Select& select, const std::vector<std::string>& values,
                     const std::vector<tsql::OrderItem>& orderBy);
   std::string orderItem(const tsql::Select& select, const std::vector<std::string>& values,
                         const tsql::OrderItem& item);
   std::string commonTables(const tsql::Query& query);
 
-  // Changes (EmitterChange.cpp)
-  std::string guard(const tsql::Change& change);
-  std::string where(const tsql::Change& change);
-
   // Expressions (EmitterExpression.cpp)
-  Piece expression(const tsql::Expression& e);
+  Piece expression(const tsql::Expression& e) override;
   Piece plainExpression(const tsql::Expression& e);
   /// The words of an expression with its literals written out: equal for expressions that say the same.
   std::string signature(const tsql::Expression& e);
-  std::string words(const tsql::Expression& e) { return value(expression(e)); }
-  std::string sql(const tsql::Not& node, const tsql::Expression& e);
-  std::string sql(const tsql::Logic& node, const tsql::Expression& e);
-  std::string sql(const tsql::Comparison& node, const tsql::Expression& e);
+  using engine::Emitter::sql;
   std::string sql(const tsql::Arithmetic& node, const tsql::Expression& e);
   std::string sql(const tsql::Call& node, const tsql::Expression& e);
   std::string sql(const tsql::Cast& node, const tsql::Expression& e);
   std::string sql(const tsql::Case& node, const tsql::Expression& e);
   std::string sql(const tsql::InList& node, const tsql::Expression& e);
   std::string sql(const tsql::InQuery& node, const tsql::Expression& e);
-  std::string sql(const tsql::Between& node, const tsql::Expression& e);
   std::string sql(const tsql::Like& node, const tsql::Expression& e);
-  std::string sql(const tsql::IsNull& node, const tsql::Expression& e);
-  std::string sql(const tsql::Exists& node, const tsql::Expression& e);
-  std::string sql(const tsql::ScalarQuery& node, const tsql::Expression& e);
-  [[noreturn]] std::string sql(const tsql::LastIdentity& node, const tsql::Expression& e);
   Piece signedPiece(const tsql::Sign& node);
-  std::string comparison(tsql::ComparisonOperator op, const Piece& a, const Piece& b);
+  std::string comparison(tsql::ComparisonOperator op, const Piece& a, const Piece& b) override;
   std::string literalComparison(tsql::ComparisonOperator op, const Piece& side, const Piece& literal);
 
   // Functions (EmitterFunction.cpp)
@@ -91,18 +78,13 @@ class Emitter {
   // Conversions (EmitterConversion.cpp)
   std::string bind(Parameter parameter);
   std::string bindTo(std::size_t literal, const tsql::Type& target);
-  /// Words for a piece in its own type.
-  std::string value(const Piece& piece);
-  Piece valued(Piece piece);
+  std::string value(const Piece& piece) override;
   /// Words for a piece as a value of the type `target`.
   std::string converted(const Piece& piece, const tsql::Type& target);
   std::string fromText(const std::string& sql, const tsql::Type& target);
   std::string toText(const Piece& piece, const tsql::Type& target);
-  std::string assigned(const Piece& piece, const tsql::Column& column);
+  std::string assigned(const Piece& piece, const tsql::Column& column) override;
 
-  [[noreturn]] void fail(const std::string& message, std::size_t offset) const { failAt(scan_, message, offset); }
-
-  const tsql::Scan& scan_;
   std::vector<Parameter> parameters_;
   std::vector<Group> groups_;    ///< of the selects around what is being written
   bool inAggregate_ = false;     ///< single rows are seen, not groups

@@ -4,20 +4,6 @@ namespace postgres {
 
 using namespace tsql;
 
-/// "[NOT] EXISTS (…)" of a change under IF, or nothing.
-std::string Emitter::guard(const Change& change) {
-  if (!change.condition) return {};
-  return std::string(change.negated ? "NOT " : "") + "EXISTS (" + select(*change.condition) + ")";
-}
-
-/// " WHERE …" with the change's own condition and its guard, or nothing.
-std::string Emitter::where(const Change& change) {
-  const std::string own = change.where ? words(*change.where) : "";
-  const std::string condition = guard(change);
-  if (own.empty() && condition.empty()) return {};
-  return " WHERE " + own + (own.empty() || condition.empty() ? "" : " AND ") + condition;
-}
-
 std::string Emitter::insert(const Change& change) {
   const auto& targets = change.targets;
   std::vector<std::string> names;
@@ -49,21 +35,6 @@ std::string Emitter::insert(const Change& change) {
     if (change.rows.size() != 1) sql = "WITH i AS (" + sql + ") SELECT max(i." + name + ") FROM i";
   }
   return sql;
-}
-
-std::string Emitter::update(const Change& change) {
-  const auto sources = from(change.sources, std::vector<bool>(change.sources.size(), false));
-  std::string sql = "UPDATE " + sqlName(change.target->name) + " SET ";
-  for (std::size_t i = 0; i < change.assignments.size(); ++i) {
-    const auto& assignment = change.assignments[i];
-    sql += (i == 0 ? "" : ", ") + sqlName(assignment.target->name) + " = " +
-           assigned(expression(*assignment.value), *assignment.target);
-  }
-  return sql + sources + where(change);
-}
-
-std::string Emitter::erase(const Change& change) {
-  return "DELETE FROM " + sqlName(change.target->name) + where(change);
 }
 
 }  // namespace postgres

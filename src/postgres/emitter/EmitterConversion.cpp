@@ -34,14 +34,6 @@ std::string Emitter::value(const Piece& piece) {
                .binding = {.literal = *piece.literal, .target = {}, .column = {}}});
 }
 
-Piece Emitter::valued(Piece piece) {
-  if (piece.literal) {
-    piece.sql = value(piece);
-    piece.literal.reset();
-  }
-  return piece;
-}
-
 std::string Emitter::fromText(const std::string& sql, const Type& target) {
   switch (target.kind) {
     case TypeKind::DateTime: return call("bk_text_to_date", {sql});

@@ -54,8 +54,7 @@ std::string Emitter::signature(const Expression& e) {
 
 Piece Emitter::plainExpression(const Expression& e) {
   if (const auto* constant = e.as<Constant>()) return {{}, e.type, constant->literal};
-  if (const auto* name = e.as<ColumnName>())
-    return {sqlName(name->relation) + "." + sqlName(name->column), e.type, std::nullopt, false, true};
+  if (const auto* name = e.as<ColumnName>()) return column(name->relation, name->column, e.type);
   if (e.null) return {"NULL", e.type, std::nullopt, true};
   if (const auto* sign = e.as<tsql::Sign>()) return signedPiece(*sign);
   return {std::visit(
@@ -68,27 +67,10 @@ Piece Emitter::plainExpression(const Expression& e) {
           e.type};
 }
 
-/// The connection answers for it, and only when nothing else is asked (see Translate.cpp).
-std::string Emitter::sql(const LastIdentity&, const Expression& e) {
-  fail("Must declare the scalar variable \"@@IDENTITY\"", e.offset);
-}
-
-std::string Emitter::sql(const Not& node, const Expression&) { return "(NOT " + words(*node.operand) + ")"; }
-
 Piece Emitter::signedPiece(const tsql::Sign& node) {
   Piece operand = valued(expression(*node.operand));
   if (operand.null || !node.negative) return operand;
   return {"(- " + numberWords(operand) + ")", operand.type};
-}
-
-std::string Emitter::sql(const Logic& node, const Expression&) {
-  const auto left = words(*node.left);
-  return infix(left, node.op == LogicOperator::And ? " AND " : " OR ", words(*node.right));
-}
-
-std::string Emitter::sql(const Comparison& node, const Expression&) {
-  const Piece left = expression(*node.left);
-  return comparison(node.op, left, expression(*node.right));
 }
 
 std::string Emitter::sql(const Arithmetic& node, const Expression& e) {
@@ -165,21 +147,6 @@ std::string Emitter::comparison(ComparisonOperator op, const Piece& a, const Pie
   };
   return infix(side(a), spaced(op), side(b));
 }
-
-std::string Emitter::sql(const Between& node, const Expression&) {
-  const Piece value = valued(expression(*node.value));
-  const auto from = comparison(ComparisonOperator::GreaterOrEqual, value, expression(*node.from));
-  const auto to = comparison(ComparisonOperator::LessOrEqual, value, expression(*node.to));
-  return notIf(node.negated, infix(from, " AND ", to));
-}
-
-std::string Emitter::sql(const IsNull& node, const Expression&) {
-  return "(" + words(*node.value) + (node.negated ? " IS NOT NULL)" : " IS NULL)");
-}
-
-std::string Emitter::sql(const Exists& node, const Expression&) { return "EXISTS (" + select(*node.query) + ")"; }
-
-std::string Emitter::sql(const ScalarQuery& node, const Expression&) { return "(" + select(*node.query) + ")"; }
 
 std::string Emitter::sql(const Case& node, const Expression& e) {
   std::optional<Piece> operand;

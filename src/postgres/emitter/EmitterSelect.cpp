@@ -152,20 +152,6 @@ std::string Emitter::groupBy(const Select& select) {
   return keys.empty() ? "" : " GROUP BY " + engine::joined(keys);
 }
 
-std::vector<Piece> Emitter::items(const Select& select) {
-  std::vector<Piece> pieces;
-  for (const auto& item : select.items) {
-    const auto* star = item.value->as<Star>();
-    if (!star) {
-      pieces.push_back(expression(*item.value));
-      continue;
-    }
-    for (const auto& [relation, column] : star->parts)
-      pieces.push_back({sqlName(relation) + "." + sqlName(column.name), column.type, std::nullopt, false, true});
-  }
-  return pieces;
-}
-
 std::string Emitter::source(const Source& source) {
   const std::string alias = " AS " + sqlName(source.shownName());
   if (source.select) return "(" + select(*source.select) + ")" + alias;

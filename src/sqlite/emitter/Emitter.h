@@ -7,11 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/Piece.h"
-#include "engine/SqlWords.h"
+#include "engine/Emitter.h"
 #include "sqlite/emitter/Translate.h"
-#include "tsql/Lexer.h"
-#include "tsql/Statement.h"
 
 namespace sqlite {
 
@@ -22,9 +19,9 @@ struct NamedQuery {
 };
 
 /// Writes one SQLite statement after another from resolved pieces of a tree.
-class Emitter {
+class Emitter final : public engine::Emitter {
  public:
-  Emitter(const tsql::Scan& scan, std::string_view textOrder) : scan_(scan), textOrder_(textOrder) {}
+  Emitter(const tsql::Scan& scan, std::string_view textOrder) : engine::Emitter(scan), textOrder_(textOrder) {}
 
   std::string_view textOrder() const { return textOrder_; }
 
@@ -38,8 +35,6 @@ class Emitter {
   std::optional<std::size_t> keyColumn(const tsql::Select& select) const;
 
   std::string insert(const tsql::Change& change);
-  std::string update(const tsql::Change& change);
-  std::string erase(const tsql::Change& change);
 
   /// Ends the statement: its text with the bindings of the parameters it uses.
   StepText finish(std::string sql);
@@ -51,32 +46,23 @@ class Emitter {
   std::string source(const tsql::Source& source);
   std::string from(const std::vector<tsql::Source>& sources, const std::vector<bool>& dropped, bool stageFirst);
   const NamedQuery* namedQuery(const tsql::Source& source) const;
+  std::string subquery(const tsql::Select& query) override { return select(query); }
+  std::string allSources(const std::vector<tsql::Source>& sources) override {
+    return from(sources, std::vector<bool>(sources.size(), false), false);
+  }
   bool readsStageFirst(const tsql::Select& select) const;
-  std::vector<Piece> items(const tsql::Select& select);
   std::string order(const std::vector<tsql::OrderItem>& orderBy);
 
-  // Changes (EmitterChange.cpp)
-  std::string guard(const tsql::Change& change);
-  std::string where(const tsql::Change& change);
-
   // Expressions (EmitterExpression.cpp)
-  Piece expression(const tsql::Expression& e);
-  std::string words(const tsql::Expression& e) { return value(expression(e)); }
-  std::string sql(const tsql::Not& node, const tsql::Expression& e);
-  std::string sql(const tsql::Logic& node, const tsql::Expression& e);
-  std::string sql(const tsql::Comparison& node, const tsql::Expression& e);
+  Piece expression(const tsql::Expression& e) override;
+  using engine::Emitter::sql;
   std::string sql(const tsql::Arithmetic& node, const tsql::Expression& e);
   std::string sql(const tsql::Call& node, const tsql::Expression& e);
   std::string sql(const tsql::Cast& node, const tsql::Expression& e);
   std::string sql(const tsql::Case& node, const tsql::Expression& e);
   std::string sql(const tsql::InList& node, const tsql::Expression& e);
   std::string sql(const tsql::InQuery& node, const tsql::Expression& e);
-  std::string sql(const tsql::Between& node, const tsql::Expression& e);
   std::string sql(const tsql::Like& node, const tsql::Expression& e);
-  std::string sql(const tsql::IsNull& node, const tsql::Expression& e);
-  std::string sql(const tsql::Exists& node, const tsql::Expression& e);
-  std::string sql(const tsql::ScalarQuery& node, const tsql::Expression& e);
-  [[noreturn]] std::string sql(const tsql::LastIdentity& node, const tsql::Expression& e);
   Piece signedPiece(const tsql::Sign& node);
   /// A text compared otherwise than by its column's collation needs one of its own.
   std::string collated(const std::string& sql, bool text) const;
@@ -84,7 +70,7 @@ class Emitter {
                        bool column) const;
   std::string member(const std::string& sql, bool negated, const tsql::Type& type, bool column,
                      const std::string& list) const;
-  std::string comparison(tsql::ComparisonOperator op, const Piece& a, const Piece& b);
+  std::string comparison(tsql::ComparisonOperator op, const Piece& a, const Piece& b) override;
   std::string literalComparison(tsql::ComparisonOperator op, const Piece& side, const Piece& literal);
 
   // Functions (EmitterFunction.cpp)
@@ -94,16 +80,11 @@ class Emitter {
 
   // Conversions (EmitterConversion.cpp)
   std::string bind(Binding binding);
-  /// Words for a piece in its own type.
-  std::string value(const Piece& piece);
-  Piece valued(Piece piece);
+  std::string value(const Piece& piece) override;
   /// Words for a piece as `target` stores it.
   std::string converted(const Piece& piece, const tsql::Type& target);
-  std::string assigned(const Piece& piece, const tsql::Column& column);
+  std::string assigned(const Piece& piece, const tsql::Column& column) override;
 
-  [[noreturn]] void fail(const std::string& message, std::size_t offset) const { failAt(scan_, message, offset); }
-
-  const tsql::Scan& scan_;
   const std::string_view textOrder_;
   std::vector<Binding> bindings_;
   std::set<std::string> used_;  ///< named queries that the statement reads

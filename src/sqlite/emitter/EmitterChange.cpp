@@ -4,20 +4,6 @@ namespace sqlite {
 
 using namespace tsql;
 
-/// "[NOT] EXISTS (…)" of a change under IF, or nothing.
-std::string Emitter::guard(const Change& change) {
-  if (!change.condition) return {};
-  return std::string(change.negated ? "NOT " : "") + "EXISTS (" + select(*change.condition) + ")";
-}
-
-/// " WHERE …" with the change's own condition and its guard, or nothing.
-std::string Emitter::where(const Change& change) {
-  std::string where = change.where ? words(*change.where) : "";
-  if (const auto condition = guard(change); !condition.empty())
-    where = where.empty() ? condition : where + " AND " + condition;
-  return where.empty() ? where : " WHERE " + where;
-}
-
 std::string Emitter::insert(const Change& change) {
   const auto& targets = change.targets;
   std::string sql = "INSERT INTO " + quotedName(change.target->name) + " (";
@@ -41,21 +27,6 @@ std::string Emitter::insert(const Change& change) {
   }
   sql = "WITH s(" + names + ") AS (" + rows + ") " + sql + " SELECT " + values + " FROM s";
   return change.condition ? sql + " WHERE " + guard(change) : sql;
-}
-
-std::string Emitter::update(const Change& change) {
-  const auto sources = from(change.sources, std::vector<bool>(change.sources.size(), false), false);
-  std::string sql = "UPDATE " + quotedName(change.target->name) + " SET ";
-  for (std::size_t i = 0; i < change.assignments.size(); ++i) {
-    const auto& assignment = change.assignments[i];
-    sql += (i == 0 ? "" : ", ") + quotedName(assignment.target->name) + " = " +
-           assigned(expression(*assignment.value), *assignment.target);
-  }
-  return sql + sources + where(change);
-}
-
-std::string Emitter::erase(const Change& change) {
-  return "DELETE FROM " + quotedName(change.target->name) + where(change);
 }
 
 }  // namespace sqlite

@@ -29,14 +29,6 @@ std::string Emitter::value(const Piece& piece) {
   return bind({.how = Binding::How::AsIs, .literal = *piece.literal, .target = {}, .column = {}});
 }
 
-Piece Emitter::valued(Piece piece) {
-  if (piece.literal) {
-    piece.sql = value(piece);
-    piece.literal.reset();
-  }
-  return piece;
-}
-
 std::string Emitter::converted(const Piece& piece, const Type& target) {
   if (piece.null) return "NULL";
   if (target.kind == TypeKind::Unknown) return value(piece);

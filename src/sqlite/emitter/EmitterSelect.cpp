@@ -46,20 +46,6 @@ std::string Emitter::core(const Select& select, const std::vector<Type>* targets
   return sql;
 }
 
-std::vector<Piece> Emitter::items(const Select& select) {
-  std::vector<Piece> pieces;
-  for (const auto& item : select.items) {
-    const auto* star = item.value->as<Star>();
-    if (!star) {
-      pieces.push_back(expression(*item.value));
-      continue;
-    }
-    for (const auto& [relation, column] : star->parts)
-      pieces.push_back({quotedName(relation) + "." + quotedName(column.name), column.type, std::nullopt, false, true});
-  }
-  return pieces;
-}
-
 const NamedQuery* Emitter::namedQuery(const Source& source) const {
   if (!source.commonTable) return nullptr;
   return &named.at(upperName(source.commonTable->name));
