@@ -30,6 +30,11 @@ from rules import DAY, MEASURES, ORDERS, add_months, month_end, months_between, 
 class Check:
     """One company: its database, what was compared, what differs."""
 
+    raised_copies = 0.5  # how many duplications have a percentage
+    orders_repeat = False  # whether a further order repeats its period's other values
+    overwrites = True  # whether a proposal overwrites by itself what is there, when that is asked for
+    in_two = True  # whether a range that turns around the calendar is run in two
+
     def __init__(self, program, seed, template, folder):
         self.program, self.seed = program, seed
         self.database = str(Path(folder) / f"{seed}.db")
@@ -88,7 +93,7 @@ class Check:
             for row in rows or []:
                 seen[row["PERIODO"]] = seen.get(row["PERIODO"], -1) + 1
                 found[row["PERIODO"], seen[row["PERIODO"]]] = row
-            self.compare(found, periods(budget, card), ["period", "line"])
+            self.compare(found, periods(budget, card, self.orders_repeat), ["period", "line"])
 
     def check_report(self, budget):
         r, calendar = self.random, budget.calendar
@@ -150,7 +155,7 @@ class Check:
         if r.random() < 0.3:
             options["kind_written"] = r.choice([k for k in range(3 + budget.forecasts) if k != ORDERS])
             words += ["--TipoDettaglioDestinazione", str(options["kind_written"])]
-        run = CardRun(budget.tables, budget, **options)
+        run = CardRun(budget.tables, budget, in_two=self.in_two, **options)
         expected = apply(budget.tables, budget, run.kind_written, run.written())
         answer = self.run("elaborate-cards", *budget.options, "--yes", *words)
         if answer is not None:
@@ -211,7 +216,7 @@ class Check:
             options["account_from"], options["account_to"] = pair
             words += ["--DaConto", pair[0], "--AConto", pair[1]]
         words += self.choose_deviation(budget, options)
-        run = BalanceRun(budget.tables, budget, year, **options)
+        run = BalanceRun(budget.tables, budget, year, **{**options, "overwrite": self.overwrites and "overwrite" in options})
         rows = self.run("elaborate-balances", *budget.options, *words)
         if rows is not None:
             rows = rows if isinstance(rows, list) else next(iter(rows.values()))
@@ -271,7 +276,7 @@ class Check:
         if r.random() < 0.4:
             options.update(kind_read=r.choice(kinds(source)), kind_written=r.choice(kinds(target)))
         words += ["--TipoDettaglioOrigine", str(options.get("kind_read", 0)), "--TipoDettaglioDestinazione", str(options.get("kind_written", 0))]
-        if r.random() < 0.5:
+        if r.random() < self.raised_copies:
             options["percent"] = Decimal(r.randint(-3000, 3000)).scaleb(-2)
             words += ["--percent", str(options["percent"]).replace(".", ",")]
         for chance, word, name in ((0.4, "--IsSovrascriviEsistenti", "overwrite"), (0.5, "--IsDuplicaScadenzeCashFlow", "due_dates"),
@@ -310,9 +315,9 @@ class Check:
                     self.check_balances(Budget(read_tables(self.database), *budget.key))
 
 
-def check_seed(program, template, folder, seed):
+def check_seed(kind, program, template, folder, seed):
     """The figures compared and what differs."""
-    check = Check(program, seed, template, folder)
+    check = kind(program, seed, template, folder)
     try:
         check.everything()
     finally:
@@ -333,7 +338,7 @@ def make_template(program, folder):
     return template
 
 
-def main():
+def main(kind=Check):
     parser = argparse.ArgumentParser()
     parser.add_argument("program")
     parser.add_argument("seeds", nargs="+", help="7, or 1-2000")
@@ -341,7 +346,7 @@ def main():
     options = parser.parse_args()
     companies = cells = wrong = 0
     with tempfile.TemporaryDirectory() as folder, concurrent.futures.ProcessPoolExecutor(options.jobs) as pool:
-        one = functools.partial(check_seed, options.program, make_template(options.program, folder), folder)
+        one = functools.partial(check_seed, kind, options.program, make_template(options.program, folder), folder)
         for compared, differences in pool.map(one, seeds_of(options.seeds)):
             companies, cells, wrong = companies + 1, cells + compared, wrong + len(differences)
             for difference in differences[:10]:

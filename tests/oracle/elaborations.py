@@ -70,6 +70,7 @@ class CardRun:
         self.by_competence = True
         self.kinds, self.cost, self.sites, self.cards_from, self.cards_to = (0, 1), (0, 1), None, "", "~"
         self.percentages = self.only_party = False
+        self.in_two = True
         self.kind_written, self.year = ACTUAL, budget.key[2:]
         self.first, self.last = budget.calendar.year_start, budget.calendar.end
         self.__dict__.update(options)
@@ -122,13 +123,18 @@ class CardRun:
         return sign * sum((a for m, a in self.shares(line).items() if period(m) in periods), rounded(0))
 
     def legs(self):
-        """The dates and the periods of each part of the run: a range that turns around the calendar is run in two."""
+        """The dates and the periods of each part of the run.
+
+        A range that turns around the calendar is run in two by the program; the object takes the periods between its ends.
+        """
         calendar = self.budget.calendar
         first, last = calendar.period(self.first.month), calendar.period(self.last.month)
         if first == last and months_between(self.first, self.last) >= calendar.months_per_period:
             return [(self.first, self.last, calendar.existing)]
         if first <= last:
             return [(self.first, self.last, set(range(first, last + 1)))]
+        if not self.in_two:
+            return [(self.first, self.last, set(range(last, first + 1)))]
         turn = self.first.replace(month=12, day=31)
         return [(self.first, turn, set(range(first, calendar.count + 1))), (turn + DAY, self.last, set(range(1, last + 1)))]
 

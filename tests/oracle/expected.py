@@ -82,8 +82,11 @@ def grid(budget, site=None, cost=None):
     return result
 
 
-def periods(budget, card):
-    """{(period, how many before it): columns}: a line for each period, and one with nothing else for each further order."""
+def periods(budget, card, repeated=False):
+    """{(period, how many before it): columns}: a line for each period, and one for each further order.
+
+    That has the order alone, or, `repeated`, the other values once more.
+    """
     result = {}
     for period in range(1, budget.calendar.count + 1):
         rows = {kind: [d for d in budget.details[card["BU65_ID"], kind] if d["BU66_PERIODO"] == period]
@@ -92,7 +95,7 @@ def periods(budget, card):
             row = {}
             names = {BUDGET: "BUDGET", ACTUAL: "CONSUNTIVO", ORDERS: "ORDINI"}
             names.update({ORDERS + n: f"FORECAST{n}" for n in range(1, budget.forecasts + 1)})
-            chosen = {kind: order if kind == ORDERS else (rows[kind] or [None])[0] if place == 0 else None for kind in names}
+            chosen = {kind: order if kind == ORDERS else (rows[kind] or [None])[0] if place == 0 or repeated else None for kind in names}
             for kind, name in names.items():
                 row[f"ID_{name}"] = chosen[kind] and chosen[kind]["BU66_ID"]
             for measure, (column, _) in MEASURES.items():
