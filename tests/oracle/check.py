@@ -38,14 +38,24 @@ class Check:
     def __init__(self, program, seed, template, folder):
         self.program, self.seed = program, seed
         self.database = str(Path(folder) / f"{seed}.db")
-        shutil.copy(template, self.database)
-        Company(seed).write(self.database)
+        self.where = ["-d", self.database]
+        self.make(template)
         self.random = random.Random(-seed - 1)
         self.cells, self.differences = 0, []
 
+    def make(self, template):
+        shutil.copy(template, self.database)
+        Company(self.seed).write(self.database)
+
+    def tables(self):
+        return read_tables(self.database)
+
+    def end(self):
+        os.remove(self.database)
+
     def run(self, *words, refused=False):
         """The program's answer in JSON, None when it refused or failed."""
-        command = [self.program, *words, "-d", self.database, "--format", "json", "--lang", "en"]
+        command = [self.program, *words, *self.where, "--format", "json", "--lang", "en"]
         done = subprocess.run(command, capture_output=True, text=True, stdin=subprocess.DEVNULL)
         self.command = shlex.join(words)
         if refused or done.returncode:
@@ -72,7 +82,7 @@ class Check:
                     self.report(field, place, other, value)
 
     def budgets(self):
-        tables = read_tables(self.database)
+        tables = self.tables()
         keys = {(c["BU65_INDTIPO_BU01"], c["BU65_SOTTOTIPO_BU01"], c["BU65_ANNO"], c["BU65_PROGESER"]) for c in tables["BU65_TESBUDGET"]}
         return [Budget(tables, *key) for key in sorted(keys)]
 
@@ -120,7 +130,7 @@ class Check:
     def compare_details(self, expected):
         """Every detail of the database, those that should be as they were too."""
         flat = lambda all_: {(*key, i): dict(zip(("IMPORTO", "QTA1", "QTA2"), v)) for key, values in all_.items() for i, v in enumerate(values)}
-        self.compare(flat(details(read_tables(self.database))), flat(expected), ["card", "kind", "period", "row"])
+        self.compare(flat(details(self.tables())), flat(expected), ["card", "kind", "period", "row"])
 
     def check_cards(self, budget):
         """Elaborates the cards of a budget from movements, with options left to chance."""
@@ -245,7 +255,7 @@ class Check:
 
     def with_new_cards(self, expected, budget, run, new):
         """Adds the cards that must have been made: which identifiers they got is not ours to say."""
-        made = {c[budget.account]: c["BU65_ID"] for c in Budget(read_tables(self.database), *budget.key).cards
+        made = {c[budget.account]: c["BU65_ID"] for c in Budget(self.tables(), *budget.key).cards
                 if c["BU65_ID"] not in {old["BU65_ID"] for old in budget.cards}}
         self.compare({a: {} for a in made}, {a: {} for a in new}, ["new card of account"])
         for account, amounts in new.items():
@@ -289,7 +299,7 @@ class Check:
             if not run.fits():
                 self.compare_details(details(tables))
             return
-        now = read_tables(self.database)
+        now = self.tables()
         cards = Budget(now, *target.key).cards
         made = {card["BU65_ID"]: run.target_of(card, cards) for card in run.cards()}
         self.compare_details(run.details(made))
@@ -307,12 +317,12 @@ class Check:
         for budget in self.budgets():
             if budget.type == 4:
                 for _ in range(2):
-                    self.check_cards(Budget(read_tables(self.database), *budget.key))
+                    self.check_cards(Budget(self.tables(), *budget.key))
                 for _ in range(2):
-                    self.check_copy(Budget(read_tables(self.database), *budget.key))
+                    self.check_copy(Budget(self.tables(), *budget.key))
             elif budget.type == 5:
                 for _ in range(2):
-                    self.check_balances(Budget(read_tables(self.database), *budget.key))
+                    self.check_balances(Budget(self.tables(), *budget.key))
 
 
 def check_seed(kind, program, template, folder, seed):
@@ -321,7 +331,7 @@ def check_seed(kind, program, template, folder, seed):
     try:
         check.everything()
     finally:
-        os.remove(check.database)
+        check.end()
     return check.cells, check.differences
 
 
