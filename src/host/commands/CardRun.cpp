@@ -1,6 +1,7 @@
 #include "host/commands/CardRun.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "dati/Movements.h"
@@ -107,6 +108,12 @@ std::vector<std::pair<values::Variant, values::Variant>> cardRunRanges(CLSKORVAL
   if (!calendar || values::isBlank(first) || values::isBlank(last)) return {{first, last}};
   const auto from = values::toDate(first), to = values::toDate(last);
   if (to.year() != from.year() + 1 || values::monthsBetween(from, to) > 11) return {{first, last}};
+  // A period with months at both ends of the range is written once, from all of it.
+  const auto periodicity = budget.GetPeriodicitaBudget(budget.TipoBudget, budget.SottoTipoBudget);
+  const auto period = [&](const values::Date& date) {
+    return budget.GetBdgPeriodo(static_cast<std::int16_t>(date.month()), periodicity, bdgAnnoSolare, first);
+  };
+  if (period(from) == period(to)) return {{first, last}};
   return {{first, values::Date::FromYmd(from.year(), 12, 31)}, {values::Date::FromYmd(to.year(), 1, 1), last}};
 }
 
