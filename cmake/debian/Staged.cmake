@@ -1,5 +1,5 @@
 # Before the packages are made of what was installed for them: nothing that the compiler says of itself, and the list of
-# the shared library's symbols. Those of interface.symbols are promised: packing fails when one is missing. The others are C++,
+# the shared library's symbols. Those of interface.symbols are promised: packing fails when a later version lacks one. The others are C++,
 # which may change with each minor version before 1.0, so that each needs this one.
 set(staged ${CPACK_TEMPORARY_INSTALL_DIRECTORY})
 file(GLOB_RECURSE program ${staged}/program/usr/bin/*)
