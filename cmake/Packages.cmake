@@ -56,11 +56,15 @@ bukorval_package(python python3-bukorval SECTION python
   DEPENDS "${library} (>= ${PROJECT_VERSION}), python3:any"
   SUMMARY "budgets of an accounting suite, for Python"
   DESCRIPTION "${about}\n\nThis package has the package for Python 3.")
+install(FILES ${PROJECT_SOURCE_DIR}/cmake/debian/overrides.program
+        DESTINATION share/lintian/overrides RENAME bukorval COMPONENT program)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
+set(CPACK_BUKORVAL_SYMBOLS ${PROJECT_BINARY_DIR}/debian/symbols)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers ${CPACK_BUKORVAL_SYMBOLS})
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/debian/Staged.cmake)
 set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/debian/WithoutLdconfig.cmake)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA

@@ -3,6 +3,8 @@
 enable_language(C RC)
 # No other library than the system's is needed where the programs run.
 add_link_options(-static)
+# The same sources give the same bytes.
+add_link_options(-Wl,--no-insert-timestamp)
 
 set(BUKORVAL_SQLITE_SOURCE ${PROJECT_SOURCE_DIR}/build/sqlite-source CACHE PATH "Folder of sqlite3.c and sqlite3.h")
 add_library(bukorval_sqlite3 STATIC ${BUKORVAL_SQLITE_SOURCE}/sqlite3.c)

@@ -9,6 +9,7 @@
 #include "host/ProgramCommands.h"
 #include "host/ProgramTexts.h"
 #include "host/SharedOptions.h"
+#include "host/Version.h"
 #include "host/environment/Errors.h"
 #include "language/Language.h"
 
@@ -37,7 +38,9 @@ std::string italic(std::string_view text) { return "\\fI" + roff(text) + "\\fR";
 class Page {
  public:
   Page(std::ostream& out, std::string_view name, std::string_view summary) : out_(out) {
-    out_ << ".TH " << upper(name) << " 1 \"\" bukorval\n";
+    // What stands in brackets is of the single build.
+    const auto version = versionText();
+    out_ << ".TH " << upper(name) << " 1 \"\" \"" << roff(version.substr(0, version.find(" ("))) << "\"\n";
     section("NAME");
     out_ << roff(name) << " \\- " << roff(summary) << '\n';
   }
