@@ -132,22 +132,22 @@ export function operations() {
   return description;
 }
 
-/** Whether the server knows a password; else it prints an address with a token. */
-export async function asksForPassword() {
+/** What the server asks for at its door: a password, with a user's name; else it prints an address with a token. */
+export async function asksFor() {
   const answer = await fetch("/login", { cache: "no-store" });
-  return answer.ok;
+  return { password: answer.ok, user: answer.ok && (await answer.text()).includes('name="user"') };
 }
 
 /**
- * @param secret  a password, or a token or the address that holds one
+ * @param secret  {password, user}, or {token}: a token or the address that holds one
  * @returns what is wrong with it, "" for nothing
  */
-export async function logIn(secret, isPassword) {
-  if (isPassword) {
-    const given = await fetch("/login", { method: "POST", body: new URLSearchParams({ password: secret }) });
+export async function logIn({ token: text, ...secret }) {
+  if (text === undefined) {
+    const given = await fetch("/login", { method: "POST", body: new URLSearchParams(secret) });
     if (given.status === 429) return t("Too soon after a wrong password: wait a little");
   } else {
-    const token = /[?&]token=([^&#\s]+)/.exec(secret)?.[1] ?? encodeURIComponent(secret.trim());
+    const token = /[?&]token=([^&#\s]+)/.exec(text)?.[1] ?? encodeURIComponent(text.trim());
     await fetch(`/?token=${token}`);
   }
   const answer = await fetch("/api/v1/session", { cache: "no-store" });

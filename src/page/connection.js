@@ -1,6 +1,6 @@
 // The bar that tells that the server is away, and the way back in after it was started anew.
 
-import { asksForPassword, connection, logIn } from "./api.js";
+import { asksFor, connection, logIn } from "./api.js";
 import { button, field, h } from "./dom.js";
 import { announce } from "./notices.js";
 import { t } from "./words.js";
@@ -20,27 +20,31 @@ function hideBar() {
 }
 
 async function showLogin() {
-  const password = await asksForPassword().catch(() => false);
+  const asked = await asksFor().catch(() => ({}));
+  const user = asked.user ? h("input", { autocomplete: "username" }) : null;
   const secret = h("input", {
-    type: password ? "password" : "text",
-    autocomplete: password ? "current-password" : "off",
+    type: asked.password ? "password" : "text",
+    autocomplete: asked.password ? "current-password" : "off",
   });
+  const given = () =>
+    asked.password ? { password: secret.value, ...(user && { user: user.value }) } : { token: secret.value };
   const told = h("span", { class: "bad" });
   const enter = async (event) => {
     event.preventDefault();
-    told.textContent = await logIn(secret.value, password).catch((error) => error.message);
+    told.textContent = await logIn(given()).catch((error) => error.message);
   };
   showBar(
     h(
       "form",
       { onsubmit: enter },
       h("strong", {}, t("The server was started again or your visit has ended.")),
-      field(password ? t("Password") : t("The address that it printed, or its token"), secret),
+      user ? field(t("User"), user) : null,
+      field(asked.password ? t("Password") : t("The address that it printed, or its token"), secret),
       h("button", { type: "submit" }, t("Go on")),
       told,
     ),
   );
-  secret.focus();
+  (user ?? secret).focus();
 }
 
 export function watchConnection() {

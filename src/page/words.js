@@ -176,6 +176,7 @@ const ITALIAN = {
   "Try": "Prova",
   "Undo": "Annulla",
   "Up to the month": "Fino al mese",
+  "User": "Utente",
   "Values": "Valori",
   "Views of the budget": "Viste del budget",
   "What it would write": "Che cosa scriverebbe",
