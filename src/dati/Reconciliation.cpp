@@ -1,6 +1,7 @@
 #include "dati/Reconciliation.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <map>
 #include <optional>
@@ -10,6 +11,8 @@
 #include <utility>
 
 #include "dati/Movements.h"
+#include "frame/BudgetAnno.h"
+#include "frame/TestoSql.h"
 #include "values/Conversion.h"
 #include "values/Text.h"
 
@@ -31,15 +34,12 @@ std::string keyOf(const Variant& value) { return values::foldText(values::toPlai
 class Reckoning {
  public:
   Reckoning(const CLSKORVAL& budget, CardReconciler::Narrowing narrowing, const Landing& landing,
-            const std::vector<int>& kinds)
-      : budget_(budget), narrowing_(narrowing), landing_(landing) {
+            const std::vector<int>& kinds, bool plansBalanceSheet)
+      : budget_(budget), narrowing_(narrowing), landing_(landing), plansBalanceSheet_(plansBalanceSheet) {
     for (const int kind : kinds) totals_[kind].cardKind = kind;
   }
 
   void add(const MovementSums& movements, const CardAccounts& accounts, const WrittenPeriods& periods) {
-    movements.forEach([&](const auto& group) {
-      plansBalanceSheet_ = plansBalanceSheet_ || (isBalanceSheet(group) && !accounts.cardsOf(group.account).empty());
-    });
     movements.forEach([&](const auto& group) { add(group, accounts.cardsOf(group.account), periods); });
   }
 
@@ -146,8 +146,8 @@ class Reckoning {
   const CLSKORVAL& budget_;
   CardReconciler::Narrowing narrowing_;
   const Landing& landing_;
-  bool plansBalanceSheet_ = false;  ///< there are cards on balance sheet accounts
-  CardReconciliation beside_;       ///< only that part of it
+  bool plansBalanceSheet_;     ///< there are cards on balance sheet accounts
+  CardReconciliation beside_;  ///< only that part of it
   std::map<int, CardKindTotals> totals_;
   std::map<DetailSnapshot::Key, Cell> cells_;  ///< those that the runs wrote
   std::map<std::tuple<int, std::string, int, Reason>, Unlanded> unlanded_;
@@ -158,6 +158,23 @@ class Reckoning {
 bool CardReconciliation::hasRest() const {
   return !unlanded.empty() ||
          std::ranges::any_of(totals, [](const auto& kind) { return !kind.unexplained().isZero(); });
+}
+
+bool CardReconciler::plansBalanceSheet(ado::Connection& connection) const {
+  TestoSql sql;
+  sql.riga(" SELECT BU65_ID ")
+      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+      .riga(" INNER JOIN CG24_TABPDC WITH (NOLOCK) ON CG24_GRUPPO_CG10 = BU65_GRUPPO_CG10 ")
+      .riga("    AND CG24_CONTO = BU65_CONTO_CG24 ")
+      .testo(condizioniSchede({budget_.CodiceDitta, budget_.TipoBudget, budget_.SottoTipoBudget, budget_.AnnoEsercizio,
+                               budget_.ProgressivoEsercizio}))
+      .riga(" AND    CG24_INDCONTORICAV = ", numero(kBalanceSheetAccount));
+  const auto found = connection.Execute(sql);
+  std::set<std::int64_t> onBalanceSheet;
+  for (; !found->Eof(); found->MoveNext()) onBalanceSheet.insert(values::toInt64((*found)["BU65_ID"].Value()));
+  return std::ranges::any_of(ranges_, [&](const auto& range) {
+    return std::ranges::any_of(range.cards, [&](const auto& card) { return onBalanceSheet.contains(card.id); });
+  });
 }
 
 void CardReconciler::beginRun() {
@@ -177,7 +194,7 @@ void CardReconciler::addCard(const ado::Recordset& cards) {
 
 CardReconciliation CardReconciler::reconcile(ado::Connection& connection, const DetailSnapshot& before,
                                              const DetailSnapshot& after) {
-  Reckoning reckoning(budget_, narrowing_, landing_, kinds_);
+  Reckoning reckoning(budget_, narrowing_, landing_, kinds_, plansBalanceSheet(connection));
   for (const auto& range : ranges_) {
     const MovementScope scope{budget_.CodiceDitta,
                               budget_.AnnoEsercizioMovimenti,

@@ -65,6 +65,8 @@ class CardReconciler {
   CardReconciliation reconcile(ado::Connection& connection, const DetailSnapshot& before, const DetailSnapshot& after);
 
  private:
+  /// Whether a card that the runs took is on a balance sheet account.
+  bool plansBalanceSheet(ado::Connection& connection) const;
   struct Range {
     values::Date from, to;
     WrittenPeriods periods;

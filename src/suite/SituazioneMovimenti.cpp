@@ -125,7 +125,9 @@ void aggiungiPerData(const SituazioneContabile& s, const OltreEsercizio& oltre, 
 void aggiungiPerCompetenza(const SituazioneContabile& s, const OltreEsercizio& oltre, Saldi& saldi) {
   std::string sql = "SELECT CG42_CONTOPAR_CG24 AS CONTO, " + std::string(kImportoConSegno) + " AS IMPORTO,";
   sql += " CG42_DATAINICOMP, CG42_DATAFINCOMP" + origine() + condizioni(s) + " AND " + kRigaConIntervallo;
-  sql += " AND CG42_DATAINICOMP < " + giornoDopo(s) + " AND CG42_DATAFINCOMP >= " + primoGiorno(s);
+  // A line that begins beyond the year accrues nothing: its account gets no row of zeros.
+  sql += " AND CG42_DATAINICOMP < '" + oltre.fine().dateOnly().addDays(1).toSql() + "'";
+  sql += " AND CG42_DATAFINCOMP >= " + primoGiorno(s);
   const auto rst = s.Connection->Execute(sql);
   const Date da = values::toDate(s.DataInizioElab);
   const Date& a = oltre.fine();

@@ -233,7 +233,7 @@ class Check:
             self.compare({(row["CONTO"], row["PERIODO"]): row for row in rows}, run.rows(), ["account", "period"])
         if self.run("elaborate-balances", *budget.options, *words, "--write") is not None:
             old, new = run.written()
-            self.compare_details(self.with_new_cards(apply(budget.tables, budget, run.kind_written, old), budget, run, new))
+            self.compare_details(self.with_new_cards(apply(budget.tables, budget, run.kind_written, old, False), budget, run, new))
 
     def choose_deviation(self, budget, options):
         r, shape = self.random, self.random.choice(("none", "one", "file", "file"))

@@ -195,12 +195,16 @@ class CardRun:
         return result
 
 
-def apply(tables, budget, kind, written):
-    """The details of the whole database as they must be then: {(card, kind, period): [(amount, qty1, qty2)]}."""
+def apply(tables, budget, kind, written, every_period=True):
+    """The details of the whole database as they must be then: {(card, kind, period): [(amount, qty1, qty2)]}.
+
+    The card elaboration makes the missing ones of `every_period`, the writing of balances those that it writes.
+    """
     result = details(tables)
     for card in {c for c, _ in written}:
         for period in range(1, budget.calendar.count + 1):
-            result.setdefault((card, kind, period), [(None, None, None)])
+            if every_period or (card, period) in written:
+                result.setdefault((card, kind, period), [(None, None, None)])
     for (card, period), amount in written.items():
         result[card, kind, period] = [(amount, *old[1:]) for old in result[card, kind, period]]
     return result
