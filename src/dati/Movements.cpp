@@ -252,7 +252,7 @@ class MovementSums::Lines {
 
   void forEach(const std::function<void(const MovementGroup&)>& visit) const {
     for (const auto& sum : sums_) {
-      auto group = sum.group;
+      auto group = *sum.group;
       if (byCompetence_) {
         group.lines = sum.months[kAllMonths].lines;
         for (std::size_t month = 1; month < sum.months.size(); ++month) group.amounts[month] = sum.months[month].amount;
@@ -277,7 +277,7 @@ class MovementSums::Lines {
     };
     /// By registration or competence; the lines of a competence count for all months.
     std::array<Month, 13> months{};
-    MovementGroup group;  ///< what its lines share
+    std::unique_ptr<MovementGroup> group;  ///< what its lines share; apart, because lines come in any order of sums
   };
 
   void addRegistration(const LineReader& line) {
@@ -304,14 +304,22 @@ class MovementSums::Lines {
       lastKey_ = key_;
     }
     const auto account = accounts_.try_emplace(line.account(), accounts_.size()).first->second;
-    auto& place = places_[(std::uint64_t{account} << 32) | kind_];
-    if (place != nullptr) return *place;
+    const auto key = (std::uint64_t{account} << 32) | kind_;
+    auto& [seen, sum] = lately_[(account * kKindsApart + kind_) % lately_.size()];
+    if (sum != nullptr && seen == key) return *sum;
+    auto& place = places_[key];
+    if (place == nullptr) place = &addSum(line);
+    seen = key;
+    sum = place;
+    return *sum;
+  }
+
+  Sum& addSum(const LineReader& line) {
     auto& sum = sums_.emplace_back();
-    place = &sum;
-    sum.group = line.read();
-    auto known = charts_.find(line.chart(), sum.group.account);
-    sum.group.description = std::move(known.description);
-    sum.group.nature = std::move(known.nature);
+    sum.group = std::make_unique<MovementGroup>(line.read());
+    auto known = charts_.find(line.chart(), sum.group->account);
+    sum.group->description = std::move(known.description);
+    sum.group->nature = std::move(known.nature);
     return sum;
   }
 
@@ -322,6 +330,9 @@ class MovementSums::Lines {
   std::size_t kind_ = 0;                                ///< the number of lastKey_
   std::unordered_map<std::string, std::size_t> accounts_;
   std::unordered_map<std::uint64_t, Sum*> places_;  ///< by the numbers of account and kind
+  /// The same for a few, one look away.
+  static constexpr std::size_t kKindsApart = 16;
+  std::vector<std::pair<std::uint64_t, Sum*>> lately_{std::size_t{1} << 16};
   std::deque<Sum> sums_;
 };
 
