@@ -71,6 +71,17 @@ BoundValue comparable(const Scaled& value, int scale) {
   return static_cast<double>(towardsZero) + (value.units < 0 ? -0.5 : 0.5);
 }
 
+BoundValue stored(Int128 units) {
+  if (!fitsInt64(units)) return unitsToText(units);
+  return static_cast<std::int64_t>(units);
+}
+
+/// Units for a comparison with what may not fit 64 bits; a number beyond all of them stands for the last one.
+BoundValue comparableWide(const Scaled& value, int scale) {
+  const Int128 last = powerOfTen(kMaxDigits) - 1;
+  return stored(rescale(value.units, value.scale, scale).value_or(value.units < 0 ? -last : last));
+}
+
 BoundValue toInteger(const Literal& literal, const Binding& binding) {
   const int bits = binding.target.precision == 0 ? 64 : binding.target.precision;
   if (literal.kind == Literal::Kind::Integer && !binding.assignment) {
@@ -96,14 +107,14 @@ BoundValue toInteger(const Literal& literal, const Binding& binding) {
 BoundValue toDecimal(const Literal& literal, const Binding& binding) {
   const Type& type = binding.target;
   const Scaled value = exactNumber(literal, "numeric");
-  if (!binding.assignment) return comparable(value, type.scale);
+  if (!binding.assignment)
+    return type.precision > kWordDigits ? comparableWide(value, type.scale) : comparable(value, type.scale);
   const auto units = rescale(value.units, value.scale, type.scale);
   if (!units || (type.precision > 0 && digitCount(*units) > type.precision && *units != 0)) {
     throw values::Errore("Arithmetic overflow error converting " + std::string(kindName(literal.kind)) +
                          " to data type numeric" + inColumn(binding));
   }
-  if (!fitsInt64(*units)) return unitsToText(*units);
-  return static_cast<std::int64_t>(*units);
+  return stored(*units);
 }
 
 BoundValue toFloat(const Literal& literal, const Binding&) {
@@ -167,8 +178,7 @@ BoundValue ownValue(const Literal& literal) {
     case Literal::Kind::Decimal: break;
   }
   const Scaled value = exactNumber(literal, "numeric");
-  if (!fitsInt64(value.units)) return unitsToText(value.units);
-  return static_cast<std::int64_t>(value.units);
+  return stored(value.units);
 }
 
 BoundValue convertedValue(const Literal& literal, const Binding& binding) {

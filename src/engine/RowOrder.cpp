@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
+#include <optional>
 #include <string>
 #include <utility>
 
+#include "engine/Scaled.h"
 #include "values/Arithmetic.h"
 #include "values/Text.h"
 
@@ -56,16 +58,33 @@ void arrange(Rows& rows, std::vector<std::uint32_t> order) {
   }
 }
 
+/// The column of the result that an order names, by its place or name or as the column of a table that it shows.
+std::optional<std::size_t> resultColumn(const tsql::Select& select, const tsql::OrderItem& item) {
+  const auto* name = item.value->as<tsql::ColumnName>();
+  if (item.column || !name || select.columns.size() != select.items.size()) return item.column;
+  for (std::size_t i = 0; i < select.items.size(); ++i) {
+    const auto* shown = select.items[i].value->as<tsql::ColumnName>();
+    if (shown && shown->relation == name->relation && shown->column == name->column) return i;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::vector<SortKey> orderAfterReading(const tsql::Select& select) {
-  if (select.next || select.top || select.distinct || !select.groupBy.empty()) return {};
+  if (select.top) return {};
+  // An engine that has put the rows together in an order anyway gives them in that order for nothing.
+  const bool sorted = select.next || select.distinct || !select.groupBy.empty();
+  bool wide = false;
   std::vector<SortKey> keys;
   for (const auto& item : select.orderBy) {
-    if (!item.column || !isSortable(select.columns[*item.column].type)) return {};
-    keys.push_back({*item.column, item.descending});
+    const auto column = resultColumn(select, item);
+    if (!column || !isSortable(select.columns[*column].type)) return {};
+    const auto& type = select.columns[*column].type;
+    wide = wide || (type.kind == tsql::TypeKind::Decimal && type.precision > kWordDigits);
+    keys.push_back({*column, item.descending});
   }
-  return keys;
+  return sorted && !wide ? std::vector<SortKey>() : keys;
 }
 
 void sortRows(Rows& rows, const std::vector<SortKey>& keys) {

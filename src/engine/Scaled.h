@@ -13,6 +13,8 @@ namespace engine {
 using values::Int128;
 
 inline constexpr int kMaxDigits = 38;
+/// So many digits always fit 64 bits.
+inline constexpr int kWordDigits = 18;
 
 struct Scaled {
   Int128 units = 0;

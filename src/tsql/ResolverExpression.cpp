@@ -109,7 +109,10 @@ Type Resolver::resolve(Case& node, Expression&, const Scope& scope) {
     expression(*when.condition, scope);
     type = unify(type, expression(*when.result, scope));
   }
-  if (node.otherwise) type = unify(type, expression(*node.otherwise, scope));
+  if (node.otherwise)
+    type = unify(type, expression(*node.otherwise, scope));
+  else
+    type.nullable = true;
   return type;
 }
 
@@ -124,7 +127,9 @@ Type Resolver::resolve(InQuery& node, Expression&, const Scope& scope) {
   select(*node.query, &scope);
   if (node.query->columns.size() != 1)
     throw values::Errore("A query with another number of columns than its place asks for");
-  node.common = node.value->as<Constant>() ? node.query->columns.front().type : type;
+  const auto* literal = node.value->as<Constant>();
+  const Type& among = node.query->columns.front().type;
+  node.common = literal ? comparisonType(among, scan_.literals[literal->literal]) : unify(type, among);
   return bitType();
 }
 

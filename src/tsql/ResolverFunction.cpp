@@ -80,7 +80,11 @@ Type Resolver::scalar(const Call& call) {
       for (const auto& argument : arguments) type = unify(type, argument->type);
       return type;
     }
-    case Function::NullIf:
+    case Function::NullIf: {
+      Type type = typeOf(0);
+      type.nullable = true;
+      return type;
+    }
     case Function::Round:
     case Function::Abs: return typeOf(0);
     case Function::Floor:

@@ -18,6 +18,17 @@ TEST(Dictionary, KeysAreTextByCaseAndNumbersByValue) {
   EXPECT_EQ(sites.Count(), keys.size());
 }
 
+TEST(Dictionary, KeepsKindsApartWhateverTheyHold) {
+  ado::Dictionary kinds;
+  const auto one = std::make_shared<ado::Dictionary>(), other = std::make_shared<ado::Dictionary>();
+  const std::vector<Variant> keys = {{},     Variant::Null(), true,   false,
+                                     "true", 1e300,           -1e300, Variant(std::shared_ptr<values::Object>(one))};
+  for (std::size_t i = 0; i < keys.size(); ++i) kinds.Add(keys[i], static_cast<int>(i));
+  for (std::size_t i = 0; i < keys.size(); ++i) EXPECT_EQ(kinds.Item(keys[i]), Variant(static_cast<int>(i))) << i;
+  EXPECT_FALSE(kinds.Exists(std::shared_ptr<values::Object>(other)));
+  EXPECT_FALSE(kinds.Exists(2e300));
+}
+
 TEST(Dictionary, KeepsTheOrderThroughChangesAndRemovals) {
   ado::Dictionary periods;
   for (int i = 1; i <= 4; ++i) periods.Item(i, i * 10);

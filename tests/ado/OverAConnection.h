@@ -18,8 +18,8 @@ struct Provider {
 inline std::string shown(const ado::RecordsetPtr& rows) {
   std::string text;
   if (rows->State() == ado::adStateClosed) return "closed";
-  for (; !rows->Eof(); rows->MoveNext()) {
-    if (!text.empty()) text += "; ";
+  for (bool first = true; !rows->Eof(); rows->MoveNext(), first = false) {
+    if (!first) text += "; ";
     for (std::size_t i = 0; i < rows->Fields().Count(); ++i) {
       const auto& value = rows->Fields().Item(i).Value();
       if (i > 0) text += "|";

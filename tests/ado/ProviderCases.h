@@ -100,6 +100,8 @@ TEST_P(ProviderCases, WritesOnlyWhatFits) {
   EXPECT_EQ(rows("SELECT IMPORTO, NOME FROM SCHEDE WHERE ID = 1"), "-9999999999999.99|dieci10   ");
 }
 
+TEST_P(ProviderCases, ChangesTablesAsSqlServerDoes) { checkRefused(linesOf("ado/cases/schemas.txt")); }
+
 TEST_P(ProviderCases, WritesManyRowsAsTheirTextsWould) {
   using values::Decimal;
   const std::vector<std::string_view> columns{"codice", "NOME", "IMPORTO", "QTA", "TIPO", "FATTA"};

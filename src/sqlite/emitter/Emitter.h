@@ -27,8 +27,10 @@ class Emitter final : public engine::Emitter {
 
   std::map<std::string, NamedQuery> named;  ///< by upper-case name
 
-  /// A select in SQLite's words; `targets` asks for the columns in given types.
-  std::string select(const tsql::Select& select, const std::vector<tsql::Type>* targets = nullptr);
+  /// A select in SQLite's words.
+  /// @param targets  asks for the columns in given types
+  /// @param inner    its columns are compared by a query around it
+  std::string select(const tsql::Select& select, const std::vector<tsql::Type>* targets = nullptr, bool inner = false);
   /// Adds the inlined queries that the statement reads in front of it.
   std::string withInlined(const std::string& body);
   /// The whole-number column that no two rows of the select share and that is never Null, if one can be told.
@@ -42,7 +44,7 @@ class Emitter final : public engine::Emitter {
  private:
   // Selects (EmitterSelect.cpp)
   std::string core(const tsql::Select& select, const std::vector<tsql::Type>* targets,
-                   const std::vector<tsql::OrderItem>& orderBy);
+                   const std::vector<tsql::OrderItem>& orderBy, bool inner);
   std::string source(const tsql::Source& source);
   std::string from(const std::vector<tsql::Source>& sources, const std::vector<bool>& dropped, bool stageFirst);
   const NamedQuery* namedQuery(const tsql::Source& source) const;
@@ -66,6 +68,9 @@ class Emitter final : public engine::Emitter {
   Piece signedPiece(const tsql::Sign& node);
   /// A text compared otherwise than by its column's collation needs one of its own.
   std::string collated(const std::string& sql, bool text) const;
+  std::string collated(const Piece& piece, const std::string& sql) const {
+    return collated(sql, piece.type.kind == tsql::TypeKind::Text && !piece.column);
+  }
   std::string compared(tsql::ComparisonOperator op, const std::string& a, const std::string& b, const tsql::Type& type,
                        bool column) const;
   std::string member(const std::string& sql, bool negated, const tsql::Type& type, bool column,
@@ -83,6 +88,8 @@ class Emitter final : public engine::Emitter {
   std::string value(const Piece& piece) override;
   /// Words for a piece as `target` stores it.
   std::string converted(const Piece& piece, const tsql::Type& target);
+  /// Words for a piece that is compared with values of `target`.
+  std::string comparable(const Piece& piece, const tsql::Type& target);
   std::string assigned(const Piece& piece, const tsql::Column& column) override;
 
   const std::string_view textOrder_;

@@ -33,7 +33,8 @@ std::string Emitter::converted(const Piece& piece, const Type& target) {
   if (piece.null) return "NULL";
   if (target.kind == TypeKind::Unknown) return value(piece);
   if (piece.literal)
-    return bind({.how = Binding::How::ToType, .literal = *piece.literal, .target = target, .column = {}});
+    return bind(
+        {.how = Binding::How::ToType, .literal = *piece.literal, .target = target, .assignment = true, .column = {}});
   const Type& from = piece.type;
   if (isNumeric(from) && isNumeric(target)) {
     if (target.kind == TypeKind::Decimal) return rescaled(piece.sql, from, target);
@@ -58,6 +59,12 @@ std::string Emitter::converted(const Piece& piece, const Type& target) {
   }
   throw values::Errore("Implicit conversion from data type " + typeName(from) + " to " + typeName(target) +
                        " is not allowed");
+}
+
+/// A number beyond the type, or between two of its values, is compared as it is.
+std::string Emitter::comparable(const Piece& piece, const Type& target) {
+  if (piece.null || !piece.literal || target.kind == TypeKind::Unknown) return converted(piece, target);
+  return bind({.how = Binding::How::ToType, .literal = *piece.literal, .target = target, .column = {}});
 }
 
 std::string Emitter::assigned(const Piece& piece, const Column& column) {

@@ -100,7 +100,7 @@ std::string Emitter::literalComparison(ComparisonOperator op, const Piece& side,
   // A literal that decided the type is bound as it is written.
   const bool decided = side.type.kind == TypeKind::Unknown ||
                        (isNumeric(side.type) && type.kind == TypeKind::Decimal && scaleOf(type) > scaleOf(side.type));
-  return compared(op, left, decided ? value(literal) : converted(literal, type), type, side.column);
+  return compared(op, left, decided ? value(literal) : comparable(literal, type), type, side.column);
 }
 
 std::string Emitter::comparison(ComparisonOperator op, const Piece& a, const Piece& b) {
@@ -135,7 +135,7 @@ std::string Emitter::sql(const Case& node, const Expression& e) {
 
 std::string Emitter::sql(const InQuery& node, const Expression&) {
   const Piece left = expression(*node.value);
-  const auto sql = converted(left, node.common);
+  const auto sql = comparable(left, node.common);
   const std::vector<Type> targets{node.common};
   return member(sql, node.negated, node.common, left.column, select(*node.query, &targets));
 }
@@ -152,7 +152,7 @@ std::string Emitter::sql(const InList& node, const Expression&) {
   }
   std::string sql;
   if (plain) {
-    for (const auto& each : members) sql += (sql.empty() ? "" : ", ") + converted(each, left.type);
+    for (const auto& each : members) sql += (sql.empty() ? "" : ", ") + comparable(each, left.type);
     return member(left.sql, node.negated, left.type, left.column, sql);
   }
   // As a chain of comparisons each value is converted as a comparison would.

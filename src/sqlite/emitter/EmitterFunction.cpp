@@ -35,16 +35,16 @@ std::string_view partText(DatePart part) {
 std::string Emitter::aggregate(const Call& node, const Expression& e) {
   if (node.star) return "COUNT(*)";
   const Piece argument = valued(expression(*node.arguments.front()));
-  const std::string values = (node.distinct ? "DISTINCT " : "") + argument.sql;
+  const std::string values = (node.distinct ? "DISTINCT " : "") + collated(argument, argument.sql);
   const std::string count = call("COUNT", {values});
   if (node.function == Function::Count) return count;
   const Type& type = argument.type;
   if (node.function == Function::Min || node.function == Function::Max) {
-    if (isWide(type)) fail(node.name + " of a sum is not supported", e.offset);
-    return node.name + "(" + collated(values, type.kind == TypeKind::Text && !argument.column) + ")";
+    if (isWide(type)) return call(node.function == Function::Min ? "bk_min" : "bk_max", {values});
+    return node.name + "(" + values + ")";
   }
   const bool average = node.function == Function::Avg;
-  if (type.kind == TypeKind::Float) return call(average ? "avg" : "total", {values});
+  if (type.kind == TypeKind::Float) return call(average ? "avg" : "sum", {values});
   const std::string sum = call("bk_sum", {values});
   if (!average) return sum;
   if (type.kind != TypeKind::Decimal) return call("bk_average", {sum, count});
@@ -100,6 +100,7 @@ std::string Emitter::number(const Call& node, const Expression& e, const std::ve
     return exact ? call("bk_round", {number.sql, scale, digits}) : call("round", {number.sql, digits});
   }
   if (node.function == Function::Abs && (exact || real)) return call(exact ? "bk_abs" : "abs", {number.sql});
+  if (node.function == Function::Sign && real) return "((" + number.sql + " > 0) - (" + number.sql + " < 0))";
   if (node.function == Function::Sign && exact) return call("bk_cmp", {number.sql, "0"});
   if (node.function == Function::Floor && exact) return call("bk_floor", {number.sql, scale});
   if (node.function == Function::Ceiling && exact) return call("bk_ceiling", {number.sql, scale});

@@ -11,21 +11,22 @@ namespace sqlite {
 
 using namespace tsql;
 
-std::string Emitter::select(const Select& select, const std::vector<Type>* targets) {
-  if (!select.next) return core(select, targets, select.orderBy);
+std::string Emitter::select(const Select& select, const std::vector<Type>* targets, bool inner) {
+  if (!select.next) return core(select, targets, select.orderBy, inner);
   const std::vector<Type> types = targets ? *targets : typesOf(select.columns);
-  std::string sql = core(select, &types, {});
+  std::string sql = core(select, &types, {}, true);
   const Select* previous = &select;
   for (const Select* branch = select.next.get(); branch; branch = branch->next.get()) {
     if (branch->top || select.top) throw values::Errore("TOP in a set operation is not supported");
-    sql.append(operationWords(previous->setOperation)).append(core(*branch, &types, {}));
+    sql.append(operationWords(previous->setOperation)).append(core(*branch, &types, {}, true));
     previous = branch;
   }
   return sql + order(select.orderBy);
 }
 
-std::string Emitter::core(const Select& select, const std::vector<Type>* targets,
-                          const std::vector<OrderItem>& orderBy) {
+std::string Emitter::core(const Select& select, const std::vector<Type>* targets, const std::vector<OrderItem>& orderBy,
+                          bool inner) {
+  const bool compared = inner || targets || select.distinct || !orderBy.empty();
   const auto sources = from(select.sources, droppedJoins(select, orderBy), readsStageFirst(select));
   const auto values = items(select);
   assert(values.size() == select.columns.size() && (!targets || targets->size() == values.size()));
@@ -33,13 +34,16 @@ std::string Emitter::core(const Select& select, const std::vector<Type>* targets
   for (std::size_t i = 0; i < values.size(); ++i) {
     const std::string& name = select.columns[i].name;
     if (i > 0) sql += ", ";
-    sql += targets ? converted(values[i], (*targets)[i]) : value(values[i]);
+    const auto words = targets ? converted(values[i], (*targets)[i]) : value(values[i]);
+    sql += compared ? collated(values[i], words) : words;
     sql += " AS " + quotedName(name.empty() ? "c" + std::to_string(i) : name);
   }
   sql += sources;
   if (select.where) sql += " WHERE " + words(*select.where);
-  for (std::size_t i = 0; i < select.groupBy.size(); ++i)
-    sql += (i == 0 ? " GROUP BY " : ", ") + words(*select.groupBy[i]);
+  for (std::size_t i = 0; i < select.groupBy.size(); ++i) {
+    const Piece key = valued(expression(*select.groupBy[i]));
+    sql += (i == 0 ? " GROUP BY " : ", ") + collated(key, key.sql);
+  }
   if (select.having) sql += " HAVING " + words(*select.having);
   sql += order(orderBy);
   if (select.top) sql += " LIMIT " + scan_.literals[*select.top].text;
@@ -53,7 +57,7 @@ const NamedQuery* Emitter::namedQuery(const Source& source) const {
 
 std::string Emitter::source(const Source& source) {
   const std::string alias = " AS " + quotedName(source.shownName());
-  if (source.select) return "(" + select(*source.select) + ")" + alias;
+  if (source.select) return "(" + select(*source.select, nullptr, true) + ")" + alias;
   if (const auto* query = namedQuery(source)) {
     used_.insert(upperName(source.commonTable->name));
     return query->sqlName + alias;
@@ -120,10 +124,12 @@ std::string Emitter::order(const std::vector<OrderItem>& orderBy) {
   for (const auto& item : orderBy) {
     sql += sql.empty() ? " ORDER BY " : ", ";
     const auto* name = item.value->as<ColumnName>();
-    if (!item.column)
-      sql += words(*item.value);
-    else
+    if (!item.column) {
+      const Piece key = valued(expression(*item.value));
+      sql += collated(key, key.sql);
+    } else {
       sql += name ? quotedName(name->name) : std::to_string(*item.column + 1);
+    }
     if (item.descending) sql += " DESC";
   }
   return sql;

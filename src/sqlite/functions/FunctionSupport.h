@@ -61,7 +61,7 @@ std::span<const SqlFunction> numberFunctions();
 std::span<const SqlFunction> conversionFunctions();
 std::span<const SqlFunction> textFunctions();
 std::span<const SqlFunction> dateFunctions();
-/// bk_sum, an exact sum of units.
-void registerSum(sqlite3* database);
+/// bk_sum, bk_min, bk_max: exact, of units.
+void registerSums(sqlite3* database);
 
 }  // namespace sqlite

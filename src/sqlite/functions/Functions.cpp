@@ -33,7 +33,7 @@ void registerFunctions(sqlite3* database) {
         throw values::Errore(sqlite3_errmsg(database));
     }
   }
-  registerSum(database);
+  registerSums(database);
 }
 
 }  // namespace sqlite

@@ -10,7 +10,7 @@
 /// Collations BK_ORDER                  values::compareText
 ///            BK_TEXT                   values::compareLetters, for files that are still in that order
 ///
-/// Sums       bk_sum(units)             aggregate; NULL without values. bk_average(sum, count): whole, truncated
+/// Sums       bk_sum, bk_min, bk_max(units)  aggregates; NULL without values. bk_average(sum, count): whole, truncated
 /// Numbers    bk_add, bk_sub, bk_mul(a, b)  units
 ///            bk_div(a, sa, b, sb, sr)  units at scale sr, truncated as SQL Server does; division by zero is
 ///                                      "Divide by zero error encountered."

@@ -152,13 +152,29 @@ void sumFinal(sqlite3_context* context) noexcept {
   answer(context, [&] { resultUnits(context, sum->total); });
 }
 
+/// The least or greatest number so far; `Sum::total` is that number.
+template <bool least>
+void extremeStep(sqlite3_context* context, int, sqlite3_value** arguments) noexcept {
+  if (isNull(arguments[0])) return;
+  auto* extreme = static_cast<Sum*>(sqlite3_aggregate_context(context, sizeof(Sum)));
+  if (extreme == nullptr) return sqlite3_result_error_nomem(context);
+  answer(context, [&] {
+    const Int128 units = unitsArgument(arguments[0]);
+    if (!extreme->any || (least ? units < extreme->total : extreme->total < units)) extreme->total = units;
+    extreme->any = true;
+  });
+}
+
 }  // namespace
 
 std::span<const SqlFunction> numberFunctions() { return kFunctions; }
 
-void registerSum(sqlite3* database) {
+void registerSums(sqlite3* database) {
   constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
-  sqlite3_create_function_v2(database, "bk_sum", 1, kFlags, nullptr, nullptr, sumStep, sumFinal, nullptr);
+  using Step = void (*)(sqlite3_context*, int, sqlite3_value**) noexcept;
+  for (const auto& [name, step] :
+       {std::pair<const char*, Step>{"bk_sum", sumStep}, {"bk_min", extremeStep<true>}, {"bk_max", extremeStep<false>}})
+    sqlite3_create_function_v2(database, name, 1, kFlags, nullptr, nullptr, step, sumFinal, nullptr);
 }
 
 }  // namespace sqlite

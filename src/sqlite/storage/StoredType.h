@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/Scaled.h"
 #include "tsql/Type.h"
 
 /// How values of a type are stored: Integer and Bit as integers; Decimal as the integer value × 10^scale (a sum too
@@ -12,7 +13,7 @@
 namespace sqlite {
 
 /// Largest precision of a stored decimal: its units fit the engine's 64-bit integers.
-inline constexpr int kStoredPrecision = 18;
+inline constexpr int kStoredPrecision = engine::kWordDigits;
 
 /// Units that may not fit 64 bits: sums, and what is computed from them. They need functions instead of operators.
 inline bool isWide(const tsql::Type& type) {
