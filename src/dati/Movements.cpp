@@ -50,36 +50,49 @@ std::string yearCondition(const MovementScope& scope) {
 
 std::string recordedInYear(const MovementScope& scope) { return yearCondition(scope) + " AND CG41_INDPROVREG = 0"; }
 
-/// The scope's dates touch a line. Its competence begins and ends like the elaboration sees it.
-std::string datesCondition(const MovementScope& scope, bool byCompetence) {
-  const char* begin = byCompetence ? "ISNULL(ISNULL(CG42_DATAINICOMP, CG41_DATADOC), CG41_DATAREG)" : "CG41_DATAREG";
-  const char* end = byCompetence ? "ISNULL(ISNULL(CG42_DATAFINCOMP, CG41_DATADOC), CG41_DATAREG)" : "CG41_DATAREG";
-  return std::string(end) + " >= '" + scope.from.toSql() + "' AND " + begin + " <= '" + scope.to.toSql() + "'";
+/// When a line begins and ends.
+struct LineDates {
+  const char *begin, *end;
+};
+constexpr LineDates kRegistered{"CG41_DATAREG", "CG41_DATAREG"};
+/// Like the elaboration sees it.
+constexpr LineDates kCompetence{"ISNULL(ISNULL(CG42_DATAINICOMP, CG41_DATADOC), CG41_DATAREG)",
+                                "ISNULL(ISNULL(CG42_DATAFINCOMP, CG41_DATADOC), CG41_DATAREG)"};
+/// The same as kRegistered, with nothing for an index to find.
+constexpr LineDates kRegisteredReadAll{"ISNULL(CG41_DATAREG, CG41_DATADOC)", "ISNULL(CG41_DATAREG, CG41_DATADOC)"};
+
+/// The scope's dates touch a line.
+std::string datesCondition(const MovementScope& scope, const LineDates& dates) {
+  return std::string(dates.end) + " >= '" + scope.from.toSql() + "' AND " + dates.begin + " <= '" + scope.to.toSql() +
+         "'";
 }
 
 std::string lineText(const MovementScope& scope, bool byCompetence) {
   TestoSql sql;
   addLine(sql, scope);
   if (byCompetence) addCompetence(sql);
+  // Nearly all lines are read, so the cheapest is to go through the registrations by number and the lines of each. A
+  // planner without statistics does so when no index seems to help: neither the company's nor the days'.
   addTables(sql)
-      .riga(" WHERE  CG41_DITTA_CG18 = ", numero(scope.company))
+      .riga(" WHERE  CG41_DITTA_CG18 + 0 = ", numero(scope.company))
       .riga(" AND    ", recordedInYear(scope))
-      .testo(" AND    ", datesCondition(scope, byCompetence));
+      .testo(" AND    ", datesCondition(scope, byCompetence ? kCompetence : kRegisteredReadAll));
   return sql.str();
 }
 
 std::string rowText(const MovementScope& scope, bool byCompetence, const MovementSelection& selection) {
+  const auto& dates = byCompetence ? kCompetence : kRegistered;
   TestoSql sql;
   addCompetence(addLine(sql, scope))
-      .riga("      , ", holds(yearCondition(scope)), " AS DELLANNO, ", holds(datesCondition(scope, byCompetence)),
+      .riga("      , ", holds(yearCondition(scope)), " AS DELLANNO, ", holds(datesCondition(scope, dates)),
             " AS NELLEDATE ")
       .riga("      , CG41_INDPROVREG, CG41_NUMREG, CG42_NUMRIGACONT, CG41_NUMDOC, CG41_DESCR ");
   addTables(sql).riga(" WHERE  CG41_DITTA_CG18 = ", numero(scope.company));
   if (selection.others)
-    sql.riga(" AND    ((", datesCondition(scope, byCompetence), ") OR (", datesCondition(scope, false), ")) ");
+    sql.riga(" AND    ((", datesCondition(scope, dates), ") OR (", datesCondition(scope, kRegistered), ")) ");
   else
     sql.riga(" AND    ", recordedInYear(scope))
-        .riga(" AND    ", datesCondition(scope, byCompetence))
+        .riga(" AND    ", datesCondition(scope, dates))
         .riga(" AND    (", condizioneMovimenti(scope.condition), ")")
         .riga(" AND    ", kUsableCode);
   if (!selection.others && !values::isBlank(selection.site))
@@ -239,7 +252,7 @@ class MovementSums::Lines {
 
   void forEach(const std::function<void(const MovementGroup&)>& visit) const {
     for (const auto& sum : sums_) {
-      auto group = sum.group;
+      auto group = *sum.group;
       if (byCompetence_) {
         group.lines = sum.months[kAllMonths].lines;
         for (std::size_t month = 1; month < sum.months.size(); ++month) group.amounts[month] = sum.months[month].amount;
@@ -264,7 +277,7 @@ class MovementSums::Lines {
     };
     /// By registration or competence; the lines of a competence count for all months.
     std::array<Month, 13> months{};
-    MovementGroup group;  ///< what its lines share
+    std::unique_ptr<MovementGroup> group;  ///< what its lines share; apart, because lines come in any order of sums
   };
 
   void addRegistration(const LineReader& line) {
@@ -282,26 +295,44 @@ class MovementSums::Lines {
       if (!shares[month].isZero()) months[month].amount = months[month].amount + shares[month];
   }
 
-  /// Lines come in any order of accounts: what is looked at for each is kept small.
+  /// Lines come in any order of accounts, but most that follow each other are of one registration and side: what is
+  /// looked at for each is kept small.
   Sum& sumOf(const LineReader& line) {
     line.readKey(key_);
-    const auto kind = kinds_.try_emplace(key_, kinds_.size()).first->second;
-    auto& place = accounts_[line.account()][kind];
-    if (place != nullptr) return *place;
+    if (key_ != lastKey_) {
+      kind_ = kinds_.try_emplace(key_, kinds_.size()).first->second;
+      lastKey_ = key_;
+    }
+    const auto account = accounts_.try_emplace(line.account(), accounts_.size()).first->second;
+    const auto key = (std::uint64_t{account} << 32) | kind_;
+    auto& [seen, sum] = lately_[(account * kKindsApart + kind_) % lately_.size()];
+    if (sum != nullptr && seen == key) return *sum;
+    auto& place = places_[key];
+    if (place == nullptr) place = &addSum(line);
+    seen = key;
+    sum = place;
+    return *sum;
+  }
+
+  Sum& addSum(const LineReader& line) {
     auto& sum = sums_.emplace_back();
-    place = &sum;
-    sum.group = line.read();
-    auto known = charts_.find(line.chart(), sum.group.account);
-    sum.group.description = std::move(known.description);
-    sum.group.nature = std::move(known.nature);
+    sum.group = std::make_unique<MovementGroup>(line.read());
+    auto known = charts_.find(line.chart(), sum.group->account);
+    sum.group->description = std::move(known.description);
+    sum.group->nature = std::move(known.nature);
     return sum;
   }
 
   Charts charts_;
   bool byCompetence_;
-  std::string key_;                                     ///< of the line at hand
+  std::string key_, lastKey_;                           ///< of the line at hand and of the one before
   std::unordered_map<std::string, std::size_t> kinds_;  ///< the keys, numbered
-  std::unordered_map<std::string, std::unordered_map<std::size_t, Sum*>> accounts_;
+  std::size_t kind_ = 0;                                ///< the number of lastKey_
+  std::unordered_map<std::string, std::size_t> accounts_;
+  std::unordered_map<std::uint64_t, Sum*> places_;  ///< by the numbers of account and kind
+  /// The same for a few, one look away.
+  static constexpr std::size_t kKindsApart = 16;
+  std::vector<std::pair<std::uint64_t, Sum*>> lately_{std::size_t{1} << 16};
   std::deque<Sum> sums_;
 };
 
