@@ -31,8 +31,6 @@ WrittenPeriods::WrittenPeriods(CLSKORVAL& budget, const values::Date& from, cons
     ofMonth_[static_cast<std::size_t>(month)] = budget.GetBdgPeriodo(month, periodicity, calendar, begin);
   requireSuccess(budget);
 
-  periods_ = values::toInt32(values::nvl(budget.GetBdgNrPeriodi(periodicity), 0));
-
   const auto [first, last] = ends(values::toDate(begin), values::toDate(end));
   const auto [a, b] = values::monthsBetween(from, to) > 11 ? std::pair(first, last) : ends(from, to);
   // A budget by calendar months of a year across January ends before it begins: it has them all.
@@ -41,11 +39,7 @@ WrittenPeriods::WrittenPeriods(CLSKORVAL& budget, const values::Date& from, cons
 }
 
 std::pair<int, int> WrittenPeriods::ends(const values::Date& from, const values::Date& to) const {
-  const int first = ofMonth_[static_cast<std::size_t>(from.month())];
-  const int last = ofMonth_[static_cast<std::size_t>(to.month())];
-  // Dates that come round to the period they began in are in every period.
-  const bool round = periods_ > 0 && first == last && values::monthsBetween(from, to) >= 12 / periods_;
-  return round ? std::pair(1, periods_) : std::pair(first, last);
+  return {ofMonth_[static_cast<std::size_t>(from.month())], ofMonth_[static_cast<std::size_t>(to.month())]};
 }
 
 }  // namespace bukorval::dati

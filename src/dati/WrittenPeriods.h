@@ -30,7 +30,6 @@ class WrittenPeriods {
 
  private:
   std::pair<int, int> ends(const values::Date& from, const values::Date& to) const;
-  int periods_ = 0;
   std::array<int, 13> ofMonth_{};
   std::set<int> written_;
 };

@@ -16,17 +16,8 @@ struct Estremi {
   int ultimo;
 };
 
-/// Dates that come round to the period they began in are in every period: June to May, by calendar quarters.
-Estremi conGiro(const Contesto& ctx, Estremi estremi, int mesi) {
-  const int numero = values::toInt16(values::nvl(ctx.dati.numeroPeriodi, 0));
-  return numero > 0 && estremi.primo == estremi.ultimo && mesi >= 12 / numero ? Estremi{1, numero} : estremi;
-}
-
 Estremi estremiDelBudget(const Contesto& ctx) {
-  const auto& dati = ctx.dati;
-  const Estremi estremi{values::toInt16(dati.periodoIniziale), values::toInt16(dati.periodoFinale)};
-  if (values::isBlank(dati.dataInizio) || values::isBlank(dati.dataFine)) return estremi;
-  return conGiro(ctx, estremi, values::monthsBetween(values::toDate(dati.dataInizio), values::toDate(dati.dataFine)));
+  return {values::toInt16(ctx.dati.periodoIniziale), values::toInt16(ctx.dati.periodoFinale)};
 }
 
 Estremi estremiDelleDate(const Contesto& ctx, const PeriodiElaborazione& periodi) {
@@ -34,12 +25,8 @@ Estremi estremiDelleDate(const Contesto& ctx, const PeriodiElaborazione& periodi
   if (values::isBlank(prop.DaData) || values::isBlank(prop.AData)) return estremiDelBudget(ctx);
   const auto da = values::toDate(prop.DaData);
   const auto a = values::toDate(prop.AData);
-  const int mesi = values::monthsBetween(da, a);
-  if (mesi > kMesiMassimi) return estremiDelBudget(ctx);
-  const auto periodo = [&](const values::Date& data) {
-    return periodi.perMese[static_cast<std::size_t>(data.month())];
-  };
-  return conGiro(ctx, {periodo(da), periodo(a)}, mesi);
+  if (values::monthsBetween(da, a) > kMesiMassimi) return estremiDelBudget(ctx);
+  return {periodi.perMese[static_cast<std::size_t>(da.month())], periodi.perMese[static_cast<std::size_t>(a.month())]};
 }
 
 }  // namespace
