@@ -12,6 +12,7 @@
 #include "elaschede/TotaliMovimenti.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
+#include "values/Errore.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -241,8 +242,8 @@ values::Variant lastMovementDate(ado::Connection& connection, const MovementScop
 /// The sums of the lines, by what tells their groups.
 class MovementSums::Lines {
  public:
-  Lines(ado::Connection& connection, const MovementScope& scope, bool byCompetence)
-      : charts_(connection), byCompetence_(byCompetence) {
+  Lines(ado::Connection& connection, const MovementScope& scope, bool byCompetence, const std::atomic<bool>* stop)
+      : charts_(connection), byCompetence_(byCompetence), stop_(stop) {
     connection.ForEachRow(lineText(scope, byCompetence), [this](const ado::Recordset& rows) -> std::function<void()> {
       const LineReader line(rows);
       if (!byCompetence_) return [this, line] { addRegistration(line); };
@@ -298,6 +299,8 @@ class MovementSums::Lines {
   /// Lines come in any order of accounts, but most that follow each other are of one registration and side: what is
   /// looked at for each is kept small.
   Sum& sumOf(const LineReader& line) {
+    if (stop_ && stop_->load(std::memory_order_relaxed))
+      throw values::Errore("Nobody waits for the movements any more");
     line.readKey(key_);
     if (key_ != lastKey_) {
       kind_ = kinds_.try_emplace(key_, kinds_.size()).first->second;
@@ -325,6 +328,7 @@ class MovementSums::Lines {
 
   Charts charts_;
   bool byCompetence_;
+  const std::atomic<bool>* stop_;
   std::string key_, lastKey_;                           ///< of the line at hand and of the one before
   std::unordered_map<std::string, std::size_t> kinds_;  ///< the keys, numbered
   std::size_t kind_ = 0;                                ///< the number of lastKey_
@@ -336,8 +340,10 @@ class MovementSums::Lines {
   std::deque<Sum> sums_;
 };
 
-MovementSums::MovementSums(ado::Connection& connection, const MovementScope& scope, bool byCompetence)
-    : lines_(std::make_unique<Lines>(connection, scope, byCompetence)) {}
+MovementSums::MovementSums(ado::Connection& connection, const MovementScope& scope, bool byCompetence,
+                           const std::atomic<bool>* stop)
+    : lines_(std::make_unique<Lines>(connection, scope, byCompetence, stop)) {}
+MovementSums::MovementSums(MovementSums&&) noexcept = default;
 MovementSums::~MovementSums() = default;
 
 void MovementSums::forEach(const std::function<void(const MovementGroup&)>& visit) const { lines_->forEach(visit); }

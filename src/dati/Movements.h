@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -43,7 +44,10 @@ struct MovementGroup {
 class MovementSums {
  public:
   /// @param byCompetence  the dates are those of the competence, and amounts are spread over its months.
-  MovementSums(ado::Connection& connection, const MovementScope& scope, bool byCompetence);
+  /// @param stop  set by another thread that wants no more of it: reading ends with an Errore.
+  MovementSums(ado::Connection& connection, const MovementScope& scope, bool byCompetence,
+               const std::atomic<bool>* stop = nullptr);
+  MovementSums(MovementSums&&) noexcept;
   ~MovementSums();
 
   /// One group after the other; by registration, one for each month.

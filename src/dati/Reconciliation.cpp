@@ -14,6 +14,7 @@
 #include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
+#include "values/Errore.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -160,7 +161,7 @@ bool CardReconciliation::hasRest() const {
          std::ranges::any_of(totals, [](const auto& kind) { return !kind.unexplained().isZero(); });
 }
 
-bool CardReconciler::plansBalanceSheet(ado::Connection& connection) const {
+bool CardReconciler::plansBalanceSheet() const {
   TestoSql sql;
   sql.riga(" SELECT BU65_ID ")
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
@@ -169,7 +170,7 @@ bool CardReconciler::plansBalanceSheet(ado::Connection& connection) const {
       .testo(condizioniSchede({budget_.CodiceDitta, budget_.TipoBudget, budget_.SottoTipoBudget, budget_.AnnoEsercizio,
                                budget_.ProgressivoEsercizio}))
       .riga(" AND    CG24_INDCONTORICAV = ", numero(kBalanceSheetAccount));
-  const auto found = connection.Execute(sql);
+  const auto found = connection_.Execute(sql);
   std::set<std::int64_t> onBalanceSheet;
   for (; !found->Eof(); found->MoveNext()) onBalanceSheet.insert(values::toInt64((*found)["BU65_ID"].Value()));
   return std::ranges::any_of(ranges_, [&](const auto& range) {
@@ -181,7 +182,10 @@ void CardReconciler::beginRun() {
   const auto from = values::toDate(budget_.DaData), to = values::toDate(budget_.AData);
   const auto found = std::ranges::find_if(ranges_, [&](const auto& r) { return r.from == from && r.to == to; });
   range_ = static_cast<std::size_t>(found - ranges_.begin());
-  if (found == ranges_.end()) ranges_.push_back({from, to, WrittenPeriods(budget_, from, to), {}});
+  if (found == ranges_.end()) {
+    ranges_.push_back({from, to, WrittenPeriods(budget_, from, to), {}, {}});
+    readBeside(ranges_.back());
+  }
   const int kind = values::toInt32(budget_.BdgTipoScheda);
   if (std::ranges::find(kinds_, kind) == kinds_.end()) kinds_.push_back(kind);
 }
@@ -192,20 +196,40 @@ void CardReconciler::addCard(const ado::Recordset& cards) {
                                    cards["BU67_CLIFOR_CG44"].Value()});
 }
 
-CardReconciliation CardReconciler::reconcile(ado::Connection& connection, const DetailSnapshot& before,
-                                             const DetailSnapshot& after) {
-  Reckoning reckoning(budget_, narrowing_, landing_, kinds_, plansBalanceSheet(connection));
-  for (const auto& range : ranges_) {
-    const MovementScope scope{budget_.CodiceDitta,
-                              budget_.AnnoEsercizioMovimenti,
-                              budget_.ProgressivoEsercizioMovimenti,
-                              budget_.TipoMovimenti,
-                              range.from,
-                              range.to};
-    reckoning.add(MovementSums(connection, scope, budget_.TipoDataMovimenti == 1),
-                  CardAccounts(range.cards, *budget_.ActiveInterface), range.periods);
+MovementScope CardReconciler::scopeOf(const Range& range) const {
+  return {budget_.CodiceDitta,
+          budget_.AnnoEsercizioMovimenti,
+          budget_.ProgressivoEsercizioMovimenti,
+          budget_.TipoMovimenti,
+          range.from,
+          range.to};
+}
+
+bool CardReconciler::byCompetence() const { return budget_.TipoDataMovimenti == 1; }
+
+/// The pass over all lines costs as much as the runs: a second core takes it.
+void CardReconciler::readBeside(Range& range) {
+  ado::ConnectionPtr reader;
+  try {
+    reader = connection_.reader();
+  } catch (const values::Errore&) {  // then it is read after the runs
   }
-  return reckoning.finish(before, after, CardPercentages(budget_, connection));
+  if (!reader) return;
+  range.movements = std::async(std::launch::async, [this, reader, scope = scopeOf(range), how = byCompetence()] {
+    return MovementSums(*reader, scope, how, &stop_);
+  });
+}
+
+MovementSums CardReconciler::movementsOf(Range& range) {
+  if (range.movements.valid()) return range.movements.get();
+  return MovementSums(connection_, scopeOf(range), byCompetence());
+}
+
+CardReconciliation CardReconciler::reconcile(const DetailSnapshot& before, const DetailSnapshot& after) {
+  Reckoning reckoning(budget_, narrowing_, landing_, kinds_, plansBalanceSheet());
+  for (auto& range : ranges_)
+    reckoning.add(movementsOf(range), CardAccounts(range.cards, *budget_.ActiveInterface), range.periods);
+  return reckoning.finish(before, after, CardPercentages(budget_, connection_));
 }
 
 }  // namespace bukorval::dati

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <future>
 #include <vector>
 
 #include "ado/connection/Connection.h"
 #include "dati/CardAccounts.h"
 #include "dati/DetailSnapshot.h"
 #include "dati/Landing.h"
+#include "dati/Movements.h"
 #include "dati/WrittenPeriods.h"
 #include "object/CLSKORVAL.h"
 #include "values/Decimal.h"
@@ -54,27 +57,41 @@ class CardReconciler {
   struct Narrowing {
     bool toSites = false, toCards = false;
   };
-  CardReconciler(CLSKORVAL& budget, Narrowing narrowing) : budget_(budget), narrowing_(narrowing), landing_(budget) {}
+  /// @param connection  of the runs, in their transaction: no other may change movements meanwhile. Where it has a
+  ///                    reader, the movements are read beside the runs.
+  CardReconciler(CLSKORVAL& budget, ado::Connection& connection, Narrowing narrowing)
+      : budget_(budget), connection_(connection), narrowing_(narrowing), landing_(budget) {}
+  ~CardReconciler() { stop_ = true; }
+  CardReconciler(const CardReconciler&) = delete;
+  CardReconciler& operator=(const CardReconciler&) = delete;
 
   /// A run of the object begins, for its card kind and dates.
   void beginRun();
   /// The card that the run has just done.
   void addCard(const ado::Recordset& cards);
-  /// Reads the movements, once for each range of dates, and the cards' percentages.
+  /// Reads the movements, once for each range of dates, unless that is done, and the cards' percentages.
   /// @param before, after  the cards' amounts of the detail kind written.
-  CardReconciliation reconcile(ado::Connection& connection, const DetailSnapshot& before, const DetailSnapshot& after);
+  CardReconciliation reconcile(const DetailSnapshot& before, const DetailSnapshot& after);
 
  private:
   /// Whether a card that the runs took is on a balance sheet account.
-  bool plansBalanceSheet(ado::Connection& connection) const;
+  bool plansBalanceSheet() const;
   struct Range {
     values::Date from, to;
     WrittenPeriods periods;
     std::vector<ElaboratedCard> cards;
+    std::future<MovementSums> movements;  ///< being read
   };
+  MovementScope scopeOf(const Range& range) const;
+  bool byCompetence() const;
+  void readBeside(Range& range);
+  MovementSums movementsOf(Range& range);
+
   CLSKORVAL& budget_;
+  ado::Connection& connection_;
   Narrowing narrowing_;
   Landing landing_;
+  std::atomic<bool> stop_ = false;
   std::vector<int> kinds_;
   std::vector<Range> ranges_;
   std::size_t range_ = 0;  ///< the one under way

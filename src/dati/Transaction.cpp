@@ -33,6 +33,7 @@ class Transaction::Shared : public ado::Connection {
   void Close() override {}
   ado::ObjectStateEnum State() const override { return real_->State(); }
   ado::ChangeTracker* changes() override { return real_->changes(); }
+  ado::ConnectionPtr reader() override { return real_->reader(); }
   ado::RecordsetPtr Execute(std::string_view text) override { return opened().Execute(text); }
   void ForEachRow(std::string_view text, const ado::RowVisitor& visit) override { opened().ForEachRow(text, visit); }
   std::unique_ptr<ado::BulkInsert> bulkInsert(std::string_view table,

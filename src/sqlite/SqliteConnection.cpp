@@ -80,6 +80,17 @@ ChangeTracker* SqliteConnection::changes() {
   return tracker_.get();
 }
 
+ado::ConnectionPtr SqliteConnection::reader() {
+  requireOpen();
+  const auto mode = prepare(database_.get(), "PRAGMA journal_mode");
+  if (sqlite3_step(mode.get()) != SQLITE_ROW) throwFailure(database_.get());
+  if (std::string_view(reinterpret_cast<const char*>(sqlite3_column_text(mode.get(), 0))) != "wal") return nullptr;
+  auto reader = std::make_shared<SqliteConnection>();
+  reader->ConnectionString = ConnectionString;
+  reader->Open();
+  return reader;
+}
+
 std::string SqliteConnection::commitMark() {
   requireOpen();
   const auto version = prepare(database_.get(), "PRAGMA data_version");

@@ -46,6 +46,8 @@ class SqliteConnection : public ado::Connection {
   void RollbackTrans() override;
   ado::ChangeTracker* changes() override;
   std::string commitMark() override;
+  /// Of a file with a log (WAL), where readers and the writer do not wait for each other.
+  ado::ConnectionPtr reader() override;
 
   Statistics statistics() const { return statistics_; }
   std::size_t cachedPlans() const { return cache_ ? cache_->size() : 0; }

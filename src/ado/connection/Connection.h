@@ -56,6 +56,10 @@ class BUKORVAL_API Connection : public values::Object {
   /// As long as it stays the same on one connection, no other one has committed anything in between. Outside a
   /// transaction. "" for an engine that does not tell.
   virtual std::string commitMark() { return {}; }
+
+  /// A connection of its own, for another thread, that reads what was committed before this one's transaction while
+  /// that goes on. Null for an engine that has none, or lets nobody read meanwhile.
+  virtual std::shared_ptr<Connection> reader() { return nullptr; }
 };
 
 using ConnectionPtr = std::shared_ptr<Connection>;

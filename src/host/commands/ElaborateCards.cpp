@@ -112,13 +112,13 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
   if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
   completeInput(environment, asked, options);
   dati::WatchedRun run(budget, transaction, {budgetScelto(budget), budget.TipoDettaglioDestinazione});
-  dati::CardReconciler reconciler(budget, narrowingOf(environment));
+  dati::CardReconciler reconciler(budget, run.connection(), narrowingOf(environment));
   SiteSummary summary;
   elaborate(environment, run, reconciler, [&](const ado::Recordset& cards) {
     reconciler.addCard(cards);
     summary.addCard(cards["BU65_CODICE_CG31"].Value());
   });
-  const auto reconciliation = reconciler.reconcile(run.connection(), run.before(), run.after());
+  const auto reconciliation = reconciler.reconcile(run.before(), run.after());
   const bool refused = options.strict && reconciliation.hasRest();
   const auto mode = options.dryRun || refused ? dati::RunMode::Trial : dati::RunMode::Write;
   transaction.end(mode);
