@@ -1,6 +1,7 @@
 """What the elaborations must write, calculated from the raw tables."""
 
 import collections
+import itertools
 from fractions import Fraction
 
 from expected import Budget
@@ -410,9 +411,21 @@ class CopyRun:
             rows = [d for d in self.tables["BU14_SCADCFLOW"] if d["BU14_IDBUDGET"] == card["BU65_ID"]]
             rows = [d for d in rows if self.manual_too or not d["BU14_FLGMANUAL"]]
             if rows and made[card["BU65_ID"]] not in before:
-                result[made[card["BU65_ID"]]] = sorted((d["BU14_PERIODO"], self.moved(d["BU14_DATASCAD"]), self.raised(d["BU14_IMPORTO"]),
-                                                        d["BU14_FLGMANUAL"]) for d in rows)
+                result[made[card["BU65_ID"]]] = sorted((d["BU14_PERIODO"], self.moved(d["BU14_DATASCAD"]), amount, d["BU14_FLGMANUAL"])
+                                                       for d, amount in self.raised_together(rows))
         return result
+
+    def raised_together(self, rows):
+        """Due dates with their amounts: those of a period add up, the manual ones among them, and the last takes the rest."""
+        rows = sorted(rows, key=lambda d: (d["BU14_PERIODO"], d["BU14_FLGMANUAL"] != 0, d["BU14_ID"]))
+        for _, group in itertools.groupby(rows, lambda d: d["BU14_PERIODO"]):
+            group = list(group)
+            counted = [d for d in group if d["BU14_IMPORTO"] is not None]
+            rest = self.raised(sum((d["BU14_IMPORTO"] for d in counted), rounded(0)))
+            for due in group:
+                amount = rest if counted and due is counted[-1] else self.raised(due["BU14_IMPORTO"])
+                rest -= amount or 0
+                yield due, amount
 
 
 TERMS = ("BU67_FLGSCADMAN", "BU67_TIPOCF_CG44", "BU67_CLIFOR_CG44", "BU67_NUMRATE", "BU67_MESIRATA", "BU67_GIORNISCAD")
