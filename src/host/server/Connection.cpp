@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::size_t kMostInLines = 64 << 10;  ///< the first line, the headers, and the lines between parts of a body
-constexpr std::size_t kMostBytes = (1 << 20) + kMostInLines;
+constexpr std::size_t kMostRequestBytes = (1 << 20) + kMostInLines;
 constexpr auto kIdle = 5s;     ///< between two requests
 constexpr auto kGrace = 1s;    ///< to arrive, or to be taken, while others wait for a place or the server ends
 constexpr auto kAnswer = 20s;  ///< to take an answer, and a second more for each of these
@@ -111,7 +111,7 @@ bool Connection::fill() {
     at_ = 0;
     filled_ = static_cast<std::size_t>(std::max<ssize_t>(count, 0));
     taken_ += filled_;
-    if (taken_ > kMostBytes) refuse(413);
+    if (taken_ > kMostRequestBytes) refuse(413);
     return filled_ > 0 && refused_ == 0;
   }
 }

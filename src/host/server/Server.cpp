@@ -16,9 +16,9 @@ namespace {
 
 constexpr std::size_t kThreads = 96;  ///< a browser keeps several connections open, and each has one
 constexpr int kMostKnocking = 512;
-constexpr std::size_t kMostWaiting = 128;  ///< the others are left to the system, and take up no descriptor
+constexpr std::size_t kMostConnectionsWaiting = 128;  ///< the others are left to the system, and take up no descriptor
 constexpr auto kKnock = std::chrono::milliseconds(5);
-constexpr std::size_t kMostBytes = 1 << 20;
+constexpr std::size_t kMostBodyBytes = 1 << 20;
 constexpr std::size_t kLongestPath = 512;
 constexpr int kMostRequests = 10000;  ///< on one connection
 
@@ -69,7 +69,7 @@ class Queue final : public httplib::TaskQueue {
  public:
   explicit Queue(Crowd& crowd) : crowd_(crowd), threads_(kThreads) {}
   void enqueue(std::function<void()> serve) override {
-    while (crowd_.waiting() >= kMostWaiting && !crowd_.isEnding()) std::this_thread::sleep_for(kKnock);
+    while (crowd_.waiting() >= kMostConnectionsWaiting && !crowd_.isEnding()) std::this_thread::sleep_for(kKnock);
     crowd_.wait();
     threads_.enqueue([this, serve = std::move(serve)] {
       const Crowd::Place place(crowd_);
@@ -146,7 +146,7 @@ Server::Server(Answer answer, std::function<Reply(int status)> failure, std::chr
     : http_(std::make_unique<Listener>(patience, tls, std::move(failure))), answer_(std::move(answer)) {
   auto& http = *http_;
   http.set_default_headers(kHeaders);
-  http.set_payload_max_length(kMostBytes);
+  http.set_payload_max_length(kMostBodyBytes);
   http.set_tcp_nodelay(true);
   // No other program may listen on the same port beside this one.
   http.set_socket_options([this](socket_t socket) {
