@@ -83,6 +83,7 @@ class AnyConnection : public Connection {
   void RollbackTrans() override { opened().RollbackTrans(); }
   ChangeTracker* changes() override { return real_ ? real_->changes() : nullptr; }
   std::string commitMark() override { return real_ ? real_->commitMark() : std::string(); }
+  ConnectionPtr reader() override { return real_ ? real_->reader() : nullptr; }
 
  private:
   /// The real connection with this one's settings, which a client may have changed since.
