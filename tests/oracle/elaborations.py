@@ -130,9 +130,6 @@ class CardRun:
         """
         calendar = self.budget.calendar
         first, last = calendar.period(self.first.month), calendar.period(self.last.month)
-        if first == last and months_between(self.first, self.last) >= calendar.months_per_period:
-            # The budget's first period is its last one too, for the object: the others are never written.
-            return [(self.first, self.last, {first})]
         if first <= last:
             return [(self.first, self.last, set(range(first, last + 1)))]
         if not self.in_two:

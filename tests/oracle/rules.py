@@ -85,6 +85,11 @@ class Calendar:
             self.end = add_months(self.start, 12) - DAY
         self.fiscal = definition["BU01_INDPERFISO"] != 1 and self.start.month != 1
 
+    @property
+    def comes_round(self):
+        """Whether the year ends in the period that it began in: calendar quarters from June to May."""
+        return months_between(self.start, self.end) >= self.months_per_period and self.period(self.start.month) == self.period(self.end.month)
+
     def period(self, month):
         position = (month - self.start.month) % 12 + 1 if self.fiscal else month
         return (position - 1) // self.months_per_period + 1
