@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -14,7 +15,6 @@
 #include "frame/BudgetAnno.h"
 #include "frame/TestoSql.h"
 #include "values/Conversion.h"
-#include "values/Errore.h"
 #include "values/Text.h"
 
 namespace bukorval::dati {
@@ -207,17 +207,17 @@ MovementScope CardReconciler::scopeOf(const Range& range) const {
 
 bool CardReconciler::byCompetence() const { return budget_.TipoDataMovimenti == 1; }
 
-/// The pass over all lines costs as much as the runs: a second core takes it.
+/// The pass over all lines costs as much as the runs: a second core takes it. Where no connection or thread is to be
+/// had, it is read after them.
 void CardReconciler::readBeside(Range& range) {
-  ado::ConnectionPtr reader;
   try {
-    reader = connection_.reader();
-  } catch (const values::Errore&) {  // then it is read after the runs
+    const auto reader = connection_.reader();
+    if (!reader) return;
+    range.movements = std::async(std::launch::async, [this, reader, scope = scopeOf(range), how = byCompetence()] {
+      return MovementSums(*reader, scope, how, &stop_);
+    });
+  } catch (const std::runtime_error&) {
   }
-  if (!reader) return;
-  range.movements = std::async(std::launch::async, [this, reader, scope = scopeOf(range), how = byCompetence()] {
-    return MovementSums(*reader, scope, how, &stop_);
-  });
 }
 
 MovementSums CardReconciler::movementsOf(Range& range) {
