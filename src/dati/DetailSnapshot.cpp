@@ -1,6 +1,7 @@
 #include "dati/DetailSnapshot.h"
 
-#include <set>
+#include <algorithm>
+#include <compare>
 #include <string>
 
 #include "frame/ContiPiano.h"
@@ -13,12 +14,19 @@ namespace {
 
 using values::Variant;
 
-std::string snapshotText(const DetailScope& scope) {
+std::string cardsText(const DetailScope& scope) {
   TestoSql sql;
-  sql.riga(" SELECT BU65_ID, BU65_CODICE_CG31, BU65_SCHEDA_BU07, ", contoDelPiano(scope.chart).conto, " AS CONTO, ")
-      .riga("        BU66_PERIODO, ", scope.measure->column, " AS VALORE ")
+  sql.riga(" SELECT BU65_ID, BU65_CODICE_CG31, BU65_SCHEDA_BU07, ", contoDelPiano(scope.chart).conto, " AS CONTO ")
       .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
-      .riga(" LEFT OUTER JOIN BU66_DETBUDGET WITH (NOLOCK) ")
+      .testo(condizioniSchede(scope.budget));
+  return sql.str();
+}
+
+std::string amountsText(const DetailScope& scope) {
+  TestoSql sql;
+  sql.riga(" SELECT BU65_ID, BU66_PERIODO, ", scope.measure->column, " AS VALORE ")
+      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
+      .riga(" INNER JOIN BU66_DETBUDGET WITH (NOLOCK) ")
       .riga("    ON  BU66_ID_BU65 = BU65_ID AND BU66_TIPO = ", numero(scope.kind))
       .testo(condizioniSchede(scope.budget));
   return sql.str();
@@ -32,36 +40,47 @@ bool same(const Variant& a, const Variant& b) {
 }  // namespace
 
 DetailSnapshot::DetailSnapshot(ado::Connection& connection, const DetailScope& scope) {
-  const auto rows = connection.Execute(snapshotText(scope));
-  const auto& id = (*rows)["BU65_ID"];
-  const auto& site = (*rows)["BU65_CODICE_CG31"];
-  const auto& code = (*rows)["BU65_SCHEDA_BU07"];
-  const auto& account = (*rows)["CONTO"];
-  const auto& period = (*rows)["BU66_PERIODO"];
-  const auto& amount = (*rows)["VALORE"];
-  for (; !rows->Eof(); rows->MoveNext()) {
-    const auto card = values::toInt64(id.Value());
-    cards_.try_emplace(card, Card{site.Value(), code.Value(), account.Value()});
-    if (!period.Value().isNothing()) amounts_[{card, values::toInt32(period.Value())}] = amount.Value();
-  }
+  connection.ForEachRow(cardsText(scope), [this](const ado::Recordset& rows) {
+    return [this, &id = rows["BU65_ID"], &site = rows["BU65_CODICE_CG31"], &code = rows["BU65_SCHEDA_BU07"],
+            &account = rows["CONTO"]] {
+      cards_.emplace(values::toInt64(id.Value()), Card{site.Value(), code.Value(), account.Value()});
+    };
+  });
+  connection.ForEachRow(amountsText(scope), [this](const ado::Recordset& rows) {
+    return [this, &id = rows["BU65_ID"], &period = rows["BU66_PERIODO"], &amount = rows["VALORE"]] {
+      amounts_.emplace_back(Key{values::toInt64(id.Value()), values::toInt32(period.Value())}, amount.Value());
+    };
+  });
+  // Rows come in the order of an index, which sorts few of them anew.
+  if (!std::ranges::is_sorted(amounts_, {}, &Amount::first)) std::ranges::stable_sort(amounts_, {}, &Amount::first);
 }
 
 const Variant& DetailSnapshot::amount(const Key& key) const {
   static const Variant kNull = Variant::Null();
-  const auto found = amounts_.find(key);
-  return found == amounts_.end() ? kNull : found->second;
+  const auto found = std::ranges::lower_bound(amounts_, key, {}, &Amount::first);
+  return found == amounts_.end() || found->first != key ? kNull : found->second;
 }
 
 std::vector<AmountChange> amountChanges(const DetailSnapshot& before, const DetailSnapshot& after) {
-  std::set<DetailSnapshot::Key> keys;
-  for (const auto* snapshot : {&before, &after})
-    for (const auto& [key, amount] : snapshot->amounts()) keys.insert(key);
+  static const Variant kNull = Variant::Null();
   std::vector<AmountChange> changes;
-  for (const auto& key : keys) {
-    if (same(before.amount(key), after.amount(key))) continue;
+  const auto add = [&](const DetailSnapshot::Key& key, const Variant& was, const Variant& is) {
+    if (same(was, is)) return;
     const auto card = after.cards().find(key.card);
-    changes.push_back({key, card == after.cards().end() ? DetailSnapshot::Card{} : card->second, before.amount(key),
-                       after.amount(key)});
+    changes.push_back({key, card == after.cards().end() ? DetailSnapshot::Card{} : card->second, was, is});
+  };
+  auto was = before.amounts().begin(), is = after.amounts().begin();
+  const auto noMore = before.amounts().end(), end = after.amounts().end();
+  while (was != noMore || is != end) {
+    const auto order = was == noMore ? std::strong_ordering::greater
+                       : is == end   ? std::strong_ordering::less
+                                     : was->first <=> is->first;
+    if (order < 0)
+      add(was->first, was->second, kNull);
+    else
+      add(is->first, order > 0 ? kNull : was->second, is->second);
+    if (order <= 0) ++was;
+    if (order >= 0) ++is;
   }
   return changes;
 }

@@ -3,6 +3,7 @@
 #include <compare>
 #include <cstdint>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "ado/connection/Connection.h"
@@ -32,18 +33,20 @@ class DetailSnapshot {
     int period;
     auto operator<=>(const Key&) const = default;
   };
+  using Amount = std::pair<Key, values::Variant>;
 
   DetailSnapshot() = default;
   DetailSnapshot(ado::Connection& connection, const DetailScope& scope);
 
   const std::map<std::int64_t, Card>& cards() const { return cards_; }
-  const std::map<Key, values::Variant>& amounts() const { return amounts_; }
+  /// Those of the details that there are, card by card and period by period.
+  const std::vector<Amount>& amounts() const { return amounts_; }
   /// Null where there is no detail.
   const values::Variant& amount(const Key& key) const;
 
  private:
   std::map<std::int64_t, Card> cards_;
-  std::map<Key, values::Variant> amounts_;
+  std::vector<Amount> amounts_;
 };
 
 struct AmountChange {

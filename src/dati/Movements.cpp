@@ -239,7 +239,7 @@ values::Variant lastMovementDate(ado::Connection& connection, const MovementScop
   return rs->Eof() ? values::Variant::Null() : (*rs)["CG41_DATAREG"].Value();
 }
 
-/// The sums of the lines, by what tells their groups.
+/// The groups, added up as their lines come.
 class MovementSums::Lines {
  public:
   Lines(ado::Connection& connection, const MovementScope& scope, bool byCompetence, const std::atomic<bool>* stop)
@@ -252,53 +252,29 @@ class MovementSums::Lines {
   }
 
   void forEach(const std::function<void(const MovementGroup&)>& visit) const {
-    for (const auto& sum : sums_) {
-      auto group = *sum.group;
-      if (byCompetence_) {
-        group.lines = sum.months[kAllMonths].lines;
-        for (std::size_t month = 1; month < sum.months.size(); ++month) group.amounts[month] = sum.months[month].amount;
-        visit(group);
-        continue;
-      }
-      for (std::size_t month = 1; month < sum.months.size(); ++month) {
-        group.lines = sum.months[month].lines;
-        group.amounts = {};
-        group.amounts[month] = sum.months[month].amount;
-        if (group.lines != 0) visit(group);
-      }
-    }
+    for (const auto& group : groups_) visit(group);
   }
 
  private:
-  static constexpr std::size_t kAllMonths = 0;
-  struct Sum {
-    struct Month {
-      Decimal amount;
-      std::int64_t lines = 0;
-    };
-    /// By registration or competence; the lines of a competence count for all months.
-    std::array<Month, 13> months{};
-    std::unique_ptr<MovementGroup> group;  ///< what its lines share; apart, because lines come in any order of sums
-  };
-
   void addRegistration(const LineReader& line) {
-    auto& month = sumOf(line).months[static_cast<std::size_t>(values::toDate(line.registered()).month())];
-    ++month.lines;
-    month.amount = month.amount + line.amount();
+    auto& group = groupOf(line);
+    auto& amount = group.amounts[static_cast<std::size_t>(values::toDate(line.registered()).month())];
+    amount = amount + line.amount();
+    ++group.lines;
   }
 
   /// Each line is spread for itself: the shares of a sum would be rounded otherwise.
   void addCompetence(const LineReader& line, const CompetenceReader& competence) {
-    auto& months = sumOf(line).months;
-    ++months[kAllMonths].lines;
+    auto& group = groupOf(line);
     const auto shares = quotePerCompetenza(line.amount(), competence.dates());
     for (std::size_t month = 1; month < shares.size(); ++month)
-      if (!shares[month].isZero()) months[month].amount = months[month].amount + shares[month];
+      if (!shares[month].isZero()) group.amounts[month] = group.amounts[month] + shares[month];
+    ++group.lines;
   }
 
   /// Lines come in any order of accounts, but most that follow each other are of one registration and side: what is
   /// looked at for each is kept small.
-  Sum& sumOf(const LineReader& line) {
+  MovementGroup& groupOf(const LineReader& line) {
     if (stop_ && stop_->load(std::memory_order_relaxed))
       throw values::Errore("Nobody waits for the movements any more");
     line.readKey(key_);
@@ -308,22 +284,21 @@ class MovementSums::Lines {
     }
     const auto account = accounts_.try_emplace(line.account(), accounts_.size()).first->second;
     const auto key = (std::uint64_t{account} << 32) | kind_;
-    auto& [seen, sum] = lately_[(account * kKindsApart + kind_) % lately_.size()];
-    if (sum != nullptr && seen == key) return *sum;
+    auto& [seen, group] = lately_[(account * kKindsApart + kind_) % lately_.size()];
+    if (group != nullptr && seen == key) return *group;
     auto& place = places_[key];
-    if (place == nullptr) place = &addSum(line);
+    if (place == nullptr) place = &addGroup(line);
     seen = key;
-    sum = place;
-    return *sum;
+    group = place;
+    return *group;
   }
 
-  Sum& addSum(const LineReader& line) {
-    auto& sum = sums_.emplace_back();
-    sum.group = std::make_unique<MovementGroup>(line.read());
-    auto known = charts_.find(line.chart(), sum.group->account);
-    sum.group->description = std::move(known.description);
-    sum.group->nature = std::move(known.nature);
-    return sum;
+  MovementGroup& addGroup(const LineReader& line) {
+    auto& group = groups_.emplace_back(line.read());
+    auto known = charts_.find(line.chart(), group.account);
+    group.description = std::move(known.description);
+    group.nature = std::move(known.nature);
+    return group;
   }
 
   Charts charts_;
@@ -333,11 +308,11 @@ class MovementSums::Lines {
   std::unordered_map<std::string, std::size_t> kinds_;  ///< the keys, numbered
   std::size_t kind_ = 0;                                ///< the number of lastKey_
   std::unordered_map<std::string, std::size_t> accounts_;
-  std::unordered_map<std::uint64_t, Sum*> places_;  ///< by the numbers of account and kind
+  std::unordered_map<std::uint64_t, MovementGroup*> places_;  ///< by the numbers of account and kind
   /// The same for a few, one look away.
   static constexpr std::size_t kKindsApart = 16;
-  std::vector<std::pair<std::uint64_t, Sum*>> lately_{std::size_t{1} << 16};
-  std::deque<Sum> sums_;
+  std::vector<std::pair<std::uint64_t, MovementGroup*>> lately_{std::size_t{1} << 16};
+  std::deque<MovementGroup> groups_;
 };
 
 MovementSums::MovementSums(ado::Connection& connection, const MovementScope& scope, bool byCompetence,

@@ -50,7 +50,6 @@ class MovementSums {
   MovementSums(MovementSums&&) noexcept;
   ~MovementSums();
 
-  /// One group after the other; by registration, one for each month.
   void forEach(const std::function<void(const MovementGroup&)>& visit) const;
 
  private:

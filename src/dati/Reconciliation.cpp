@@ -44,17 +44,19 @@ class Reckoning {
     movements.forEach([&](const auto& group) { add(group, accounts.cardsOf(group.account), periods); });
   }
 
-  CardReconciliation finish(const DetailSnapshot& before, const DetailSnapshot& after,
-                            const CardPercentages& percentages) {
+  CardReconciliation finish(const WatchedRun& run, const CardPercentages& percentages) {
     // What the run changed on cards that should have had no movement belongs to what landed, too.
-    for (const auto& change : amountChanges(before, after))
-      cells_.try_emplace(change.key, Cell{totals_.begin()->first, Decimal()});
-    for (const auto& [key, cell] : cells_) {
-      auto& totals = totals_[cell.kind];
-      if (const auto& amount = after.amount(key); !amount.isNothing())
-        totals.landed = totals.landed + values::toDecimal(amount);
-      totals.again = totals.again + cell.expected;
-      totals.percentages = totals.percentages + percentages.apply(key.card, cell.expected) - cell.expected;
+    for (const auto& change : run.changes())
+      cells_.try_emplace(change.key.card, Cells{totals_.begin()->first, {}, nullptr})
+          .first->second.expected.try_emplace(change.key.period);
+    for (const auto& [card, cells] : cells_) {
+      auto& totals = totals_[cells.kind];
+      for (const auto& [period, expected] : cells.expected) {
+        if (const auto& amount = run.after().amount({card, period}); !amount.isNothing())
+          totals.landed = totals.landed + values::toDecimal(amount);
+        totals.again = totals.again + expected;
+        totals.percentages = totals.percentages + percentages.apply(card, expected) - expected;
+      }
     }
     CardReconciliation result = std::move(beside_);
     for (auto& [kind, totals] : totals_) {
@@ -68,10 +70,13 @@ class Reckoning {
  private:
   using Cards = Landing::Cards;
   using Inside = Landing::Inside;
-  struct Cell {
+  /// What the runs wrote on a card.
+  struct Cells {
     int kind;
-    Decimal expected;
+    std::map<int, Decimal> expected;         ///< by period
+    const WrittenPeriods* lately = nullptr;  ///< whose periods are all there
   };
+
   void add(const MovementGroup& group, const Cards& cards, const WrittenPeriods& periods) {
     if (isOutside(group, cards)) return;
     Cards takers;
@@ -135,10 +140,12 @@ class Reckoning {
     std::map<int, int> takersOfKind;
     for (const auto* card : takers) {
       if (++takersOfKind[card->kind] > 1) totals_[card->kind].againLines += group.lines;
-      for (const int period : periods.all()) cells_.try_emplace({card->id, period}, Cell{card->kind, Decimal()});
+      auto& cells = cells_.try_emplace(card->id, Cells{card->kind, {}, nullptr}).first->second;
+      if (std::exchange(cells.lately, &periods) != &periods)
+        for (const int period : periods.all()) cells.expected.try_emplace(period);
       for (std::size_t month = 1; month < group.amounts.size(); ++month) {
         if (group.amounts[month].isZero() || periods.ofMonth(month) == 0) continue;
-        auto& expected = cells_.at({card->id, periods.ofMonth(month)}).expected;
+        auto& expected = cells.expected.at(periods.ofMonth(month));
         expected = expected + Landing::withSign(group.amounts[month], group, card->kind);
       }
     }
@@ -150,7 +157,7 @@ class Reckoning {
   bool plansBalanceSheet_;     ///< there are cards on balance sheet accounts
   CardReconciliation beside_;  ///< only that part of it
   std::map<int, CardKindTotals> totals_;
-  std::map<DetailSnapshot::Key, Cell> cells_;  ///< those that the runs wrote
+  std::map<std::int64_t, Cells> cells_;  ///< by card
   std::map<std::tuple<int, std::string, int, Reason>, Unlanded> unlanded_;
 };
 
@@ -225,11 +232,11 @@ MovementSums CardReconciler::movementsOf(Range& range) {
   return MovementSums(connection_, scopeOf(range), byCompetence());
 }
 
-CardReconciliation CardReconciler::reconcile(const DetailSnapshot& before, const DetailSnapshot& after) {
+CardReconciliation CardReconciler::reconcile(const WatchedRun& run) {
   Reckoning reckoning(budget_, narrowing_, landing_, kinds_, plansBalanceSheet());
   for (auto& range : ranges_)
     reckoning.add(movementsOf(range), CardAccounts(range.cards, *budget_.ActiveInterface), range.periods);
-  return reckoning.finish(before, after, CardPercentages(budget_, connection_));
+  return reckoning.finish(run, CardPercentages(budget_, connection_));
 }
 
 }  // namespace bukorval::dati

@@ -7,9 +7,9 @@
 
 #include "ado/connection/Connection.h"
 #include "dati/CardAccounts.h"
-#include "dati/DetailSnapshot.h"
 #include "dati/Landing.h"
 #include "dati/Movements.h"
+#include "dati/WatchedRun.h"
 #include "dati/WrittenPeriods.h"
 #include "object/CLSKORVAL.h"
 #include "values/Decimal.h"
@@ -70,8 +70,8 @@ class CardReconciler {
   /// The card that the run has just done.
   void addCard(const ado::Recordset& cards);
   /// Reads the movements, once for each range of dates, unless that is done, and the cards' percentages.
-  /// @param before, after  the cards' amounts of the detail kind written.
-  CardReconciliation reconcile(const DetailSnapshot& before, const DetailSnapshot& after);
+  /// @param run  what it has watched is the detail kind written.
+  CardReconciliation reconcile(const WatchedRun& run);
 
  private:
   /// Whether a card that the runs took is on a balance sheet account.

@@ -16,6 +16,7 @@ void WatchedRun::operator()(const std::function<void(CLSKORVAL&)>& operation) {
   operation(budget_);
   requireSuccess(budget_);
   after_.emplace(transaction_.connection(), scope_);
+  changes_ = amountChanges(before_, *after_);
 }
 
 }  // namespace bukorval::dati

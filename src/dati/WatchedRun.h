@@ -27,7 +27,7 @@ class WatchedRun {
   ado::Connection& connection() const { return transaction_.connection(); }
   const DetailSnapshot& before() const { return before_; }
   const DetailSnapshot& after() const { return after_ ? *after_ : before_; }
-  std::vector<AmountChange> changes() const { return amountChanges(before(), after()); }
+  const std::vector<AmountChange>& changes() const { return changes_; }
   std::size_t newCards() const { return after().cards().size() - before().cards().size(); }
 
  private:
@@ -36,6 +36,7 @@ class WatchedRun {
   DetailScope scope_;
   DetailSnapshot before_;
   std::optional<DetailSnapshot> after_;
+  std::vector<AmountChange> changes_;
 };
 
 }  // namespace bukorval::dati

@@ -9,6 +9,7 @@
 #include "host/environment/Arguments.h"
 #include "language/Language.h"
 #include "object/Interfaccia.h"
+#include "values/Date.h"
 
 namespace bukorval::host {
 namespace {
@@ -159,10 +160,25 @@ constexpr std::array<std::string_view, 11> kWholeNumbers{"CodiceDitta",
                                                          "BdgDestinazioneProgressivoEsercizio",
                                                          "BdgDestinazioneCodiceSede"};
 
+bool isNoValue(const std::string& text) { return text.empty() || text == "NULL" || text == "EMPTY"; }
+
 /// What is wrong with the text of such a value; "" when nothing is.
 std::string checkWholeNumber(const std::string& text) {
   const bool digits = text.size() <= 9 && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
-  return digits || text == "NULL" || text == "EMPTY" ? "" : tr("'{}' is no whole number", text);
+  return digits || isNoValue(text) ? "" : tr("'{}' is no whole number", text);
+}
+
+constexpr std::array<std::string_view, 2> kDates{"DaData", "AData"};
+
+/// #31/12/2025# and '31/12/2025' as arguments of methods are written, too.
+std::string dayOf(const std::string& text) {
+  const bool enclosed = text.size() > 1 && text.front() == text.back() && (text.front() == '#' || text.front() == '\'');
+  return enclosed ? text.substr(1, text.size() - 2) : text;
+}
+
+/// What is wrong with the text of a date; "" when nothing is.
+std::string checkDate(const std::string& text) {
+  return isNoValue(text) || values::Date::TryParse(dayOf(text)) ? "" : tr("{} is not a date", "'" + text + "'");
 }
 
 /// These are the program's to set.
@@ -203,8 +219,13 @@ Option propertyOption(const Membro& member, const CommandUses& command, SharedOp
         [&properties, name = member.nome](bool given) { properties[name] = given ? "True" : "False"; });
     return option;
   }
-  option.target = std::function<void(const std::string&)>(
-      [&properties, name = member.nome](const std::string& text) { properties[name] = text; });
+  // Among other values 20250131 is a number.
+  const bool date = std::ranges::find(kDates, member.nome) != kDates.end();
+  option.target =
+      std::function<void(const std::string&)>([&properties, name = member.nome, date](const std::string& text) {
+        properties[name] = date && !isNoValue(text) ? "#" + dayOf(text) + "#" : text;
+      });
+  if (date) option.check = checkDate;
   if (std::ranges::find(kWholeNumbers, member.nome) != kWholeNumbers.end()) option.check = checkWholeNumber;
   return option;
 }

@@ -50,7 +50,7 @@ void duplicate(Environment& environment, const DuplicateOptions& options) {
   run([&](CLSKORVAL& object) { object.BdgDupSchede_Duplicazione(); });
   if (percentage) run([&](CLSKORVAL&) { deviating = deviation.apply(*percentage); });
   transaction.end(options.dryRun ? dati::RunMode::Trial : dati::RunMode::Write);
-  const auto changes = run.changes();
+  const auto& changes = run.changes();
   if (options.dryRun) return environment.show(tableOf(changes));
   environment.show({{{"NUOVE", "New cards", true},
                      {"IMPORTI", "Amounts changed", true},

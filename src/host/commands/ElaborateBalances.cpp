@@ -89,9 +89,10 @@ class AccountAmounts {
  public:
   AccountAmounts(const dati::DetailSnapshot& snapshot, const Variant& site) {
     for (const auto& [key, amount] : snapshot.amounts()) {
-      const auto& card = snapshot.cards().at(key.card);
-      if (amount.isNothing() || !isOfSite(card.site, site)) continue;
-      auto& held = amounts_[{accountKey(card.account), key.period}];
+      const auto card = snapshot.cards().find(key.card);
+      // Cards may come while others write.
+      if (card == snapshot.cards().end() || amount.isNothing() || !isOfSite(card->second.site, site)) continue;
+      auto& held = amounts_[{accountKey(card->second.account), key.period}];
       held = held.isNothing() ? amount : values::add(held, amount);
     }
   }

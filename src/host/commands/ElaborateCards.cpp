@@ -118,11 +118,11 @@ void elaborateCards(Environment& environment, const CardsOptions& options) {
     reconciler.addCard(cards);
     summary.addCard(cards["BU65_CODICE_CG31"].Value());
   });
-  const auto reconciliation = reconciler.reconcile(run.before(), run.after());
+  const auto reconciliation = reconciler.reconcile(run);
   const bool refused = options.strict && reconciliation.hasRest();
   const auto mode = options.dryRun || refused ? dati::RunMode::Trial : dati::RunMode::Write;
   transaction.end(mode);
-  const auto changes = run.changes();
+  const auto& changes = run.changes();
   summary.addChanges(changes);
   environment.show({{},
                     {{"Cards", mode == dati::RunMode::Trial ? tableOf(changes) : summary.table()},
