@@ -27,6 +27,7 @@ endfunction()
 bukorval_headers(CLI11::CLI11 CLI)
 bukorval_headers(nlohmann_json::nlohmann_json nlohmann)
 
+set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)
 set(gtest_force_shared_crt ON)
 set(INSTALL_GTEST OFF)
 add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
