@@ -16,7 +16,6 @@ using testing_support::insert;
 class SmallBudgets : public testing::Test {
  protected:
   SmallBudgets() {
-    suite::registraServiziSuite();
     for (const std::string subtype : {"01", "02", "03", "04"})
       insert(*db, "BU01_ANABUDGET",
              "BU01_INDTIPO=4, BU01_STRUTTURA='CON', BU01_INDPERFISO=0, BU01_NUMFORECAST=2, BU01_INDTIPOPDC=1,"
@@ -71,6 +70,8 @@ class SmallBudgets : public testing::Test {
     return {1, 4, subtype, number, progressive};
   }
 
+  /// Before the object, which takes its services when it is made.
+  bool registered = (suite::registraServiziSuite(), true);
   ado::ConnectionPtr db = testing_support::smallCompany();
   bukorval::CLSKORVAL bo;
 };
