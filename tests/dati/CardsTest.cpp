@@ -1,8 +1,7 @@
-#include "dati/Cards.h"
-
 #include "dati/Budgets.h"
 #include "dati/CardDetails.h"
 #include "dati/CardWriter.h"
+#include "dati/Cards.h"
 #include "dati/NewCard.h"
 #include "dati/SmallBudgets.h"
 
@@ -29,8 +28,9 @@ struct Cards : SmallBudgets {
 };
 
 TEST_F(Cards, SelectTheirBudget) {
-  const auto id = card("A1", "BU65_SOTTOTIPO_BU01='04', BU65_ANNO=2024, BU65_PROGESER=2, BU65_CODICE_CG31=2,"
-                             " BU65_INDCOSRIC_BU07=1");
+  const auto id = card("A1",
+                       "BU65_SOTTOTIPO_BU01='04', BU65_ANNO=2024, BU65_PROGESER=2, BU65_CODICE_CG31=2,"
+                       " BU65_INDCOSRIC_BU07=1");
   EXPECT_FALSE(dati::selectBudgetOfCard(bo, *db, id + 1));
   EXPECT_EQ(selection(), "1,4,01,2025,1,-,0") << "nothing is set";
   EXPECT_TRUE(dati::selectBudgetOfCard(bo, *db, id));
@@ -105,8 +105,7 @@ TEST_F(Cards, HaveSeveralOrdersOfWhichTheLatestCounts) {
   EXPECT_EQ(write(id, 2, 1, first), "");
   EXPECT_EQ(shown(list("SELECT BU66_IMPORTO FROM BU66_DETBUDGET WHERE BU66_PERIODO = 1 ORDER BY BU66_ID")),
             "5.00,20.00");
-  for (const auto& [card, kind, period] :
-       {std::tuple(other, 2, 1), std::tuple(id, 0, 1), std::tuple(id, 2, 2)})
+  for (const auto& [card, kind, period] : {std::tuple(other, 2, 1), std::tuple(id, 0, 1), std::tuple(id, 2, 2)})
     EXPECT_EQ(write(card, kind, period, second),
               "1 The card has no detail " + second + " of this kind in period " + std::to_string(period));
   EXPECT_EQ(one("SELECT BU66_IMPORTO FROM BU66_DETBUDGET WHERE BU66_ID = " + second), "20.00");
@@ -119,16 +118,18 @@ TEST_F(Cards, HaveWhatHangsOnThem) {
   EXPECT_TRUE(dati::termsOf(*db, id).byHand.isNothing());
   EXPECT_TRUE(dati::termsOf(*db, id + 1).written.isNothing());
   const auto of = std::to_string(id);
-  insert(*db, "BU67_BDGCASHFLOW", "BU67_ID_BU65=" + of + ", BU67_FLGSCADMAN=1, BU67_TIPOCF_CG44=1, BU67_CLIFOR_CG44=77,"
-                                  " BU67_DATAINIVAL='20250401', BU67_NUMRATE=3, BU67_MESIRATA=2, BU67_GIORNISCAD=30");
+  insert(*db, "BU67_BDGCASHFLOW",
+         "BU67_ID_BU65=" + of +
+             ", BU67_FLGSCADMAN=1, BU67_TIPOCF_CG44=1, BU67_CLIFOR_CG44=77,"
+             " BU67_DATAINIVAL='20250401', BU67_NUMRATE=3, BU67_MESIRATA=2, BU67_GIORNISCAD=30");
   const auto terms = dati::termsOf(*db, id);
   EXPECT_EQ(shown(std::vector<Variant>{terms.byHand, terms.partyKind, terms.party, terms.validFrom, terms.instalments,
                                        terms.monthsBetween, terms.daysToFirst}),
             "1,1,77,01/04/2025,3,2,30");
   for (const char* row : {"2, BU90_PERCRIP=50", "1, BU90_PERCSCO=-2.5"})
     insert(*db, "BU90_TABPERCBUD",
-           "BU90_DITTA_CG18=1, BU90_INDTIPO_BU01=4, BU90_SOTTOTIPO_BU01='01', BU90_IDBUDGET=" + of + ", BU90_PROGR=" +
-               row);
+           "BU90_DITTA_CG18=1, BU90_INDTIPO_BU01=4, BU90_SOTTOTIPO_BU01='01', BU90_IDBUDGET=" + of +
+               ", BU90_PROGR=" + row);
   std::string percentages;
   for (const auto& each : dati::percentagesOf(*db, id))
     percentages += shown(std::vector<Variant>{each.number, each.share, each.deviation}) + "; ";
@@ -161,27 +162,26 @@ TEST_F(Cards, AreMadeOfCodesThatExist) {
   const struct {
     ado::DictionaryPtr columns;
     const char* outcome;
-  } kRows[] = {
-      {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "N1"}, {"BU65_CONTO_CG24", "50010001"}}), ""},
-      {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "N2"}, {"bu65_codice_cg31", 2}}), ""},
-      {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "N3"}, {"BU65_CODICE_CG31", 3}}),
-       "1 The company has no site 3; there are 1, 2"},
-      {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_CODICE_CG31", "1 OR 1=1"}}),
-       "1 The company has no site 1 OR 1=1; there are 1, 2"},
-      {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_CODICE_CG31", -1}}),
-       "1 The company has no site -1; did you mean 1?"},
-      {columns({{"BU65_INDCOSRIC_BU07", 0}, {"bu65_conto_cg24", "50010003"}}),
-       "1 The chart of accounts 1 has no account 50010003; did you mean 50010001, 50010002 or 70010001?"},
-      {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_GRUPPO_CG10", 2}, {"BU65_CONTO_CG24", "50010001"}}),
-       "1 The chart of accounts 2 has no account 50010001"},
-      {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_CODICE_CG21", 9}, {"BU65_CODICE_CG23", "C01"}}),
-       "1 The chart of accounts 9 has no account C01; did you mean A01?"},
-      {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_CODICE_PC01", 8}, {"BU65_CONTO_PC03", "margini"}}),
-       "1 The chart of accounts 8 has no account margini; did you mean MARGINE?"},
-      {columns({{"BU65_SCHEDA_BU07", "N4"}}),
-       "1 BU65_INDCOSRIC_BU07 is needed: the budget is kept by card kind, 0 cost or 1 revenue"},
-      {columns({{"BU65_INDCOSRIC_BU07", " "}, {"BU65_SCHEDA_BU07", "N4"}}),
-       "1 BU65_INDCOSRIC_BU07 is needed: the budget is kept by card kind, 0 cost or 1 revenue"}};
+  } kRows[] = {{columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "N1"}, {"BU65_CONTO_CG24", "50010001"}}), ""},
+               {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "N2"}, {"bu65_codice_cg31", 2}}), ""},
+               {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "N3"}, {"BU65_CODICE_CG31", 3}}),
+                "1 The company has no site 3; there are 1, 2"},
+               {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_CODICE_CG31", "1 OR 1=1"}}),
+                "1 The company has no site 1 OR 1=1; there are 1, 2"},
+               {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_CODICE_CG31", -1}}),
+                "1 The company has no site -1; did you mean 1?"},
+               {columns({{"BU65_INDCOSRIC_BU07", 0}, {"bu65_conto_cg24", "50010003"}}),
+                "1 The chart of accounts 1 has no account 50010003; did you mean 50010001, 50010002 or 70010001?"},
+               {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_GRUPPO_CG10", 2}, {"BU65_CONTO_CG24", "50010001"}}),
+                "1 The chart of accounts 2 has no account 50010001"},
+               {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_CODICE_CG21", 9}, {"BU65_CODICE_CG23", "C01"}}),
+                "1 The chart of accounts 9 has no account C01; did you mean A01?"},
+               {columns({{"BU65_INDCOSRIC_BU07", 0}, {"BU65_CODICE_PC01", 8}, {"BU65_CONTO_PC03", "margini"}}),
+                "1 The chart of accounts 8 has no account margini; did you mean MARGINE?"},
+               {columns({{"BU65_SCHEDA_BU07", "N4"}}),
+                "1 BU65_INDCOSRIC_BU07 is needed: the budget is kept by card kind, 0 cost or 1 revenue"},
+               {columns({{"BU65_INDCOSRIC_BU07", " "}, {"BU65_SCHEDA_BU07", "N4"}}),
+                "1 BU65_INDCOSRIC_BU07 is needed: the budget is kept by card kind, 0 cost or 1 revenue"}};
   for (const auto& row : kRows) {
     const auto before = std::stoi(cards());
     EXPECT_EQ(create(row.columns), row.outcome);
@@ -212,10 +212,11 @@ TEST_F(Cards, AreFilledByAnImportThatLooksForEachOnce) {
   card("B1");
   card("B1", "BU65_FLGBUDGET=1");
   dati::CardWriter writer(bo, *db);
-  const dati::CardKey keyOfA = {{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "A1"}, {"BU65_CONTO_CG24", "50010001"}};
+  const dati::CardKey keyOfA = {
+      {"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "A1"}, {"BU65_CONTO_CG24", "50010001"}};
   EXPECT_EQ(values::toInt64(writer.findOrCreate(keyOfA)), a);
-  const dati::CardKey keyOfNew = {{"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "N1"},
-                                  {"BU65_CONTO_CG24", Variant::Null()}};
+  const dati::CardKey keyOfNew = {
+      {"BU65_INDCOSRIC_BU07", 0}, {"BU65_SCHEDA_BU07", "N1"}, {"BU65_CONTO_CG24", Variant::Null()}};
   const auto made = writer.findOrCreate(keyOfNew);
   EXPECT_EQ(writer.findOrCreate(keyOfNew), made);
   EXPECT_EQ(writer.created(), 1);
@@ -223,9 +224,13 @@ TEST_F(Cards, AreFilledByAnImportThatLooksForEachOnce) {
   EXPECT_NE(writer.findOrCreate(keyOfNew), made) << "another year's card";
   EXPECT_EQ(writer.created(), 2);
   bo.AnnoEsercizio = 2025;
-  EXPECT_EQ(failureOf([&] { writer.findOrCreate({{"BU65_SCHEDA_BU07", "B1"}}); }),
+  EXPECT_EQ(failureOf([&] {
+              writer.findOrCreate({{"BU65_SCHEDA_BU07", "B1"}});
+            }),
             "1 Several cards have BU65_SCHEDA_BU07 = B1");
-  EXPECT_EQ(failureOf([&] { writer.findOrCreate({{"BU65_SCHEDA_BU07", "N2"}}); }),
+  EXPECT_EQ(failureOf([&] {
+              writer.findOrCreate({{"BU65_SCHEDA_BU07", "N2"}});
+            }),
             "1 BU65_INDCOSRIC_BU07 is needed: the budget is kept by card kind, 0 cost or 1 revenue");
   EXPECT_EQ(cards(), "5");
   writer.write(made, 3, 2, 0, 9);

@@ -1,6 +1,5 @@
-#include "dati/Comparison.h"
-
 #include "dati/Checks.h"
+#include "dati/Comparison.h"
 #include "dati/DetailSnapshot.h"
 #include "dati/SmallBudgets.h"
 
@@ -14,7 +13,8 @@ struct Comparison : SmallBudgets {
     std::string text;
     const auto failure = failureOf([&] {
       for (const auto& row : dati::compare(bo, *db, left, right, byPeriod).rows) {
-        text += (text.empty() ? "" : "; ") + values::toPlainText(row.key[1]) + "/" + values::toPlainText(row.key.back());
+        text +=
+            (text.empty() ? "" : "; ") + values::toPlainText(row.key[1]) + "/" + values::toPlainText(row.key.back());
         if (byPeriod) text += " " + std::to_string(row.period);
         text += " " + (row.onLeft ? shown(std::vector<Variant>{row.left}) : ".");
         text += " " + (row.onRight ? shown(std::vector<Variant>{row.right}) : ".");
@@ -55,8 +55,7 @@ TEST_F(Comparison, CountsTheActualValueInAForecast) {
     detail(a, text);
   const dati::ComparedSide forecast{year("01", 2025), 3}, actual{year("01", 2025), 1}, second{year("01", 2025), 4};
   EXPECT_EQ(rows(forecast, actual), "A1/50010001 75.00 88.00") << "11, 20 and 44; period 3 was never forecast";
-  EXPECT_EQ(rows(forecast, second, true),
-            "A1/50010001 1 11.00 11.00; A1/50010001 2 20.00 .; A1/50010001 4 44.00 .");
+  EXPECT_EQ(rows(forecast, second, true), "A1/50010001 1 11.00 11.00; A1/50010001 2 20.00 .; A1/50010001 4 44.00 .");
 }
 
 TEST_F(Comparison, NeedsTheSamePeriodsAndAColumnInCommon) {

@@ -1,6 +1,5 @@
-#include "dati/History.h"
-
 #include "dati/Cards.h"
+#include "dati/History.h"
 #include "dati/LastChange.h"
 #include "dati/SmallBudgets.h"
 #include "dati/Transaction.h"
@@ -47,8 +46,8 @@ struct Recorded : SmallBudgets {
     std::string text;
     for (const auto& change : changes) {
       text += text.empty() ? "" : "; ";
-      for (const auto& part : {Variant(change.table), change.kind, change.period, Variant(change.column), change.before,
-                               change.after})
+      for (const auto& part :
+           {Variant(change.table), change.kind, change.period, Variant(change.column), change.before, change.after})
         text += (part.isNothing() ? "-" : values::toPlainText(part)) + " ";
       text.pop_back();
     }
@@ -144,7 +143,8 @@ TEST_F(Recorded, IsNotTakenBackOverALaterChange) {
 TEST_F(Recorded, BringsBackACardWithAllThatHungOnIt) {
   for (const char* sql :
        {"INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65, BU67_FLGSCADMAN, BU67_NUMRATE) VALUES ({}, 1, 3)",
-        "INSERT INTO BU14_SCADCFLOW (BU14_IDBUDGET, BU14_PERIODO, BU14_DATASCAD, BU14_IMPORTO) VALUES ({}, 1, '20250331',"
+        "INSERT INTO BU14_SCADCFLOW (BU14_IDBUDGET, BU14_PERIODO, BU14_DATASCAD, BU14_IMPORTO) VALUES ({}, 1, "
+        "'20250331',"
         " 33.33)",
         "INSERT INTO BU90_TABPERCBUD (BU90_DITTA_CG18, BU90_INDTIPO_BU01, BU90_SOTTOTIPO_BU01, BU90_IDBUDGET,"
         " BU90_PERCRIP) VALUES (1, 4, '01', {}, 12.5)"}) {
@@ -157,11 +157,12 @@ TEST_F(Recorded, BringsBackACardWithAllThatHungOnIt) {
     return text;
   };
   const auto digest = [&] {
-    return one("SELECT BU65_SCHEDA_BU07, BU65_CONTO_CG24, BU65_DATAULTAGG, BU67_NUMRATE, BU14_DATASCAD, BU14_IMPORTO,"
-               " BU90_PERCRIP FROM BU65_TESBUDGET INNER JOIN BU67_BDGCASHFLOW ON BU67_ID_BU65 = BU65_ID"
-               " INNER JOIN BU14_SCADCFLOW ON BU14_IDBUDGET = BU65_ID INNER JOIN BU90_TABPERCBUD ON"
-               " BU90_IDBUDGET = BU65_ID WHERE BU65_ID = " +
-               std::to_string(a));
+    return one(
+        "SELECT BU65_SCHEDA_BU07, BU65_CONTO_CG24, BU65_DATAULTAGG, BU67_NUMRATE, BU14_DATASCAD, BU14_IMPORTO,"
+        " BU90_PERCRIP FROM BU65_TESBUDGET INNER JOIN BU67_BDGCASHFLOW ON BU67_ID_BU65 = BU65_ID"
+        " INNER JOIN BU14_SCADCFLOW ON BU14_IDBUDGET = BU65_ID INNER JOIN BU90_TABPERCBUD ON"
+        " BU90_IDBUDGET = BU65_ID WHERE BU65_ID = " +
+        std::to_string(a));
   };
   const auto before = digest();
   EXPECT_EQ(rows(), "1 2 1 1 1 0 ");
@@ -184,8 +185,7 @@ TEST_F(Recorded, DoesNotTakeACardFromUnderLaterRows) {
     columns->Add("BU65_INDCOSRIC_BU07", 0);
     columns->Add("BU65_SCHEDA_BU07", "NUOVA");
     bo.InserimentoNuovaSchedaBudget(columns);
-    connection.Execute("DELETE FROM BU67_BDGCASHFLOW WHERE BU67_ID_BU65 = " +
-                       values::toPlainText(bo.SchedaInserita()));
+    connection.Execute("DELETE FROM BU67_BDGCASHFLOW WHERE BU67_ID_BU65 = " + values::toPlainText(bo.SchedaInserita()));
     created = values::toInt64(bo.SchedaInserita());
   });
   EXPECT_EQ(amounts(created, 3), "1: 2: 3: 4:");
@@ -193,8 +193,8 @@ TEST_F(Recorded, DoesNotTakeACardFromUnderLaterRows) {
     connection.Execute("INSERT INTO BU14_SCADCFLOW (BU14_IDBUDGET, BU14_IMPORTO) VALUES (" + std::to_string(created) +
                        ", 1)");
   });
-  EXPECT_EQ(undo(entry), "1 Card " + std::to_string(created) +
-                             " would go, but later commands have given it rows: undo those first");
+  EXPECT_EQ(undo(entry),
+            "1 Card " + std::to_string(created) + " would go, but later commands have given it rows: undo those first");
   EXPECT_EQ(amounts(created, 3), "1: 2: 3: 4:");
   EXPECT_EQ(undo(), "");
   EXPECT_EQ(undo(entry), "");
@@ -269,10 +269,10 @@ struct Seen : Recorded {
 TEST_F(Seen, IsToldAndReadAsText) {
   for (const auto& [text, told] :
        inOut({"2025-10-06 09:30:00 => 2025-10-06 09:30:00", "06/10/2025 => 2025-10-06 00:00:00",
-              "20251006 09:30:01 #17 => 2025-10-06 09:30:01 #17", " 20251006 # 17  => 2025-10-06 00:00:00 #17", "- => -",
-              " -  => -", " => none", "#17 => none", "- #17 => none", "20251006 #0 => none", "20251006 #-1 => none",
-              "20251006 #1x => none", "20251006 # => none", "20251006 #1 #2 => none", "yesterday => none",
-              "20251006 #99999999999999999999 => none"})) {
+              "20251006 09:30:01 #17 => 2025-10-06 09:30:01 #17", " 20251006 # 17  => 2025-10-06 00:00:00 #17",
+              "- => -", " -  => -", " => none", "#17 => none", "- #17 => none", "20251006 #0 => none",
+              "20251006 #-1 => none", "20251006 #1x => none", "20251006 # => none", "20251006 #1 #2 => none",
+              "yesterday => none", "20251006 #99999999999999999999 => none"})) {
     const auto change = dati::parseLastChange(text);
     EXPECT_EQ(change ? dati::textOf(*change) : "none", told) << text;
   }

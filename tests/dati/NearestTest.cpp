@@ -1,5 +1,4 @@
 #include "dati/Nearest.h"
-
 #include "dati/SmallBudgets.h"
 #include "language/Language.h"
 
@@ -13,11 +12,10 @@ std::string near(std::string_view text, const std::vector<std::string>& known, s
 
 TEST(Nearest, FindsSlipsOfTheKeyboard) {
   const std::vector<std::string> cards = {"FIERE", "ENERGIA", "AFFITTI", "VIAGGI", "CONSTEC", "CONSAMM"};
-  for (const auto& [written, meant] :
-       inOut({"FIERE => FIERE", "fiere => FIERE", "FIRE => FIERE", "FIEERE => FIERE", "FEIRE => FIERE",
-              "FIERA => FIERE", "ENRGIAA => ENERGIA", "ENREGIA => ENERGIA", "FFITTI => AFFITTI", "AFITI => ",
-              "CONS => CONSTEC,CONSAMM", "CO => CONSTEC,CONSAMM", "C => ", " => ", "ZZZZZ => ", "VIA => VIAGGI",
-              "IAGGI => VIAGGI", "GGI => "}))
+  for (const auto& [written, meant] : inOut(
+           {"FIERE => FIERE", "fiere => FIERE", "FIRE => FIERE", "FIEERE => FIERE", "FEIRE => FIERE", "FIERA => FIERE",
+            "ENRGIAA => ENERGIA", "ENREGIA => ENERGIA", "FFITTI => AFFITTI", "AFITI => ", "CONS => CONSTEC,CONSAMM",
+            "CO => CONSTEC,CONSAMM", "C => ", " => ", "ZZZZZ => ", "VIA => VIAGGI", "IAGGI => VIAGGI", "GGI => "}))
     EXPECT_EQ(near(written, cards), meant) << written;
 }
 

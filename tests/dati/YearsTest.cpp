@@ -1,8 +1,7 @@
-#include "dati/Years.h"
-
-#include "dati/SmallBudgets.h"
 #include "dati/Ledger.h"
 #include "dati/Locks.h"
+#include "dati/SmallBudgets.h"
+#include "dati/Years.h"
 
 namespace {
 
@@ -10,8 +9,9 @@ using namespace dati_tests;
 
 struct Years : SmallBudgets {
   std::string days() const {
-    return shown(list("SELECT CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE FROM CG19_ANADITTAESER"
-                      " WHERE CG19_DITTA_CG18 = 1 ORDER BY CG19_DATAINIZIO, CG19_PROGESER"));
+    return shown(
+        list("SELECT CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO, CG19_DATAFINE FROM CG19_ANADITTAESER"
+             " WHERE CG19_DITTA_CG18 = 1 ORDER BY CG19_DATAINIZIO, CG19_PROGESER"));
   }
   std::string add(int number, const Variant& begin, int months) {
     std::string text;
@@ -57,7 +57,8 @@ TEST_F(Years, AreWholeMonthsThatShareNoDayWithAnother) {
       {2028, "01/03/2029", 1, "2028,3,01/03/2029,31/03/2029"},
       {2023, {}, 24, "2023,1,01/01/2023,31/12/2024"},
       {2022, Date::FromYmd(2022, 1, 1), 13, "1 There is an accounting year 2023 from 01/01/2023 to 31/12/2024 already"},
-      {2030, Date::FromYmd(2029, 3, 1), 1, "1 There is an accounting year 2028/3 from 01/03/2029 to 31/03/2029 already"},
+      {2030, Date::FromYmd(2029, 3, 1), 1,
+       "1 There is an accounting year 2028/3 from 01/03/2029 to 31/03/2029 already"},
       {2022, Date::FromYmd(2020, 1, 1), 24, "2022,1,01/01/2020,31/12/2021"},
       {2040, Date::FromYmd(2040, 1, 2), 12, "1 An accounting year begins with the first day of a month"},
       {2039, Date::FromYmd(2039, 12, 31), 1, "1 An accounting year begins with the first day of a month"},
@@ -86,10 +87,12 @@ TEST_F(Years, AreAskedForWithTheCommandThatHelps) {
   for (const Variant& fine : {Variant(2025), Variant("2024"), Variant(), Variant::Null(), Variant(" ")})
     EXPECT_EQ(asked(fine, {}), "");
   EXPECT_EQ(asked(2025, 1), "");
-  EXPECT_EQ(asked(2025, 2), "1 The company has no accounting year 2025/2; `bukorval years add 2025` adds it; did you "
-                            "mean 2025 or 2024?");
-  EXPECT_EQ(asked(2052, {}), "1 The company has no accounting year 2052; `bukorval years add 2052` adds it; did you "
-                             "mean 2025?");
+  EXPECT_EQ(asked(2025, 2),
+            "1 The company has no accounting year 2025/2; `bukorval years add 2025` adds it; did you "
+            "mean 2025 or 2024?");
+  EXPECT_EQ(asked(2052, {}),
+            "1 The company has no accounting year 2052; `bukorval years add 2052` adds it; did you "
+            "mean 2025?");
   EXPECT_EQ(asked(1999, 0), "1 The company has no accounting year 1999; `bukorval years add 1999` adds it");
 }
 
@@ -99,8 +102,9 @@ TEST_F(Years, AreWrittenIntoUntilTheyAreClosed) {
   };
   EXPECT_EQ(open(2025, 1), "");
   dati::setYearClosed(*db, 1, *dati::findYear(*db, 1, 2025), true);
-  EXPECT_EQ(open(2025, 1), "1 The accounting year 2025 is closed; `bukorval years reopen 2025` opens it, --force writes "
-                           "all the same");
+  EXPECT_EQ(open(2025, 1),
+            "1 The accounting year 2025 is closed; `bukorval years reopen 2025` opens it, --force writes "
+            "all the same");
   EXPECT_EQ(open(2025, {}).substr(0, 33), "1 The accounting year 2025 is clo");
   EXPECT_EQ(open(2024, 1), "") << "the other year stays open";
   EXPECT_EQ(open({}, {}), "");
@@ -123,8 +127,8 @@ TEST_F(Locks, HoldOneBudgetOfOneYear) {
               testing::MatchesRegex("1 Budget 4/01@2025 is locked by anna since ../../.... ..:..:.. "
                                     ".approvato il 3.; `bukorval unlock 4/01@2025` opens it"));
   EXPECT_NE(locked({1, 4, "01", "2025", {}}), "") << "the first progressive, when none is said";
-  for (const auto& other : {year("02", 2025), year("01", 2024), year("01", 2025, 2), {2, 4, "01", 2025, 1},
-                            {1, 5, "01", 2025, 1}})
+  for (const auto& other :
+       {year("02", 2025), year("01", 2024), year("01", 2025, 2), {2, 4, "01", 2025, 1}, {1, 5, "01", 2025, 1}})
     EXPECT_EQ(locked(other), "") << dati::nameOf(other);
 }
 
