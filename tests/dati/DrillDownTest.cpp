@@ -12,31 +12,8 @@ struct DrillDown : SmallBudgets {
 
   DrillDown() {
     insert(*db, "BU67_BDGCASHFLOW", "BU67_ID_BU65=" + std::to_string(a));
-    bo.AnnoEsercizioMovimenti = 2025;
-    bo.ProgressivoEsercizioMovimenti = 1;
     bo.TipoMovimenti = "CG41_INDTIPOMOV <> 2";
     bo.TipoDettaglioDestinazione = 1;
-    db->Execute("UPDATE CG18_ANADITTE SET CG18_STRUTTCONTI = 3");
-  }
-  /// Books an amount, by default in debit: a registration of one line. @return its number.
-  int book(const char* day, const char* amount, const std::string& columns = "CG42_INDDAAV=1") {
-    static constexpr std::string_view kHead = "CG41_";
-    std::string head =
-        "CG41_DITTA_CG18=1, CG41_ANNO_CG19=2025, CG41_PROGESER_CG19=1, CG41_NUMREG=" + std::to_string(++registration_) +
-        ", CG41_DATAREG='" + day + "'";
-    std::string line =
-        "CG42_DITTA_CG18=1, CG42_NUMRIGACONT=1, CG42_GRUPPO_CG10=1, CG42_CONTOPAR_CG24='50010001',"
-        " CG42_INDDAAV=1, CG42_NUMREG_CG41=" +
-        std::to_string(registration_) + ", CG42_IMPTOTALE=" + amount;
-    for (std::size_t at = 0; at < columns.size();) {
-      const auto end = std::min(columns.find(", ", at), columns.size());
-      const auto one = columns.substr(at, end - at);
-      (one.starts_with(kHead) ? head : line) += ", " + one;
-      at = end + 2;
-    }
-    insert(*db, "CG41_PRIMANOTA", head);
-    insert(*db, "CG42_MOVCONT", line);
-    return registration_;
   }
   dati::DrillDown drill(std::optional<int> period = std::nullopt, bool excluded = false,
                         std::vector<std::pair<Date, Date>> ranges = {
@@ -76,9 +53,6 @@ struct DrillDown : SmallBudgets {
       text += (text.empty() ? "" : " ") + std::to_string(cell.period) + ":" + cell.total().rounded(2).toString();
     return text;
   }
-
- private:
-  int registration_ = 0;
 };
 
 TEST_F(DrillDown, ShowsTheLinesOfACellAndWhatTheyMake) {

@@ -72,6 +72,16 @@ TEST_F(Years, AreWholeMonthsThatShareNoDayWithAnother) {
   EXPECT_EQ(one("SELECT COUNT(*) FROM CG19_ANADITTAESER WHERE CG19_FLGCHIUSO <> 0"), "0");
 }
 
+TEST_F(Years, OfOtherProgramsMayBeginAndEndOnAnyDay) {
+  insert(*db, "CG19_ANADITTAESER",
+         "CG19_DITTA_CG18=1, CG19_ANNO=2030, CG19_PROGESER=1, CG19_DATAINIZIO='20300131', CG19_DATAFINE='20300401'");
+  EXPECT_EQ(add(2029, Date::FromYmd(2030, 1, 1), 1),
+            "1 There is an accounting year 2030 from 31/01/2030 to 01/04/2030 already");
+  EXPECT_EQ(add(2031, Date::FromYmd(2030, 4, 1), 12),
+            "1 There is an accounting year 2030 from 31/01/2030 to 01/04/2030 already");
+  EXPECT_EQ(add(2031, Date::FromYmd(2030, 5, 1), 12), "2031,1,01/05/2030,30/04/2031");
+}
+
 TEST_F(Years, BeginWhereTheYearBeforeThemEnds) {
   // 2024 ends in June: the next one of 2025 would begin in July, amid the one that is there.
   EXPECT_EQ(add(2025, {}, 12), "1 There is an accounting year 2025 from 01/01/2025 to 31/12/2025 already");
@@ -101,7 +111,9 @@ TEST_F(Years, AreWrittenIntoUntilTheyAreClosed) {
     return failureOf([&] { dati::requireOpenYear(*db, 1, number, progressive); });
   };
   EXPECT_EQ(open(2025, 1), "");
+  EXPECT_EQ(add(2025, Date::FromYmd(2026, 1, 1), 6), "2025,2,01/01/2026,30/06/2026");
   dati::setYearClosed(*db, 1, *dati::findYear(*db, 1, 2025), true);
+  EXPECT_EQ(open(2025, 2), "") << "another one of the same number";
   EXPECT_EQ(open(2025, 1),
             "1 The accounting year 2025 is closed; `bukorval years reopen 2025` opens it, --force writes "
             "all the same");
