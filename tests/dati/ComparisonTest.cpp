@@ -58,6 +58,13 @@ TEST_F(Comparison, CountsTheActualValueInAForecast) {
   EXPECT_EQ(rows(forecast, second, true), "A1/50010001 1 11.00 11.00; A1/50010001 2 20.00 .; A1/50010001 4 44.00 .");
 }
 
+TEST_F(Comparison, AddsUpDetailsThatStandTwiceAsTheGridDoes) {
+  db->Execute("DROP INDEX UX_BU66_DETTAGLIO ON BU66_DETBUDGET");  // as in a database made before it
+  const auto a = card("A1");
+  for (const char* text : {"0 1 1.5", "0 1 2.25", "3 2 4", "1 2 8", "1 2 16"}) detail(a, text);
+  EXPECT_EQ(rows({year("01", 2025), 0}, {year("01", 2025), 3}), "A1/50010001 3.75 24.00");
+}
+
 TEST_F(Comparison, NeedsTheSamePeriodsAndAColumnInCommon) {
   card("A1");
   const dati::ComparedSide quarters{year("01", 2025), 0}, months{year("03", 2025), 0};

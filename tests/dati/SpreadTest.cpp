@@ -87,6 +87,11 @@ TEST_F(Weights, ComeFromTheCardThatHadTheSameColumnsAYearBefore) {
   EXPECT_EQ(before(lonely), "1 No card of 2024 has the columns of this one");
   card("A1", "BU65_ANNO=2024, BU65_CODICE_CG31=2");
   EXPECT_EQ(before(now), "1 More than one card of 2024 has the columns of this one") << "the site is no column of it";
+  insert(*db, "CG19_ANADITTAESER",
+         "CG19_DITTA_CG18=1, CG19_ANNO=2025, CG19_PROGESER=2, CG19_DATAINIZIO='20260101', CG19_DATAFINE='20260630'");
+  bo.ProgressivoEsercizio = 2;
+  EXPECT_EQ(before(card("A1", "BU65_PROGESER=2")), std::to_string(now)) << "the part of the year before it";
+  bo.ProgressivoEsercizio = 1;
   bo.AnnoEsercizio = 2024;
   EXPECT_EQ(before(last), "1 The calendar has no year before the card's");
   bo.AnnoEsercizio = 2031;
