@@ -161,7 +161,12 @@ std::vector<CardChange> History::takeBack(const HistoryEntry& entry) {
   const auto rows = tracker->takeBack(changes, {kStamp});
   if (rows.empty()) refuseOrphans(cardsAt(made));
   std::vector<CardChange> conflicts;
-  const auto found = places.find(rows);
+  auto found = places.find(rows);
+  // A row that is gone does not say where it stood: a later entry that deleted it does.
+  if (std::ranges::any_of(found, [](const auto& place) { return !place; })) {
+    for (const auto& later : entries(entry.number)) places.find(tracker->read(changesOf(later.number)));
+    found = places.find(rows);
+  }
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const auto place = found[i].value_or(RowPlace{});
     const auto known = conflicts.size();

@@ -140,6 +140,15 @@ TEST_F(Recorded, IsNotTakenBackOverALaterChange) {
   EXPECT_EQ(amounts(a, 0) + " " + amounts(b, 0), "1:100.00 2: 1:7.50");
 }
 
+TEST_F(Recorded, IsNotTakenBackWhereARowIsGone) {
+  const auto first = write(a, 1, 120);
+  run([&](ado::Connection& connection) {
+    connection.Execute("DELETE FROM BU66_DETBUDGET WHERE BU66_PERIODO = 1 AND BU66_ID_BU65 = " + std::to_string(a));
+  });
+  EXPECT_EQ(undo(first), "BU66_DETBUDGET 0 1  - -") << "the whole row, not its values one by one";
+  EXPECT_EQ(amounts(a, 0), "2:");
+}
+
 TEST_F(Recorded, BringsBackACardWithAllThatHungOnIt) {
   for (const char* sql :
        {"INSERT INTO BU67_BDGCASHFLOW (BU67_ID_BU65, BU67_FLGSCADMAN, BU67_NUMRATE) VALUES ({}, 1, 3)",
@@ -256,6 +265,14 @@ TEST_F(OneTransaction, FoldsThoseOfTheObjectAndEndsOnce) {
   recording->texts.clear();
   { dati::Transaction transaction(bo, recording); }
   EXPECT_EQ(dati_tests::shown(recording->texts), "BeginTrans,RollbackTrans");
+}
+
+TEST_F(OneTransaction, GivesTheObjectItsConnectionBackAtItsEnd) {
+  dati::Transaction transaction(bo, db, dati::Author{"anna", "set"});
+  dati::writeCardValue(bo, a, 0, 1, 0, 5);
+  transaction.end(RunMode::Write);
+  EXPECT_EQ(failureOf([&] { dati::writeCardValue(bo, a, 0, 2, 0, 6); }), "");
+  EXPECT_EQ(amounts(a, 0), "1:5.00 2:6.00");
 }
 
 struct Seen : Recorded {
