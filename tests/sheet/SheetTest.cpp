@@ -105,7 +105,8 @@ TEST(SheetCsv, QuotesWhatWouldBeReadOtherwise) {
 struct Sheets : SmallBudgets {
   std::int64_t a = card("A1"), b = card("B1", "BU65_CONTO_CG24='50010002'");
   SheetSelection selection{{year("01", 2025), {}, {}}, 0, &kMeasures[0]};
-  std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / ("sheet" + std::to_string(::getpid()));
+  std::filesystem::path folder =
+      std::filesystem::path(testing::TempDir()) / ("sheet" + std::to_string(std::random_device{}()));
 
   Sheets() {
     std::filesystem::create_directories(folder);

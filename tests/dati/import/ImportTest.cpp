@@ -12,7 +12,8 @@ using namespace dati_tests;
 
 /// Files for the small company, whose accounts have 4 levels.
 struct Import : SmallBudgets {
-  std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / ("import" + std::to_string(::getpid()));
+  std::filesystem::path folder =
+      std::filesystem::path(testing::TempDir()) / ("import" + std::to_string(std::random_device{}()));
   suite::Sessione session{db};
   dati::ImportOptions options;
 
