@@ -140,6 +140,13 @@ TEST_F(Recorded, IsNotTakenBackOverALaterChange) {
   EXPECT_EQ(amounts(a, 0) + " " + amounts(b, 0), "1:100.00 2: 1:7.50");
 }
 
+TEST_F(Recorded, IsTakenBackOverALaterStamp) {
+  const auto first = write(a, 1, 120);
+  db->Execute("UPDATE BU65_TESBUDGET SET BU65_DATAULTAGG = '20300101' WHERE BU65_ID = " + std::to_string(a));
+  EXPECT_EQ(undo(first), "") << "another value of the card was written, this one was not";
+  EXPECT_EQ(amounts(a, 0), "1:100.00 2:");
+}
+
 TEST_F(Recorded, IsNotTakenBackWhereARowIsGone) {
   const auto first = write(a, 1, 120);
   run([&](ado::Connection& connection) {
