@@ -60,12 +60,16 @@ TEST_F(CopyDeviation, TakesTheRangeOfCardsAndTheKinds) {
   const auto a = card("A1"), b = card("B1");
   detail(a, "1 1 100");
   detail(b, "1 1 100");
+  const auto outside = card("B1", "BU65_SOTTOTIPO_BU01='02'");
+  detail(outside, "3 1 100");
+  bo.IsSovrascriviEsistenti = true;
   bo.AScheda = "A9";
   bo.TipoDettaglioOrigine = 1;
   bo.TipoDettaglioDestinazione = 3;
   EXPECT_EQ(copy("-2.5"), "1 0");
   EXPECT_EQ(amounts(copyOf("A1"), 3).substr(0, 7), "1:97.50");
-  EXPECT_EQ(one("SELECT COUNT(*) FROM BU65_TESBUDGET WHERE BU65_SOTTOTIPO_BU01 = '02'"), "1");
+  EXPECT_EQ(one("SELECT COUNT(*) FROM BU65_TESBUDGET WHERE BU65_SOTTOTIPO_BU01 = '02'"), "2");
+  EXPECT_EQ(amounts(outside, 3), "1:100.00") << "equal to its source, but not of the range";
 }
 
 TEST_F(CopyDeviation, SharesACentOutOverTheDueDatesOfAPeriod) {
@@ -97,6 +101,23 @@ TEST_F(CopyDeviation, SharesACentOutOverTheDueDatesOfAPeriod) {
   bo.IsSovrascriviEsistenti = true;
   EXPECT_EQ(copy("100").substr(0, 2), "1 ");
   EXPECT_EQ(amounts(copyOf("A1"), 0).substr(0, 8), "1:200.00");
+}
+
+TEST_F(CopyDeviation, RoundsTheDueDatesOfEachPeriodAndCardForThemselves) {
+  for (const char* code : {"A1", "B1"}) {
+    const auto id = card(code);
+    detail(id, "0 1 0.33");
+    for (const char* period : {"1", "2"})
+      insert(*db, "BU14_SCADCFLOW",
+             "BU14_IDBUDGET=" + std::to_string(id) +
+                 ", BU14_DATASCAD='20250331', BU14_IMPORTO=0.33, BU14_PERIODO=" + period);
+  }
+  bo.IsDuplicaScadenzeCashFlow = true;
+  EXPECT_EQ(copy("5"), "2 4");
+  EXPECT_EQ(shown(list("SELECT BU14_IMPORTO FROM BU14_SCADCFLOW WHERE BU14_IDBUDGET IN (" +
+                       std::to_string(copyOf("A1")) + ", " + std::to_string(copyOf("B1")) + ")")),
+            "0.35,0.35,0.35,0.35")
+      << "0.3465 each; together they would be 1.39";
 }
 
 TEST_F(CopyDeviation, TakesNothingBackThatFitsAndAllThatDoesNot) {
