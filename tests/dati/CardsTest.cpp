@@ -233,6 +233,8 @@ TEST_F(Cards, AreFilledByAnImportThatLooksForEachOnce) {
             }),
             "1 BU65_INDCOSRIC_BU07 is needed: the budget is kept by card kind, 0 cost or 1 revenue");
   EXPECT_EQ(cards(), "5");
+  EXPECT_EQ(one("SELECT COUNT(BU65_GRUPPO_CG10) FROM BU65_TESBUDGET WHERE BU65_ID = " + values::toPlainText(made)), "0")
+      << "no account, no chart";
   writer.write(made, 3, 2, 0, 9);
   EXPECT_EQ(amounts(values::toInt64(made), 3), "1: 2:9.00 3: 4:");
 }

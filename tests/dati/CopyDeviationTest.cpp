@@ -98,6 +98,8 @@ TEST_F(CopyDeviation, SharesACentOutOverTheDueDatesOfAPeriod) {
   ASSERT_EQ(copied.size(), 3U);
   EXPECT_EQ(dates(copyOf("A1")), "33.50,33.50,33.50") << "33.49665 twice, and what is left of 100.50";
   EXPECT_EQ(dates(a), "33.33,33.33,33.34");
+  EXPECT_EQ(copy("100"), "0 0") << "what was there before is not the copy's";
+  EXPECT_EQ(dates(copyOf("A1")), "33.50,33.50,33.50");
   bo.IsSovrascriviEsistenti = true;
   EXPECT_EQ(copy("100").substr(0, 2), "1 ");
   EXPECT_EQ(amounts(copyOf("A1"), 0).substr(0, 8), "1:200.00");
