@@ -13,6 +13,7 @@
 #include "frame/TestoSql.h"
 #include "language/Language.h"
 #include "values/Conversion.h"
+#include "values/Text.h"
 
 namespace bukorval::dati {
 namespace {
@@ -61,8 +62,8 @@ std::int64_t History::add(const Author& author, const ado::ChangeSet& changes) {
   const auto number = wholeNumber(RowInsert("BK03_STORICO")
                                       .set("BK03_DITTA_CG18", company_)
                                       .set("BK03_DATA", values::Date::Now())
-                                      .set("BK03_UTENTE", author.user.substr(0, kUserLength))
-                                      .set("BK03_COMANDO", author.command.substr(0, kCommandLength))
+                                      .set("BK03_UTENTE", std::string(values::left(author.user, kUserLength)))
+                                      .set("BK03_COMANDO", std::string(values::left(author.command, kCommandLength)))
                                       .set("BK03_RIGHE", values::Decimal::FromScaled(changes.rows))
                                       .runForIdentity(connection_));
   int line = 0;

@@ -97,13 +97,20 @@ TEST_F(Recorded, IsLostWithATransactionThatIsLeft) {
   EXPECT_EQ(history.entries().front().rows, 2);
 }
 
-TEST_F(Recorded, CutsLongNames) {
-  dati::Transaction transaction(bo, db, dati::Author{std::string(70, 'u'), std::string(1100, 'c')});
-  dati::writeCardValue(bo, a, 0, 1, 0, 1);
-  transaction.end(RunMode::Write);
-  const auto entry = history.entries().front();
-  EXPECT_EQ(values::toPlainText(entry.user), std::string(60, 'u'));
-  EXPECT_EQ(values::toPlainText(entry.command), std::string(1000, 'c'));
+TEST_F(Recorded, CutsLongNamesBetweenCharacters) {
+  const auto times = [](const char* character, int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) text += character;
+    return text;
+  };
+  for (const char* character : {"u", "è", "€"}) {
+    dati::Transaction transaction(bo, db, dati::Author{times(character, 70), "x" + times(character, 1100)});
+    dati::writeCardValue(bo, a, 0, 1, 0, static_cast<int>(character[0]));
+    transaction.end(RunMode::Write);
+    const auto entry = history.entries().front();
+    EXPECT_EQ(values::toPlainText(entry.user), times(character, 60));
+    EXPECT_EQ(values::toPlainText(entry.command), "x" + times(character, 999));
+  }
 }
 
 TEST_F(Recorded, IsTakenBackOnceTheNewestFirst) {
