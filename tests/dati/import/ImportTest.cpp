@@ -126,6 +126,45 @@ TEST_F(Import, WritesRegistrationsLineByLine) {
   EXPECT_EQ(registrations().substr(0, 31), "7 16/02/2025 2025  1 1 1.00,8 2");
 }
 
+TEST_F(Import, FindsTheLinesOfARegistrationWhereverTheyStand) {
+  const std::string header = "movements\nregistration,date,account,amount,kind\n";
+  const auto line = [](const char* number, const char* day, const char* amount, const char* kind = "") {
+    return std::string(number) + "," + day + "/02/2025,50010001," + amount + "," + kind + "\n";
+  };
+  const std::string mixed = header + line("7", "05", "1", "1") + line("9", "06", "2") + line("7", "05", "4") +
+                            line("", "08", "8") + line("9", "06", "16", "0") + line("7", "05", "32", "1") +
+                            line("8", "07", "64");
+  const std::pair<std::string, std::string> wrong[] = {
+      // Of the lines that follow their first one, of one that lies apart, of the next behind that.
+      {line("1", "05", "1") + line("1", "06", "1"), "3: registration 1 has another date on line 2"},
+      {line("1", "05", "1") + line("2", "05", "1") + line("1", "06", "1"),
+       "4: registration 1 has another date on line 2"},
+      {line("1", "05", "1") + line("2", "05", "1") + line("1", "05", "1") + line("1", "05", "1", "2"),
+       "5: registration 1 has another kind on line 2"},
+      // Once each, though such a file is looked through twice.
+      {line("1", "05", "1") + line("1", "06", "1") + line("2", "05", "1") + line("1", "07", "1"),
+       "3: registration 1 has another date on line 2; 5: registration 1 has another date on line 2"},
+      {line("3", "05", "x") + line("2", "05", "1") + line("3", "06", "1"),
+       "2: column amount: 'x' is not a number; 4: registration 3 has another date on line 2"},
+      {line("999999999", "05", "1") + line("65536", "05", "1") + line("65535", "05", "1") + line("65536", "05", "1") +
+           line("999999999", "06", "1"),
+       "6: registration 999999999 has another date on line 2"},
+  };
+  for (const auto& [lines, expected] : wrong) EXPECT_EQ(problems({header + lines}), expected);
+  options.batch = "mixed";
+  EXPECT_EQ(write({mixed}), "7 movements in 4 registrations");
+  EXPECT_EQ(shown(list("SELECT CG42_NUMREG_CG41, CG42_NUMRIGACONT, CG42_IMPTOTALE FROM CG42_MOVCONT"
+                       " ORDER BY CG42_NUMREG_CG41, CG42_NUMRIGACONT")),
+            "7 1 1.00,7 2 4.00,7 3 32.00,8 1 64.00,9 1 2.00,9 2 16.00,10 1 8.00");
+  EXPECT_EQ(shown(list("SELECT BK02_NUMREG_CG41 FROM BK02_REGIMPORTI ORDER BY BK02_NUMREG_CG41")), "7,8,9,10");
+  options.batch.clear();
+  EXPECT_EQ(problems({header + line("6", "05", "1") + line("9", "05", "1") + line("6", "05", "1") +
+                      line("9", "05", "1") + line("7", "05", "1")}),
+            "3: there is a registration 9 already; 6: there is a registration 7 already");
+  options.replace = true;
+  EXPECT_EQ(write({mixed}), "7 movements in 4 registrations, 3 of them replaced");
+}
+
 TEST_F(Import, KnowsWhatEarlierFilesBring) {
   const std::string movements = "movements\ndate,account,amount,site\n15/01/2025,60010001,1,7\n";
   EXPECT_EQ(problems({movements}), "2: no account 60010001; 2: no site 7");
