@@ -13,6 +13,7 @@
 #include "frame/TestoSql.h"
 #include "language/Language.h"
 #include "values/Conversion.h"
+#include "values/Text.h"
 
 namespace bukorval::dati {
 namespace {
@@ -61,8 +62,8 @@ std::int64_t History::add(const Author& author, const ado::ChangeSet& changes) {
   const auto number = wholeNumber(RowInsert("BK03_STORICO")
                                       .set("BK03_DITTA_CG18", company_)
                                       .set("BK03_DATA", values::Date::Now())
-                                      .set("BK03_UTENTE", author.user.substr(0, kUserLength))
-                                      .set("BK03_COMANDO", author.command.substr(0, kCommandLength))
+                                      .set("BK03_UTENTE", std::string(values::left(author.user, kUserLength)))
+                                      .set("BK03_COMANDO", std::string(values::left(author.command, kCommandLength)))
                                       .set("BK03_RIGHE", values::Decimal::FromScaled(changes.rows))
                                       .runForIdentity(connection_));
   int line = 0;
@@ -161,7 +162,12 @@ std::vector<CardChange> History::takeBack(const HistoryEntry& entry) {
   const auto rows = tracker->takeBack(changes, {kStamp});
   if (rows.empty()) refuseOrphans(cardsAt(made));
   std::vector<CardChange> conflicts;
-  const auto found = places.find(rows);
+  auto found = places.find(rows);
+  // A row that is gone does not say where it stood: a later entry that deleted it does.
+  if (std::ranges::any_of(found, [](const auto& place) { return !place; })) {
+    for (const auto& later : entries(entry.number)) places.find(tracker->read(changesOf(later.number)));
+    found = places.find(rows);
+  }
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const auto place = found[i].value_or(RowPlace{});
     const auto known = conflicts.size();

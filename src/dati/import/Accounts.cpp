@@ -44,7 +44,7 @@ class Accounts : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
     batch_ = import.read(file, kModel);
-    import.accountsUnderstood = batch_.understood;
+    import.accountsUnderstood = import.accountsUnderstood && batch_.understood;
     const auto length = accountLength(import.accountLevels);
     const auto lengths = inWords(import.accountLevels);
     for (const auto& row : batch_.rows) {

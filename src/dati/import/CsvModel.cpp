@@ -180,13 +180,20 @@ bool CsvFile::read(Problems& problems, const RowVisitor& visit) {
   return understood;
 }
 
-void CsvFile::readAgain(const RowVisitor& visit) const {
+void CsvFile::readAgain(const RowVisitor& visit) const { goAgain(Faults::Refused, visit); }
+
+void CsvFile::lookAgain(const RowVisitor& visit) const { goAgain(Faults::Known, visit); }
+
+void CsvFile::goAgain(Faults faults, const RowVisitor& visit) const {
   auto blocks = text_.begin();
   Problems problems;
+  const auto refuseNew = [&] {
+    if (faults == Faults::Refused && problems.count() > 0) refuseChange();
+  };
   try {
     CsvReader reader([&](std::string& block) { return blocks.next(block); });
     readRows(reader, model_, file_, problems, [&](CsvRow& row) {
-      if (problems.count() > 0) refuseChange();
+      refuseNew();
       visit(row);
     });
   } catch (const EncodingFault&) {
@@ -194,7 +201,8 @@ void CsvFile::readAgain(const RowVisitor& visit) const {
   } catch (const UnclosedQuote&) {
     refuseChange();
   }
-  if (problems.count() > 0 || !text_.isAsChecked(blocks)) refuseChange();
+  refuseNew();
+  if (!text_.isAsChecked(blocks)) refuseChange();
 }
 
 void CsvFile::refuseChange() const {

@@ -78,9 +78,14 @@ class CsvFile {
   /// Visits the rows of a file that had no problems once more. Throws Refused when it is no longer the same, at the
   /// latest behind the last row.
   void readAgain(const RowVisitor& visit) const;
+  /// The same for a file that was understood but may have problems, which are not told again.
+  void lookAgain(const RowVisitor& visit) const;
   [[noreturn]] void refuseChange() const;
 
  private:
+  enum class Faults { Refused, Known };
+  void goAgain(Faults faults, const RowVisitor& visit) const;
+
   std::string file_;
   CsvModel model_;
   CsvReading reading_;

@@ -8,6 +8,7 @@
 
 #include "dati/import/CsvModel.h"
 #include "dati/import/Import.h"
+#include "dati/import/NumberSet.h"
 #include "language/Language.h"
 #include "values/Arithmetic.h"
 #include "values/Conversion.h"
@@ -63,21 +64,28 @@ std::int32_t sharedValue(const values::Variant& value) {
   return value.kind() == values::Kind::Date ? value.as<values::Date>().dayNumber() : values::toInt32(value);
 }
 
-/// The first line of a registration: there are as many as registrations, so that they are kept small.
+using SharedValues = std::array<std::int32_t, kShared.size()>;
+
+SharedValues sharedValues(const CsvRow& row) {
+  SharedValues values{};
+  std::ranges::transform(kShared, values.begin(), [&](const auto& s) { return sharedValue(row.values[s.field]); });
+  return values;
+}
+
+/// The first line of a registration.
 struct Head {
   std::size_t line = 0;
-  std::array<std::int32_t, kShared.size()> shared{};
+  SharedValues shared{};
+  bool apart = false;        ///< lines of others came between
   std::int32_t written = 0;  ///< lines of the registration
 };
-/// By their numbers.
-using Heads = std::unordered_map<std::int64_t, Head>;
 
 class Movements : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
     file_.emplace(import.open(file, kModel));
     years_ = import.ledger.years();
-    file_->read(import.problems, [&](const CsvRow& row) {
+    const bool understood = file_->read(import.problems, [&](const CsvRow& row) {
       ++rows_;
       adjusting_ = adjusting_ || isAdjusting(row.values);
       for (const auto& problem : problemsOf(row, import)) import.problems.add(file, row.line, problem);
@@ -85,7 +93,11 @@ class Movements : public FileImporter {
       checkRange(row, kModel, kAdjusting, 0, 1, file, import.problems);
       checkRange(row, kModel, kRegistration, 1, kHighestRegistration, file, import.problems);
     });
+    if (!understood) return;
     findTaken(import);
+    if (!import.options.replace)
+      for (const auto number : taken_) heads_.try_emplace(number);
+    if (!heads_.empty()) lookAgain(import);
     if (!import.options.replace)
       for (const auto number : taken_)
         import.problems.add(file, heads_.at(number).line, tr("there is a registration {} already", number),
@@ -104,18 +116,22 @@ class Movements : public FileImporter {
     file_->readAgain([&](const CsvRow& row) {
       const auto& v = row.values;
       const auto number = v[kRegistration].isEmpty() ? next++ : values::toInt64(v[kRegistration]);
-      const auto line = v[kRegistration].isEmpty() ? 1 : ++heads_[number].written;
-      if (line == 1) add(number, v, writer);
+      const auto line = v[kRegistration].isEmpty() ? 1 : nextLineOf(number);
+      if (line == 1) {
+        add(number, v, writer);
+        ++registrations_;
+        if (!import.options.batch.empty()) ofBatch_.push_back(number);
+      }
       writer.add(MovementLine{number, line, v[kAccount], v[kSite], v[kFrom], v[kTo], isCredit(v), v[kAmount]});
       steps.done(++written);
     });
     writer.finish();
     if (!import.options.batch.empty())
-      import.batches.add(import.options.batch, std::string(kModel.name), rows_, registrations_);
+      import.batches.add(import.options.batch, std::string(kModel.name), rows_, ofBatch_);
   }
 
   std::string outcome() const override {
-    return tr("{} in {}", counted(rows_, "movement"), counted(registrations_.size(), "registration")) +
+    return tr("{} in {}", counted(rows_, "movement"), counted(registrations_, "registration")) +
            (taken_.empty() ? "" : tr(", {} of them replaced", taken_.size()));
   }
 
@@ -127,7 +143,13 @@ class Movements : public FileImporter {
     if (year == nullptr) file_->refuseChange();
     writer.add(Registration{number, v[kDate], year->year, year->progressive, v[kSite], values::nvl(v[kKind], 0),
                             v[kDocumentDate], v[kDescription], isAdjusting(v)});
-    registrations_.push_back(number);
+  }
+
+  /// Which line of its registration is the next one.
+  std::int32_t nextLineOf(std::int64_t number) {
+    if (const auto head = heads_.find(number); head != heads_.end()) return ++head->second.written;
+    if (std::exchange(number_, number) != number) head_ = {};
+    return ++head_.written;
   }
 
   static bool isCredit(const Values& v) { return values::toText(v[kSide]) == "C"; }
@@ -170,42 +192,71 @@ class Movements : public FileImporter {
     return tr("the accounting year {} does not hold {}", year, date);
   }
 
-  /// The lines of one registration are of one kind.
+  /// The lines of one registration are of one kind. Those that follow each other are compared at once.
   void compareWithHead(const CsvRow& row, std::vector<std::string>& found) {
     const auto number = values::toInt64(row.values[kRegistration]);
-    std::array<std::int32_t, kShared.size()> shared{};
-    std::ranges::transform(kShared, shared.begin(), [&](const auto& s) { return sharedValue(row.values[s.field]); });
-    const auto [position, isNew] = heads_.try_emplace(number, Head{row.line, shared});
-    if (isNew) return;
-    const auto& head = position->second;
+    if (number < 1 || number > kHighestRegistration) return;  // a problem for itself
+    if (number == number_) return compare(row, head_, found);
+    if (!numbers_.insert(number)) return void(heads_.try_emplace(number));
+    number_ = number;
+    head_ = {row.line, sharedValues(row)};
+    lowest_ = std::min(lowest_, number);
+    highest_ = std::max(highest_, number);
+  }
+
+  static void compare(const CsvRow& row, const Head& head, std::vector<std::string>& found) {
+    const auto shared = sharedValues(row);
     for (std::size_t i = 0; i < kShared.size(); ++i) {
       const auto expected = head.shared[i] == kNothing ? kShared[i].otherwise : head.shared[i];
       if (shared[i] == kNothing || shared[i] == expected) continue;
-      found.push_back(
-          tr("registration {} has another {} on line {}", number, kModel.fields[kShared[i].field].name, head.line));
+      found.push_back(tr("registration {} has another {} on line {}", values::toInt64(row.values[kRegistration]),
+                         kModel.fields[kShared[i].field].name, head.line));
     }
+  }
+
+  /// Finds the first lines of the registrations that have an entry in heads_, and compares the lines that lie apart
+  /// from them: so that only what needs it is kept.
+  void lookAgain(ImportContext& import) {
+    std::int64_t before = 0;
+    file_->lookAgain([&](const CsvRow& row) {
+      if (row.values[kRegistration].isEmpty()) return;
+      const auto number = values::toInt64(row.values[kRegistration]);
+      const bool follows = std::exchange(before, number) == number;
+      const auto position = heads_.find(number);
+      if (position == heads_.end()) return;
+      auto& head = position->second;
+      if (head.line == 0) {
+        head = {row.line, sharedValues(row)};
+        return;
+      }
+      head.apart = head.apart || !follows;
+      if (!head.apart) return;
+      std::vector<std::string> found;
+      compare(row, head, found);
+      for (const auto& problem : found) import.problems.add(file_->name(), row.line, problem);
+    });
   }
 
   /// Which numbers of the file are those of registrations that are there already.
   void findTaken(ImportContext& import) {
-    if (heads_.empty()) return;
-    std::int64_t lowest = kHighestRegistration;
-    for (const auto& [number, head] : heads_) {
-      lowest = std::min(lowest, number);
-      highest_ = std::max(highest_, number);
-    }
-    for (const auto number : import.ledger.registrations(lowest, highest_))
-      if (heads_.contains(number)) taken_.push_back(number);
+    if (highest_ == 0) return;
+    for (const auto number : import.ledger.registrations(lowest_, highest_))
+      if (numbers_.contains(number)) taken_.push_back(number);
   }
 
   std::optional<CsvFile> file_;
   std::size_t rows_ = 0;
   bool adjusting_ = false;  ///< a line adjusts its accounting year
   std::vector<AccountingYear> years_;
-  Heads heads_;
-  std::int64_t highest_ = 0;
+  NumberSet numbers_;  ///< of the registrations
+  std::int64_t lowest_ = kHighestRegistration, highest_ = 0;
+  std::int64_t number_ = 0;  ///< of the registration at hand
+  Head head_;
+  /// Those whose lines do not all follow each other, and those that are there already.
+  std::unordered_map<std::int64_t, Head> heads_;
   std::vector<std::int64_t> taken_;
-  std::vector<std::int64_t> registrations_;  ///< that were written
+  std::size_t registrations_ = 0;      ///< that were written
+  std::vector<std::int64_t> ofBatch_;  ///< their numbers, where they get a name
 };
 
 }  // namespace

@@ -14,7 +14,7 @@ class Sites : public FileImporter {
  public:
   void read(const std::string& file, ImportContext& import) override {
     batch_ = import.read(file, kModel);
-    import.sitesUnderstood = batch_.understood;
+    import.sitesUnderstood = import.sitesUnderstood && batch_.understood;
     for (const auto& row : batch_.rows) {
       const auto& code = row.values[kCode];
       if (!code.isEmpty() && !import.sites.insert(code))
