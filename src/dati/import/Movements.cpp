@@ -192,11 +192,13 @@ class Movements : public FileImporter {
     return tr("the accounting year {} does not hold {}", year, date);
   }
 
-  /// The lines of one registration are of one kind. Those that follow each other are compared at once.
+  /// The lines of one registration are of one kind. Those that follow their first one are compared at once.
   void compareWithHead(const CsvRow& row, std::vector<std::string>& found) {
     const auto number = values::toInt64(row.values[kRegistration]);
-    if (number < 1 || number > kHighestRegistration) return;  // a problem for itself
-    if (number == number_) return compare(row, head_, found);
+    const bool possible = number >= 1 && number <= kHighestRegistration;  // or it is a problem for itself
+    if (possible && number == number_) return compare(row, head_, found);
+    number_ = 0;
+    if (!possible) return;
     if (!numbers_.insert(number)) return void(heads_.try_emplace(number));
     number_ = number;
     head_ = {row.line, sharedValues(row)};
@@ -250,7 +252,7 @@ class Movements : public FileImporter {
   std::vector<AccountingYear> years_;
   NumberSet numbers_;  ///< of the registrations
   std::int64_t lowest_ = kHighestRegistration, highest_ = 0;
-  std::int64_t number_ = 0;  ///< of the registration at hand
+  std::int64_t number_ = 0;  ///< of the registration whose lines follow each other, 0 for none
   Head head_;
   /// Those whose lines do not all follow each other, and those that are there already.
   std::unordered_map<std::int64_t, Head> heads_;

@@ -144,6 +144,10 @@ TEST_F(Import, FindsTheLinesOfARegistrationWhereverTheyStand) {
       // Once each, though such a file is looked through twice.
       {line("1", "05", "1") + line("1", "06", "1") + line("2", "05", "1") + line("1", "07", "1"),
        "3: registration 1 has another date on line 2; 5: registration 1 has another date on line 2"},
+      {line("1", "05", "1") + line("2", "05", "1") + line("1", "05", "1") + line("2", "06", "1"),
+       "5: registration 2 has another date on line 3"},
+      {line("1", "05", "1") + line("0", "05", "1") + line("1", "06", "1"),
+       "3: column registration: 0 is not between 1 and 999999999; 4: registration 1 has another date on line 2"},
       {line("3", "05", "x") + line("2", "05", "1") + line("3", "06", "1"),
        "2: column amount: 'x' is not a number; 4: registration 3 has another date on line 2"},
       {line("999999999", "05", "1") + line("65536", "05", "1") + line("65535", "05", "1") + line("65536", "05", "1") +
