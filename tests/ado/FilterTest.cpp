@@ -52,10 +52,10 @@ TEST(Filter, ComparesAVariantFieldByWhatTheRowHolds) {
 
 TEST(Filter, LikeOpensTheEndsThatHaveAWildcard) {
   check({"CONTO LIKE 'A1*' => 1,2", "CONTO LIKE 'a1%' => 1,2", "CONTO LIKE '*00' => 1,2", "CONTO LIKE '%O%' => 3",
-         "CONTO LIKE 'A100' => 1,2", "CONTO LIKE 'A' => ", "CONTO LIKE 'àà *' => 4", "CONTO LIKE '12  %' => 5",
-         "CONTO LIKE '*' => 1,2,3,4,5", "CONTO LIKE 'A*0' => LIKE takes * and % only at the ends",
-         "CONTO LIKE 12 => LIKE takes a text", "IMPORTO LIKE '1*' => Field IMPORTO cannot be compared",
-         "N LIKE '1' => LIKE takes a text"});
+         "CONTO LIKE 'A1*  ' => 1,2", "CONTO LIKE 'A100' => 1,2", "CONTO LIKE 'A' => ", "CONTO LIKE 'àà *' => 4",
+         "CONTO LIKE '12  %' => 5", "CONTO LIKE '*' => 1,2,3,4,5",
+         "CONTO LIKE 'A*0' => LIKE takes * and % only at the ends", "CONTO LIKE 12 => LIKE takes a text",
+         "IMPORTO LIKE '1*' => Field IMPORTO cannot be compared", "N LIKE '1' => LIKE takes a text"});
 }
 
 TEST(Filter, JoinsTermsWithAndBeforeOr) {

@@ -103,6 +103,7 @@ TEST_F(DrillDown, SpreadsCompetenceByDaysAndTellsWhereTheRestIs) {
   for (const auto& [period, amount] : first.movements.front().rest)
     rest += std::to_string(period) + ":" + amount.toString() + " ";
   EXPECT_EQ(rest, "2:91.00 3:92.00 4:92.00 ");
+  EXPECT_EQ(shownCells(first), "1 2 121.00 0.00 -") << "two lines, whatever their months";
   EXPECT_EQ(totals(drill()), "1:121.00 2:121.00 3:92.00 4:92.00");
   EXPECT_EQ(elaborated(), "1:121.00 2:121.00 3:92.00 4:92.00");
 }

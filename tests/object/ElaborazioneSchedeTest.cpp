@@ -43,7 +43,7 @@ struct ElaborazioneSchede : SmallBudgets {
 TEST_F(ElaborazioneSchede, WritesThePeriodsOfTheDatesAndNoOther) {
   const auto a = cardWithTerms("A1");
   for (const char* text : {"1 1 1", "1 2 2", "1 3 3", "0 2 9"}) detail(a, text);
-  for (const char* day : {"20250331", "20250401", "20250531", "20250601", "20250930", "20251001"}) book(day, "10");
+  for (const char* day : {"20250331", "20250401", "20250531", "20250630", "20250930", "20251001"}) book(day, "10");
   dates("20250401", "20250630");
   EXPECT_EQ(run(), "0 ");
   EXPECT_EQ(amounts(a, 1), "1:1.00 2:30.00 3:3.00 4:") << "the missing row is made, without an amount";

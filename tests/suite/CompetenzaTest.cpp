@@ -114,6 +114,11 @@ TEST(Competenza, WeightsShareToTheCentTheLargestFractionsFirst) {
   }
 }
 
+TEST(Competenza, OfManyEqualWeightsTheFirstGetTheCents) {
+  const auto shares = ripartisciPerPesi(Decimal::FromScaled(7, 2), std::vector(40, Decimal::FromScaled(1)), 2);
+  for (std::size_t i = 0; i < shares.size(); ++i) EXPECT_EQ(shares[i], Decimal::FromScaled(i < 7 ? 1 : 0, 2)) << i;
+}
+
 TEST(Competenza, NoWeightedShareIsACentFromItsDue) {
   std::mt19937_64 random(77);
   for (int i = 0; i < 2000; ++i) {

@@ -71,6 +71,8 @@ TEST(Conversion, IntegersRoundHalvesToEvenAndOverflow) {
   EXPECT_TRUE(overflows([] { toInt32(-1e300); }));
   EXPECT_TRUE(overflows([] { toInt32(std::numeric_limits<double>::quiet_NaN()); }));
   EXPECT_TRUE(overflows([] { toInt64(9.3e18); }));
+  EXPECT_TRUE(overflows([] { toInt64(9223372036854775808.0); }));
+  EXPECT_EQ(toInt64(-9223372036854775808.0), std::numeric_limits<std::int64_t>::min());
   EXPECT_TRUE(overflows([] { toInt64("9223372036854775808"); }));
   EXPECT_TRUE(overflows([] { toDecimal("1E40"); }));
   EXPECT_TRUE(overflows([] { toDouble("1E400"); }));

@@ -56,6 +56,9 @@ TEST(Date, RangeEndsAreErrors) {
   EXPECT_THROW(Date::FromYmd(1752, 12, 31), Errore);
   EXPECT_THROW(Date::FromYmd(2011, 1, 1, 24), Errore);
   EXPECT_EQ(Date::FromYmd(9999, 12, 15).lastOfMonth().toSql(), "99991231");
+  EXPECT_EQ(Date::FromYmd(9999, 12, 30).addDays(1).toSql(), "99991231");
+  EXPECT_EQ(Date::FromYmd(1753, 1, 2).addDays(-1).toSql(), "17530101");
+  EXPECT_THROW(Date::FromYmd(1753, 1, 1).addDays(-1), Errore);
   EXPECT_EQ(Date::FromYmd(1753, 1, 1).addMonths(12 * 8246).toSql(), "99990101");
 }
 

@@ -169,6 +169,20 @@ TEST_F(Import, FindsTheLinesOfARegistrationWhereverTheyStand) {
   EXPECT_EQ(write({mixed}), "7 movements in 4 registrations, 3 of them replaced");
 }
 
+TEST_F(Import, PutsMovementsIntoTheYearThatHoldsThem) {
+  const std::string header = "movements\ndate,account,amount,competence_from,competence_to,year,adjusting\n";
+  EXPECT_EQ(problems({header + "30/06/2024,50010001,1,,,,\n01/01/2026,50010001,1,,,,\n15/01/2026,50010001,1,,,,1\n"}),
+            "2: no accounting year holds 30/06/2024; 3: no accounting year holds 01/01/2026; "
+            "4: no accounting year holds 15/01/2026")
+      << "what adjusts a year names it";
+  EXPECT_EQ(write({header + "01/07/2024,50010001,1,,,,\n31/12/2024,50010001,2,,,,\n01/01/2025,50010001,3,,,,\n"
+                            "31/12/2025,50010001,4,2025-02-01,2025-02-01,,\n30/06/2025,50010001,5,,,2024,\n"}),
+            "5 movements in 5 registrations");
+  EXPECT_EQ(registrations(),
+            "1 01/07/2024 2024  1 1 1.00,2 31/12/2024 2024  1 1 2.00,3 01/01/2025 2025  1 1 3.00,"
+            "4 31/12/2025 2025  1 1 4.00,5 30/06/2025 2024  1 1 5.00");
+}
+
 TEST_F(Import, KnowsWhatEarlierFilesBring) {
   const std::string movements = "movements\ndate,account,amount,site\n15/01/2025,60010001,1,7\n";
   EXPECT_EQ(problems({movements}), "2: no account 60010001; 2: no site 7");
@@ -224,6 +238,11 @@ TEST_F(Import, DefinesBudgetsAndCodes) {
   EXPECT_EQ(one("SELECT BU01_STRUTTURA, BU01_INDPERFISO, BU01_INDPERIODO, BU01_NUMFORECAST FROM BU01_ANABUDGET WHERE"
                 " BU01_INDTIPO = 0"),
             "ARECLF 0 0 3");
+  EXPECT_EQ(write({"definitions\ntype,subtype,structure\n0,M,ARE\n"}), "1 budget definition");
+  EXPECT_EQ(one("SELECT BU01_INDPERFISO, BU01_INDPERIODO, BU01_NUMFORECAST, BU01_FLGSEDI FROM BU01_ANABUDGET WHERE"
+                " BU01_SOTTOTIPO = 'M'"),
+            "1 0 0 0")
+      << "by months from January, when nothing is said";
 }
 
 TEST_F(Import, WritesAllOrNothingWhereverItFails) {
