@@ -207,6 +207,9 @@ class Check:
             months = sorted(add_months(first, r.randint(0, months_between(first, last))) for _ in range(2))
             first = months[0] + DAY * r.randint(0, 20)
             last = max(month_end(months[1]) - DAY * (0 if options["accruals"] else r.choice((0, 0, 9))), first)
+        if r.random() < 0.15:
+            last = month_end(add_months(year["CG19_DATAFINE"], r.randint(1, 4))) - DAY * (0 if options["accruals"] else r.choice((0, 0, 9)))
+        if (first, last) != (year["CG19_DATAINIZIO"], year["CG19_DATAFINE"]):
             words += ["--DaData", f"#{first}#", "--AData", f"#{last}#"]
             options.update(first=first, last=last)
         options["by_registration"] = r.random() < 0.5

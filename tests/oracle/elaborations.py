@@ -262,16 +262,16 @@ class BalanceRun:
     def monthly(self):
         """{(account, month): balance} of the general ledger, deviations applied."""
         sums = collections.defaultdict(lambda: rounded(0))
-        year_end = self.movement_year["CG19_DATAFINE"]
+        year_end, first, last, reach = self.movement_year["CG19_DATAFINE"], self.first.replace(day=1), self.last, None
+        if self.adjustments and year_end == month_end(year_end) and first <= year_end and last >= year_end.replace(day=1):
+            # The last month is read whole, with the adjusting entries of the month after it: those count nowhere else.
+            last, reach = max(last, year_end), month_end(year_end + DAY)
         for line in self.lines():
+            adjusts = reach and line["CG41_FLGRETTIF"] == 1 and not self.spreads(line)
             for day, amount in self.dated(line):
-                month = day.replace(day=1)
-                if self.adjustments and year_end < day <= month_end(year_end + DAY) and line["CG41_FLGRETTIF"] == 1 and not self.spreads(line):
-                    month = year_end.replace(day=1)
-                elif day > self.last:
-                    continue
-                if self.first.replace(day=1) <= month <= self.last:
-                    sums[line["CG42_CONTOPAR_CG24"], month] += amount
+                counted = year_end if adjusts and year_end < day <= reach else day
+                if first <= counted <= last:
+                    sums[line["CG42_CONTOPAR_CG24"], counted.replace(day=1)] += amount
         return {(a, m): self.raised(a, m, s) for (a, m), s in sums.items() if self.budget.account != "BU65_CONTO_CG24" or self.in_range(a)}
 
     def in_range(self, account):
