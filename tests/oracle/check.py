@@ -23,11 +23,13 @@ from decimal import Decimal
 from pathlib import Path
 
 from company import Company
+from drill_down import DrillDownChecks
 from elaborations import BalanceRun, CardRun, CopyRun, apply, details
 from expected import Budget, Report, grid, periods
+from planning import PlanningChecks
 from rules import DAY, MEASURES, ORDERS, add_months, month_end, months_between, read_tables
 
-class Check:
+class Check(PlanningChecks, DrillDownChecks):
     """One company: its database, what was compared, what differs."""
 
     raised_copies = 0.5  # how many duplications have a percentage
@@ -37,10 +39,10 @@ class Check:
 
     def __init__(self, program, seed, template, folder):
         self.program, self.seed = program, seed
-        self.database = str(Path(folder) / f"{seed}.db")
+        self.folder, self.database = Path(folder), str(Path(folder) / f"{seed}.db")
         self.where = ["-d", self.database]
         self.make(template)
-        self.random = random.Random(-seed - 1)
+        self.random, self.more = random.Random(-seed - 1), random.Random(10**6 + seed)
         self.cells, self.differences = 0, []
 
     def make(self, template):
@@ -54,7 +56,7 @@ class Check:
         os.remove(self.database)
 
     def run(self, *words, refused=False):
-        """The program's answer in JSON, None when it refused or failed."""
+        """The program's answer in JSON, or its words where it has no rows to show; None when it refused or failed."""
         command = [self.program, *words, *self.where, "--format", "json", "--lang", "en"]
         done = subprocess.run(command, capture_output=True, text=True, stdin=subprocess.DEVNULL)
         self.command = shlex.join(words)
@@ -62,7 +64,13 @@ class Check:
             if done.returncode != int(refused):
                 self.report("exit code", {}, done.returncode, f"{int(refused)}; {done.stderr.strip()[-300:]}")
             return None
-        return json.loads(done.stdout, parse_float=Decimal)
+        return json.loads(done.stdout, parse_float=Decimal) if done.stdout[:1] in ("[", "{") else done.stdout
+
+    def file(self, header, rows):
+        """The path of a CSV file with these rows."""
+        path = self.folder / f"{self.seed}.csv"
+        path.write_text("\n".join([header, *(",".join(map(str, row)) for row in rows)]) + "\n", encoding="utf-8")
+        return str(path)
 
     def report(self, what, where, found, expected):
         place = " ".join(f"{k}={v}" for k, v in where.items())
@@ -252,11 +260,7 @@ class Check:
         for account in r.sample(accounts, min(8, len(accounts))):
             for month in [None] if r.random() < 0.6 else r.sample(range(1, 13), 4):
                 percents[account, month] = Decimal(r.choice((0, r.randint(-3000, 3000), r.randint(1, 99)))).scaleb(-2)
-        path = self.database + ".csv"
-        with open(path, "w", encoding="utf-8") as out:
-            out.write("account,period,percent\n")
-            out.writelines(f"{account},{month or ''},{percent}\n" for (account, month), percent in percents.items())
-        return ["--percent-file", path]
+        return ["--percent-file", self.file("account,period,percent", [(a, month or "", percent) for (a, month), percent in percents.items()])]
 
     def with_new_cards(self, expected, budget, run, new):
         """Adds the cards that must have been made: which identifiers they got is not ours to say."""
@@ -328,6 +332,16 @@ class Check:
             elif budget.type == 5:
                 for _ in range(2):
                     self.check_balances(Budget(self.tables(), *budget.key))
+        self.plans()
+
+    def plans(self):
+        """What fills plans and what explains them, on what the elaborations left."""
+        for budget in self.budgets():
+            for check in (self.check_raise, self.check_spread, self.check_spread):
+                check(Budget(self.tables(), *budget.key))
+            if budget.type == 4:
+                self.check_values(Budget(self.tables(), *budget.key))
+                self.check_movements(Budget(self.tables(), *budget.key))
 
 
 def check_seed(kind, program, template, folder, seed):

@@ -141,7 +141,12 @@ class CardRun:
         """Whether movements of an account are the card's."""
         own = card["BU65_CONTO_CG24"]
         prefix = own and prefix_of(own, self.budget.structure)
-        return bool(own) and prefix != "" and (account == own if prefix is None else account.startswith(prefix))
+        return self.takes_any(card) and (account == own if prefix is None else account.startswith(prefix))
+
+    def takes_any(self, card):
+        """Whether a card has an account that movements could be on."""
+        own = card["BU65_CONTO_CG24"]
+        return bool(own) and prefix_of(own, self.budget.structure) != ""
 
     def reconciliation(self):
         """{card kind: totals}, and None for balance sheet accounts beside them; nothing where an account has cards of both kinds."""
