@@ -72,7 +72,7 @@ PeriodWeights daysOfPeriods(CLSKORVAL& budget, ado::Connection& connection) {
 }
 
 PeriodWeights amountsAsWeights(CLSKORVAL& budget, ado::Connection& connection, const Variant& card,
-                               BdgTipoDettaglio kind, const Measure& measure) {
+                               BdgTipoDettaglio kind, const Measure& measure, PeriodRange range) {
   const auto periods = periodNames(budget);
   const KeptSelection kept(budget);
   const auto name = "card " + values::toPlainText(card);
@@ -80,8 +80,8 @@ PeriodWeights amountsAsWeights(CLSKORVAL& budget, ado::Connection& connection, c
   if (periodNames(budget) != periods) throw Refused(tr("The periods of {} are others", name));
   PeriodWeights weights(periods.size());
   for (const auto& [period, amount] : amountsOfCard(connection, card, kind, measure)) {
-    if (period < 1 || static_cast<std::size_t>(period) > weights.size() || amount.isNothing()) continue;
-    auto& weight = weights[static_cast<std::size_t>(period) - 1];
+    if (period < range.from || period > range.to || amount.isNothing()) continue;
+    auto& weight = weights.at(static_cast<std::size_t>(period) - 1);
     weight = values::toDecimal(amount);
     if (weight.isNegative())
       throw Refused(tr("Period {} of {} has {}: a negative amount is no weight", period, name, weight.toString()));
