@@ -23,13 +23,14 @@ from decimal import Decimal
 from pathlib import Path
 
 from company import Company
+from comparison import ComparisonChecks
 from drill_down import DrillDownChecks
 from elaborations import BalanceRun, CardRun, CopyRun, apply, details
 from expected import Budget, Report, grid, periods
 from planning import PlanningChecks
 from rules import DAY, MEASURES, ORDERS, add_months, month_end, months_between, read_tables
 
-class Check(PlanningChecks, DrillDownChecks):
+class Check(PlanningChecks, ComparisonChecks, DrillDownChecks):
     """One company: its database, what was compared, what differs."""
 
     raised_copies = 0.5  # how many duplications have a percentage
@@ -242,8 +243,10 @@ class Check(PlanningChecks, DrillDownChecks):
         run = BalanceRun(budget.tables, budget, year, **{**options, "overwrite": self.overwrites and "overwrite" in options})
         rows = self.run("elaborate-balances", *budget.options, *words)
         if rows is not None:
-            rows = rows if isinstance(rows, list) else next(iter(rows.values()))
+            rows, unlinked = (rows, None) if isinstance(rows, list) else list(rows.values())[:2]
             self.compare({(row["CONTO"], row["PERIODO"]): row for row in rows}, run.rows(), ["account", "period"])
+            if unlinked is not None:
+                self.compare({(row["CONTO"], row["SEGNO"]): row for row in unlinked}, run.unlinked(), ["account", "sign"])
         if self.run("elaborate-balances", *budget.options, *words, "--write") is not None:
             old, new = run.written()
             self.compare_details(self.with_new_cards(apply(budget.tables, budget, run.kind_written, old, False), budget, run, new))
@@ -342,6 +345,8 @@ class Check(PlanningChecks, DrillDownChecks):
             if budget.type == 4:
                 self.check_values(Budget(self.tables(), *budget.key))
                 self.check_movements(Budget(self.tables(), *budget.key))
+            if budget.type in (4, 5):
+                self.check_comparison(Budget(self.tables(), *budget.key))
 
 
 def check_seed(kind, program, template, folder, seed):

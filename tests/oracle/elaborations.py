@@ -288,14 +288,27 @@ class BalanceRun:
             return {(r["CG20_CONTO_CG24"], r["CG20_INDSEGNO"]): r["CG20_CODICE_CG23"] for r in self.tables["CG20_COLLPDCRICL"]}
         return {(r["CG83_CONTO_CG24"], r["CG83_INDSEGNO"]): r["CG83_CONTORICL_PC03"] for r in self.tables["CG83_COLLRICL"]}
 
+    def by_target(self, monthly):
+        """(account, month, account of the budget's chart or None, balance) of each balance."""
+        ledger, links = {r["CG24_CONTO"] for r in self.tables["CG24_TABPDC"] if r["CG24_INDTIPOCONTO"] == 2}, self.links()
+        for (account, month), balance in monthly.items():
+            yield account, month, account in ledger and links.get((account, 1 if balance >= 0 else 2)) or None, balance
+
+    def unlinked(self):
+        """{(general-ledger account, sign): months and amount} of the balances that go nowhere."""
+        result = {}
+        for account, _, target, balance in self.by_target(self.monthly()):
+            if balance and not target:
+                row = result.setdefault((account, 1 if balance > 0 else 2), {"MESI": 0, "IMPORTO": rounded(0)})
+                row.update(MESI=row["MESI"] + 1, IMPORTO=row["IMPORTO"] + balance)
+        return result
+
     def proposed(self):
         """{(account, period): amount}, a row for every period of an account."""
         monthly, calendar = self.monthly(), self.budget.calendar
         if self.budget.account != "BU65_CONTO_CG24":
-            ledger = {r["CG24_CONTO"] for r in self.tables["CG24_TABPDC"] if r["CG24_INDTIPOCONTO"] == 2}
-            linked, links = collections.defaultdict(lambda: rounded(0)), self.links()
-            for (account, month), balance in monthly.items():
-                target = account in ledger and links.get((account, 1 if balance >= 0 else 2))
+            linked = collections.defaultdict(lambda: rounded(0))
+            for _, month, target, balance in self.by_target(monthly):
                 if target and self.in_range(target):
                     linked[target, month] += balance
             monthly = linked
