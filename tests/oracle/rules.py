@@ -94,6 +94,10 @@ class Calendar:
         position = (month - self.start.month) % 12 + 1 if self.fiscal else month
         return (position - 1) // self.months_per_period + 1
 
+    def same_periods(self, other):
+        """Whether each calendar month lies in the same period of both."""
+        return self.count == other.count and all(self.period(m) == other.period(m) for m in range(1, 13))
+
     @property
     def months(self):
         """The first days of the months of the year, in the order of time."""
