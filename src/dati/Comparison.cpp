@@ -19,6 +19,7 @@ using values::Variant;
 
 /// What rows are put in order and found by: codes as they sort, then the period.
 using RowKey = std::pair<std::vector<std::string>, int>;
+constexpr int kYear = 0;
 
 void add(Variant& sum, const Variant& amount) {
   if (!amount.isNothing()) sum = sum.isNothing() ? amount : Variant(values::toDecimal(sum) + values::toDecimal(amount));
@@ -52,7 +53,14 @@ class Comparer {
   std::vector<ComparedRow> rows() {
     std::vector<ComparedRow> rows;
     rows.reserve(rows_.size());
-    for (auto& [key, row] : rows_) rows.push_back(std::move(row));
+    const ComparedRow* card = nullptr;
+    for (auto& [key, row] : rows_) {
+      if (key.second == kYear) card = &row;
+      if (byPeriod_ && key.second == kYear) continue;
+      row.onLeft = card->onLeft;
+      row.onRight = card->onRight;
+      rows.push_back(std::move(row));
+    }
     return rows;
   }
 
@@ -107,10 +115,11 @@ class Comparer {
       row.*present = true;
       return row;
     };
-    if (!byPeriod_) rowOf(0);
+    // By period, this row only tells which side has the card.
+    rowOf(kYear);
     for (const auto& [period, cell] : cells_) {
       const auto& value = cell.actual.isNothing() ? cell.value : cell.actual;
-      if (cell.planned && !value.isNothing()) add(rowOf(byPeriod_ ? period : 0).*amount, value);
+      if (cell.planned && !value.isNothing()) add(rowOf(byPeriod_ ? period : kYear).*amount, value);
     }
     cells_.clear();
     key_.clear();
@@ -140,11 +149,11 @@ std::vector<CardColumn> commonColumns(CLSKORVAL& budget, ado::Connection& connec
 
 std::vector<std::string> commonPeriods(CLSKORVAL& budget, const ComparedSide& left, const ComparedSide& right) {
   selectBudget(budget, right.budget);
-  const auto other = periodNames(budget);
+  const auto other = periodShape(budget);
   selectBudget(budget, left.budget);
-  auto periods = periodNames(budget);
-  if (periods != other) throw Refused(tr("These two budgets have different periods: only their years can be compared"));
-  return periods;
+  if (periodShape(budget) != other)
+    throw Refused(tr("These two budgets have different periods: only their years can be compared"));
+  return periodNames(budget);
 }
 
 }  // namespace

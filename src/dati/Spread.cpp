@@ -61,7 +61,7 @@ PeriodWeights daysOfPeriods(CLSKORVAL& budget, ado::Connection& connection) {
   requireSuccess(budget);
   const auto first = values::toDate(begin), last = values::toDate(end);
   const WrittenPeriods periods(budget, first, last);
-  PeriodWeights days(periodNames(budget).size());
+  PeriodWeights days(periodShape(budget).count);
   for (Date day = first; day <= last; day = day.lastOfMonth().addDays(1)) {
     const auto period = static_cast<std::size_t>(periods.periodOf(static_cast<std::size_t>(day.month())));
     if (period < 1 || period > days.size()) continue;
@@ -72,16 +72,16 @@ PeriodWeights daysOfPeriods(CLSKORVAL& budget, ado::Connection& connection) {
 }
 
 PeriodWeights amountsAsWeights(CLSKORVAL& budget, ado::Connection& connection, const Variant& card,
-                               BdgTipoDettaglio kind, const Measure& measure) {
-  const auto periods = periodNames(budget);
+                               BdgTipoDettaglio kind, const Measure& measure, PeriodRange range) {
+  const auto shape = periodShape(budget);
   const KeptSelection kept(budget);
   const auto name = "card " + values::toPlainText(card);
   if (!selectBudgetOfCard(budget, connection, card)) throw Refused(tr("There is no {}", name));
-  if (periodNames(budget) != periods) throw Refused(tr("The periods of {} are others", name));
-  PeriodWeights weights(periods.size());
+  if (periodShape(budget) != shape) throw Refused(tr("The periods of {} are others", name));
+  PeriodWeights weights(shape.count);
   for (const auto& [period, amount] : amountsOfCard(connection, card, kind, measure)) {
-    if (period < 1 || static_cast<std::size_t>(period) > weights.size() || amount.isNothing()) continue;
-    auto& weight = weights[static_cast<std::size_t>(period) - 1];
+    if (period < range.from || period > range.to || amount.isNothing()) continue;
+    auto& weight = weights.at(static_cast<std::size_t>(period) - 1);
     weight = values::toDecimal(amount);
     if (weight.isNegative())
       throw Refused(tr("Period {} of {} has {}: a negative amount is no weight", period, name, weight.toString()));

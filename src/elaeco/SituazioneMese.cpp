@@ -83,7 +83,8 @@ void SituazioneMese::impostaOpzioni() {
 }
 
 values::Date SituazioneMese::fineElaborazione(const values::Date& fineMese) const {
-  // Adjusting entries of the year are recorded after its end: their month is read with the year's last one.
+  // Adjusting entries of the year are recorded after its end: their month is read with the year's last one, which is
+  // then read whole, whatever day of it AData is.
   if (!values::isBlank(fineEsercizioMovimenti_) && fineMese == values::toDate(fineEsercizioMovimenti_).dateOnly())
     return fineMese.addDays(1).lastOfMonth();
   const auto aData = values::toDate(ctx_.prop.AData).dateOnly();

@@ -64,26 +64,46 @@ std::optional<Date> fineEsercizio(const SituazioneContabile& s) {
   return values::toDate(fine).dateOnly();
 }
 
-/// What counts of the days beyond the accounting year in a range that begins inside it: the entries that adjust it.
+std::string esercizio(const SituazioneContabile& s) {
+  return testo(s.Ditta) + "/" + testo(s.AnnoEsercizio) + "/" + testo(s.ProgrEsercizio);
+}
+
+/// What counts of the days beyond the accounting year: in a range that begins inside it and ends in a later month the
+/// entries that adjust it, in ranges after that one what it has not counted.
 class OltreEsercizio {
  public:
-  explicit OltreEsercizio(const SituazioneContabile& s) : fine_(values::toDate(s.DataFineElab)) {
-    const auto esercizio = fineEsercizio(s);
-    if (!esercizio || fine_.dateOnly() <= *esercizio || values::toDate(s.DataInizioElab) > *esercizio) return;
-    fine_ = *esercizio;
-    primoGiornoOltre_ = "'" + esercizio->addDays(1).toSql() + "'";
+  OltreEsercizio(const SituazioneContabile& s, std::optional<RettificheContate>& contate)
+      : fine_(values::toDate(s.DataFineElab)) {
+    const auto ultimo = fineEsercizio(s);
+    if (!ultimo) return;
+    const Date inizio = values::toDate(s.DataInizioElab);
+    if (inizio > *ultimo) {
+      if (contate && contate->esercizio == esercizio(s) && inizio <= contate->fino)
+        condizione_ = {">=", contate->fino.addDays(1), "ISNULL(CG41_FLGRETTIF, 0) = 0"};
+    } else if (fine_.dateOnly() > ultimo->lastOfMonth()) {
+      condizione_ = {"<", ultimo->addDays(1), "CG41_FLGRETTIF <> 0"};
+      contate = RettificheContate{esercizio(s), fine_.dateOnly()};
+      fine_ = *ultimo;
+    }
   }
 
   /// The last day on which competence accrues.
   const Date& fine() const { return fine_; }
+  /// "" when every line of the range counts.
   std::string condizione(const std::string& giorno) const {
-    if (primoGiornoOltre_.empty()) return {};
-    return " AND (" + giorno + " < " + primoGiornoOltre_ + " OR CG41_FLGRETTIF <> 0)";
+    if (!condizione_) return {};
+    return " AND (" + giorno + " " + condizione_->confronto + " '" + condizione_->giorno.toSql() + "' OR " +
+           condizione_->altrimenti + ")";
   }
 
  private:
+  struct Condizione {
+    const char* confronto;
+    Date giorno;
+    const char* altrimenti;
+  };
   Date fine_;
-  std::string primoGiornoOltre_;  ///< "" when the range ends with the year
+  std::optional<Condizione> condizione_;
 };
 
 /// Which movements count, whatever their dates.
@@ -166,7 +186,7 @@ ado::RecordsetPtr inDueColonne(const Saldi& saldi, bool senzaZeri) {
 void SituazioneMovimenti::calcola() {
   if (!Connection) throw values::Errore("The accounting situation has no connection");
   Saldi saldi;
-  const OltreEsercizio oltre(*this);
+  const OltreEsercizio oltre(*this, contate_);
   aggiungiPerData(*this, oltre, saldi);
   if (acceso(SimulaRisconti)) aggiungiPerCompetenza(*this, oltre, saldi);
   RecordsetSituazioneEP = inDueColonne(saldi, acceso(SaldoDiversoDaZero));

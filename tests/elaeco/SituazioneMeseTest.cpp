@@ -43,13 +43,14 @@ TEST(SituazioneMese, EveryPropertyReachesTheComponent) {
 
 TEST(SituazioneMese, MonthsRunFromTheFirstDateToTheLast) {
   // The movements' year, the dates and whether adjustments are wanted. These follow the last month of the movements'
-  // year and no other, whatever the budget's year.
+  // year and no other, whatever the budget's year and the day of it that the dates end on.
   for (const auto& [question, expected] :
        inOut({"2025 20240210 20240229 0 => 20240201-20240229 ",
               "2025 20241130 20250215 0 => 20241101-20241130 20241201-20241231 20250101-20250131 20250201-20250215 ",
               "2025 20251101 20251231 1 => 20251101-20251130 20251201-20260131 ",
               "2025 20250601 20250630 1 => 20250601-20250630 ", "2024 20250601 20250630 1 => 20250601-20250731 ",
-              "2025 20250601 20250531 0 => "})) {
+              "2024 20250601 20250610 1 => 20250601-20250731 ",
+              "2024 20250601 20250715 1 => 20250601-20250731 20250701-20250715 ", "2025 20250601 20250531 0 => "})) {
     Company company;
     company.prop.AnnoEsercizioMovimenti = question.substr(0, 4);
     company.months(*Date::TryParse(question.substr(5, 8)), *Date::TryParse(question.substr(14, 8)));

@@ -23,11 +23,14 @@ from decimal import Decimal
 from pathlib import Path
 
 from company import Company
+from comparison import ComparisonChecks
+from drill_down import DrillDownChecks
 from elaborations import BalanceRun, CardRun, CopyRun, apply, details
 from expected import Budget, Report, grid, periods
+from planning import PlanningChecks
 from rules import DAY, MEASURES, ORDERS, add_months, month_end, months_between, read_tables
 
-class Check:
+class Check(PlanningChecks, ComparisonChecks, DrillDownChecks):
     """One company: its database, what was compared, what differs."""
 
     raised_copies = 0.5  # how many duplications have a percentage
@@ -37,10 +40,10 @@ class Check:
 
     def __init__(self, program, seed, template, folder):
         self.program, self.seed = program, seed
-        self.database = str(Path(folder) / f"{seed}.db")
+        self.folder, self.database = Path(folder), str(Path(folder) / f"{seed}.db")
         self.where = ["-d", self.database]
         self.make(template)
-        self.random = random.Random(-seed - 1)
+        self.random, self.more = random.Random(-seed - 1), random.Random(10**6 + seed)
         self.cells, self.differences = 0, []
 
     def make(self, template):
@@ -54,7 +57,7 @@ class Check:
         os.remove(self.database)
 
     def run(self, *words, refused=False):
-        """The program's answer in JSON, None when it refused or failed."""
+        """The program's answer in JSON, or its words where it has no rows to show; None when it refused or failed."""
         command = [self.program, *words, *self.where, "--format", "json", "--lang", "en"]
         done = subprocess.run(command, capture_output=True, text=True, stdin=subprocess.DEVNULL)
         self.command = shlex.join(words)
@@ -62,7 +65,13 @@ class Check:
             if done.returncode != int(refused):
                 self.report("exit code", {}, done.returncode, f"{int(refused)}; {done.stderr.strip()[-300:]}")
             return None
-        return json.loads(done.stdout, parse_float=Decimal)
+        return json.loads(done.stdout, parse_float=Decimal) if done.stdout[:1] in ("[", "{") else done.stdout
+
+    def file(self, header, rows):
+        """The path of a CSV file with these rows."""
+        path = self.folder / f"{self.seed}.csv"
+        path.write_text("\n".join([header, *(",".join(map(str, row)) for row in rows)]) + "\n", encoding="utf-8")
+        return str(path)
 
     def report(self, what, where, found, expected):
         place = " ".join(f"{k}={v}" for k, v in where.items())
@@ -70,16 +79,20 @@ class Check:
 
     def compare(self, found, expected, where):
         """Two tables {key: {field: value}}; `where` names the parts of a key."""
-        for key in sorted(set(found) | set(expected), key=str):
+        same = lambda field, row, value: (None if row.get(field) == "" else row.get(field)) == value
+        wrong = found.keys() ^ expected.keys()
+        for key in found.keys() & expected.keys():
+            self.cells += len(expected[key])
+            if not all(same(field, found[key], value) for field, value in expected[key].items()):
+                wrong.add(key)
+        for key in sorted(wrong, key=str):
             place = dict(zip(where, key if isinstance(key, tuple) else (key,)))
             if key not in found or key not in expected:
                 self.report("the row", place, "there" if key in found else "missing", "missing" if key in found else f"there: {expected[key]}")
                 continue
             for field, value in expected[key].items():
-                self.cells += 1
-                other = found[key].get(field)
-                if (None if other == "" else other) != value:
-                    self.report(field, place, other, value)
+                if not same(field, found[key], value):
+                    self.report(field, place, found[key].get(field), value)
 
     def budgets(self):
         tables = self.tables()
@@ -129,8 +142,12 @@ class Check:
 
     def compare_details(self, expected):
         """Every detail of the database, those that should be as they were too."""
+        found = details(self.tables())
+        if found == expected:
+            self.cells += 3 * sum(map(len, found.values()))
+            return
         flat = lambda all_: {(*key, i): dict(zip(("IMPORTO", "QTA1", "QTA2"), v)) for key, values in all_.items() for i, v in enumerate(values)}
-        self.compare(flat(details(self.tables())), flat(expected), ["card", "kind", "period", "row"])
+        self.compare(flat(found), flat(expected), ["card", "kind", "period", "row"])
 
     def check_cards(self, budget):
         """Elaborates the cards of a budget from movements, with options left to chance."""
@@ -207,6 +224,9 @@ class Check:
             months = sorted(add_months(first, r.randint(0, months_between(first, last))) for _ in range(2))
             first = months[0] + DAY * r.randint(0, 20)
             last = max(month_end(months[1]) - DAY * (0 if options["accruals"] else r.choice((0, 0, 9))), first)
+        if r.random() < 0.15:
+            last = month_end(add_months(year["CG19_DATAFINE"], r.randint(1, 4))) - DAY * (0 if options["accruals"] else r.choice((0, 0, 9)))
+        if (first, last) != (year["CG19_DATAINIZIO"], year["CG19_DATAFINE"]):
             words += ["--DaData", f"#{first}#", "--AData", f"#{last}#"]
             options.update(first=first, last=last)
         options["by_registration"] = r.random() < 0.5
@@ -231,8 +251,10 @@ class Check:
         run = BalanceRun(budget.tables, budget, year, **{**options, "overwrite": self.overwrites and "overwrite" in options})
         rows = self.run("elaborate-balances", *budget.options, *words)
         if rows is not None:
-            rows = rows if isinstance(rows, list) else next(iter(rows.values()))
+            rows, unlinked = (rows, None) if isinstance(rows, list) else list(rows.values())[:2]
             self.compare({(row["CONTO"], row["PERIODO"]): row for row in rows}, run.rows(), ["account", "period"])
+            if unlinked is not None:
+                self.compare({(row["CONTO"], row["SEGNO"]): row for row in unlinked}, run.unlinked(), ["account", "sign"])
         if self.run("elaborate-balances", *budget.options, *words, "--write") is not None:
             old, new = run.written()
             self.compare_details(self.with_new_cards(apply(budget.tables, budget, run.kind_written, old, False), budget, run, new))
@@ -249,11 +271,7 @@ class Check:
         for account in r.sample(accounts, min(8, len(accounts))):
             for month in [None] if r.random() < 0.6 else r.sample(range(1, 13), 4):
                 percents[account, month] = Decimal(r.choice((0, r.randint(-3000, 3000), r.randint(1, 99)))).scaleb(-2)
-        path = self.database + ".csv"
-        with open(path, "w", encoding="utf-8") as out:
-            out.write("account,period,percent\n")
-            out.writelines(f"{account},{month or ''},{percent}\n" for (account, month), percent in percents.items())
-        return ["--percent-file", path]
+        return ["--percent-file", self.file("account,period,percent", [(a, month or "", percent) for (a, month), percent in percents.items()])]
 
     def with_new_cards(self, expected, budget, run, new):
         """Adds the cards that must have been made: which identifiers they got is not ours to say."""
@@ -325,6 +343,18 @@ class Check:
             elif budget.type == 5:
                 for _ in range(2):
                     self.check_balances(Budget(self.tables(), *budget.key))
+        self.plans()
+
+    def plans(self):
+        """What fills plans and what explains them, on what the elaborations left."""
+        for budget in self.budgets():
+            for check in (self.check_raise, self.check_spread, self.check_spread):
+                check(Budget(self.tables(), *budget.key))
+            if budget.type == 4:
+                self.check_values(Budget(self.tables(), *budget.key))
+                self.check_movements(Budget(self.tables(), *budget.key))
+            if budget.type in (4, 5):
+                self.check_comparison(Budget(self.tables(), *budget.key))
 
 
 def check_seed(kind, program, template, folder, seed):

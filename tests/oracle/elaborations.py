@@ -141,7 +141,12 @@ class CardRun:
         """Whether movements of an account are the card's."""
         own = card["BU65_CONTO_CG24"]
         prefix = own and prefix_of(own, self.budget.structure)
-        return bool(own) and prefix != "" and (account == own if prefix is None else account.startswith(prefix))
+        return self.takes_any(card) and (account == own if prefix is None else account.startswith(prefix))
+
+    def takes_any(self, card):
+        """Whether a card has an account that movements could be on."""
+        own = card["BU65_CONTO_CG24"]
+        return bool(own) and prefix_of(own, self.budget.structure) != ""
 
     def reconciliation(self):
         """{card kind: totals}, and None for balance sheet accounts beside them; nothing where an account has cards of both kinds."""
@@ -262,16 +267,16 @@ class BalanceRun:
     def monthly(self):
         """{(account, month): balance} of the general ledger, deviations applied."""
         sums = collections.defaultdict(lambda: rounded(0))
-        year_end = self.movement_year["CG19_DATAFINE"]
+        year_end, first, last, reach = self.movement_year["CG19_DATAFINE"], self.first.replace(day=1), self.last, None
+        if self.adjustments and year_end == month_end(year_end) and first <= year_end and last >= year_end.replace(day=1):
+            # The last month is read whole, with the adjusting entries of the month after it: those count nowhere else.
+            last, reach = max(last, year_end), month_end(year_end + DAY)
         for line in self.lines():
+            adjusts = reach and line["CG41_FLGRETTIF"] == 1 and not self.spreads(line)
             for day, amount in self.dated(line):
-                month = day.replace(day=1)
-                if self.adjustments and year_end < day <= month_end(year_end + DAY) and line["CG41_FLGRETTIF"] == 1 and not self.spreads(line):
-                    month = year_end.replace(day=1)
-                elif day > self.last:
-                    continue
-                if self.first.replace(day=1) <= month <= self.last:
-                    sums[line["CG42_CONTOPAR_CG24"], month] += amount
+                counted = year_end if adjusts and year_end < day <= reach else day
+                if first <= counted <= last:
+                    sums[line["CG42_CONTOPAR_CG24"], counted.replace(day=1)] += amount
         return {(a, m): self.raised(a, m, s) for (a, m), s in sums.items() if self.budget.account != "BU65_CONTO_CG24" or self.in_range(a)}
 
     def in_range(self, account):
@@ -283,14 +288,27 @@ class BalanceRun:
             return {(r["CG20_CONTO_CG24"], r["CG20_INDSEGNO"]): r["CG20_CODICE_CG23"] for r in self.tables["CG20_COLLPDCRICL"]}
         return {(r["CG83_CONTO_CG24"], r["CG83_INDSEGNO"]): r["CG83_CONTORICL_PC03"] for r in self.tables["CG83_COLLRICL"]}
 
+    def by_target(self, monthly):
+        """(account, month, account of the budget's chart or None, balance) of each balance."""
+        ledger, links = {r["CG24_CONTO"] for r in self.tables["CG24_TABPDC"] if r["CG24_INDTIPOCONTO"] == 2}, self.links()
+        for (account, month), balance in monthly.items():
+            yield account, month, account in ledger and links.get((account, 1 if balance >= 0 else 2)) or None, balance
+
+    def unlinked(self):
+        """{(general-ledger account, sign): months and amount} of the balances that go nowhere."""
+        result = {}
+        for account, _, target, balance in self.by_target(self.monthly()):
+            if balance and not target:
+                row = result.setdefault((account, 1 if balance > 0 else 2), {"MESI": 0, "IMPORTO": rounded(0)})
+                row.update(MESI=row["MESI"] + 1, IMPORTO=row["IMPORTO"] + balance)
+        return result
+
     def proposed(self):
         """{(account, period): amount}, a row for every period of an account."""
         monthly, calendar = self.monthly(), self.budget.calendar
         if self.budget.account != "BU65_CONTO_CG24":
-            ledger = {r["CG24_CONTO"] for r in self.tables["CG24_TABPDC"] if r["CG24_INDTIPOCONTO"] == 2}
-            linked, links = collections.defaultdict(lambda: rounded(0)), self.links()
-            for (account, month), balance in monthly.items():
-                target = account in ledger and links.get((account, 1 if balance >= 0 else 2))
+            linked = collections.defaultdict(lambda: rounded(0))
+            for _, month, target, balance in self.by_target(monthly):
                 if target and self.in_range(target):
                     linked[target, month] += balance
             monthly = linked

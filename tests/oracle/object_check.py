@@ -4,7 +4,8 @@
     object_check.py PROGRAM SEED... [--jobs N]    with BUKORVAL_LIBRARY and PYTHONPATH set
 
 The program only makes the empty database. What the program does around the object is not there: it fills differences,
-runs a range in two, raises copies, marks what is to be overwritten, proposes budgets by months; reports are its own.
+runs a range in two, raises copies, marks what is to be overwritten, proposes budgets by months; reports, plans and the
+movements behind a cell are its own.
 """
 
 import collections
@@ -65,6 +66,9 @@ class ObjectCheck(Check):
         self.company = bukorval.connect(f"Provider=SQLite;Data Source={self.database}")
 
     def check_report(self, budget):
+        pass
+
+    def plans(self):
         pass
 
     def check_balances(self, budget):

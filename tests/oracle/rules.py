@@ -94,6 +94,10 @@ class Calendar:
         position = (month - self.start.month) % 12 + 1 if self.fiscal else month
         return (position - 1) // self.months_per_period + 1
 
+    def same_periods(self, other):
+        """Whether each calendar month lies in the same period of both."""
+        return self.count == other.count and all(self.period(m) == other.period(m) for m in range(1, 13))
+
     @property
     def months(self):
         """The first days of the months of the year, in the order of time."""
@@ -137,20 +141,23 @@ def scale_of(declared):
     return int(declared.split(",")[1].rstrip(")")) if declared.startswith(("DECIMAL", "NUMERIC")) else None
 
 
-def from_stored(value, declared):
-    if value is None:
-        return None
+def as_date(stored):
+    return datetime.date(stored // 10**10, stored // 10**8 % 100, stored // 10**6 % 100)
+
+
+def reader_of(declared):
+    """Makes a column's value of a stored one that is not None; None where the two are the same."""
     if declared == "INTDATETIME":
-        return datetime.date(value // 10**10, value // 10**8 % 100, value // 10**6 % 100)
+        return as_date
     scale = scale_of(declared)
     if scale:
-        return Decimal(value).scaleb(-scale)
-    return value.rstrip(" ") if isinstance(value, str) else value
+        return lambda stored: Decimal(stored).scaleb(-scale)
+    return None
 
 
 def to_stored(value, declared):
     if isinstance(value, datetime.date):
-        return int(value.strftime("%Y%m%d000000"))
+        return ((value.year * 100 + value.month) * 100 + value.day) * 10**6
     scale = scale_of(declared)
     if value is not None and scale is not None:
         return int(Decimal(value).scaleb(scale))
@@ -170,8 +177,15 @@ def read_tables(path):
     result = {}
     for table in TABLES:
         types = columns(db, table)
-        names = list(types)
-        rows = db.execute(f'SELECT {",".join(names)} FROM {table}')
-        result[table] = [{n: from_stored(v, types[n]) for n, v in zip(names, row)} for row in rows]
+        readers = [(n, reader_of(declared)) for n, declared in types.items() if reader_of(declared)]
+        # Blanks behind a text do not count.
+        texts = [n for n, declared in types.items() if "CHAR" in declared]
+        names = ",".join(f"rtrim({n}, ' ')" if n in texts else n for n in types)
+        rows = [dict(zip(types, row)) for row in db.execute(f"SELECT {names} FROM {table}")]
+        for name, reader in readers:
+            for row in rows:
+                if row[name] is not None:
+                    row[name] = reader(row[name])
+        result[table] = rows
     db.close()
     return result

@@ -34,7 +34,7 @@ class Spoiled(Check):
             self.statement = None
 
     def run(self, *words, **more):
-        writes = words[0] in ("elaborate-cards", "duplicate") or "--write" in words
+        writes = words[0] in ("elaborate-cards", "duplicate", "raise", "spread", "import") or "--write" in words
         if not writes:
             self.spoil()
         answer = super().run(*words, **more)
@@ -52,6 +52,9 @@ def trials(check):
         if budget.type == 4:
             yield f"cards {budget.key}", check.check_cards, budget, "BU66_IMPORTO"
             yield f"copy {budget.key}", check.check_copy, budget, "BU66_QTA1"
+            yield f"values {budget.key}", check.check_values, budget, "BU66_QTA2"
+        yield f"raise {budget.key}", check.check_raise, budget, "BU66_IMPORTO"
+        yield f"spread {budget.key}", check.check_spread, budget, "BU66_IMPORTO"
 
 
 def main():

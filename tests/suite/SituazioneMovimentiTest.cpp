@@ -22,6 +22,17 @@ class Situazione : public testing::Test {
     situation.DataInizioElab = Date::FromYmd(2025, m, 1);
     situation.DataFineElab = Date::FromYmd(2025, m, 1).lastOfMonth();
   }
+  void range(const char* from, const char* to) {
+    situation.DataInizioElab = *Date::TryParse(from);
+    situation.DataFineElab = *Date::TryParse(to);
+  }
+  /// Ends the year that `end` lies in.
+  void yearUntil(const std::string& end) {
+    const auto year = end.substr(0, 4);
+    testing_support::insert(*db, "CG19_ANADITTAESER",
+                            "CG19_DITTA_CG18=1, CG19_ANNO=" + year + ", CG19_PROGESER=1, CG19_DATAINIZIO='" + year +
+                                "0101', CG19_DATAFINE='" + end + "'");
+  }
   /// A registration with one line. `header` and `line` are further columns with their values, "COLUMN=value, …".
   void movement(const std::string& date, const std::string& account, int side, const std::string& amount,
                 const std::string& header = "", const std::string& line = "") {
@@ -187,22 +198,60 @@ TEST_F(Situazione, FailuresAreToldAndLeaveNoSet) {
 }
 
 TEST_F(Situazione, BeyondTheYearOnlyItsAdjustingEntriesCount) {
-  db->Execute(
-      "INSERT INTO CG19_ANADITTAESER (CG19_DITTA_CG18, CG19_ANNO, CG19_PROGESER, CG19_DATAINIZIO,"
-      " CG19_DATAFINE) VALUES (1, 2025, 1, '20250101', '20251231')");
+  yearUntil("20251231");
   const auto competence = "CG42_DATAINICOMP='20251217', CG42_DATAFINCOMP='20260115'";
   movement("20251231", "60", 1, "1");
   movement("20260110", "60", 1, "10");  // recorded late, not an adjustment
   movement("20260110", "60", 1, "100", "CG41_FLGRETTIF=1");
   movement("20260201", "60", 1, "1000", "CG41_FLGRETTIF=1");  // beyond the range
   movement("20251220", "70", 1, "30", "", competence);        // half of it belongs to the next year
-  situation.DataInizioElab = Date::FromYmd(2025, 12, 1);
-  situation.DataFineElab = Date::FromYmd(2026, 1, 31);
-  EXPECT_THAT(balances(), ElementsAre("60 A101.00", "70 A30.00"));
-  situation.SimulaRisconti = 1;
-  EXPECT_THAT(balances(), ElementsAre("60 A101.00", "70 A15.00"));
+  // All of this belongs there, or to the months before.
+  movement("20251220", "80", 1, "9", "", "CG42_DATAINICOMP='20260105', CG42_DATAFINCOMP='20260220'");
+  movement("20251220", "90", 1, "7", "", "CG42_DATAINICOMP='20251001', CG42_DATAFINCOMP='20251130'");
+  range("20251201", "20260131");
+  EXPECT_THAT(balances(), ElementsAre("60 A101.00", "70 A30.00", "80 A9.00", "90 A7.00"));
   situation.TipoData = 2;
-  EXPECT_THAT(balances(), ElementsAre("60 A101.00", "70 A15.00"));
+  EXPECT_THAT(balances(), ElementsAre("60 A101.00", "70 A30.00"));
+  for (const int dates : {0, 2}) {
+    situation.TipoData = dates;
+    situation.SimulaRisconti = 1;
+    EXPECT_THAT(balances(), ElementsAre("60 A101.00", "70 A15.00"));
+  }
+}
+
+TEST_F(Situazione, AdjustingEntriesCountOnceInRangesOneAfterTheOther) {
+  yearUntil("20241231");
+  yearUntil("20251231");
+  movement("20260115", "60", 1, "1");
+  movement("20260131", "60", 1, "10", "CG41_FLGRETTIF=1");
+  movement("20260203", "60", 1, "100", "CG41_FLGRETTIF=1");
+  movement("20260115", "60", 1, "1000", "CG41_FLGRETTIF=1, CG41_ANNO_CG19=2024");
+  const auto january = [&] {
+    range("20260101", "20260131");
+    return balances();
+  };
+  EXPECT_THAT(january(), ElementsAre("60 A11.00"));
+  for (int again = 0; again < 2; ++again) {
+    range("20251201", "20260131");
+    EXPECT_THAT(balances(), ElementsAre("60 A10.00"));
+  }
+  EXPECT_THAT(january(), ElementsAre("60 A1.00"));
+  range("20260101", "20260228");
+  EXPECT_THAT(balances(), ElementsAre("60 A101.00"));
+  situation.AnnoEsercizio = 2024;
+  EXPECT_THAT(january(), ElementsAre("60 A1000.00"));
+}
+
+TEST_F(Situazione, TheYearsLastMonthCountsWhereTheYearEndsInIt) {
+  yearUntil("20250615");
+  movement("20250615", "60", 1, "1");
+  movement("20250620", "60", 1, "10");
+  movement("20250620", "60", 1, "100", "CG41_FLGRETTIF=1");
+  movement("20250710", "60", 1, "1000");
+  month(6);
+  EXPECT_THAT(balances(), ElementsAre("60 A111.00"));
+  month(7);
+  EXPECT_THAT(balances(), ElementsAre("60 A1000.00"));
 }
 
 }  // namespace

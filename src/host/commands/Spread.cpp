@@ -44,6 +44,7 @@ struct Source {
   BdgTipoDettaglio kind;
   const dati::Measure& measure;
   std::size_t periods;
+  dati::PeriodRange range;
 };
 
 /// The values of --like that are words.
@@ -58,11 +59,12 @@ const std::array kLikenesses{
              [](const Source& s) {
                return dati::amountsAsWeights(s.budget, s.connection,
                                              dati::cardOfLastYear(s.budget, s.connection, s.card),
-                                             bdgDettaglioConsuntivo, s.measure);
+                                             bdgDettaglioConsuntivo, s.measure, s.range);
              }},
     Likeness{"actual",
              [](const Source& s) {
-               return dati::amountsAsWeights(s.budget, s.connection, s.card, bdgDettaglioConsuntivo, s.measure);
+               return dati::amountsAsWeights(s.budget, s.connection, s.card, bdgDettaglioConsuntivo, s.measure,
+                                             s.range);
              }},
 };
 constexpr std::string_view kOtherCard = "card:";
@@ -73,7 +75,7 @@ dati::PeriodWeights weightsLike(const Source& source, const std::string& like) {
   if (like.starts_with(kOtherCard)) {
     const auto card = parseArgument(std::string_view(like).substr(kOtherCard.size()));
     if (!card.isNumber()) throw UsageError(tr("--like card:ID names a card by its identifier, a whole number"));
-    return dati::amountsAsWeights(source.budget, source.connection, card, source.kind, source.measure);
+    return dati::amountsAsWeights(source.budget, source.connection, card, source.kind, source.measure, source.range);
   }
   if (!like.ends_with(".csv"))
     throw UsageError(tr("--like is even, days, last-year, actual, card:ID or a file .csv, not {}", like));
@@ -134,7 +136,8 @@ void spread(Environment& environment, SpreadOptions options) {
   // Others may have written while this run waited: the card is looked at again.
   selectCard(environment, card);
   if (!options.dryRun) requireWritable(environment, budgetScelto(budget));
-  const auto weights = weightsOf({budget, connection, card, kind, measure, names.size()}, options);
+  const auto weights =
+      weightsOf({budget, connection, card, kind, measure, names.size(), {options.from, options.to}}, options);
   const auto shares = suite::ripartisciPerPesi(total, weights, measure.decimals);
   const auto before = dati::amountsOfCard(connection, card, kind, measure);
   for (int period = options.from; period <= options.to; ++period)
