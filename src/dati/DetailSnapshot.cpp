@@ -53,6 +53,9 @@ DetailSnapshot::DetailSnapshot(ado::Connection& connection, const DetailScope& s
   });
   // Rows come in the order of an index, which sorts few of them anew.
   if (!std::ranges::is_sorted(amounts_, {}, &Amount::first)) std::ranges::stable_sort(amounts_, {}, &Amount::first);
+  // A detail may stand twice in a database that was made before their keys were unique: the last one counts.
+  const auto sameKey = [](const Amount& a, const Amount& b) { return a.first == b.first; };
+  amounts_.erase(amounts_.begin(), std::unique(amounts_.rbegin(), amounts_.rend(), sameKey).base());
 }
 
 const Variant& DetailSnapshot::amount(const Key& key) const {

@@ -32,12 +32,16 @@ TEST_F(Comparison, PutsCardsOfOneKeySideBySide) {
   const dati::ComparedSide now{year("01", 2025), 0}, then{year("01", 2024), 0};
   EXPECT_EQ(rows(now, then), "A1/50010001 100.11 50.00; B1/50010001 - .; C1/50010001 . -");
   EXPECT_EQ(rows(then, now), "A1/50010001 50.00 100.11; B1/50010001 . -; C1/50010001 - .") << "the other way round";
-  EXPECT_EQ(rows(now, then, true), "A1/50010001 1 100.10 50.00; A1/50010001 2 0.01 .")
+  EXPECT_EQ(rows(now, then, true), "1 These two budgets have different periods: only their years can be compared")
+      << "quarters from January and from July";
+  detail(card("A1", "BU65_SOTTOTIPO_BU01='02'"), "0 1 50");
+  const dati::ComparedSide other{year("02", 2025), 0};
+  EXPECT_EQ(rows(now, other, true), "A1/50010001 1 100.10 50.00; A1/50010001 2 0.01 -")
       << "without an amount there is nothing to show";
   EXPECT_EQ(rows(now, {year("01", 2025), 1}), "A1/50010001 100.11 999.00; B1/50010001 - -") << "kinds of one year";
   EXPECT_EQ(rows(now, {year("01", 2031), 0}), "A1/50010001 100.11 .; B1/50010001 - .");
   detail(b, "0 3 -1");
-  EXPECT_EQ(rows(now, then, true), "A1/50010001 1 100.10 50.00; A1/50010001 2 0.01 .; B1/50010001 3 -1.00 .");
+  EXPECT_EQ(rows(now, other, true), "A1/50010001 1 100.10 50.00; A1/50010001 2 0.01 -; B1/50010001 3 -1.00 .");
 }
 
 TEST_F(Comparison, AddsUpTheCardsOfOneKey) {
@@ -55,7 +59,7 @@ TEST_F(Comparison, CountsTheActualValueInAForecast) {
     detail(a, text);
   const dati::ComparedSide forecast{year("01", 2025), 3}, actual{year("01", 2025), 1}, second{year("01", 2025), 4};
   EXPECT_EQ(rows(forecast, actual), "A1/50010001 75.00 88.00") << "11, 20 and 44; period 3 was never forecast";
-  EXPECT_EQ(rows(forecast, second, true), "A1/50010001 1 11.00 11.00; A1/50010001 2 20.00 .; A1/50010001 4 44.00 .");
+  EXPECT_EQ(rows(forecast, second, true), "A1/50010001 1 11.00 11.00; A1/50010001 2 20.00 -; A1/50010001 4 44.00 -");
 }
 
 TEST_F(Comparison, AddsUpDetailsThatStandTwiceAsTheGridDoes) {

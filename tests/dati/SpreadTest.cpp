@@ -15,10 +15,11 @@ struct Weights : SmallBudgets {
     const auto failure = failureOf([&] { weights = dati::daysOfPeriods(bo, *db); });
     return failure.empty() ? shown(weights) : failure;
   }
-  std::string weightsOf(const Variant& card, int kind, const char* measure = "amount") {
+  std::string weightsOf(const Variant& card, int kind, const char* measure = "amount",
+                        dati::PeriodRange range = {1, 4}) {
     dati::PeriodWeights weights;
     const auto failure =
-        failureOf([&] { weights = dati::amountsAsWeights(bo, *db, card, kind, *dati::findMeasure(measure)); });
+        failureOf([&] { weights = dati::amountsAsWeights(bo, *db, card, kind, *dati::findMeasure(measure), range); });
     return failure.empty() ? shown(weights) : failure;
   }
 };
@@ -42,7 +43,7 @@ TEST_F(Weights, AreTheDaysOfThePeriods) {
 }
 
 TEST_F(Weights, AreWhatACardHas) {
-  const auto own = card("A1"), other = card("B1", "BU65_SOTTOTIPO_BU01='02', BU65_ANNO=2024"),
+  const auto own = card("A1"), other = card("B1", "BU65_SOTTOTIPO_BU01='02'"), july = card("D1", "BU65_ANNO=2024"),
              monthly = card("C1", "BU65_SOTTOTIPO_BU01='03'");
   for (const char* text : {"0 1 100.25 1.5", "0 3 0.01", "0 4 NULL 2.125", "1 2 50"}) detail(own, text);
   detail(other, "0 2 7.5");
@@ -52,10 +53,12 @@ TEST_F(Weights, AreWhatACardHas) {
   EXPECT_EQ(weightsOf(own, 3), "0,0,0,0");
   EXPECT_EQ(weightsOf(other, 0), "0,7.50,0,0");
   EXPECT_EQ(weightsOf(99999, 0), "1 There is no card 99999");
-  EXPECT_EQ(weightsOf(monthly, 0), "1 The periods of card " + std::to_string(monthly) + " are others");
+  for (const auto card : {monthly, july})
+    EXPECT_EQ(weightsOf(card, 0), "1 The periods of card " + std::to_string(card) + " are others");
   detail(own, "0 2 -0.01");
   EXPECT_EQ(weightsOf(own, 0),
             "1 Period 2 of card " + std::to_string(own) + " has -0.01: a negative amount is no weight");
+  EXPECT_EQ(weightsOf(own, 0, "amount", {3, 4}), "0,0,0.01,0") << "outside the range it does not matter";
 }
 
 TEST_F(Weights, LeaveTheSelectionAsItWas) {
