@@ -8,11 +8,7 @@ using bukorval::CLSKORVAL;
 
 /// Cards of 2025 that are copied into 4/02 with a percentage.
 struct CopyDeviation : SmallBudgets {
-  CopyDeviation() {
-    bo.BdgDestinazioneSottoTipo = "02";
-    bo.BdgDestinazioneAnnoEsercizio = 2025;
-    bo.BdgDestinazioneProgressivoEsercizio = 1;
-  }
+  CopyDeviation() { copyInto("02"); }
   /// "amounts dueDates" that were changed, or the failure.
   std::string copy(const char* percentage) {
     dati::CopyDeviation::Counts counts;

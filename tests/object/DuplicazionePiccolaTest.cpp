@@ -10,11 +10,7 @@ using testing::ElementsAre;
 
 /// Cards of 4/01 in 2025, copied into 4/02 of the same year.
 struct DuplicazionePiccola : SmallBudgets {
-  DuplicazionePiccola() {
-    bo.BdgDestinazioneSottoTipo = "02";
-    bo.BdgDestinazioneAnnoEsercizio = 2025;
-    bo.BdgDestinazioneProgressivoEsercizio = 1;
-  }
+  DuplicazionePiccola() { copyInto("02"); }
   std::string run() {
     bo.BdgDupSchede_Duplicazione();
     return std::to_string(bo.Stato()) + " " + bo.errore();

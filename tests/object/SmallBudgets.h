@@ -45,6 +45,13 @@ class SmallBudgets : public testing::Test {
     bo.TipoMovimenti = "1 = 1";
   }
 
+  /// Copies go into another budget of 2025.
+  void copyInto(const char* subtype) {
+    bo.BdgDestinazioneSottoTipo = subtype;
+    bo.BdgDestinazioneAnnoEsercizio = 2025;
+    bo.BdgDestinazioneProgressivoEsercizio = 1;
+  }
+
   /// A cost card on account 50010001, written on 1 March 2025.
   /// @param columns  others, or other values of these: "BU65_ANNO=2024, …".
   std::int64_t card(const std::string& code, const std::string& columns = "BU65_ANNO=2025") {

@@ -164,14 +164,7 @@ class Check(PlanningChecks, ComparisonChecks, DrillDownChecks):
         words += ["--DaData", f"#{first}#", "--AData", f"#{last}#"]
         options.update(first=first, last=last, by_competence=r.random() < 0.6)
         words += ["--TipoDataMovimenti", str(int(options["by_competence"]))]
-        kinds = [k for k in (0, 1, 2) if r.random() < 0.6]
-        if kinds:
-            options["kinds"] = kinds
-            words += [("--MovimentiConsolidati", "--MovimentiDaConsolidare", "--MovimentiPrevisionali")[k] for k in kinds]
-        for chance, word, name in ((0.5, "--IsApplicaPercentuali", "percentages"), (0.3, "--IsSoloMovCliFor", "only_party")):
-            if r.random() < chance:
-                options[name] = True
-                words.append(word)
+        words += self.choose_movements(options)
         if r.random() < 0.3:
             options["cost"] = [r.choice((0, 1))]
             words += ["-k", str(options["cost"][0])]
@@ -258,6 +251,19 @@ class Check(PlanningChecks, ComparisonChecks, DrillDownChecks):
         if self.run("elaborate-balances", *budget.options, *words, "--write") is not None:
             old, new = run.written()
             self.compare_details(self.with_new_cards(apply(budget.tables, budget, run.kind_written, old, False), budget, run, new))
+
+    def choose_movements(self, options):
+        """Chooses which movements a card run takes, and how. @return its options in words"""
+        words = []
+        kinds = [k for k in (0, 1, 2) if self.random.random() < 0.6]
+        if kinds:
+            options["kinds"] = kinds
+            words += [("--MovimentiConsolidati", "--MovimentiDaConsolidare", "--MovimentiPrevisionali")[k] for k in kinds]
+        for chance, word, name in ((0.5, "--IsApplicaPercentuali", "percentages"), (0.3, "--IsSoloMovCliFor", "only_party")):
+            if self.random.random() < chance:
+                options[name] = True
+                words.append(word)
+        return words
 
     def choose_deviation(self, budget, options):
         r, shape = self.random, self.random.choice(("none", "one", "file", "file"))

@@ -20,14 +20,7 @@ class DrillDownChecks:
             last = max(first, last)
         options = dict(first=first, last=last, by_competence=r.random() < 0.6)
         words = ["--DaData", f"#{first}#", "--AData", f"#{last}#", "--TipoDataMovimenti", str(int(options["by_competence"]))]
-        kinds = [k for k in (0, 1, 2) if r.random() < 0.6]
-        if kinds:
-            options["kinds"] = kinds
-            words += [("--MovimentiConsolidati", "--MovimentiDaConsolidare", "--MovimentiPrevisionali")[k] for k in kinds]
-        for chance, word, name in ((0.5, "--IsApplicaPercentuali", "percentages"), (0.3, "--IsSoloMovCliFor", "only_party")):
-            if r.random() < chance:
-                options[name] = True
-                words.append(word)
+        words += self.choose_movements(options)
         options["kind_written"] = r.choice([k for k in range(3 + budget.forecasts) if k != ORDERS])
         words += ["--TipoDettaglioDestinazione", str(options["kind_written"])]
         run = CardRun(budget.tables, budget, **options)

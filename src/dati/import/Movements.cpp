@@ -219,8 +219,10 @@ class Movements : public FileImporter {
   /// Finds the first lines of the registrations that have an entry in heads_, and compares the lines that lie apart
   /// from them: so that only what needs it is kept.
   void lookAgain(ImportContext& import) {
-    std::int64_t before = 0;
+    Steps steps(import.options.progress, tr("Reading {}", file_->name()), static_cast<std::int64_t>(rows_));
+    std::int64_t read = 0, before = 0;
     file_->lookAgain([&](const CsvRow& row) {
+      steps.done(++read);
       if (row.values[kRegistration].isEmpty()) return;
       const auto number = values::toInt64(row.values[kRegistration]);
       const bool follows = std::exchange(before, number) == number;
