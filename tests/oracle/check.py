@@ -37,6 +37,7 @@ class Check(PlanningChecks, ComparisonChecks, DrillDownChecks):
     orders_repeat = False  # whether a further order repeats its period's other values
     overwrites = True  # whether a proposal overwrites by itself what is there, when that is asked for
     in_two = True  # whether a range that turns around the calendar is run in two
+    deviations = ("none", "one", "file", "file")  # where the percentages of a proposal come from
 
     def __init__(self, program, seed, template, folder):
         self.program, self.seed = program, seed
@@ -266,18 +267,19 @@ class Check(PlanningChecks, ComparisonChecks, DrillDownChecks):
         return words
 
     def choose_deviation(self, budget, options):
-        r, shape = self.random, self.random.choice(("none", "one", "file", "file"))
+        r, shape = self.random, self.random.choice(self.deviations)
         if shape == "none":
             return []
         if shape == "one":
             options["percent"] = Decimal(r.randint(-3000, 3000)).scaleb(-2)
             return ["--percent", str(options["percent"]).replace(".", ",")]
+        options["inherited"] = shape == "file"
         accounts = [a["CG24_CONTO"] for a in budget.tables["CG24_TABPDC"]]
         percents = options["percents"] = {}
         for account in r.sample(accounts, min(8, len(accounts))):
-            for month in [None] if r.random() < 0.6 else r.sample(range(1, 13), 4):
+            for month in [None] if shape == "file" and r.random() < 0.6 else r.sample(range(1, 13), 4):
                 percents[account, month] = Decimal(r.choice((0, r.randint(-3000, 3000), r.randint(1, 99)))).scaleb(-2)
-        return ["--percent-file", self.file("account,period,percent", [(a, month or "", percent) for (a, month), percent in percents.items()])]
+        return ["--percent-" + shape, self.file("account,period,percent", [(a, month or "", percent) for (a, month), percent in percents.items()])]
 
     def with_new_cards(self, expected, budget, run, new):
         """Adds the cards that must have been made: which identifiers they got is not ours to say."""

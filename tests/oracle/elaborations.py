@@ -229,7 +229,7 @@ class BalanceRun:
         self.kind_written, self.by_registration, self.kinds, self.site = BUDGET, True, (0, 1), None
         self.accruals = self.depreciation = self.adjustments = False
         self.account_from, self.account_to, self.overwrite, self.only_budgeted = None, None, False, False
-        self.percent, self.percents = None, {}
+        self.percent, self.percents, self.inherited = None, {}, True
         self.first, self.last = movement_year["CG19_DATAINIZIO"], movement_year["CG19_DATAFINE"]
         self.__dict__.update(options)
 
@@ -258,7 +258,7 @@ class BalanceRun:
     def raised(self, account, month, amount):
         percent = self.percent or 0
         if self.percents:
-            for above in parents_of(account, self.budget.structure):
+            for above in parents_of(account, self.budget.structure) if self.inherited else [account]:
                 percent = self.percents.get((above, month.month), 0) or self.percents.get((above, None), 0)
                 if percent:
                     break

@@ -21,16 +21,16 @@ PROPERTIES = {"-t": "TipoBudget", "-s": "SottoTipoBudget", "-y": "AnnoEsercizio"
               "-b": "CodiceSede"}
 TEXTS = ("SottoTipoBudget", "BdgDestinazioneSottoTipo", "TipoMovimenti", "DaConto", "AConto", "DaScheda", "AScheda")
 KINDS = ("MovimentiConsolidati", "MovimentiDaConsolidare", "MovimentiPrevisionali")
-PROGRAMS_OWN = ("--yes", "--write", "--percent", "--percent-file")
+OWN = ("--yes", "--write", "--percent", "--percent-file", "--percent-periods")
 
 
 def properties_of(words):
-    """The object's properties from a command line of the program, and the program's own options."""
+    """The object's properties from a command line of the program, and the options that are none."""
     result, own, words = {}, {}, collections.deque(words)
     while words:
         word = words.popleft()
         value = words.popleft() if words and not words[0].startswith("--") and words[0] not in PROPERTIES else True
-        if word in PROGRAMS_OWN:
+        if word in OWN:
             own[word] = value
             continue
         name = PROPERTIES.get(word, word[2:])
@@ -42,7 +42,7 @@ def properties_of(words):
 
 
 def deviations(path):
-    """The two record sets of deviations from a file of the program's."""
+    """The two record sets of deviations from a file of the program's: by account, and by account and period."""
     field = bukorval.Field
     accounts = bukorval.RecordSet([field("CONTO", "text", 15), field("FLGPERIODI", "integer"), field("PERCSCOST", "decimal", 0, 6, 2)])
     months = bukorval.RecordSet([field("CONTO", "text", 15), field("PERIODO", "integer"), field("PERCSCOST", "decimal", 0, 6, 2)])
@@ -55,10 +55,11 @@ def deviations(path):
         accounts.add({"CONTO": account, "FLGPERIODI": int(by_month), "PERCSCOST": None if by_month else Decimal(rows[0]["percent"])})
         for row in rows if by_month else ():
             months.add({"CONTO": account, "PERIODO": int(row["period"]), "PERCSCOST": Decimal(row["percent"])})
-    return dict(TipoScostamento=2, RstScostPerConto=accounts, RstScostPerPeriodo=months)
+    return accounts, months
 
 
 class ObjectCheck(Check):
+    deviations = Check.deviations + ("periods",)
     raised_copies, orders_repeat, overwrites, in_two = 0, True, False, False
 
     def __init__(self, *arguments):
@@ -120,7 +121,10 @@ class ObjectCheck(Check):
         if "--percent" in own:
             defaults.update(TipoScostamento=0, PercentualeScostamento=Decimal(own["--percent"].replace(",", ".")))
         if "--percent-file" in own:
-            defaults.update(deviations(own["--percent-file"]))
+            accounts, months = deviations(own["--percent-file"])
+            defaults.update(TipoScostamento=2, RstScostPerConto=accounts, RstScostPerPeriodo=months)
+        if "--percent-periods" in own:
+            defaults.update(TipoScostamento=3, RstScostPerPeriodo=deviations(own["--percent-periods"])[1])
         budget = self.company.budget(**{**defaults, **properties})
         budget.BdgElaEco_PopolaRstSaldiElaEco()
         rows = budget.RstSaldiElaEco.rows()
