@@ -11,7 +11,7 @@ from decimal import Decimal
 
 from rules import DAY, LEVELS, add_months, columns, connect, month_end, to_stored
 
-YEAR_STYLES = ("calendar", "calendar", "july", "any month", "short", "long", "split")
+YEAR_STYLES = ("calendar", "calendar", "july", "any month", "short", "long", "split", "within")
 
 
 def accounting_years(r):
@@ -26,7 +26,8 @@ def accounting_years(r):
         return [(2023, 1, date(2023, 1, 1), date(2023, 6, 30)), (2023, 2, date(2023, 7, 1), date(2023, 12, 31)),
                 (2024, 1, date(2024, 1, 1), date(2024, 12, 31))]
     first = {"calendar": 1, "july": 7}.get(style) or r.randint(2, 12)
-    starts = [date(year, first, 1) for year in (2023, 2024, 2025, 2026)]
+    day = r.randint(2, 27) if style == "within" else 1
+    starts = [date(year, first, day) for year in (2023, 2024, 2025, 2026)]
     return [(a.year, 1, a, b - DAY) for a, b in zip(starts, starts[1:])]
 
 

@@ -36,15 +36,16 @@ def spread(amount, start, end):
     return shares
 
 
-def accrued(amount, start, end):
-    """{(year, month): share}: the months' shares, between the years of a longer interval by the days passed."""
+def accrued(amount, start, end, until):
+    """{(year, month): share}: the months' shares, between the years of a longer interval by the days passed; to `until`."""
     shares, days, result = spread(amount, start, end), days_by_month(start, end), {}
+    reached = days_by_month(start, min(end, until))
     for month, share in shares.items():
         every, passed = sum(n for (_, m), n in days.items() if m == month), 0
         for year, _ in sorted(k for k in days if k[1] == month):
             before = rounded(Fraction(share) * passed / every)
+            result[year, month] = rounded(Fraction(share) * (passed + reached[year, month]) / every) - before
             passed += days[year, month]
-            result[year, month] = rounded(Fraction(share) * passed / every) - before
     return result
 
 
@@ -245,12 +246,12 @@ class BalanceRun:
         start, end = line["CG42_DATAINICOMP"], line["CG42_DATAFINCOMP"]
         return self.accruals and line["CG42_INDRATRIS"] != 4 and start is not None and end is not None and start <= end
 
-    def dated(self, line):
-        """[(day or month, amount)] of a line: by its days in each month where accruals count."""
+    def dated(self, line, until):
+        """[(day or month, amount)] of a line: by its days in each month, to `until`, where accruals count."""
         amount = line["CG42_IMPTOTALE"] * (1 if line["CG42_INDDAAV"] == 1 else -1)
         start, end = line["CG42_DATAINICOMP"], line["CG42_DATAFINCOMP"]
         if self.spreads(line):
-            return [(start.replace(year=y, month=m, day=1), a) for (y, m), a in accrued(amount, start, end).items()]
+            return [(start.replace(year=y, month=m, day=1), a) for (y, m), a in accrued(amount, start, end, until).items()]
         if self.by_registration:
             return [(line["CG41_DATAREG"], amount)]
         return [(first_of(start, line["CG41_DATADOC"], line["CG41_DATAREG"]), amount)]
@@ -273,7 +274,7 @@ class BalanceRun:
             last, reach = max(last, year_end), month_end(year_end + DAY)
         for line in self.lines():
             adjusts = reach and line["CG41_FLGRETTIF"] == 1 and not self.spreads(line)
-            for day, amount in self.dated(line):
+            for day, amount in self.dated(line, last):
                 counted = year_end if adjusts and year_end < day <= reach else day
                 if first <= counted <= last:
                     sums[line["CG42_CONTOPAR_CG24"], counted.replace(day=1)] += amount
