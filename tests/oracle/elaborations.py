@@ -419,17 +419,39 @@ class CopyRun:
                 for c in self.cards() if made[c["BU65_ID"]] not in before and c["BU65_ID"] in terms}
 
     def dues(self, made):
-        """{card: its due dates} of the cards that were made from one that has some to be copied."""
+        """{card: its due dates} of the cards that were made: the source's, else those of its terms."""
         before, result = {c["BU65_ID"] for c in self.tables["BU65_TESBUDGET"]}, {}
         if not self.due_dates or self.kind_read or self.kind_written:
             return result
+        terms = {t["BU67_ID_BU65"]: t for t in self.tables["BU67_BDGCASHFLOW"]}
         for card in self.cards():
+            if made[card["BU65_ID"]] in before:
+                continue
             rows = [d for d in self.tables["BU14_SCADCFLOW"] if d["BU14_IDBUDGET"] == card["BU65_ID"]]
-            rows = [d for d in rows if self.manual_too or not d["BU14_FLGMANUAL"]]
-            if rows and made[card["BU65_ID"]] not in before:
-                result[made[card["BU65_ID"]]] = sorted((d["BU14_PERIODO"], self.moved(d["BU14_DATASCAD"]), amount, d["BU14_FLGMANUAL"])
-                                                       for d, amount in self.raised_together(rows))
+            rows = ([{**d, "BU14_DATASCAD": self.moved(d["BU14_DATASCAD"])} for d in rows if self.manual_too or not d["BU14_FLGMANUAL"]]
+                    if rows else list(self.instalments(card["BU65_ID"], terms.get(card["BU65_ID"]))))
+            result[made[card["BU65_ID"]]] = sorted((d["BU14_PERIODO"], d["BU14_DATASCAD"], amount, d["BU14_FLGMANUAL"])
+                                                   for d, amount in self.raised_together(rows))
         return result
+
+    def instalments(self, card, terms):
+        """Due dates from a card's terms: so many instalments of each amount, counted from the end of its period."""
+        if not terms or terms["BU67_FLGSCADMAN"] or all(terms[k] is None for k in ("BU67_NUMRATE", "BU67_MESIRATA", "BU67_GIORNISCAD")):
+            return
+        calendar, begin = self.target.calendar, self.moved(terms["BU67_DATAINIVAL"])
+        months = [add_months(calendar.start, i) for i in range(12)]
+        ends = {calendar.period(m.month): month_end(m) for m in months}
+        count, step = terms["BU67_NUMRATE"] or 1, 1 if terms["BU67_MESIRATA"] is None else terms["BU67_MESIRATA"]
+        for detail in sorted(self.source.details[card, BUDGET], key=lambda d: d["BU66_PERIODO"]):
+            period, rest = detail["BU66_PERIODO"], detail["BU66_IMPORTO"]
+            if not rest or (begin and ends[period] < begin):
+                continue
+            each, first = rounded(Fraction(rest) / count), ends[period] + DAY * (terms["BU67_GIORNISCAD"] or 0)
+            for i in range(count):
+                month, amount = add_months(first, i * step), rest if i == count - 1 else each
+                rest -= amount
+                day = month_end(month) if first == month_end(first) else min(month + DAY * (first.day - 1), month_end(month))
+                yield dict(BU14_ID=i, BU14_PERIODO=period, BU14_DATASCAD=day, BU14_IMPORTO=amount, BU14_FLGMANUAL=0)
 
     def raised_together(self, rows):
         """Due dates with their amounts: those of a period add up, the manual ones among them, and the last takes the rest."""
