@@ -48,7 +48,9 @@ def card_before(budget, card):
     if place == 0:
         return None
     before = Budget(budget.tables, *budget.key[:2], years[place - 1]["CG19_ANNO"], years[place - 1]["CG19_PROGESER"])
-    own = lambda c: {k: v for k, v in c.items() if k not in ("BU65_ID", "BU65_ANNO", "BU65_PROGESER", "BU65_DATAULTAGG")}
+    # A budget by areas alone does not tell the parties of its cards apart.
+    blind = ("BU65_CLIFOR_CG44", "BU65_TIPOCF_CG44") if budget.definition["BU01_STRUTTURA"] == "ARE" else ()
+    own = lambda c: {k: v for k, v in c.items() if k not in ("BU65_ID", "BU65_ANNO", "BU65_PROGESER", "BU65_DATAULTAGG", *blind)}
     same = [c for c in before.cards if own(c) == own(card)]
     return (before, same[0]) if len(same) == 1 else None
 
