@@ -40,6 +40,15 @@ void takeEntry(LastChange& change, const HistoryEntry& entry) {
   change.when = std::max(change.when, std::optional(values::toDate(entry.when)));
 }
 
+const std::string kRows = " @";
+
+/// Whether it is a number above 0 and nothing else.
+bool readNumber(std::string_view text, std::int64_t& number) {
+  const auto digits = values::trim(text);
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  return error == std::errc() && end == digits.data() + digits.size() && number > 0;
+}
+
 }  // namespace
 
 std::string textOf(const LastChange& change) {
@@ -54,14 +63,28 @@ std::string textOf(const LastChange& change) {
 std::optional<LastChange> parseLastChange(std::string_view text) {
   LastChange change;
   if (const auto sign = text.find('#'); sign != std::string_view::npos) {
-    const auto number = values::trim(text.substr(sign + 1));
-    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), change.entry);
-    if (error != std::errc() || end != number.data() + number.size() || change.entry <= 0) return std::nullopt;
+    if (!readNumber(text.substr(sign + 1), change.entry)) return std::nullopt;
     text = text.substr(0, sign);
   }
   if (values::trim(text) == "-" && change.entry == 0) return change;
   change.when = values::Date::TryParse(text);
   return change.when ? std::optional(change) : std::nullopt;
+}
+
+std::string textOf(const Moment& moment) {
+  return textOf(moment.last) + (moment.rows == 0 ? "" : kRows + std::to_string(moment.rows));
+}
+
+std::optional<Moment> parseMoment(std::string_view text) {
+  Moment moment;
+  if (const auto sign = text.find(kRows); sign != std::string_view::npos) {
+    if (!readNumber(text.substr(sign + kRows.size()), moment.rows)) return std::nullopt;
+    text = text.substr(0, sign);
+  }
+  const auto last = parseLastChange(text);
+  if (!last) return std::nullopt;
+  moment.last = *last;
+  return moment;
 }
 
 std::map<std::int64_t, LastChange> lastChanges(ado::Connection& connection, const values::Variant& company,
@@ -103,7 +126,7 @@ std::optional<values::Date> newestStamp(ado::Connection& connection, const Budge
   return newest.isNothing() ? std::nullopt : std::optional(values::toDate(newest));
 }
 
-/// Of these cards, or with a stamp after a moment: those of the budget.
+/// Those of the budget that meet a condition.
 void addOwn(ado::Connection& connection, const BudgetAnno& budget, const std::string& which,
             std::set<std::int64_t>& cards) {
   TestoSql sql;
@@ -113,6 +136,16 @@ void addOwn(ado::Connection& connection, const BudgetAnno& budget, const std::st
       .riga(" AND    ", which, " ");
   const auto rs = connection.Execute(sql);
   for (; !rs->Eof(); rs->MoveNext()) cards.insert(values::toInt64((*rs)["BU65_ID"].Value()));
+}
+
+/// Of these cards those of the budget.
+void addOwn(ado::Connection& connection, const BudgetAnno& budget, const std::vector<std::int64_t>& among,
+            std::set<std::int64_t>& cards) {
+  for (const auto& list : keyLists(among)) addOwn(connection, budget, "BU65_ID IN (" + list + ")", cards);
+}
+
+std::string stampedAfter(const std::optional<values::Date>& when) {
+  return when ? "BU65_DATAULTAGG > '" + when->toSql() + "'" : "BU65_DATAULTAGG IS NOT NULL";
 }
 
 values::Date secondBefore(const values::Date& date) {
@@ -125,17 +158,18 @@ values::Date secondBefore(const values::Date& date) {
 
 }  // namespace
 
-BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget,
-                           const std::optional<LastChange>& since) {
+BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget, const std::optional<Moment>& since) {
+  const auto rows = connection.rowMark();
   const auto over = secondBefore(values::Date::Now());
   const History history(connection, budget.ditta);
-  const auto entries = history.entries(since ? since->entry : 0);
-  BudgetChanges changes{{newestStamp(connection, budget), since ? since->entry : 0}, {}};
+  const auto entries = history.entries(since ? since->last.entry : 0);
+  BudgetChanges changes{{{newestStamp(connection, budget), since ? since->last.entry : 0}, rows}, {}};
+  auto& now = changes.now.last;
   if (!entries.empty()) {
-    changes.now.entry = entries.front().number;
-    changes.now.when = std::max(changes.now.when, std::optional(values::toDate(entries.front().when)));
+    now.entry = entries.front().number;
+    now.when = std::max(now.when, std::optional(values::toDate(entries.front().when)));
   }
-  if (changes.now.when) changes.now.when = std::min(*changes.now.when, over);
+  if (now.when) now.when = std::min(*now.when, over);
   if (!since) return changes;
   std::map<std::int64_t, LastChange> written;
   for (const auto& entry : entries)
@@ -143,9 +177,11 @@ BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget
   std::vector<std::int64_t> cards;
   for (const auto& [card, change] : written) cards.push_back(card);
   std::set<std::int64_t> own;
-  for (const auto& list : keyLists(cards)) addOwn(connection, budget, "BU65_ID IN (" + list + ")", own);
-  addOwn(connection, budget,
-         since->when ? "BU65_DATAULTAGG > '" + since->when->toSql() + "'" : "BU65_DATAULTAGG IS NOT NULL", own);
+  addOwn(connection, budget, cards, own);
+  if (rows != 0 && since->rows != 0)
+    addOwn(connection, budget, connection.rowsSince("BU65_TESBUDGET", "BU65_ID", since->rows), own);
+  else
+    addOwn(connection, budget, stampedAfter(since->last.when), own);
   cards.insert(cards.end(), own.begin(), own.end());
   const auto stamps = stampsOf(connection, cards);
   for (const auto card : cards) {

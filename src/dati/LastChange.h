@@ -40,14 +40,23 @@ struct ChangesSince {
 std::optional<ChangesSince> changesSince(ado::Connection& connection, const values::Variant& company, std::int64_t card,
                                          const LastChange& seen);
 
+/// From when on changes are asked for.
+struct Moment {
+  LastChange last;        ///< the last change that was there
+  std::int64_t rows = 0;  ///< of an engine whose rows tell when they were committed: ado::Connection::rowMark
+};
+/// "2025-10-06 09:30:00 #17 @731"
+std::string textOf(const Moment& moment);
+/// Reads such a text, or that of a last change. Nothing when it is none.
+std::optional<Moment> parseMoment(std::string_view text);
+
 struct BudgetChanges {
-  LastChange now;                                           ///< to ask with the next time
+  Moment now;                                               ///< to ask with the next time
   std::map<std::int64_t, std::optional<LastChange>> cards;  ///< nothing for a card that is gone
 };
-/// The cards of a budget that were changed after that moment, none of them when there is no moment. It costs what has
-/// changed since, not what is there. Stamps count seconds: `now` is never the second that still runs, so what was
-/// changed in it may be told once more.
-BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget,
-                           const std::optional<LastChange>& since);
+/// The cards of a budget that were changed after that moment, none of them when there is no moment. What no history
+/// knows is told by the rows of the cards where the engine can, otherwise by their stamps: these count seconds, so
+/// `now` is never the second that still runs, and what was changed in it may be told once more.
+BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget, const std::optional<Moment>& since);
 
 }  // namespace bukorval::dati

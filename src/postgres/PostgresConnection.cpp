@@ -305,6 +305,27 @@ std::string PostgresConnection::commitMark() {
   return PQgetvalue(result.get(), 0, 0);
 }
 
+/// Every transaction with a lesser number has ended; those that have not, and those to come, have this one or a
+/// greater.
+std::int64_t PostgresConnection::rowMark() {
+  const auto result = runBeside("SELECT pg_snapshot_xmin(pg_current_snapshot())");
+  return std::stoll(PQgetvalue(result.get(), 0, 0));
+}
+
+/// A row has the lower half of the number of what wrote it, which is told apart from others by its age.
+std::vector<std::int64_t> PostgresConnection::rowsSince(std::string_view table, std::string_view key,
+                                                        std::int64_t mark) {
+  const auto behind = rowMark() - mark;
+  // Of a moment too far away, or of another database, all rows are younger.
+  const auto from = behind >= 0 && behind < INT32_MAX ? static_cast<std::uint32_t>(mark) : 0;
+  const auto result =
+      runBeside("SELECT " + storedName(key) + "::bigint FROM " + sqlName(table) + " WHERE age(xmin) <= age($1::xid)",
+                {std::to_string(from)});
+  std::vector<std::int64_t> keys;
+  for (int row = 0; row < PQntuples(result.get()); ++row) keys.push_back(std::stoll(PQgetvalue(result.get(), row, 0)));
+  return keys;
+}
+
 Result PostgresConnection::runBeside(const std::string& sql, const std::vector<std::string>& parameters) {
   requireConnected();
   settle();

@@ -46,6 +46,8 @@ class PostgresConnection : public ado::Connection {
 
   ado::ChangeTracker* changes() override;
   std::string commitMark() override;
+  std::int64_t rowMark() override;
+  std::vector<std::int64_t> rowsSince(std::string_view table, std::string_view key, std::int64_t mark) override;
 
   /// Runs one of the provider's own statements, in the transaction that is open.
   Result runBeside(const std::string& sql, const std::vector<std::string>& parameters = {});

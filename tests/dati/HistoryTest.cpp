@@ -351,7 +351,7 @@ TEST_F(Seen, TellsWhatHasChangedInABudget) {
   EXPECT_EQ(dati::textOf(start.now), "2025-03-01 10:00:00");
   EXPECT_TRUE(start.cards.empty());
   EXPECT_TRUE(dati::changedSince(*db, budget, start.now).cards.empty());
-  const auto told = [&](const dati::LastChange& moment) {
+  const auto told = [&](const dati::Moment& moment) {
     std::string text;
     for (const auto& [card, change] : dati::changedSince(*db, budget, moment).cards)
       text += (card == a ? "a" : card == b ? "b" : "?") + std::string(change ? "" : " gone") + " ";
@@ -365,15 +365,22 @@ TEST_F(Seen, TellsWhatHasChangedInABudget) {
   write(other, 1, 8);
   EXPECT_EQ(told(start.now), "a b ") << "the stamp of b is the old one, and C1 another budget's";
   auto afterAll = start.now;
-  afterAll.entry = history.entries().front().number;
-  afterAll.when = Date::Now().addDays(1);
+  afterAll.last = {Date::Now().addDays(1), history.entries().front().number};
   EXPECT_EQ(told(afterAll), "");
   run([&](ado::Connection&) {
     Variant id = b;
     bo.CancellaRigaBU65(id);
   });
   EXPECT_EQ(told(afterAll), "b gone ");
-  EXPECT_EQ(told(seen("-")), "a b gone ");
+  EXPECT_EQ(told({seen("-")}), "a b gone ");
+}
+
+TEST_F(Seen, AMomentIsReadAsItIsWritten) {
+  for (const std::string text :
+       {"-", "2025-04-02 08:00:00", "2025-04-02 08:00:00 #17", "2025-04-02 08:00:00 #17 @5000000000", "- @731"})
+    EXPECT_EQ(dati::textOf(*dati::parseMoment(text)), text);
+  for (const char* const text : {"", "@1", "- @", "- @0", "- @x", "- @1 #2", "- @99999999999999999999"})
+    EXPECT_FALSE(dati::parseMoment(text)) << text;
 }
 
 }  // namespace

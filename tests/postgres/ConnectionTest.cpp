@@ -93,6 +93,29 @@ TEST_F(PostgresTransactions, ACollisionIsRefusedInItalianAndTakesEverythingBack)
   EXPECT_EQ(outcome("SELECT X FROM A"), "2");
 }
 
+TEST_F(PostgresTransactions, RowsThatAreCommittedLaterAreTold) {
+  run("INSERT INTO A (X) VALUES (1)");
+  run("INSERT INTO A (X) VALUES (2)");
+  const auto watcher = database.open();
+  const auto since = [&](std::int64_t mark) { return watcher->rowsSince("A", "ID", mark); };
+  // What others have begun on the server, other tests among them, holds the mark back.
+  const auto isQuiet = [&] { return since(watcher->rowMark()).empty(); };
+  for (int tried = 0; tried < 500 && !isQuiet(); ++tried) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  EXPECT_TRUE(isQuiet());
+  // With a number of its own for what a savepoint holds.
+  past("BEGIN; SAVEPOINT a; UPDATE a SET x = 3 WHERE id = 1; RELEASE a");
+  const auto during = watcher->rowMark();
+  const auto other = postgres_tests::rawServer(database.name());
+  postgres::runSimple(other.get(), "UPDATE a SET x = 4 WHERE id = 2");
+  EXPECT_THAT(since(during), testing::ElementsAre(2));
+  const auto late = watcher->rowMark();
+  past("COMMIT");
+  EXPECT_THAT(since(late), testing::Contains(1));
+  // Of a moment that this server has not had, everything is told.
+  EXPECT_THAT(since(watcher->rowMark() + 1000), testing::SizeIs(2));
+  EXPECT_THAT(since(watcher->rowMark() - (std::int64_t{1} << 40)), testing::SizeIs(2));
+}
+
 /// The end of a turn: by its holder, or by the server when it has lost its holder.
 TEST_F(PostgresTransactions, WritersTakeTurnsAndReadersDoNotWait) {
   run("INSERT INTO A (X) VALUES (0)");

@@ -83,6 +83,10 @@ class AnyConnection : public Connection {
   void RollbackTrans() override { opened().RollbackTrans(); }
   ChangeTracker* changes() override { return real_ ? real_->changes() : nullptr; }
   std::string commitMark() override { return real_ ? real_->commitMark() : std::string(); }
+  std::int64_t rowMark() override { return real_ ? real_->rowMark() : 0; }
+  std::vector<std::int64_t> rowsSince(std::string_view table, std::string_view key, std::int64_t mark) override {
+    return opened().rowsSince(table, key, mark);
+  }
   ConnectionPtr reader() override { return real_ ? real_->reader() : nullptr; }
 
  private:
@@ -111,6 +115,8 @@ std::unique_ptr<BulkInsert> Connection::bulkInsert(std::string_view table,
                                                    const std::vector<std::string_view>& columns) {
   return insertByText(*this, table, columns);
 }
+
+std::vector<std::int64_t> Connection::rowsSince(std::string_view, std::string_view, std::int64_t) { return {}; }
 
 void registerProvider(std::string_view name, std::function<ConnectionPtr()> create, std::vector<std::string> entries) {
   assert(!name.empty() && create);

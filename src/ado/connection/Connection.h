@@ -57,6 +57,13 @@ class BUKORVAL_API Connection : public values::Object {
   /// transaction. "" for an engine that does not tell.
   virtual std::string commitMark() { return {}; }
 
+  /// A moment for rowsSince: whatever is committed from now on is told from it. 0 for an engine whose rows do not tell
+  /// when they were written. Outside a transaction.
+  virtual std::int64_t rowMark() { return 0; }
+  /// The whole-number keys of the rows of a table that were committed since, whoever wrote them and whenever they began
+  /// to; some that were committed before may be among them. Rows that are gone are not. Reads the whole table.
+  virtual std::vector<std::int64_t> rowsSince(std::string_view table, std::string_view key, std::int64_t mark);
+
   /// A connection of its own, for another thread, that reads what was committed before this one's transaction while
   /// that goes on. Null for an engine that has none, or lets nobody read meanwhile.
   virtual std::shared_ptr<Connection> reader() { return nullptr; }

@@ -103,10 +103,10 @@ std::string deltasOf(const json& body) {
 
 std::string changesSince(Environment& environment, const std::string& since, const std::string& mark) {
   requireBudget(environment);
-  std::optional<dati::LastChange> seen;
+  std::optional<dati::Moment> seen;
   if (!since.empty()) {
     const auto sign = since.find(kMark);
-    seen = dati::parseLastChange(since.substr(0, sign));
+    seen = dati::parseMoment(since.substr(0, sign));
     if (!seen) throw UsageError(tr("{} is no moment as `now` named it", since));
     if (sign != std::string::npos && since.substr(sign + kMark.size()) == mark)
       return R"({"now":)" + quotedText(since) + R"(,"cards":[]})";

@@ -13,7 +13,7 @@ namespace bukorval::host::server {
 std::string deltasOf(const nlohmann::json& body);
 
 /// Which cards of the selected budget have been changed since a moment, as `now` named it the last time.
-/// @param mark  of the commits until now. @return {"now": "2025-10-06 09:30:00 #17 ~a.5", "cards": [{"id": 12,
+/// @param mark  of the commits until now. @return {"now": "2025-10-06 09:30:00 #17 @731 ~a.5", "cards": [{"id": 12,
 /// "lastChange": "…"}]}; lastChange is null for a card that is gone.
 std::string changesSince(Environment& environment, const std::string& since, const std::string& mark);
 
