@@ -20,6 +20,7 @@ std::string typedNumber(std::string_view text, char separator) {
   try {
     return values::typedNumber(text, separator);
   } catch (const values::Errore& e) {
+    if (e.what() == std::string_view("Overflow")) throw values::Errore(tr("{} is too large", text));
     throw values::Errore(retold(e.what(), kNumberTexts));
   }
 }

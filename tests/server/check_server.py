@@ -45,7 +45,7 @@ DOORS = [
     ("none", "GET", "/login", None, {}, 404, "notFound"),
     ("none", "GET", "/door.css", None, {}, 200, None),
     ("none", "POST", RUN + "grid", {"options": GRID}, {"Authorization": "Bearer "}, 401, "unauthorized"),
-    ("none", "POST", RUN + "grid", {"options": GRID}, {"Cookie": "bukorval="}, 401, "unauthorized"),
+    ("none", "POST", RUN + "grid", {"options": GRID}, {"Cookie": "bukorvalPORT="}, 401, "unauthorized"),
     ("cookie", "GET", "/", None, {}, 200, None),
     ("cookie", "POST", RUN + "grid", {"options": GRID}, {}, 403, "forbidden"),
     ("cookie", "DELETE", "/api/v1/jobs/1", None, {}, 403, "forbidden"),
@@ -90,6 +90,9 @@ DOORS = [
     ("token", "POST", RUN + "set", {"options": {"CARD": 1, "PERIOD": 99, "VALUE": "1"}}, {}, 422, "refused"),
     ("token", "POST", RUN + "set", {"options": {"CARD": 10**9, "PERIOD": 1, "VALUE": "1"}}, {}, 422, "refused"),
     ("token", "POST", RUN + "set", {"options": {"CARD": 1, "PERIOD": 1, "VALUE": "1.250"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "set", {"options": {"CARD": 1, "PERIOD": 1, "VALUE": "1e400"}}, {}, 400, "usage"),
+    ("token", "POST", RUN + "set", {"options": {"CARD": 1, "PERIOD": 1, "VALUE": "9" * 20}}, {}, 422, "refused"),
+    ("token", "POST", RUN + "set", {"options": {"CARD": 52, "PERIOD": 10, "VALUE": "1", "kind": "orders"}}, {}, 422, "refused"),
     ("token", "POST", RUN + "set", {"options": {"CARD": 1, "PERIOD": 1, "VALUE": "1", "force": True}}, {}, 400, "usage"),
     ("token", "POST", RUN + "spread", {"options": {"CARD": 1, "TOTAL": "1", "like": "/etc/x.csv"}}, {}, 400, "usage"),
     ("token", "POST", RUN + "delete", {"options": {"CARD": 1}}, {}, 422, "question"),
@@ -100,7 +103,8 @@ DOORS = [
     ("token", "POST", "/api/v1/deltas", {"rows": [{}] * 201}, {}, 400, "usage"),
     ("token", "POST", "/api/v1/deltas", {"rows": 1}, {}, 400, "usage"),
     ("token", "POST", "/api/v1/picture/report", {"options": BUDGET, "chart": [1]}, {}, 400, "usage"),
-    ("token", "GET", "/api/v1/changes?type=4&subtype=01&year=2025&since=never", None, {}, 400, "usage"),
+    *(("token", "GET", f"/api/v1/changes?type=4&subtype=01&year=2025&since={since}", None, {}, 400, "usage")
+      for since in ("never", "2025-01-01+@0", "2025-01-01+@1+OR+1=1", "2025-01-01+%23x")),
     ("token", "GET", "/api/v1/jobs/0", None, {}, 404, "notFound"),
 ]
 
@@ -181,6 +185,10 @@ def check_doors(where, folder):
         check("and are the same", kept.raw == server.ask("GET", "/main.js").raw != b"")
         check("by no other name", server.ask("GET", "/v1/main.js").status == 404)
         check("nothing was written", server.run("history").table() == [])
+        with Server(program, where) as second:
+            both = {"Cookie": f"{page['Cookie']}; {second.enter()['Cookie']}"}
+            statuses = [each.ask("GET", "/api/v1/session", headers=both).status for each in (server, second)]
+            check("one browser on two servers", statuses == [200, 200], statuses)
         other = subprocess.run([program, "serve", *where, "--port", str(server.port)], capture_output=True, text=True)
         check("a port is for one", other.returncode == 1 and "Cannot listen" in other.stderr, other)
         check("it ends", server.end() == 0)
@@ -498,6 +506,48 @@ def check_encrypted(where, folder):
         check(f"no {wrong}", refused.returncode in (1, 2) and refused.stderr, refused)
 
 
+def check_long(where, sql):
+    """What a client that keeps no history and takes no turn writes for long is told when it is there, whatever its clock says."""
+    query = "/api/v1/changes?type=4&subtype=01&year=2025&since="
+    stamp = "UPDATE bu65_tesbudget SET bu65_dataultagg = '{}' WHERE bu65_id = {};"
+    with Server(program, where) as server, subprocess.Popen(sql[:-1], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True) as slow:
+        def look(since):
+            heard = server.ask("GET", query + urllib.parse.quote(since), headers=server.bearer()).json
+            return {one["id"] for one in heard["cards"]}, heard["now"]
+
+        def tell(text):
+            print(text, "\\echo done", sep="\n", file=slow.stdin, flush=True)
+            slow.stdout.readline()
+        tell("BEGIN; SAVEPOINT a; " + stamp.format("2020-01-01", CARD))
+        _, now = look("")
+        subprocess.run([*sql, stamp.format("2030-01-01", CARD + 1)], check=True)
+        heard, now = look(now)
+        check("a short write beside a long one", CARD + 1 in heard and CARD not in heard, heard)
+        tell("COMMIT;")
+        heard, now = look(now)
+        check("the long write", CARD in heard, heard)
+        subprocess.run([*sql, stamp.format("2020-01-01", CARD + 2)], check=True)
+        heard, now = look(now)
+        check("a write by a slow clock", CARD + 2 in heard, heard)
+        slow.stdin.close()
+
+
+def check_away(where, sql, database):
+    """The server of the database is away for a while."""
+    with Server(program, where) as server:
+        check("before", server.run("grid", GRID).status == 200)
+        for allowed, statuses in ((False, {503}), (True, {200})):
+            subprocess.run([*sql, f"ALTER DATABASE {database} ALLOW_CONNECTIONS {allowed}"], check=True)
+            subprocess.run([*sql, f"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '{database}'"],
+                           check=True, capture_output=True)
+            answers = [server.run("grid", GRID) for _ in range(2)]
+            got = {answer.status for answer in answers}
+            check(f"allowed {allowed}", got == statuses, answers[0].raw)
+            if not allowed:
+                check("says so and no more", re.fullmatch(r"The database cannot be reached; [^/]*under number \d+", answers[0].error["message"]),
+                      answers[0].raw)
+
+
 def on_postgres(state):
     folder, database = pathlib.Path(state).read_text(), f"serve_{os.getpid()}"
     sql = ["psql", "-qXh", folder, "-U", "bukorval", "postgres", "-c"]
@@ -506,12 +556,8 @@ def on_postgres(state):
     try:
         check_values(where)
         check_two(where)
-        with Server(program, where) as server:
-            check("before", server.run("grid", GRID).status == 200)
-            ended = f"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '{database}'"
-            subprocess.run([*sql, ended], check=True, capture_output=True)
-            statuses = [server.run("grid", GRID).status for _ in range(2)]
-            check("a lost connection is made anew", statuses == [200, 200], statuses)
+        check_long(where, ["psql", "-qXh", folder, "-U", "bukorval", database, "-c"])
+        check_away(where, sql, database)
     finally:
         subprocess.run([*sql, f"DROP DATABASE {database} WITH (FORCE)"], check=True)
 

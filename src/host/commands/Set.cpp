@@ -22,6 +22,16 @@ namespace {
 
 using values::Variant;
 
+/// Which of several was meant nobody can know.
+void requireOne(ado::Recordset& periods, int period, const std::string& key) {
+  int details = 0;
+  for (; !periods.Eof(); periods.MoveNext())
+    if (!periods[key].Value().isNothing()) ++details;
+  if (details > 1)
+    throw dati::Refused(tr("Period {} has {} details of this kind: --detail says which of them", period, details));
+  periods.MoveFirst();
+}
+
 /// The value of one cell of a card's period grid.
 /// @param kind    what its column is called behind the measure.
 /// @param detail  which of several in the period; 0 for the only one.
@@ -36,6 +46,8 @@ Variant cellValue(Environment& environment, const Variant& card, int period, std
   if (periods->RecordCount() == 0) throw dati::Refused(tr("The budget of this card has no period {}", period));
   if (detail != 0)
     periods->Filter("PERIODO = " + std::to_string(period) + " AND ID_" + kind + " = " + std::to_string(detail));
+  else
+    requireOne(*periods, period, "ID_" + kind);
   if (periods->RecordCount() == 0) return Variant::Null();
   return field->Value();
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <exception>
-#include <iterator>
+#include <span>
 #include <string_view>
 
 #include "frame/Fallimento.h"
@@ -31,18 +31,28 @@ constexpr Retelling kOfOthers[] = {
 /// Those that ask to be run again.
 constexpr std::size_t kRepeatable = 2;
 
-OutcomeKind kindOf(int state, std::string_view message) {
-  const auto* const others = std::ranges::find_if(kOfOthers, [&](const Retelling& one) {
+/// What they say of values that somebody has given.
+constexpr Retelling kOfValues[] = {
+    {"Arithmetic overflow error{}", "A number is too large: the database has no room for it"}};
+
+const Retelling* find(std::span<const Retelling> texts, std::string_view message) {
+  const auto found = std::ranges::find_if(texts, [&](const Retelling& one) {
     const std::string_view said = one.said;
     return message.starts_with(said.substr(0, said.find("{}")));
   });
-  if (others != std::end(kOfOthers))
+  return found == texts.end() ? nullptr : &*found;
+}
+
+OutcomeKind kindOf(int state, std::string_view message) {
+  if (const auto* const others = find(kOfOthers, message))
     return others - kOfOthers < static_cast<std::ptrdiff_t>(kRepeatable) ? OutcomeKind::Repeatable : OutcomeKind::Busy;
-  return state == bdgStatoRifiutato ? OutcomeKind::Refused : OutcomeKind::Failed;
+  return state == bdgStatoRifiutato || find(kOfValues, message) ? OutcomeKind::Refused : OutcomeKind::Failed;
 }
 
 /// An outcome of the object or of a statement.
-Outcome ofState(int state, const char* message) { return {kindOf(state, message), state, retold(message, kOfOthers)}; }
+Outcome ofState(int state, const char* message) {
+  return {kindOf(state, message), state, retold(retold(message, kOfOthers), kOfValues)};
+}
 
 }  // namespace
 

@@ -9,7 +9,6 @@
 namespace bukorval::host::server {
 namespace {
 
-constexpr std::string_view kCookie = "bukorval";
 constexpr auto kSessionLife = std::chrono::hours(12);
 constexpr std::size_t kMostSessions = 1000, kMostAttempts = 10000;
 constexpr int kMostDoublings = 6;
@@ -36,20 +35,23 @@ bool isAddress(std::string_view host) {
   return !host.empty() && host.find_first_not_of("0123456789.") == std::string_view::npos;
 }
 
-std::string cookieOf(std::string_view header) {
+/// Browsers send the cookies of all servers on a machine to each of them.
+std::string cookieName(int port) { return "bukorval" + std::to_string(port); }
+
+std::string cookieOf(std::string_view header, const std::string& cookie) {
   while (!header.empty()) {
     const auto end = header.find(';');
     auto part = header.substr(0, end);
     part.remove_prefix(std::min(part.find_first_not_of(' '), part.size()));
-    if (part.starts_with(kCookie) && part.substr(kCookie.size()).starts_with('='))
-      return std::string(part.substr(kCookie.size() + 1));
+    if (part.starts_with(cookie) && part.substr(cookie.size()).starts_with('='))
+      return std::string(part.substr(cookie.size() + 1));
     header.remove_prefix(end == std::string_view::npos ? header.size() : end + 1);
   }
   return {};
 }
 
-std::string setCookie(const std::string& value, bool encrypted) {
-  return std::string(kCookie) + "=" + value + "; Path=/; HttpOnly; SameSite=Strict" + (encrypted ? "; Secure" : "");
+std::string setCookie(const std::string& cookie, const std::string& value, bool encrypted) {
+  return cookie + "=" + value + "; Path=/; HttpOnly; SameSite=Strict" + (encrypted ? "; Secure" : "");
 }
 
 }  // namespace
@@ -82,7 +84,7 @@ std::string Gate::open(const std::string& user) {
   if (sessions_.size() >= kMostSessions)
     sessions_.erase(std::ranges::min_element(sessions_, {}, [](const auto& session) { return session.second.used; }));
   sessions_[cookie] = {secret(), user, now};
-  return setCookie(cookie, names_.encrypted);
+  return setCookie(cookieName(names_.port), cookie, names_.encrypted);
 }
 
 std::optional<std::string> Gate::enterByToken(std::string_view token) {
@@ -116,7 +118,7 @@ std::optional<Gate::Caller> Gate::callerOf(const Request& request) {
   const auto authorization = request.header("Authorization");
   if (authorization.starts_with(kBearer) && sameSecret(std::string_view(authorization).substr(kBearer.size()), token_))
     return Caller{"", true, ""};
-  const auto cookie = cookieOf(request.header("Cookie"));
+  const auto cookie = cookieOf(request.header("Cookie"), cookieName(names_.port));
   const std::lock_guard lock(mutex_);
   const auto found = sessions_.find(cookie);
   const auto now = Clock::now();

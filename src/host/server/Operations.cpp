@@ -104,12 +104,29 @@ constexpr Told kTold[] = {{OutcomeKind::Usage, 400, "usage"},         {OutcomeKi
                           {OutcomeKind::Busy, 503, "busy"},           {OutcomeKind::Repeatable, 503, "busy"},
                           {OutcomeKind::Failed, 500, "failed"}};
 
-/// What a run-time error says is for who looks after the server.
-std::string logged(const std::string& message) {
+/// What a run-time error says is for who looks after the server. @return its number in the log.
+int logged(const std::string& message) {
   static std::atomic<int> count{0};
   const int number = ++count;
   std::cerr << "bukorval: " + tr("error {}", number) + ": " + safeText(message) + "\n";
-  return tr("Something went wrong here; the server's log has it under number {}", number);
+  return number;
+}
+
+std::string told(const Outcome& outcome) {
+  if (outcome.kind != OutcomeKind::Failed) return outcome.message;
+  return tr("Something went wrong here; the server's log has it under number {}", logged(outcome.message));
+}
+
+/// A connection to work with. A database that is away for a while is no fault of the request.
+ado::ConnectionPtr connected(Environment& environment) {
+  try {
+    return environment.connection();
+  } catch (...) {
+    const auto outcome = currentOutcome();
+    if (outcome.kind != OutcomeKind::Failed) throw;
+    throw Crowded(
+        tr("The database cannot be reached; the server's log says why under number {}", logged(outcome.message)));
+  }
 }
 
 bool answers(ado::Connection& connection) {
@@ -214,10 +231,8 @@ Reply Operations::attempt(const Work& work, Watcher* watcher) {
         std::this_thread::sleep_for(kPause * tried);
         continue;
       }
-      const auto& told = *std::ranges::find(kTold, outcome.kind, &Told::kind);
-      return jsonReply(told.status,
-                       collector.failure(
-                           told.name, outcome.kind == OutcomeKind::Failed ? logged(outcome.message) : outcome.message));
+      const auto& how = *std::ranges::find(kTold, outcome.kind, &Told::kind);
+      return jsonReply(how.status, collector.failure(how.name, told(outcome)));
     }
   }
 }
@@ -249,9 +264,9 @@ void Operations::runBound(Bound& bound, Collector& collector, const std::functio
   const auto environment = std::move(bound.environment);
   environment->redirect(collector);
   if (lease.connection()) environment->useConnection(lease.connection());
+  lease.connection() = connected(*environment);
   // What has failed may be the connection itself: the next command gets another one.
   try {
-    lease.connection() = environment->connection();
     work(*environment);
   } catch (...) {
     if (currentOutcome().kind == OutcomeKind::Failed) lease.connection() = nullptr;
