@@ -12,6 +12,7 @@ import { placeInFrame, show } from "./frame.js";
 import { title } from "./heading.js";
 import { records, tableWith } from "./lists.js";
 import { showMovements } from "./movements.js";
+import { notice } from "./notices.js";
 import { link } from "./router.js";
 import { plainTable } from "./plaintable.js";
 import { t } from "./words.js";
@@ -93,11 +94,23 @@ function keysOf(grid, editing, actions) {
   });
 }
 
+/** A card as it is, and what looks for changes of its budget from before that was read. */
+async function watched(id, name, whenLeft) {
+  const known = name || (await run("card", { CARD: id })).values.Budget;
+  const watch = new ChangeWatch(parseName(known));
+  whenLeft(() => watch.stop());
+  await watch.start();
+  const answer = await run("card", { CARD: id });
+  if (answer.values.Budget === known) return { answer, watch };
+  watch.stop();
+  return watched(id, answer.values.Budget, whenLeft);
+}
+
 export function showCard({ path: [id], query }) {
   return show(async ({ whenLeft }) => {
-    const answer = await run("card", { CARD: id });
+    const { answer, watch } = await watched(id, query.budget, whenLeft);
     const budget = {
-      ...parseName(answer.values.Budget ?? query.budget),
+      ...parseName(answer.values.Budget),
       site: query.site ?? "",
       kind: query.kind ?? "",
     };
@@ -147,7 +160,7 @@ export function showCard({ path: [id], query }) {
     };
     grid.show(await editing.load());
     keysOf(grid, editing, actions);
-    whenLeft(watchOthers(editing, budget, id));
+    watchOthers(watch, editing, id);
     const changed = h("span", { class: "muted" }, t("Last change {}", format(editing.edits.stamp.split(" #")[0], {})));
     return [
       title(
@@ -165,12 +178,10 @@ export function showCard({ path: [id], query }) {
   });
 }
 
-function watchOthers(editing, budget, id) {
-  const watch = new ChangeWatch(budget);
+function watchOthers(watch, editing, id) {
   watch.onchange = (cards) => {
     const mine = cards.find((card) => String(card.id) === id);
-    if (mine) editing.others(mine.lastChange);
+    if (mine?.lastChange) editing.others(mine.lastChange);
+    else if (mine) notice(t("Somebody else has deleted this card"), "bad");
   };
-  watch.start();
-  return () => watch.stop();
 }

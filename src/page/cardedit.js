@@ -23,6 +23,7 @@ export class CardEditing {
       card,
       stamp,
       onstate: (...state) => this.#mark(...state),
+      isAsSeen: (edit) => edit.over !== undefined && sameAmount(edit.over, edit.row.cells[edit.column.index]),
       onconflict: (edits, failure) => this.#conflict(edits, failure),
       ondrained: () => this.#drained(),
     });
@@ -67,10 +68,17 @@ export class CardEditing {
     return look?.typed === undefined ? (look ?? {}) : { ...look, text: look.typed };
   }
 
+  /** What somebody begins to type belongs to what they see now. */
+  opened(row, column) {
+    this.begun = { look: this.edits.look, over: row.cells[column.index] };
+  }
+
   typing(row, column, text) {
     this.typed = text === null ? null : { row, column, text };
-    if (this.typed) this.previewLater();
-    else if (!this.edits.busy) this.#forgetPreviews();
+    if (this.typed) return this.previewLater();
+    this.begun = undefined;
+    if (!this.edits.busy) this.#forgetPreviews();
+    return this.waiting && this.others(this.waiting);
   }
 
   /** Gives up what was refused. */
@@ -89,8 +97,9 @@ export class CardEditing {
       text,
       row,
       column,
+      over: this.begun ? this.begun.over : row.cells[column.index],
     }));
-    this.edits.write(edits);
+    this.edits.write(edits, this.begun?.look);
     this.#previewRows([...new Set(cells.map(({ row }) => row))]);
   }
 
@@ -158,24 +167,25 @@ export class CardEditing {
 
   // What others do.
 
-  /** First the stamp, then the values: these are as new as it, or newer. */
+  /** First the stamp, then the values: these are as new as it, or newer. It counts from when they are shown. */
   async #seeNow() {
     const { values } = await run("card", { CARD: this.card });
+    const changed = await this.#reload(null);
     this.edits.stamp = values["Last change"];
-    return this.#reload(null);
+    return changed;
   }
 
   /** @param change  the card's last change as the server tells it */
   async others(change) {
     this.waiting = change;
     if (this.edits.busy) return;
-    this.waiting = null;
-    if (!isLater(change, this.edits.stamp)) return;
-    if (this.grid.editor.open) {
+    if (isLater(change, this.edits.stamp) && this.grid.editor.open) {
       if (this.told !== change) notice(t("Somebody else has changed this card"));
       this.told = change;
       return;
     }
+    this.waiting = null;
+    if (!isLater(change, this.edits.stamp)) return;
     const changed = await this.#seeNow();
     notice(
       changed === 1

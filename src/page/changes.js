@@ -1,6 +1,7 @@
 // Looks now and then whether others have changed cards of a budget.
 
 import { changes } from "./api.js";
+import { isLater } from "./edits.js";
 
 const SECONDS = 4;
 
@@ -8,7 +9,15 @@ export class ChangeWatch {
   constructor({ type, subtype, year }) {
     this.query = { type, subtype, year };
     this.since = "";
+    this.told = new Map(); // last changes by card
     this.onchange = () => {};
+  }
+
+  /** The server may tell a change twice. */
+  #isNews({ id, lastChange }) {
+    const told = this.told.get(id);
+    this.told.set(id, lastChange);
+    return told && lastChange ? isLater(lastChange, told) : told !== lastChange;
   }
 
   /** From now on; what is loaded afterwards is at least as new. */
@@ -28,7 +37,8 @@ export class ChangeWatch {
       const { now, cards } = await changes({ ...this.query, since: this.since });
       if (this.stopped) return;
       this.since = now;
-      if (cards.length) this.onchange(cards);
+      const news = cards.filter((card) => this.#isNews(card));
+      if (news.length) this.onchange(news);
     } catch {
       /* the next look tells */
     } finally {

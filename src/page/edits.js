@@ -1,5 +1,5 @@
-// Edits of one card, written one after the other. Each names the change of the card that was seen last, so that nobody's
-// work is written over unseen; what was written can be taken back, edit by edit.
+// Edits of one card, written one after the other. Each names the last change of the card that was seen when it was begun,
+// so that nobody's work is written over unseen; what was written can be taken back, edit by edit.
 
 import { run } from "./api.js";
 import { plainDecimal, withoutOrnament } from "./numbers.js";
@@ -10,32 +10,50 @@ const column = (table, name) => table.columns.findIndex((each) => each.name === 
 const valueText = (text) => withoutOrnament(text) || "NULL";
 export const textOf = (value) => (value === null ? "" : plainDecimal(value));
 
-/** Whether a last change ("2025-10-06 09:30:00 #17") is later than another. */
+/** Whether a last change ("2025-10-06 09:30:00 #17") is later than another; one without a history has only its date. */
 export function isLater(change, than) {
   const entry = (text) => Number(/#(\d+)/.exec(text)?.[1] ?? 0);
-  if (entry(change) !== entry(than)) return entry(change) > entry(than);
-  return change > than;
+  const date = (text) => text.split(" #")[0];
+  if (entry(change) && entry(change) !== entry(than)) return entry(change) > entry(than);
+  return date(change) > date(than);
 }
 
 export class Edits {
   /**
    * @param stamp       the card's last change that was seen
    * @param onstate     (edit, state, message): "saving", "saved", "refused"
+   * @param isAsSeen    (edit) => whether its cell is still as it was when it was begun
    * @param onconflict  (edits, failure) => promise of those to write all the same
    * @param ondrained   when nothing is left to write
    */
-  constructor({ card, stamp, onstate, onconflict, ondrained }) {
-    Object.assign(this, { card, stamp, onstate, onconflict, ondrained });
+  constructor({ card, stamp, onstate, isAsSeen, onconflict, ondrained }) {
+    Object.assign(this, { card, onstate, isAsSeen, onconflict, ondrained });
+    this.stamps = [stamp]; // the last change as it was at each look at the card; one's own writes go on from it
     this.queue = [];
     this.done = [];
     this.undone = [];
     this.busy = false;
   }
 
-  /** @param edits  [{period, detail, kind, measure, text}]: one step for undo. */
-  write(edits) {
+  /** Which look at the card was the last. */
+  get look() {
+    return this.stamps.length - 1;
+  }
+  get stamp() {
+    return this.stamps.at(-1);
+  }
+  /** The card was looked at anew. */
+  set stamp(change) {
+    this.stamps.push(change);
+  }
+
+  /**
+   * @param edits  [{period, detail, kind, measure, text}]: one step for undo
+   * @param look   at which they were begun
+   */
+  write(edits, look = this.look) {
     this.undone = [];
-    return this.#add({ edits, into: this.done });
+    return this.#add({ edits: edits.map((edit) => ({ ...edit, look })), into: this.done });
   }
 
   get canUndo() {
@@ -56,7 +74,8 @@ export class Edits {
   #turn(from, into) {
     const step = from.pop();
     if (!step) return null;
-    return this.#add({ edits: step.map((edit) => ({ ...edit, text: textOf(edit.before) })).reverse(), into });
+    const back = (edit) => ({ ...edit, look: this.look, over: undefined, text: textOf(edit.before) });
+    return this.#add({ edits: step.map(back).reverse(), into });
   }
 
   #add(group) {
@@ -84,7 +103,8 @@ export class Edits {
         rest.shift();
       } catch (failure) {
         if (failure.status === 409) {
-          rest = await this.onconflict(rest, failure);
+          const kept = await this.onconflict(rest, failure);
+          rest = kept.map((edit) => ({ ...edit, look: this.look }));
         } else {
           this.onstate(rest.shift(), "refused", failure.message);
         }
@@ -94,14 +114,15 @@ export class Edits {
   }
 
   async #writeOne(edit) {
-    const { period, detail, kind, measure, text } = edit;
-    const options = { CARD: this.card, PERIOD: period, VALUE: valueText(text), kind, measure, seen: this.stamp };
+    if (edit.look !== this.look && this.isAsSeen(edit)) edit.look = this.look;
+    const { period, detail, kind, measure, text, look } = edit;
+    const options = { CARD: this.card, PERIOD: period, VALUE: valueText(text), kind, measure, seen: this.stamps[look] };
     if (detail !== null) options.detail = detail;
     const {
       tables: [table],
     } = await run("set", options);
     const [row] = table.rows;
-    this.stamp = row[column(table, "ULTIMAMODIFICA")] ?? this.stamp;
+    this.stamps[look] = row[column(table, "ULTIMAMODIFICA")] ?? this.stamps[look];
     this.onstate(edit, "saved");
     return { ...edit, before: row[column(table, "PRIMA")], after: row[column(table, "DOPO")] };
   }

@@ -5,6 +5,7 @@ import { nameOf, pathOf } from "./budget.js";
 import { ask } from "./dialog.js";
 import { button, h } from "./dom.js";
 import { announce, failureBox } from "./notices.js";
+import { choicesLine } from "./printing.js";
 import { link } from "./router.js";
 import { t } from "./words.js";
 
@@ -32,6 +33,7 @@ export function buildFrame() {
     .replaceChildren(
       skip,
       h("header", { class: "top" }, h("a", { class: "home", href: link("budgets") }, "bukorval"), crumbs, side, tabs),
+      choicesLine(main),
       main,
     );
 }

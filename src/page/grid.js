@@ -11,7 +11,7 @@ import { title } from "./heading.js";
 import { sites } from "./lists.js";
 import { lockButton } from "./lock.js";
 import { askNewCard } from "./newcard.js";
-import { announce, notice } from "./notices.js";
+import { announce, messagesOf, notice } from "./notices.js";
 import { go, link, stay } from "./router.js";
 import { t } from "./words.js";
 
@@ -88,7 +88,8 @@ export function showGrid({ path, query }) {
     display(grid, table);
     if (!table.totals) completeLater(grid, all, wanted);
     whenLeft(watchOthers(watch, grid, budget));
-    return [title(about, budget, h("span", { class: "aside" }, lockButton(about, budget))), grid.element];
+    const lock = h("span", { class: "aside" }, lockButton(about, budget));
+    return [title(about, budget, lock), ...messagesOf(table), grid.element];
   });
 }
 
@@ -110,7 +111,9 @@ async function completeLater(grid, all, wanted) {
 async function load(budget, more = {}) {
   const {
     tables: [table],
+    messages,
   } = await run("grid", { ...selection(budget), ...more });
+  table.messages = messages;
   for (const column of table.columns) if (FIXED.some((name) => column.name.startsWith(name))) column.secondary = true;
   return table;
 }

@@ -32,14 +32,16 @@ export class CellEditor {
     const [row, column] = this.#target();
     if (!row || !column || !grid.editing.canEdit(row, column)) return false;
     const cell = grid.cell(grid.active.row, grid.active.column);
-    Object.assign(this, { open: true, row: grid.active.row, column: grid.active.column, typed: typed !== null });
+    const before = grid.editing.text(row, column);
+    Object.assign(this, { open: true, row: grid.active.row, column: grid.active.column, typed: typed !== null, before });
+    grid.editing.opened(row, column);
     this.input = h("input", {
       class: "edit",
       inputmode: "decimal",
       autocomplete: "off",
       maxlength: 64,
       "aria-label": `${column.title}, ${grid.editing.rowName(row)}`,
-      value: typed ?? grid.editing.text(row, column),
+      value: typed ?? before,
       onkeydown: (event) => this.#key(event),
       onblur: () => this.#left(),
       oninput: () => grid.editing.typing(row, column, this.input.value),
@@ -83,10 +85,9 @@ export class CellEditor {
       column = grid.shown[this.column],
       text = this.input.value.trim();
     const at = [this.row, this.column];
-    const before = grid.editing.text(row, column);
     this.#close();
+    if (text !== this.before) grid.editing.commit([{ row, column, text }]);
     grid.editing.typing(row, column, null);
-    if (text !== before) grid.editing.commit([{ row, column, text }]);
     grid.refresh();
     if (focus) grid.moveTo(at[0] + down, at[1] + right);
   }

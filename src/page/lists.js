@@ -46,12 +46,14 @@ export const measures = () => [
 /** The codes that a column of a budget's cards may have: {COLONNA, CODICE, DESCRIZIONE}. */
 export const codes = ({ type, subtype }) => list("codes", { type, subtype });
 
-export const years = () => once("years", async () => records((await run("years", {})).tables[0]));
-
 /** The state of a year comes in the program's language. */
 export const isClosedState = (state) => ["closed", t("closed")].includes(state);
 
-/** What is defined changes while people work: their years and locks. */
+// What changes while people work is asked for each time.
+
+export const years = async () => records((await run("years", {})).tables[0]);
+
+/** What is defined, with its years and locks. */
 export async function budgets() {
   const answer = await run("budgets", {});
   return { table: answer.tables[0], rows: records(answer.tables[0]) };

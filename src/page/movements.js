@@ -5,7 +5,7 @@ import { DataGrid } from "./datagrid.js";
 import { h } from "./dom.js";
 import { openDrill } from "./drill.js";
 import { tableWith } from "./lists.js";
-import { failureBox } from "./notices.js";
+import { failureBox, messagesOf } from "./notices.js";
 import { plainTable } from "./plaintable.js";
 import { t } from "./words.js";
 
@@ -17,7 +17,7 @@ export async function showMovements(place, card, period) {
     const answer = await run("movements", { card, ...(period && { period: period.number }) });
     const movements = tableWith(answer, "CG41_NUMREG"),
       cells = tableWith(answer, "SCHEDA");
-    box.append(...(answer.messages ?? []).map((text) => h("p", { class: "muted" }, text)));
+    box.append(...messagesOf(answer));
     if (cells?.rows.length) box.append(plainTable(cells));
     if (movements.rows.length) {
       const grid = new DataGrid({ label: title, key: "movements", search: movements.rows.length > 12 });

@@ -50,6 +50,9 @@ export function clearNotices() {
   stack?.replaceChildren();
 }
 
+/** What the program told beside a table. */
+export const messagesOf = ({ messages = [] }) => messages.map((text) => h("p", { class: "muted" }, text));
+
 /** What a view shows instead of itself when it failed. */
 export function failureBox(error) {
   return h("div", { class: "failure", role: "alert" }, h("p", {}, error.message));

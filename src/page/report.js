@@ -9,7 +9,7 @@ import { check, debounce, field, h, select } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
 import { title } from "./heading.js";
 import { detailKinds, measures, years } from "./lists.js";
-import { failureBox } from "./notices.js";
+import { failureBox, messagesOf } from "./notices.js";
 import { sum } from "./numbers.js";
 import { axesOf, groupedReport, report, seriesOf, stepsOf, valuesOf } from "./reportdata.js";
 import { link, stay } from "./router.js";
@@ -173,7 +173,7 @@ class ReportView {
         this.#makeCharts(),
       ]);
       if (turn !== this.turn) return;
-      this.failed.replaceChildren();
+      this.failed.replaceChildren(...messagesOf(grouped.table));
       this.charts.replaceChildren(...charts);
       this.grid.show(grouped.table, { rows: grouped.rows });
     } catch (error) {

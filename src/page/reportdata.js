@@ -71,7 +71,8 @@ export async function report(
   if (where) options.where = only.filter(Boolean);
   if (sort) options.sort = sort;
   if (top) options.top = Number(top);
-  return (await run("report", options)).tables[0];
+  const { tables, messages } = await run("report", options);
+  return { ...tables[0], messages };
 }
 
 /** Codes and descriptions of the axes stand before the figures. */
@@ -129,7 +130,8 @@ export async function groupedReport(budget, query) {
     ...inner.columns.slice(keys),
   ];
   const totals = inner.totals ? [null, ...inner.totals.slice(keys)] : null;
-  return { table: { columns, rows: roots.map(({ cells }) => cells), totals }, rows: roots };
+  const table = { columns, rows: roots.map(({ cells }) => cells), totals, messages: inner.messages };
+  return { table, rows: roots };
 }
 
 const isRest = ({ children }) => children?.length === 1 && children[0].path.at(-1) === t("(none)");

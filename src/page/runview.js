@@ -6,7 +6,7 @@ import { DataGrid } from "./datagrid.js";
 import { ask } from "./dialog.js";
 import { button, h } from "./dom.js";
 import { forget } from "./lists.js";
-import { failureBox, notice } from "./notices.js";
+import { failureBox, messagesOf, notice } from "./notices.js";
 import { plainTable } from "./plaintable.js";
 import { optionFields } from "./runoptions.js";
 import { t } from "./words.js";
@@ -100,7 +100,7 @@ export class RunView {
       });
     this.result.replaceChildren(
       h("h2", { tabindex: -1 }, heading),
-      ...(answer.messages ?? []).map((text) => h("p", { class: "muted" }, text)),
+      ...messagesOf(answer),
       ...(answer.tables[0]?.rows.length ? [] : [h("p", {}, t("Nothing would change"))]),
       ...tables,
     );

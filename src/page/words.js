@@ -146,6 +146,7 @@ const ITALIAN = {
   "Skip to the content": "Vai al contenuto",
   "Somebody else has changed a value of this card": "Qualcun altro ha modificato un valore di questa scheda",
   "Somebody else has changed this card": "Qualcun altro ha modificato questa scheda",
+  "Somebody else has deleted this card": "Qualcun altro ha eliminato questa scheda",
   "Somebody else has changed {} values of this card": "Qualcun altro ha modificato {} valori di questa scheda",
   "Somebody has changed a card": "Qualcuno ha modificato una scheda",
   "Somebody has changed {} cards": "Qualcuno ha modificato {} schede",

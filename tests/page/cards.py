@@ -90,6 +90,12 @@ class Cards(Page):
         expected = [[shown(line["IMP_BUDGET"]), shown(line["IMP_CONSUNTIVO"])] for line in lines]
         b.wait(lambda: [row[1:] for row in b.grid()["rows"]] == expected, "the least, and the others in one")
         b.shot("report-of-some")
+        # What the program tells beside the figures.
+        b.js("""const only = document.querySelector("input[placeholder*='=1,2']");
+                only.value = "account=62010000,99999999"; only.dispatchEvent(new Event("change"));""")
+        b.element(".report p", "The chart of accounts has no account 99999999")
+        b.go("#/grid/4/01/2025?site=77&kind=0")
+        b.element("main > p", "The company has no site 77")
 
 
 # The whole grid comes when it is let through.

@@ -94,6 +94,12 @@ class Looks(Page):
 
     def test_4_paper(self):
         b = self.browser
+        for place, chosen in (("#/report/4/01/2025?rows=site,account&to=2025-09&where=site%3D1", "Fino al mese: 2025-09 · Solo: site=1 · "),
+                              (GRID, "Sede: 1 - Stabilimento di Lecco · Tipo di scheda: Costi")):
+            b.go(place)
+            b.element(".grid-body .row")
+            b.js("dispatchEvent(new Event('beforeprint')); dispatchEvent(new Event('afterprint'))")
+            self.assertIn(chosen, b.js("return [...document.querySelectorAll('.printed')].map((line) => line.textContent).join()"))
         b.go("#/report/4/01/2025?rows=site,account")
         b.element(".grid-body .row")
         pdf = b.driver.execute_cdp_cmd("Page.printToPDF", {"printBackground": True, "preferCSSPageSize": True})

@@ -1,6 +1,19 @@
 """Two browsers on one card."""
+import time
+
 from browser import Browser, Keys
 from case import BUDGET, CARD, FOLDER, GRID, Page
+
+
+# Answers of the server about the whole card come when they are let through.
+HELD = """
+const real = window.fetch;
+window.fetch = async (path, options) => {
+  const answer = await real(path, options);
+  if (String(path).endsWith("/run/card")) await new Promise((go) => (window.release = go));
+  return answer;
+};
+"""
 
 
 class TwoPeople(Page):
@@ -48,3 +61,46 @@ class TwoPeople(Page):
         b.absent(".row.changed")
         self.same_figures(b.grid(), self.csv("grid", *BUDGET, "-k", "0", "-b", "1"))
         self.assertEqual(other.complaints(), [])
+
+    def test_which_is_later(self):
+        """Of last changes: the entry decides, without one the date."""
+        for change, than, later in (("2025-10-06 09:30:01", "2025-10-06 09:30:00", True), ("2025-10-06 09:30:00", "-", True),
+                                    ("2025-10-06 09:30:00 #18", "2025-10-06 09:31:00 #17", True),
+                                    ("2025-10-06 09:30:01", "2025-10-06 09:30:00 #17", True),
+                                    ("2025-10-06 09:30:00", "2025-10-06 09:30:00 #17", False),
+                                    ("2025-10-06 09:31:00 #16", "2025-10-06 09:30:00 #17", False)):
+            script = "import('/edits.js').then((edits) => arguments[2](edits.isLater(arguments[0], arguments[1])))"
+            self.assertEqual(self.browser.driver.execute_async_script(script, change, than), later, (change, than))
+
+    def test_typing_meanwhile(self):
+        """What was begun before theirs was seen is not written over it, even where theirs is loaded while one types."""
+        b = self.browser
+        self.open_card(54)
+        self.type_into(1, "IMP_BUDGET", "1")
+        self.saved(1, "IMP_BUDGET", "1,00")
+        b.js(HELD)
+        self.addCleanup(b.driver.refresh)
+        # One's own change is in the history, theirs is not.
+        time.sleep(1.1)
+        self.server.run("set", "54", "3", "300", "--no-history")
+        b.wait(lambda: b.js("return Boolean(window.release)"), "the look at the card")
+        b.cell(2, "IMP_BUDGET").click()
+        b.keys("5")
+        b.js("window.release()")
+        b.element(".notice", "Somebody else has changed a value")
+        b.keys(Keys.ENTER)
+        b.wait(lambda: b.js("window.release(); return Boolean(document.querySelector('dialog'))"), "the question")
+        self.assertEqual((b.text("dialog .theirs"), b.text("dialog .mine")), ("300,00", "5"))
+        b.click("dialog button", "Keep theirs")
+        b.wait(lambda: b.cell_text(2, "IMP_BUDGET") == "300,00", "theirs")
+        self.assertEqual(self.periods(54)[2]["IMP_BUDGET"], "300.00")
+
+    def test_what_goes(self):
+        """A card that is deleted, a year that is closed."""
+        b = self.browser
+        self.open_card(55)
+        self.server.run("delete", "55", "--yes")
+        b.element(".notice.bad", "Somebody else has deleted this card")
+        self.server.run("years", "close", "2025")
+        b.go(GRID)
+        b.element(".badge.locked", "Year closed")
