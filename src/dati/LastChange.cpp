@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
-#include <set>
 
 #include "dati/KeyLists.h"
 #include "frame/TestoSql.h"
@@ -16,20 +15,35 @@ namespace {
 
 using Stamps = std::map<std::int64_t, LastChange>;
 
-Stamps stampsOf(ado::Connection& connection, const std::vector<std::int64_t>& cards) {
-  Stamps stamps;
-  for (const auto& list : keyLists(cards)) {
-    TestoSql sql;
-    sql.riga(" SELECT BU65_ID, BU65_DATAULTAGG ")
-        .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
-        .riga(" WHERE  BU65_ID IN (", list, ")");
-    const auto rs = connection.Execute(sql);
-    for (; !rs->Eof(); rs->MoveNext()) {
-      const auto& stamp = (*rs)["BU65_DATAULTAGG"].Value();
-      stamps[values::toInt64((*rs)["BU65_ID"].Value())].when =
-          stamp.isNothing() ? std::nullopt : std::optional(values::toDate(stamp));
-    }
+constexpr std::size_t kMany = 1000;
+
+/// Adds the stamps of cards that meet a condition. @param budget  whose cards alone; null for all
+void addStamps(ado::Connection& connection, const BudgetAnno* budget, const std::string& which, Stamps& stamps) {
+  TestoSql sql;
+  sql.riga(" SELECT BU65_ID, BU65_DATAULTAGG ").riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ");
+  if (budget)
+    sql.testo(condizioniSchede(*budget)).riga(" AND    ", which, " ");
+  else
+    sql.riga(" WHERE  ", which, " ");
+  const auto rs = connection.Execute(sql);
+  for (; !rs->Eof(); rs->MoveNext()) {
+    const auto& stamp = (*rs)["BU65_DATAULTAGG"].Value();
+    stamps[values::toInt64((*rs)["BU65_ID"].Value())].when =
+        stamp.isNothing() ? std::nullopt : std::optional(values::toDate(stamp));
   }
+}
+
+/// The stamps of these cards, as far as they are there. Many are found sooner among all between the first and the last.
+Stamps stampsOf(ado::Connection& connection, std::vector<std::int64_t> cards, const BudgetAnno* budget = nullptr) {
+  Stamps stamps;
+  if (cards.size() <= kMany) {
+    for (const auto& list : keyLists(cards)) addStamps(connection, budget, "BU65_ID IN (" + list + ")", stamps);
+    return stamps;
+  }
+  std::ranges::sort(cards);
+  addStamps(connection, budget, "BU65_ID >= " + numero(cards.front()) + " AND BU65_ID <= " + numero(cards.back()),
+            stamps);
+  std::erase_if(stamps, [&](const auto& stamp) { return !std::ranges::binary_search(cards, stamp.first); });
   return stamps;
 }
 
@@ -126,24 +140,6 @@ std::optional<values::Date> newestStamp(ado::Connection& connection, const Budge
   return newest.isNothing() ? std::nullopt : std::optional(values::toDate(newest));
 }
 
-/// Those of the budget that meet a condition.
-void addOwn(ado::Connection& connection, const BudgetAnno& budget, const std::string& which,
-            std::set<std::int64_t>& cards) {
-  TestoSql sql;
-  sql.riga(" SELECT BU65_ID ")
-      .riga(" FROM   BU65_TESBUDGET WITH (NOLOCK) ")
-      .testo(condizioniSchede(budget))
-      .riga(" AND    ", which, " ");
-  const auto rs = connection.Execute(sql);
-  for (; !rs->Eof(); rs->MoveNext()) cards.insert(values::toInt64((*rs)["BU65_ID"].Value()));
-}
-
-/// Of these cards those of the budget.
-void addOwn(ado::Connection& connection, const BudgetAnno& budget, const std::vector<std::int64_t>& among,
-            std::set<std::int64_t>& cards) {
-  for (const auto& list : keyLists(among)) addOwn(connection, budget, "BU65_ID IN (" + list + ")", cards);
-}
-
 std::string stampedAfter(const std::optional<values::Date>& when) {
   return when ? "BU65_DATAULTAGG > '" + when->toSql() + "'" : "BU65_DATAULTAGG IS NOT NULL";
 }
@@ -176,23 +172,19 @@ BudgetChanges changedSince(ado::Connection& connection, const BudgetAnno& budget
     for (const auto card : history.cardsOf(entry)) takeEntry(written[card], entry);
   std::vector<std::int64_t> cards;
   for (const auto& [card, change] : written) cards.push_back(card);
-  std::set<std::int64_t> own;
-  addOwn(connection, budget, cards, own);
+  auto own = stampsOf(connection, cards, &budget);
   if (rows != 0 && since->rows != 0)
-    addOwn(connection, budget, connection.rowsSince("BU65_TESBUDGET", "BU65_ID", since->rows), own);
+    own.merge(stampsOf(connection, connection.rowsSince("BU65_TESBUDGET", "BU65_ID", since->rows), &budget));
   else
-    addOwn(connection, budget, stampedAfter(since->last.when), own);
-  cards.insert(cards.end(), own.begin(), own.end());
-  const auto stamps = stampsOf(connection, cards);
-  for (const auto card : cards) {
-    const auto stamp = stamps.find(card);
-    if (stamp == stamps.end()) {
-      changes.cards[card] = std::nullopt;
-    } else if (own.contains(card)) {
-      const auto& entry = written[card];
-      changes.cards[card] = LastChange{std::max(stamp->second.when, entry.when), entry.entry};
-    }
+    addStamps(connection, &budget, stampedAfter(since->last.when), own);
+  for (const auto& [card, stamp] : own) {
+    const auto& entry = written[card];
+    changes.cards[card] = LastChange{std::max(stamp.when, entry.when), entry.entry};
   }
+  std::erase_if(cards, [&](std::int64_t card) { return own.contains(card); });
+  const auto others = stampsOf(connection, cards);
+  for (const auto card : cards)
+    if (!others.contains(card)) changes.cards[card] = std::nullopt;
   return changes;
 }
 

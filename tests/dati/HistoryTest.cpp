@@ -375,6 +375,16 @@ TEST_F(Seen, TellsWhatHasChangedInABudget) {
   EXPECT_EQ(told({seen("-")}), "a b gone ");
 }
 
+TEST_F(Seen, OfManyCardsOnlyThoseThatWereAskedForAreTold) {
+  std::vector<std::int64_t> cards;
+  for (std::int64_t card = 3000; card > 0; --card)
+    if (card != b) cards.push_back(card);
+  const auto changes = dati::lastChanges(*db, 1, cards);
+  EXPECT_TRUE(changes.contains(a));
+  EXPECT_FALSE(changes.contains(b));
+  EXPECT_EQ(changes.size(), 1U);
+}
+
 TEST_F(Seen, AMomentIsReadAsItIsWritten) {
   for (const std::string text :
        {"-", "2025-04-02 08:00:00", "2025-04-02 08:00:00 #17", "2025-04-02 08:00:00 #17 @5000000000", "- @731"})

@@ -558,6 +558,9 @@ def on_postgres(state):
         check_two(where)
         check_long(where, ["psql", "-qXh", folder, "-U", "bukorval", database, "-c"])
         check_away(where, sql, database)
+        empty = subprocess.run([program, "budgets", "--connection", where[1].replace(f"Database={database}", "Database=postgres")],
+                               capture_output=True, text=True)
+        check("a database without a company", "The database holds no company" in empty.stderr, empty)
     finally:
         subprocess.run([*sql, f"DROP DATABASE {database} WITH (FORCE)"], check=True)
 

@@ -31,9 +31,16 @@ constexpr Retelling kOfOthers[] = {
 /// Those that ask to be run again.
 constexpr std::size_t kRepeatable = 2;
 
-/// What they say of values that somebody has given.
+/// What they, and the object, say of what somebody has asked for.
 constexpr Retelling kOfValues[] = {
-    {"Arithmetic overflow error{}", "A number is too large: the database has no room for it"}};
+    {"Arithmetic overflow error{}", "A number is too large: the database has no room for it"},
+    {"Invalid object name 'CG18_ANADITTE'{}", "The database holds no company; `bukorval create` makes the tables"},
+    {"Il budget di destinazione {}/{} non è definito {}", "There is no budget {}/{} to copy into"},
+    {"L'esercizio di destinazione {}/{} non esiste {}", "There is no accounting year {}/{} to copy into"},
+    {"I budget di origine e di destinazione hanno periodicità diverse {}",
+     "The budgets to copy from and into have periods of different length"},
+    {"I budget di origine e di destinazione contano i mesi da mesi diversi {}",
+     "The budgets to copy from and into count their months from different ones"}};
 
 const Retelling* find(std::span<const Retelling> texts, std::string_view message) {
   const auto found = std::ranges::find_if(texts, [&](const Retelling& one) {
