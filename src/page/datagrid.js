@@ -23,16 +23,19 @@ export class DataGrid {
    * @param editing  {canEdit, text, commit, typing, look}, see card.js
    * @param deltas   (cells) => promise of the cells with their deltas, for the totals of what was found
    * @param tools    elements beside the search box
+   * @param view     {find, sort}: what is searched for, and "column:ascending" or "column:descending", to begin with
+   * @param onview   (view) what is told when that changes
    */
   constructor(options) {
-    Object.assign(this, { search: true, ...options });
+    Object.assign(this, { search: true, view: {}, ...options });
     this.columns = [];
     this.shown = [];
     this.roots = [];
     this.rows = [];
     this.totals = [];
-    this.sort = { name: "", turn: "none" };
-    this.text = "";
+    const [, name = "", turn = "none"] = /^(.*):(ascending|descending)$/.exec(this.view.sort) ?? [];
+    this.sort = { name, turn };
+    this.text = this.view.find ?? "";
     this.active = { row: 0, column: 0 };
     this.anchor = null;
     this.drawn = new Map();
@@ -61,6 +64,7 @@ export class DataGrid {
     this.count = h("span", { class: "count", "aria-live": "polite" });
     this.searchBox = h("input", {
       type: "search",
+      value: this.text,
       placeholder: t("Search"),
       "aria-label": t("Search"),
       oninput: debounce(80, () => this.find(this.searchBox.value)),
@@ -223,10 +227,16 @@ export class DataGrid {
     this.drawn.clear();
   }
 
+  #tellView() {
+    const { name, turn } = this.sort;
+    this.onview?.({ find: this.text, sort: turn === "none" ? "" : `${name}:${turn}` });
+  }
+
   find(text) {
     this.text = text;
     this.scroller.scrollTop = 0;
     this.arrange();
+    this.#tellView();
     announce(this.count.textContent);
   }
 
@@ -235,6 +245,7 @@ export class DataGrid {
     this.sort = { name: column.name, turn };
     this.#drawHead();
     this.arrange();
+    this.#tellView();
   }
 
   /** The rows below the others: what the server summed, above it what was found. */

@@ -57,6 +57,16 @@ async function withDeltas(budget, cells, columns) {
   return columns.map((column) => (isDelta(column) ? (answer[column.name] ?? null) : cells[column.index]));
 }
 
+/** @returns (view) what puts the view into the address, as long as one is there */
+function addressKeeper(path, { site, kind }) {
+  let address = "";
+  return (view) => {
+    if (address && location.hash !== address) return;
+    stay("grid", path, { site, kind, ...view });
+    address = location.hash;
+  };
+}
+
 export function showGrid({ path, query }) {
   const budget = budgetOf(path, query);
   return show(async ({ wanted, whenLeft }) => {
@@ -65,7 +75,9 @@ export function showGrid({ path, query }) {
     const begun = watch.start();
     const [about] = await Promise.all([describe(budget), sites()]);
     await complete(budget, about);
-    if (wanted()) stay("grid", path, { site: budget.site, kind: budget.kind });
+    const { find, sort } = query;
+    const keepView = addressKeeper(path, budget);
+    if (wanted()) keepView({ find, sort });
     placeInFrame(
       [
         [t("Budgets"), link("budgets")],
@@ -81,6 +93,8 @@ export function showGrid({ path, query }) {
       label: t("Cards of {}", nameOf(budget)),
       key: `grid:${budget.type}/${budget.subtype}`,
       tools,
+      view: { find, sort },
+      onview: keepView,
       rowLink: ({ cells }) =>
         link("card", [cells[grid.id]], { budget: nameOf(budget), site: budget.site, kind: budget.kind }),
       deltas: (cells, columns) => withDeltas(budget, cells, columns),

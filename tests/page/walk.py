@@ -37,6 +37,17 @@ class Walk(Page):
         b.click("[role=columnheader][data-name=IMP_BUDGET]")
         greatest = sorted((line["IMP_BUDGET"] for line in lines), key=float, reverse=True)
         b.wait(lambda: [row[2] for row in b.grid()["rows"]] == [shown(text) for text in greatest], "the greatest first")
+        # One comes back to what was searched for, in its order.
+        b.element("input[type=search]").send_keys("consulenze")
+        b.wait(lambda: len(b.grid()["rows"]) == 2, "two cards found")
+        left = b.grid()
+        b.click(".grid-body a")
+        b.element(".facts")
+        b.driver.back()
+        b.wait(lambda: b.count(".grid-body .row") == 2, "the same two cards")
+        again = b.grid()
+        self.assertEqual((again["rows"], again["columns"]), (left["rows"], left["columns"]))
+        self.assertEqual(b.element("input[type=search]").get_attribute("value"), " consulenze")
 
     def test_2_report(self):
         b = self.browser
