@@ -188,9 +188,11 @@ export class CardEditing {
     if (!isLater(change, this.edits.stamp)) return;
     const changed = await this.#seeNow();
     notice(
-      changed === 1
-        ? t("Somebody else has changed a value of this card")
-        : t("Somebody else has changed {} values of this card", changed),
+      changed === 0
+        ? t("Somebody else has changed this card")
+        : changed === 1
+          ? t("Somebody else has changed a value of this card")
+          : t("Somebody else has changed {} values of this card", changed),
     );
   }
 

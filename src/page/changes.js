@@ -1,4 +1,4 @@
-// Looks now and then whether others have changed cards of a budget.
+// Looks now and then, and when the page comes to the front, whether others have changed cards of a budget.
 
 import { changes } from "./api.js";
 import { isLater } from "./edits.js";
@@ -11,6 +11,7 @@ export class ChangeWatch {
     this.since = "";
     this.told = new Map(); // last changes by card
     this.onchange = () => {};
+    this.seen = () => this.look();
   }
 
   /** The server may tell a change twice. */
@@ -27,7 +28,9 @@ export class ChangeWatch {
     } catch {
       return; // a budget without cards, or one that the object refuses: its view tells
     }
-    if (!this.stopped) this.timer = setInterval(() => this.look(), SECONDS * 1000);
+    if (this.stopped) return;
+    this.timer = setInterval(this.seen, SECONDS * 1000);
+    document.addEventListener("visibilitychange", this.seen);
   }
 
   async look() {
@@ -49,5 +52,6 @@ export class ChangeWatch {
   stop() {
     this.stopped = true;
     clearInterval(this.timer);
+    document.removeEventListener("visibilitychange", this.seen);
   }
 }

@@ -59,6 +59,10 @@ class Browser:
                    else location.hash = arguments[0];""", place)
         self.wait(lambda: not self.js("return document.querySelector('main[aria-busy]')"), "the view of " + place)
 
+    def come_back(self):
+        """As to a page that was behind others: it looks at once what has changed."""
+        self.js("document.dispatchEvent(new Event('visibilitychange'))")
+
     def js(self, script, *values):
         return self.driver.execute_script(script, *values)
 

@@ -55,6 +55,7 @@ class TwoPeople(Page):
         held = lambda: [line["IMP_BUDGET"] for line in self.periods(52)[5:8]]
         other.wait(lambda: held() == ["1.00", "2.00", "30.00"], "the choice")
         # A grid tells which cards are not as they were, and loads them when asked.
+        b.come_back()
         b.element(".notice", "Somebody has changed a card")
         self.assertEqual(b.count(".row.changed"), 1)
         b.click(".notice button", "Show the changes")
@@ -83,6 +84,7 @@ class TwoPeople(Page):
         # One's own change is in the history, theirs is not.
         time.sleep(1.1)
         self.server.run("set", "54", "3", "300", "--no-history")
+        b.come_back()
         b.wait(lambda: b.js("return Boolean(window.release)"), "the look at the card")
         b.cell(2, "IMP_BUDGET").click()
         b.keys("5")
@@ -96,10 +98,14 @@ class TwoPeople(Page):
         self.assertEqual(self.periods(54)[2]["IMP_BUDGET"], "300.00")
 
     def test_what_goes(self):
-        """A card that is deleted, a year that is closed."""
+        """A card that is written as it was, one that is deleted, a year that is closed."""
         b = self.browser
         self.open_card(55)
+        self.server.run("set", "55", "1", self.periods(55)[0]["IMP_BUDGET"])
+        b.come_back()
+        b.element(".notice", "Somebody else has changed this card")
         self.server.run("delete", "55", "--yes")
+        b.come_back()
         b.element(".notice.bad", "Somebody else has deleted this card")
         self.server.run("years", "close", "2025")
         b.go(GRID)
