@@ -57,6 +57,20 @@ export function check(label, checked, onchange) {
   );
 }
 
+/** Boxes that open below a title; Esc closes them, and so does leaving them. */
+export function menu(title, boxes) {
+  const element = h("details", { class: "menu" }, h("summary", {}, title), h("div", { class: "choices" }, boxes));
+  element.addEventListener("keydown", (event) => {
+    if (event.key !== "Escape") return;
+    element.open = false;
+    element.firstChild.focus();
+  });
+  element.addEventListener("focusout", (event) => {
+    if (event.relatedTarget && !element.contains(event.relatedTarget)) element.open = false;
+  });
+  return element;
+}
+
 /** Waits until nothing has been asked for a while: the last call counts. */
 export function debounce(milliseconds, action) {
   let timer = 0;

@@ -1,7 +1,7 @@
 // The columns of a grid: which there are to choose from, which are shown, and how wide they must be.
 
 import { format, isFigure } from "./cells.js";
-import { check, h } from "./dom.js";
+import { check, menu } from "./dom.js";
 import { t } from "./words.js";
 
 const MEASURED_ROWS = 300,
@@ -100,14 +100,5 @@ export function columnMenu(columns, key, onchange) {
       onchange();
     });
   });
-  const menu = h("details", { class: "menu" }, h("summary", {}, t("Columns")), h("div", { class: "choices" }, boxes));
-  menu.addEventListener("keydown", (event) => {
-    if (event.key !== "Escape") return;
-    menu.open = false;
-    menu.firstChild.focus();
-  });
-  menu.addEventListener("focusout", (event) => {
-    if (event.relatedTarget && !menu.contains(event.relatedTarget)) menu.open = false;
-  });
-  return menu;
+  return menu(t("Columns"), boxes);
 }

@@ -5,7 +5,7 @@ import { budgetOf, describe, nameOf, pathOf } from "./budget.js";
 import { format } from "./cells.js";
 import { trendChart, waterfallChart } from "./charts.js";
 import { DataGrid } from "./datagrid.js";
-import { check, debounce, field, h, select } from "./dom.js";
+import { check, debounce, field, h, menu, select } from "./dom.js";
 import { placeInFrame, show } from "./frame.js";
 import { title } from "./heading.js";
 import { detailKinds, measures, years } from "./lists.js";
@@ -96,7 +96,7 @@ class ReportView {
     return h(
       "div",
       { class: "grid-bar" },
-      h("details", { class: "menu" }, h("summary", {}, t("Values")), h("div", { class: "choices" }, boxes)),
+      menu(t("Values"), boxes),
       field(
         t("Measure"),
         select(measures(), this.query.measure, (measure) => this.#change({ measure })),

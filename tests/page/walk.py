@@ -39,8 +39,9 @@ class Walk(Page):
         b.wait(lambda: [row[2] for row in b.grid()["rows"]] == [shown(text) for text in greatest], "the greatest first")
         # One comes back to what was searched for, in its order.
         b.element("input[type=search]").send_keys("consulenze")
-        b.wait(lambda: len(b.grid()["rows"]) == 2, "two cards found")
+        b.wait(lambda: "consulenze&" in b.js("return location.hash"), "the search in the address")
         left = b.grid()
+        self.assertEqual(len(left["rows"]), 2)
         b.click(".grid-body a")
         b.element(".facts")
         b.driver.back()
@@ -66,7 +67,11 @@ class Walk(Page):
         picture = b.shot("report")
         if os.environ.get("UPDATE"):
             shutil.copy(picture, SOURCES / "docs/page.png")
-        # By keyboard: the quarters go into the columns.
+        # By keyboard: the values are chosen, the quarters go into the columns.
+        b.js("document.querySelector('.report summary').focus()")
+        b.keys(Keys.ENTER, Keys.TAB, Keys.ESCAPE)
+        self.assertEqual(b.js("return [document.querySelector('.report .menu').open, document.activeElement.tagName]"),
+                         [False, "SUMMARY"])
         b.js("document.querySelector('[data-axis=quarter]').focus()")
         b.keys(Keys.ENTER)
         b.wait(lambda: any(name.startswith("Q3_") for name in b.grid()["columns"]), "quarters")
