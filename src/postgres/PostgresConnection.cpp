@@ -312,15 +312,16 @@ std::int64_t PostgresConnection::rowMark() {
   return std::stoll(PQgetvalue(result.get(), 0, 0));
 }
 
-/// A row has the lower half of the number of what wrote it, which is told apart from others by its age.
+/// A row has the lower half of the number of what wrote it, which is told apart from others by its age; that of rows
+/// which are older than half of all numbers is negative.
 std::vector<std::int64_t> PostgresConnection::rowsSince(std::string_view table, std::string_view key,
                                                         std::int64_t mark) {
   const auto behind = rowMark() - mark;
   // Of a moment too far away, or of another database, all rows are younger.
   const auto from = behind >= 0 && behind < INT32_MAX ? static_cast<std::uint32_t>(mark) : 0;
-  const auto result =
-      runBeside("SELECT " + storedName(key) + "::bigint FROM " + sqlName(table) + " WHERE age(xmin) <= age($1::xid)",
-                {std::to_string(from)});
+  const auto result = runBeside(
+      "SELECT " + storedName(key) + "::bigint FROM " + sqlName(table) + " WHERE age(xmin) BETWEEN 0 AND age($1::xid)",
+      {std::to_string(from)});
   std::vector<std::int64_t> keys;
   for (int row = 0; row < PQntuples(result.get()); ++row) keys.push_back(std::stoll(PQgetvalue(result.get(), row, 0)));
   return keys;
