@@ -43,8 +43,8 @@ class Session(lib.Handle):
     _free = "close"
 
     def __init__(self, connection_string, company=None):
-        number = None if company is None else str(company).encode()
-        super().__init__(lib.made("open", connection_string.encode(), number))
+        number = None if company is None else lib.text(str(company))
+        super().__init__(lib.made("open", lib.text(connection_string), number))
         self._message = lib.MESSAGE()
 
     def budget(self, raises=True, **properties):
@@ -59,7 +59,7 @@ class Session(lib.Handle):
 
     def execute(self, statement):
         """Runs one statement; the record set of a query has its rows."""
-        return RecordSet._of(lib.made("execute", self._open(), statement.encode()))
+        return RecordSet._of(lib.made("execute", self._open(), lib.text(statement)))
 
     def begin(self):
         lib.call("begin", self._open())
@@ -102,8 +102,9 @@ class _Base(lib.Handle):
         super().__init__(lib.made("object_new", session._open()))
         self.session = session
         self.raises = raises
-        #: Progress of long operations: begin(description, steps), step(number), end(). What one raises stops the
-        #: operation, which takes everything back, and comes out of the call.
+        #: Progress of long operations: begin(description, steps), step(number), end(). What the first two raise stops
+        #: the operation, which takes everything back, and comes out of the call; so does what end raises, which stops
+        #: nothing.
         self.on_begin = self.on_step = self.on_end = None
         self._raised = None
         self._events = lib.Events(None, lib.BEGIN(self._begin), lib.STEP(self._step), lib.END(self._end))

@@ -137,6 +137,14 @@ def call(name, *arguments):
         raise Misuse(text) if code == MISUSED else Failure(text)
 
 
+def text(value):
+    """A text for a function that reads up to the first zero, which would end it early."""
+    encoded = value.encode()
+    if b"\0" in encoded:
+        raise ValueError("A zero character inside a text")
+    return encoded
+
+
 def made(name, *arguments, kind=c_void_p):
     """What a function hands out through its last argument."""
     result = kind()
@@ -151,6 +159,10 @@ class Handle:
 
     def __init__(self, handle):
         self._handle = handle
+
+    def __reduce__(self):
+        # A copy would free the handle once more.
+        raise TypeError(f"A {type(self).__name__} cannot be copied or pickled")
 
     def __del__(self):
         if getattr(self, "_handle", None):

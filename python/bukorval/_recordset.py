@@ -32,7 +32,7 @@ class RecordSet(lib.Handle):
         for field in fields:
             name, type_, *rest = Field(*field)
             lib.call("recordset_append", self._handle,
-                     ctypes.byref(lib.Field(name.encode(), _TYPES.get(type_, type_), *rest)))
+                     ctypes.byref(lib.Field(lib.text(name), _TYPES.get(type_, type_), *rest)))
         lib.call("recordset_open", self._handle)
 
     @classmethod
@@ -74,7 +74,7 @@ class RecordSet(lib.Handle):
     def put(self, row, field, value):
         """Writes a cell; row counts from 0."""
         cell = values.variant(value)
-        lib.call("recordset_put", self._handle, row, field.encode(), cell._handle)
+        lib.call("recordset_put", self._handle, row, lib.text(field), cell._handle)
 
     def add(self, row):
         """Adds a row, a dict by field; what it leaves out is None."""

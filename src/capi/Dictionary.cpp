@@ -11,7 +11,7 @@ bukorval_code bukorval_dictionary_new(bukorval_dictionary** dictionary) {
   return guarded([&] {
     auto made = std::make_unique<bukorval_dictionary>();
     made->dictionary = std::make_shared<ado::Dictionary>();
-    given(dictionary, "dictionary") = made.release();
+    handOut(std::move(made), dictionary, "dictionary");
   });
 }
 

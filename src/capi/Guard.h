@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <new>
 #include <string>
 
@@ -45,6 +46,12 @@ template <class T>
 T& given(T* pointer, const char* what) {
   if (!pointer) throw Misuse(std::string(what) + " is missing");
   return *pointer;
+}
+/// Hands a new handle out; without a place for it there is none.
+template <class Handle>
+void handOut(std::unique_ptr<Handle> made, Handle** place, const char* what) {
+  auto& wanted = given(place, what);
+  wanted = made.release();
 }
 inline std::string givenText(const char* text, const char* what) { return &given(text, what); }
 

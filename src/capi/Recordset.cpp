@@ -31,8 +31,19 @@ ado::Recordset& rowAt(bukorval_recordset& handle, std::size_t row) {
   }
   auto& writer = *handle.writer;
   for (; handle.row < row && !writer.Eof(); ++handle.row) writer.MoveNext();
-  if (writer.Eof()) throw Misuse("There is no such row");
+  if (writer.Eof()) {
+    // A row may be added by another handle, which a cursor at the end would not see.
+    handle.writer.reset();
+    throw Misuse("There is no such row");
+  }
   return writer;
+}
+
+void append(ado::Recordset& set, const bukorval_field& field) {
+  auto& made = set.Fields().Append(givenText(field.name, "name"), static_cast<ado::DataTypeEnum>(field.type),
+                                   field.size, field.nullable ? ado::adFldIsNullable : ado::adFldUnspecified);
+  made.Precision(field.precision);
+  made.NumericScale(field.scale);
 }
 
 /// Writes into the current row, everything or nothing.
@@ -56,7 +67,7 @@ bukorval_code bukorval_recordset_new(bukorval_recordset** set) {
     auto made = std::make_unique<bukorval_recordset>();
     made->set = std::make_shared<ado::Recordset>();
     made->set->CursorLocation = ado::adUseClient;
-    given(set, "set") = made.release();
+    handOut(std::move(made), set, "set");
   });
 }
 
@@ -65,13 +76,12 @@ void bukorval_recordset_free(bukorval_recordset* set) { delete set; }
 bukorval_code bukorval_recordset_append(bukorval_recordset* set, const bukorval_field* field) {
   return guarded([&] {
     const auto& asked = given(field, "field");
-    auto& made = given(set, "set")
-                     .set->Fields()
-                     .Append(givenText(asked.name, "name"), static_cast<ado::DataTypeEnum>(asked.type), asked.size,
-                             asked.nullable ? ado::adFldIsNullable : ado::adFldUnspecified);
-    if (asked.precision == 0) return;
-    made.Precision(asked.precision);
-    made.NumericScale(asked.scale);
+    auto& to = *given(set, "set").set;
+    // What a set with such a field would refuse is refused before it has the field.
+    ado::Recordset trial;
+    append(trial, asked);
+    trial.Open();
+    append(to, asked);
   });
 }
 

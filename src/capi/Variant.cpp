@@ -24,14 +24,15 @@ bukorval_code takeObject(const bukorval_variant* value, Handle** handle, std::sh
     if (!found) throw values::Errore("The value is of another kind");
     auto made = std::make_unique<Handle>();
     made.get()->*object = std::move(found);
-    given(handle, "handle") = made.release();
+    handOut(std::move(made), handle, "handle");
   });
 }
 
 template <class T, class Result>
 bukorval_code take(const bukorval_variant* value, Result* result, T (*convert)(const Variant&, char)) {
   return guarded([&] {
-    given(result, "result") = static_cast<Result>(convert(given(value, "value").value, values::kDefaultSeparator));
+    // As bukorval_take_text writes numbers.
+    given(result, "result") = static_cast<Result>(convert(given(value, "value").value, '.'));
   });
 }
 

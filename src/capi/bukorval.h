@@ -70,8 +70,10 @@ BUKORVAL_C_API bukorval_code bukorval_messages(bukorval_session* session, bukorv
 
 /* An object on the session: its connection, session and company are set. */
 BUKORVAL_C_API bukorval_code bukorval_object_new(bukorval_session* session, bukorval_object** object);
+/* Not from its own events. */
 BUKORVAL_C_API void bukorval_object_free(bukorval_object* object);
 BUKORVAL_C_API bukorval_code bukorval_get(const bukorval_object* object, const char* property, bukorval_variant* value);
+/* Text given for a number, here or as an argument, is read with the company's decimal sign: "1234,50". */
 BUKORVAL_C_API bukorval_code bukorval_set(bukorval_object* object, const char* property, const bukorval_variant* value);
 /* In/out arguments receive what the method leaves in them; optional and in/out ones at the end may be missing.
    result may be NULL. */
@@ -144,7 +146,7 @@ BUKORVAL_C_API bukorval_code bukorval_put_null(bukorval_variant* value);
 BUKORVAL_C_API bukorval_code bukorval_put_nothing(bukorval_variant* value);
 BUKORVAL_C_API bukorval_code bukorval_put_integer(bukorval_variant* value, int64_t integer);
 BUKORVAL_C_API bukorval_code bukorval_put_double(bukorval_variant* value, double number);
-/* "-1234.50": a point, no grouping; exact. */
+/* "-1234.50": a point, no grouping; exact to 28 digits, beyond which it is rounded. */
 BUKORVAL_C_API bukorval_code bukorval_put_decimal(bukorval_variant* value, const char* text);
 BUKORVAL_C_API bukorval_code bukorval_put_date(bukorval_variant* value, const bukorval_date* date);
 /* length in bytes, or SIZE_MAX for a text that ends with 0. */
@@ -154,7 +156,7 @@ BUKORVAL_C_API bukorval_code bukorval_put_boolean(bukorval_variant* value, int t
 BUKORVAL_C_API bukorval_code bukorval_put_recordset(bukorval_variant* value, const bukorval_recordset* set);
 BUKORVAL_C_API bukorval_code bukorval_put_dictionary(bukorval_variant* value, const bukorval_dictionary* dictionary);
 
-/* A number of any kind, or text that is one; rounded to a whole number, halves to the even one. */
+/* A number of any kind, or text that is one, with a point; rounded to a whole number, halves to the even one. */
 BUKORVAL_C_API bukorval_code bukorval_take_integer(const bukorval_variant* value, int64_t* integer);
 BUKORVAL_C_API bukorval_code bukorval_take_double(const bukorval_variant* value, double* number);
 BUKORVAL_C_API bukorval_code bukorval_take_boolean(const bukorval_variant* value, int* truth);
@@ -192,6 +194,7 @@ typedef struct bukorval_column {
 /* A set without fields, to be given fields and opened. */
 BUKORVAL_C_API bukorval_code bukorval_recordset_new(bukorval_recordset** set);
 BUKORVAL_C_API void bukorval_recordset_free(bukorval_recordset* set);
+/* Whatever a set could not be opened with is refused. */
 BUKORVAL_C_API bukorval_code bukorval_recordset_append(bukorval_recordset* set, const bukorval_field* field);
 BUKORVAL_C_API bukorval_code bukorval_recordset_open(bukorval_recordset* set);
 /* Rows that pass the set's filter. */
@@ -200,7 +203,8 @@ BUKORVAL_C_API bukorval_code bukorval_recordset_fields(const bukorval_recordset*
 BUKORVAL_C_API bukorval_code bukorval_recordset_field(const bukorval_recordset* set, size_t place,
                                                       bukorval_field* field);
 /* What the column points to lives until the same column is read again or the handle is freed. A column of decimals of
-   which one does not fit in 64 bits, and one of mixed kinds, is TEXT, as bukorval_take_text gives it. */
+   which one does not fit in 64 bits with the field's scale, and one of mixed kinds, is TEXT, as bukorval_take_text
+   gives it. */
 BUKORVAL_C_API bukorval_code bukorval_recordset_column(bukorval_recordset* set, size_t place, bukorval_column* column);
 /* Writes a cell; row counts from 0. One row after the other is quick. */
 BUKORVAL_C_API bukorval_code bukorval_recordset_put(bukorval_recordset* set, size_t row, const char* field,

@@ -19,8 +19,8 @@ BUKORVAL_API std::string toText(const Variant& value, char separator = kDefaultS
 /// The same, but a number always has a point and Null gives "".
 BUKORVAL_API std::string toPlainText(const Variant& value);
 
-/// A number in text: one sign (comma or point) is the decimal one whichever it is; when both stand, the session's
-/// is decimal and the other must group by threes. Blanks around are ignored. Empty gives 0.
+/// A number in text: `separator` is its decimal sign, and the other one (comma or point) must group by threes: "1.234"
+/// is 1234 with a comma as the decimal sign. Blanks around are ignored. Empty gives 0.
 BUKORVAL_API Decimal toDecimal(const Variant& value, char separator = kDefaultSeparator);
 BUKORVAL_API double toDouble(const Variant& value, char separator = kDefaultSeparator);
 /// Halves round to even, as the suite's conversions do; "Overflow" beyond the range.

@@ -90,6 +90,31 @@ static void values(void) {
   REFUSED(BUKORVAL_FAILED, bukorval_put_decimal(v, "1,5"), "1,5");
 }
 
+/* Text is read as a number the way numbers are written as text. */
+static void numbers_in_text(void) {
+  static const struct {
+    const char* text;
+    double number;
+  } cases[] = {{"0.125", 0.125}, {"-1234.5", -1234.5}, {" 7 ", 7}, {"1,234.5", 1234.5}, {"1e3", 1000}};
+  static const char* const none[] = {"", "1234,5", "1.2.3", "0x1", "\xff", "9223372036854775807.5.5"};
+  double number = 0;
+  int64_t whole = 0;
+  for (size_t i = 0; i < sizeof cases / sizeof cases[0]; ++i) {
+    DONE(bukorval_put_text(v, cases[i].text, SIZE_MAX));
+    DONE(bukorval_take_double(v, &number));
+    EXPECT(number == cases[i].number);
+  }
+  for (size_t i = 0; i < sizeof none / sizeof none[0]; ++i) {
+    DONE(bukorval_put_text(v, none[i], SIZE_MAX));
+    REFUSED(BUKORVAL_FAILED, bukorval_take_double(v, &number), "is no number");
+    REFUSED(BUKORVAL_FAILED, bukorval_take_integer(v, &whole), "is no number");
+  }
+  DONE(bukorval_put_double(v, 0.125));
+  DONE(bukorval_put_text(v, text_of(v), SIZE_MAX));
+  DONE(bukorval_take_double(v, &number));
+  EXPECT(number == 0.125);
+}
+
 /* Every member can be described, and every property that can be read is read. */
 static void members(void) {
   bukorval_object* budget = general_expenses();
@@ -220,6 +245,110 @@ static void own_sets(void) {
   for (int i = 0; i < 2; ++i) bukorval_variant_free(cells[i]);
 }
 
+/* A field that no set could be opened with is not there after it was refused. */
+static void fields(void) {
+  static const struct {
+    bukorval_field field;
+    bukorval_code code;
+    const char* why;
+  } refused[] = {{{NULL, 202, 8, 0, 0, 0}, BUKORVAL_MISUSED, "name is missing"},
+                 {{"A", 999, 8, 0, 0, 0}, BUKORVAL_FAILED, "Type 999"},
+                 {{"A", 202, -1, 0, 0, 0}, BUKORVAL_FAILED, "negative"},
+                 {{"A", 131, 0, 40, 2, 0}, BUKORVAL_FAILED, "precision 40"},
+                 {{"A", 131, 0, 28, 29, 0}, BUKORVAL_FAILED, "scale 29"},
+                 {{"A", 131, 0, 2, 5, 0}, BUKORVAL_FAILED, "greater than the precision"}};
+  static const bukorval_field amount = {"A", 131, 0, 0, 2, 1};
+  bukorval_variant* cell = bukorval_variant_new();
+  bukorval_recordset *set = NULL, *other = NULL;
+  bukorval_column column;
+  size_t count = 9;
+  DONE(bukorval_recordset_new(&set));
+  for (size_t i = 0; i < sizeof refused / sizeof refused[0]; ++i)
+    REFUSED(refused[i].code, bukorval_recordset_append(set, &refused[i].field), refused[i].why);
+  DONE(bukorval_recordset_fields(set, &count));
+  EXPECT(count == 0);
+  REFUSED(BUKORVAL_FAILED, bukorval_recordset_add(set, NULL, 0), "closed");
+  DONE(bukorval_recordset_append(set, &amount));
+  DONE(bukorval_recordset_open(set));
+  REFUSED(BUKORVAL_FAILED, bukorval_recordset_open(set), "open");
+  REFUSED(BUKORVAL_FAILED, bukorval_recordset_append(set, &amount), "open");
+  /* A row that another handle adds is there for this one, also after it was missed. */
+  DONE(bukorval_put_recordset(v, set));
+  DONE(bukorval_take_recordset(v, &other));
+  DONE(bukorval_put_decimal(cell, "1.005"));
+  REFUSED(BUKORVAL_MISUSED, bukorval_recordset_put(set, 0, "A", cell), "no such row");
+  DONE(bukorval_recordset_add(other, (const bukorval_variant* const*)&cell, 1));
+  DONE(bukorval_put_decimal(cell, "2.345"));
+  DONE(bukorval_recordset_put(set, 0, "A", cell));
+  DONE(bukorval_recordset_column(other, 0, &column));
+  EXPECT(column.kind == BUKORVAL_DECIMAL && column.rows == 1 && column.scale == 2 && column.integers[0] == 235);
+  DONE(bukorval_put_empty(v));
+  bukorval_recordset_free(set);
+  bukorval_recordset_free(other);
+  bukorval_variant_free(cell);
+}
+
+/* A handle or a place that is not given is told, and nothing is made that nobody could free. */
+static void nothing_given(void) {
+  bukorval_date day = {2025, 1, 1, 0, 0, 0};
+  bukorval_recordset* set = NULL;
+  bukorval_object* budget = general_expenses();
+  const char* text;
+  int64_t whole;
+  double real;
+  int truth;
+  DONE(bukorval_recordset_new(&set));
+#define MISSING(call) REFUSED(BUKORVAL_MISUSED, call, "is missing")
+  MISSING(bukorval_open(NULL, NULL, &session));
+  MISSING(bukorval_open("Provider=SQLite", NULL, NULL));
+  MISSING(bukorval_execute(NULL, "SELECT 1", NULL));
+  MISSING(bukorval_execute(session, NULL, NULL));
+  MISSING(bukorval_begin(NULL));
+  MISSING(bukorval_commit(NULL));
+  MISSING(bukorval_rollback(NULL));
+  MISSING(bukorval_messages(NULL, NULL, NULL));
+  MISSING(bukorval_object_new(NULL, &budget));
+  MISSING(bukorval_object_new(session, NULL));
+  MISSING(bukorval_get(budget, NULL, v));
+  MISSING(bukorval_set(budget, "TipoBudget", NULL));
+  MISSING(bukorval_call(NULL, "RecordSetBudget", NULL, 0, v));
+  MISSING(bukorval_call(budget, NULL, NULL, 0, v));
+  MISSING(bukorval_listen(NULL, NULL));
+  MISSING(bukorval_member_at(0, NULL));
+  MISSING(bukorval_parameter_at(bukorval_member_count() - 1, 0, NULL));
+  MISSING(bukorval_put_empty(NULL));
+  MISSING(bukorval_put_decimal(v, NULL));
+  MISSING(bukorval_put_date(NULL, &day));
+  MISSING(bukorval_put_date(v, NULL));
+  MISSING(bukorval_put_text(v, NULL, 0));
+  MISSING(bukorval_put_recordset(v, NULL));
+  MISSING(bukorval_put_dictionary(v, NULL));
+  MISSING(bukorval_take_integer(NULL, &whole));
+  MISSING(bukorval_take_integer(v, NULL));
+  MISSING(bukorval_take_double(NULL, &real));
+  MISSING(bukorval_take_boolean(NULL, &truth));
+  MISSING(bukorval_take_date(NULL, &day));
+  MISSING(bukorval_take_text(NULL, &text, NULL));
+  MISSING(bukorval_take_text(v, NULL, NULL));
+  MISSING(bukorval_recordset_new(NULL));
+  MISSING(bukorval_recordset_append(set, NULL));
+  MISSING(bukorval_recordset_open(NULL));
+  MISSING(bukorval_recordset_rows(set, NULL));
+  MISSING(bukorval_recordset_fields(NULL, NULL));
+  MISSING(bukorval_recordset_column(NULL, 0, NULL));
+  MISSING(bukorval_recordset_put(NULL, 0, "A", v));
+  MISSING(bukorval_recordset_add(NULL, NULL, 0));
+  MISSING(bukorval_dictionary_new(NULL));
+  MISSING(bukorval_dictionary_put(NULL, v, v));
+  MISSING(bukorval_dictionary_at(NULL, 0, v, v));
+  DONE(bukorval_put_recordset(v, set));
+  MISSING(bukorval_take_recordset(v, NULL));
+  EXPECT(bukorval_dictionary_count(NULL) == 0 && bukorval_variant_kind(NULL) == BUKORVAL_EMPTY);
+  DONE(bukorval_put_empty(v));
+  bukorval_recordset_free(set);
+  bukorval_object_free(budget);
+}
+
 struct told {
   int64_t steps, last;
   int begins, ends, stop_at, messages;
@@ -285,10 +414,13 @@ int main(int argc, char** argv) {
   if (!session) return 1;
   v = bukorval_variant_new();
   values();
+  numbers_in_text();
   members();
   calls();
   columns();
   own_sets();
+  fields();
+  nothing_given();
   events();
   bukorval_variant_free(v);
   bukorval_close(session);

@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
 """The Python package against the program: check.py PROGRAM DATABASE, a copy of the demo company"""
 
+import copy
 import csv
 import datetime
 import io
+import pickle
 import subprocess
 import sys
 import threading
@@ -83,6 +85,11 @@ def members(company):
     budget.RstSaldiElaEco = rows
     budget.RstSaldiElaEco.put(0, "CONTO", "72")
     assert rows.rows() == [{"CONTO": "72", "IMPORTO": Decimal("1.01")}]
+    # Two owners of one handle would free it twice.
+    for copied in (copy.copy, copy.deepcopy, pickle.dumps):
+        for owner in (rows, budget, company):
+            raised(TypeError, copied, owner)
+    assert copy.deepcopy(rows.rows()) == rows.rows()
 
 
 def outcomes(company):
@@ -99,6 +106,8 @@ def outcomes(company):
     raised(AttributeError, setattr, budget, "Stato", 0)
     raised(OverflowError, setattr, budget, "DaConto", 2**63)
     raised(bukorval.Failure, company.execute, "SELECT X FROM NESSUNA")
+    # A statement that a zero would cut short is not run.
+    raised(ValueError, company.execute, "DELETE FROM BU66_DETBUDGET\0 WHERE 1 = 2")
     company.begin()
     company.execute("DELETE FROM BU66_DETBUDGET")
     company.rollback()
@@ -120,6 +129,9 @@ def events(company):
     budget.on_step = lambda number: 1 // (3 - number)
     raised(ZeroDivisionError, budget.BdgElaSchede_Elaborazione)
     assert budget.Stato == 99
+    budget.on_step, budget.on_end = None, lambda: 1 // 0
+    raised(ZeroDivisionError, budget.BdgElaSchede_Elaborazione)
+    assert budget.Stato == 0
     company.on_message(None)
 
 
