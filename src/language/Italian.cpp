@@ -417,7 +417,7 @@ constexpr ItalianText kTexts[] = {
     {"CSV with a line a value and all keys, for other programs",
      "CSV con una riga per valore e tutte le chiavi, per altri programmi"},
     {"List, add, close and reopen the accounting years", "Elenca, aggiunge, chiude e riapre gli esercizi contabili"},
-    {"after 2025, twelve months", "dopo il 2025, dodici mesi"},
+    {"after 2026, twelve months", "dopo il 2026, dodici mesi"},
     {"Budgets are kept for accounting years: one must be there before its first card. Nothing is written into "
      "a\nclosed year, except with --force.",
      "I budget sono tenuti per esercizi contabili: ce ne vuole uno prima della sua prima scheda. In un esercizio "

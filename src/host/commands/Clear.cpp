@@ -39,7 +39,7 @@ Command clearCommand() {
   const auto options = std::make_shared<ClearOptions>();
   return {"clear",
           "Clear the values of a card, keeping its rows",
-          "  bukorval clear 12 --kind actual --yes -d demo.db\n"
+          "  bukorval clear 52 --kind actual --yes -d demo.db\n"
           "Asks on a terminal; elsewhere --yes is needed.",
           {{"CARD", "identifier of the card", &options->card, true},
            {.flags = "--kind",

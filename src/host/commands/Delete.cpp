@@ -41,7 +41,7 @@ Command deleteCommand() {
   const auto options = std::make_shared<DeleteOptions>();
   return {"delete",
           "Delete a card with everything that hangs on it",
-          "  bukorval delete 12 --yes -d demo.db\n"
+          "  bukorval delete 52 --yes -d demo.db\n"
           "Asks on a terminal; elsewhere --yes is needed.",
           {{"CARD", "identifier of the card", &options->card, true}, {"--yes", "do not ask", &options->yes}},
           [options](Environment& environment) { deleteCard(environment, *options); },

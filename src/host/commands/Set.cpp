@@ -123,8 +123,8 @@ Command setCommand() {
   const auto options = std::make_shared<SetOptions>();
   return {"set",
           "Change one value of a card",
-          "  bukorval set 12 3 1250,50 -d demo.db                    budget amount of March\n"
-          "  bukorval set 12 3 NULL --kind forecast1 --measure qty1 -d demo.db\n"
+          "  bukorval set 52 3 1250,50 -d demo.db                    budget amount of March\n"
+          "  bukorval set 52 3 NULL --kind forecast1 --measure qty1 -d demo.db\n"
           "VALUE has the company's decimal sign, 1.250,50 or 1250,50; what could be read two ways, 1.250, is refused.\n"
           "NULL clears it. --seen keeps an edit of somebody else: when the card has been changed since that moment,\n"
           "nothing is written, and what has changed is shown. Otherwise the last change is shown for the next edit.",

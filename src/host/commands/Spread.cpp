@@ -154,8 +154,8 @@ Command spreadCommand() {
   return {
       "spread",
       "Spread an amount or a quantity over the periods of a card, to the last decimal",
-      "  bukorval spread 12 120000 --like last-year --dry-run -d demo.db\n"
-      "  bukorval spread 12 120000,50 --like weights.csv --from 4 -d demo.db\n"
+      "  bukorval spread 52 120000 --like last-year --dry-run -d demo.db\n"
+      "  bukorval spread 52 120000,50 --like weights.csv --from 4 -d demo.db\n"
       "even: the same for each period; days: by the days of each; last-year: by the actuals that the card had the\n"
       "year before; actual: by those of this year; card:ID: by the values of another card, of the kind written; a\n"
       "file .csv: by its weights. All of them are quantities where a quantity is spread. The cents (thousandths) that "

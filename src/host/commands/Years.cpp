@@ -73,8 +73,8 @@ Command yearsCommand() {
       "years",
       "List, add, close and reopen the accounting years",
       "  bukorval years -d demo.db\n"
-      "  bukorval years add 2026 -d demo.db                               after 2025, twelve months\n"
-      "  bukorval years add 2026 --from 2025-07-01 --months 12 -d acme.db\n"
+      "  bukorval years add 2027 -d demo.db                               after 2026, twelve months\n"
+      "  bukorval years add 2026 --from 2026-01-01 --months 6 -d acme.db\n"
       "  bukorval years close 2024 -d demo.db\n"
       "Budgets are kept for accounting years: one must be there before its first card. Nothing is written into a\n"
       "closed year, except with --force.",
