@@ -44,6 +44,9 @@ Arguments::Arguments(const MemberInfo& member, WORD flags, DISPPARAMS& parameter
   while (!places_.empty() && !has(places_.size() - 1)) places_.pop_back();
   if (places_.size() > member.parameters.size() || places_.size() < (assigns ? 0 : member.least))
     throw CallFailure{DISP_E_BADPARAMCOUNT};
+  // Those with names may leave a gap before them.
+  for (std::size_t i = 0; i < (assigns ? 0 : member.least); ++i)
+    if (!has(i)) throw CallFailure{DISP_E_PARAMNOTOPTIONAL, static_cast<int>(i)};
 }
 
 bool Arguments::has(std::size_t place) const { return at(place) && !isMissing(*at(place)); }

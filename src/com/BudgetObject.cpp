@@ -25,7 +25,10 @@ std::wstring wideName(const std::string& name) { return {name.begin(), name.end(
 
 MemberInfo infoOf(const Membro& member) {
   MemberInfo info{wideName(member.nome), memberId(member), true, static_cast<bool>(member.scrivi), 0, {}};
-  if (member.genere == Genere::Proprieta) info.reads = static_cast<bool>(member.leggi);
+  if (member.genere == Genere::Proprieta) {
+    info.reads = static_cast<bool>(member.leggi);
+    info.givesObject = info.reads && isObjectType(member.tipo);
+  }
   for (const auto& parameter : member.parametri) {
     info.parameters.push_back(wideName(parameter.nome));
     if (!parameter.opzionale && !parameter.inOut) info.least = info.parameters.size();

@@ -2,6 +2,7 @@
 
 #include "com/Failures.h"
 #include "com/Module.h"
+#include "com/Objects.h"
 #include "com/TypeLibrary.h"
 
 namespace com {
@@ -72,7 +73,7 @@ STDMETHODIMP DispatchObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, 
   return reportFailure(nullptr, nullptr, 0);
 }
 
-STDMETHODIMP DispatchObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+STDMETHODIMP DispatchObject::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                                     EXCEPINFO* exception, UINT* argument) {
   if (result) ::VariantInit(result);
   if (!parameters) return E_INVALIDARG;
@@ -82,6 +83,12 @@ STDMETHODIMP DispatchObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPAR
     if (member == MemberTable::kNone) return DISP_E_MEMBERNOTFOUND;
     const auto& info = members()[member];
     const bool assigns = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+    // budget.ElencoSedi(1): the arguments are those of the value's own default member.
+    if (info.givesObject && parameters->cArgs > (assigns ? 1u : 0u)) {
+      const auto object = objectIn(member);
+      return object ? object->Invoke(DISPID_VALUE, IID_NULL, locale, flags, parameters, result, exception, argument)
+                    : DISP_E_BADPARAMCOUNT;
+    }
     if (assigns ? !info.writes : !info.reads) return DISP_E_MEMBERNOTFOUND;
     Arguments arguments(info, flags, *parameters);
     auto answer = invoke(member, flags, arguments);
@@ -90,6 +97,12 @@ STDMETHODIMP DispatchObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPAR
   } catch (...) {
     return reportFailure(exception, argument, parameters->cArgs);
   }
+}
+
+Ref<IDispatch> DispatchObject::objectIn(std::size_t member) {
+  DISPPARAMS none{};
+  Arguments arguments(members()[member], DISPATCH_PROPERTYGET, none);
+  return dispatchOf(invoke(member, DISPATCH_PROPERTYGET, arguments).get());
 }
 
 STDMETHODIMP DispatchObject::InterfaceSupportsErrorInfo(REFIID id) {

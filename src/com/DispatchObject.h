@@ -50,6 +50,9 @@ class DispatchObject : public IDispatch, public ISupportErrorInfo, public IInsid
   virtual IID dispatchInterface() const { return IID_NULL; }
 
  private:
+  /// The object that is a property's value; null for Nothing.
+  Ref<IDispatch> objectIn(std::size_t member);
+
   std::atomic<ULONG> references_{1};
 };
 

@@ -76,6 +76,8 @@ HRESULT reportFailure(EXCEPINFO* information, UINT* argument, UINT argumentCount
   try {
     throw;
   } catch (const CallFailure& failure) {
+    // Whoever looks for the thread's error object would find that of an earlier failure.
+    ::SetErrorInfo(0, nullptr);
     // The system counts the arguments from the last one.
     const auto place = static_cast<UINT>(failure.argument);
     if (argument && failure.argument >= 0 && place < argumentCount) *argument = argumentCount - 1 - place;

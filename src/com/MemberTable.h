@@ -16,6 +16,7 @@ struct MemberInfo {
   bool writes = false;  ///< a property that can be set
   std::size_t least = 0;
   std::vector<std::wstring> parameters;
+  bool givesObject = false;  ///< a property whose value is an object
 };
 
 /// The members of a class, found by name without regard to case and by identifier.

@@ -26,13 +26,15 @@ std::vector<Variant> elementsOf(const VARIANT& argument) {
   if (!array || ::SafeArrayGetDim(array) != 1) throw CallFailure{DISP_E_TYPEMISMATCH};
   ::SafeArrayGetLBound(array, 1, &first);
   ::SafeArrayGetUBound(array, 1, &last);
-  VARTYPE type = VT_EMPTY;
-  ::SafeArrayGetVartype(array, &type);
+  const auto type = static_cast<VARTYPE>(V_VT(&value) & VT_TYPEMASK);
+  // A VARIANT and a decimal fill the place of a VARIANT; other values lie where the value of one does.
+  const bool whole = type == VT_VARIANT || type == VT_DECIMAL;
+  if (::SafeArrayGetElemsize(array) > (whole ? sizeof(VARIANT) : sizeof(LONGLONG)))
+    throw CallFailure{DISP_E_TYPEMISMATCH};
   std::vector<Variant> elements;
   for (LONG i = first; i <= last; ++i) {
     OleVariant element;
-    // A value of a typed array lies in a VARIANT where the value of one does.
-    void* place = type == VT_VARIANT ? static_cast<void*>(&element) : &V_I8(&element.get());
+    void* place = whole ? static_cast<void*>(&element) : &V_I8(&element.get());
     if (FAILED(::SafeArrayGetElement(array, &i, place))) throw CallFailure{DISP_E_TYPEMISMATCH};
     if (type != VT_VARIANT) V_VT(&element.get()) = type;
     elements.push_back(toValue(element.get()));
@@ -166,6 +168,19 @@ void RecordsetObject::move(std::int32_t rows) {
   for (; rows < 0 && !set_->Bof(); ++rows) set_->MovePrevious();
 }
 
+/// A row that comes with its values is added as a whole.
+void RecordsetObject::addRow(Arguments& arguments) {
+  set_->AddNew();
+  if (!arguments.has(0)) return;
+  try {
+    assignRow(arguments);
+    set_->Update();
+  } catch (...) {
+    set_->CancelUpdate();
+    throw;
+  }
+}
+
 /// AddNew and Update take names and values: one of each, or two arrays.
 void RecordsetObject::assignRow(Arguments& arguments) {
   if (!arguments.has(0)) return;
@@ -212,14 +227,7 @@ std::span<const Entry<RecordsetObject>> RecordsetObject::entries() {
       {"MoveNext", "", [](R& r, Arguments&) { return r.set_->MoveNext(), OleVariant(); }},
       {"MovePrevious", "", [](R& r, Arguments&) { return r.set_->MovePrevious(), OleVariant(); }},
       {"Move", "NumRecords", [](R& r, Arguments& a) { return r.move(a.number(0, 0)), OleVariant(); }},
-      {"AddNew", "FieldList? Values?",
-       [](R& r, Arguments& a) {
-         r.set_->AddNew();
-         if (!a.has(0)) return OleVariant();
-         r.assignRow(a);
-         r.set_->Update();
-         return OleVariant();
-       }},
+      {"AddNew", "FieldList? Values?", [](R& r, Arguments& a) { return r.addRow(a), OleVariant(); }},
       {"Update", "Fields? Values?", [](R& r, Arguments& a) { return r.assignRow(a), r.set_->Update(), OleVariant(); }},
       {"CancelUpdate", "", [](R& r, Arguments&) { return r.set_->CancelUpdate(), OleVariant(); }},
       {"Delete", "AffectRecords?", [](R& r, Arguments&) { return r.set_->Delete(), OleVariant(); }},

@@ -62,6 +62,7 @@ class RecordsetObject : public TableObject<RecordsetObject> {
   OleVariant eachField();
   OleVariant getRows(Arguments& arguments);
   void move(std::int32_t rows);
+  void addRow(Arguments& arguments);
   void assignRow(Arguments& arguments);
 
   ado::RecordsetPtr set_;

@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "Late.h"
+#include "com/Enumeration.h"
 #include "com/Events.h"
 #include "com/Failures.h"
 #include "com/idl/Identifiers.h"
@@ -137,6 +138,36 @@ TEST(Calls, WhatIsWrongWithACallIsItsOutcome) {
   OleVariant result;
   ASSERT_EQ(object.get()->Invoke(ids[0], IID_NULL, 0, DISPATCH_METHOD, &parameters, &result, nullptr, nullptr), S_OK);
   EXPECT_EQ(values::toInt32(com::toValue(result.get())), 15);
+}
+
+/// The outcome of a call whose only argument has a name.
+HRESULT outcomeOfNamed(const Caller& object, const wchar_t* member, const wchar_t* parameter, OleVariant argument) {
+  wchar_t* names[] = {const_cast<wchar_t*>(member), const_cast<wchar_t*>(parameter)};
+  DISPID ids[2];
+  if (const auto known = object.get()->GetIDsOfNames(IID_NULL, names, 2, 0, ids); FAILED(known)) return known;
+  DISPPARAMS parameters{&argument, ids + 1, 1, 1};
+  return object.get()->Invoke(ids[0], IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
+}
+
+TEST(Calls, WhatANameLeavesOutIsMissed) {
+  const auto object = create(L"BUKORVAL.CLSKORVAL");
+  EXPECT_EQ(outcomeOfNamed(object, L"NVL", L"ValIfNull", com::valueOf(1)), DISP_E_PARAMNOTOPTIONAL);
+  EXPECT_EQ(outcomeOfNamed(create(L"BUKORVAL.Session"), L"Open", L"CodiceDitta", com::valueOf(1)),
+            DISP_E_PARAMNOTOPTIONAL);
+  OleVariant missing;
+  V_VT(&missing.get()) = VT_ERROR, V_ERROR(&missing.get()) = DISP_E_PARAMNOTFOUND;
+  EXPECT_EQ(outcomeOf(object, L"NVL", pack(std::move(missing), com::valueOf(1))),
+            std::pair(DISP_E_PARAMNOTOPTIONAL, 1));
+  EXPECT_EQ(outcomeOfNamed(object, L"GetDescrizioneTipoBudget", L"MyBdgTipo", com::valueOf(4)), S_OK);
+}
+
+TEST(Calls, AWrongOneLeavesNoErrorOfAnotherBehind) {
+  const auto object = create(L"BUKORVAL.CLSKORVAL");
+  const auto set = create(L"BUKORVAL.Recordset");
+  EXPECT_EQ(failure([&] { set.call(L"MoveNext"); }).substr(0, 4), "3704");
+  EXPECT_EQ(outcomeOf(object, L"GetBdgPeriodo", args(7, "x", 0, 1)).first, DISP_E_TYPEMISMATCH);
+  Ref<IErrorInfo> left;
+  EXPECT_EQ(::GetErrorInfo(0, left.out()), S_FALSE);
 }
 
 TEST(Library, TellsOfItself) {
@@ -307,6 +338,41 @@ TEST(Records, AreThoseOfADataAccessLibrary) {
   EXPECT_EQ(failure([&] { fields.call(L"Item", args(9)); }).substr(0, 4), "3265");
   set.call(L"Close");
   EXPECT_EQ(set.value(L"State"), Variant(0));
+}
+
+/// An array of one dimension whose elements lie in it as they do in the list.
+template <class T>
+OleVariant typedArray(VARTYPE type, std::vector<T> elements) {
+  SAFEARRAY* array = ::SafeArrayCreateVector(type, 0, static_cast<ULONG>(elements.size()));
+  for (LONG i = 0; i < static_cast<LONG>(elements.size()); ++i) ::SafeArrayPutElement(array, &i, &elements[i]);
+  OleVariant value;
+  V_ARRAY(&value.get()) = array;
+  V_VT(&value.get()) = VT_ARRAY | type;
+  return value;
+}
+
+TEST(Records, ARowIsGivenAsArraysOfAnyTypeOrNotAtAll) {
+  const auto set = create(L"BUKORVAL.Recordset");
+  const auto fields = set.object(L"Fields");
+  for (const auto* name : {"A", "B"}) fields.call(L"Append", args(name, 14, 0, 32));
+  for (const auto* name : {"A", "B"}) {
+    const auto field = fields.object(L"Item", args(name));
+    field.put(L"Precision", com::valueOf(9)), field.put(L"NumericScale", com::valueOf(2));
+  }
+  set.call(L"Open");
+  const auto names = [] { return com::arrayOf(args("A", "B")); };
+  DECIMAL amount{};
+  amount.Lo64 = 1250, amount.scale = 2;
+  set.call(L"AddNew", pack(names(), typedArray<DECIMAL>(VT_DECIMAL, {amount, amount})));
+  set.call(L"AddNew", pack(names(), typedArray<LONG>(VT_I4, {3, 4})));
+  set.call(L"AddNew", pack(names(), typedArray<double>(VT_R8, {0.5, 0.25})));
+  const std::string rows =
+      "Decimal 12.50; Decimal 12.50; \nDecimal 3.00; Decimal 4.00; \nDecimal 0.50; Decimal 0.25; \n";
+  EXPECT_EQ(rowsOf(set), rows);
+  // What is refused leaves no row begun that a later one would keep.
+  EXPECT_NE(failure([&] { set.call(L"AddNew", pack(names(), com::arrayOf(args(1, "much")))); }), "");
+  EXPECT_EQ(outcomeOf(set, L"AddNew", pack(names())).first, DISP_E_BADPARAMCOUNT);
+  EXPECT_EQ(rowsOf(set), rows);
 }
 
 /// Runs in a thread of its own with an apartment.

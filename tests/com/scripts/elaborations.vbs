@@ -37,7 +37,7 @@ budget.BdgElaSchede_Elaborazione
 Tell "cards"
 WScript.Echo "last site " & budget.CodiceSede & ", " & budget.RstBdgSchedeDaElaborare.RecordCount & " card"
 For Each key In budget.ElencoSedi
-  WScript.Echo "site " & key
+  WScript.Echo "site " & key & ": " & budget.ElencoSedi(key)
 Next
 
 Set sites = CreateObject("BUKORVAL.Dictionary")
@@ -71,6 +71,7 @@ changes.AddNew Array("CONTO", "PERCSCOST", "FLGPERIODI"), Array("62050001", 10, 
 Set budget.RstScostPerConto = strange.Of(changes)
 budget.BdgElaEco_PopolaRstSaldiElaEco
 Tell "balances"
+WScript.Echo "first proposal " & budget.RstSaldiElaEco("CONTO")
 Set proposals = budget.RstSaldiElaEco
 Do Until proposals.EOF
   WScript.Echo proposals("CONTO") & " " & proposals("PERIODO") & " " & proposals("IMPORTO") & " " & proposals("SOVRASCRIVI")
