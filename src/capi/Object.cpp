@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "capi/Guard.h"
 #include "capi/Handles.h"
 #include "values/Conversion.h"
@@ -58,7 +60,8 @@ bukorval_code bukorval_call(bukorval_object* object, const char* method, bukorva
   return guarded([&] {
     const auto& found = member(method, Genere::Metodo);
     std::vector<Variant> passed;
-    for (std::size_t i = 0; i < count; ++i)
+    // One too many is enough to be refused, and what lies behind it may be nobody's.
+    for (std::size_t i = 0; i < std::min(count, found.parametri.size() + 1); ++i)
       passed.push_back(given(given(arguments, "arguments") ? arguments[i] : nullptr, "An argument").value);
     auto returned = found.chiama(given(object, "object").budget, passed);
     for (std::size_t i = 0; i < count; ++i)

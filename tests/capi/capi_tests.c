@@ -158,6 +158,8 @@ static void calls(void) {
   REFUSED(BUKORVAL_MISUSED, bukorval_call(budget, "Stato", NULL, 0, NULL), "no method Stato");
   REFUSED(BUKORVAL_MISUSED, bukorval_call(budget, "GetBdgPeriodo", arguments, 1, NULL), "Wrong number of arguments");
   REFUSED(BUKORVAL_MISUSED, bukorval_call(budget, "GetBdgPeriodo", NULL, 1, NULL), "missing");
+  REFUSED(BUKORVAL_MISUSED, bukorval_call(budget, "GetBdgPeriodo", arguments, SIZE_MAX, NULL),
+          "Wrong number of arguments");
   REFUSED(BUKORVAL_MISUSED, bukorval_get(NULL, "Stato", v), "object is missing");
   REFUSED(BUKORVAL_MISUSED, bukorval_get(budget, "Stato", NULL), "value is missing");
   REFUSED(BUKORVAL_MISUSED, bukorval_set(budget, "Stato", v), "only be read");
