@@ -36,7 +36,7 @@ Arguments::Arguments(const MemberInfo& member, WORD flags, DISPPARAMS& parameter
   for (UINT i = parameters.cArgs; i > named; --i) places_.push_back(&parameters.rgvarg[i - 1]);
   for (UINT i = assigns ? 1 : 0; i < named; ++i) {
     const auto place = static_cast<std::size_t>(parameters.rgdispidNamedArgs[i]);
-    if (place >= member.parameters.size()) throw CallFailure{DISP_E_PARAMNOTFOUND, static_cast<int>(i)};
+    if (place >= member.parameters.size()) throw CallFailure{DISP_E_PARAMNOTFOUND, parameters.rgdispidNamedArgs[i]};
     if (place >= places_.size()) places_.resize(place + 1);
     if (places_[place]) throw CallFailure{DISP_E_BADPARAMCOUNT};
     places_[place] = &parameters.rgvarg[i];

@@ -70,7 +70,7 @@ STDMETHODIMP DispatchObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, 
   }
   return outcome;
 } catch (...) {
-  return reportFailure(nullptr, nullptr, 0);
+  return reportFailure(nullptr, nullptr, {});
 }
 
 STDMETHODIMP DispatchObject::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
@@ -95,7 +95,7 @@ STDMETHODIMP DispatchObject::Invoke(DISPID id, REFIID, LCID locale, WORD flags, 
     if (result) *result = answer.release();
     return S_OK;
   } catch (...) {
-    return reportFailure(exception, argument, parameters->cArgs);
+    return reportFailure(exception, argument, *parameters);
   }
 }
 

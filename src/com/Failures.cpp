@@ -2,6 +2,7 @@
 
 #include <array>
 #include <new>
+#include <optional>
 
 #include "ado/Messages.h"
 
@@ -45,6 +46,14 @@ void leaveErrorObject(BSTR description) {
   if (const auto error = Ref<IErrorInfo>::from(made.get(), IID_IErrorInfo)) ::SetErrorInfo(0, error.get());
 }
 
+/// Where the system has an argument: those with names lie first, the others after them, from the last one to the first.
+std::optional<UINT> indexOf(const DISPPARAMS& parameters, int argument) {
+  for (UINT i = 0; i < parameters.cNamedArgs && i < parameters.cArgs; ++i)
+    if (parameters.rgdispidNamedArgs[i] == argument) return i;
+  const auto place = static_cast<UINT>(argument);
+  return argument >= 0 && place < parameters.cArgs ? std::optional(parameters.cArgs - 1 - place) : std::nullopt;
+}
+
 HRESULT describe(EXCEPINFO* information, HRESULT code, const char* description) {
   BSTR text = nullptr;
   try {
@@ -72,15 +81,13 @@ HRESULT numberOf(std::string_view description) {
   return E_FAIL;
 }
 
-HRESULT reportFailure(EXCEPINFO* information, UINT* argument, UINT argumentCount) noexcept {
+HRESULT reportFailure(EXCEPINFO* information, UINT* argument, const DISPPARAMS& parameters) noexcept {
   try {
     throw;
   } catch (const CallFailure& failure) {
     // Whoever looks for the thread's error object would find that of an earlier failure.
     ::SetErrorInfo(0, nullptr);
-    // The system counts the arguments from the last one.
-    const auto place = static_cast<UINT>(failure.argument);
-    if (argument && failure.argument >= 0 && place < argumentCount) *argument = argumentCount - 1 - place;
+    if (const auto index = indexOf(parameters, failure.argument); argument && index) *argument = *index;
     return failure.code;
   } catch (const ClientFailure& failure) {
     return describe(information, failure.code(), failure.what());

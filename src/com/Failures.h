@@ -25,6 +25,6 @@ class ClientFailure : public values::Errore {
 HRESULT numberOf(std::string_view description);
 
 /// Puts the exception that is being handled into the form a late-bound caller is given. To be called in a handler.
-HRESULT reportFailure(EXCEPINFO* information, UINT* argument, UINT argumentCount) noexcept;
+HRESULT reportFailure(EXCEPINFO* information, UINT* argument, const DISPPARAMS& parameters) noexcept;
 
 }  // namespace com

@@ -140,7 +140,7 @@ TEST(Calls, WhatIsWrongWithACallIsItsOutcome) {
   EXPECT_EQ(values::toInt32(com::toValue(result.get())), 15);
 }
 
-/// The outcome of a call whose only argument has a name.
+/// The outcome of a call with one argument that has a name.
 HRESULT outcomeOfNamed(const Caller& object, const wchar_t* member, const wchar_t* parameter, OleVariant argument) {
   wchar_t* names[] = {const_cast<wchar_t*>(member), const_cast<wchar_t*>(parameter)};
   DISPID ids[2];
@@ -159,6 +159,26 @@ TEST(Calls, WhatANameLeavesOutIsMissed) {
   EXPECT_EQ(outcomeOf(object, L"NVL", pack(std::move(missing), com::valueOf(1))),
             std::pair(DISP_E_PARAMNOTOPTIONAL, 1));
   EXPECT_EQ(outcomeOfNamed(object, L"GetDescrizioneTipoBudget", L"MyBdgTipo", com::valueOf(4)), S_OK);
+}
+
+TEST(Calls, TheArgumentAtFaultIsFoundWhereItLies) {
+  const auto object = create(L"BUKORVAL.CLSKORVAL");
+  wchar_t* names[] = {const_cast<wchar_t*>(L"GetBdgPeriodo"), const_cast<wchar_t*>(L"MyBdgDataInizio"),
+                      const_cast<wchar_t*>(L"MyBdgPeriodicita"), const_cast<wchar_t*>(L"MyBdgPeriodoSolareFiscale")};
+  DISPID ids[4];
+  ASSERT_EQ(object.get()->GetIDsOfNames(IID_NULL, names, 4, 0, ids), S_OK);
+  // MyMese by place, the others by name.
+  OleVariant values[] = {com::valueOf(1), com::valueOf("x"), com::valueOf(0), com::valueOf(7)};
+  VARIANT given[] = {values[0].get(), values[1].get(), values[2].get(), values[3].get()};
+  DISPPARAMS parameters{given, ids + 1, 4, 3};
+  UINT argument = 99;
+  EXPECT_EQ(object.get()->Invoke(ids[0], IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, &argument),
+            DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(argument, 1u);
+  ids[3] = 12;
+  EXPECT_EQ(object.get()->Invoke(ids[0], IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, &argument),
+            DISP_E_PARAMNOTFOUND);
+  EXPECT_EQ(argument, 2u);
 }
 
 TEST(Calls, AWrongOneLeavesNoErrorOfAnotherBehind) {
