@@ -257,7 +257,7 @@ std::vector<Option> outputOptions(SharedOptions& options) {
           {.flags = "--fields",
            .help = "only these columns, in this order, by their names or titles",
            .target = &options.fields,
-           .valueName = "COLUMN,…"},
+           .valueName = "COLUMN,..."},
           {.flags = "--all",
            .help = "show empty columns too, and in tables technical ones; leave their width alone",
            .target = &options.all},

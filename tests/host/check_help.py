@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the examples of every command's help, one after the other in one folder: check_help.py PROGRAM"""
+"""Reads every command's help and runs its examples, one after the other in one folder: check_help.py PROGRAM"""
 import os
 import re
 import subprocess
@@ -39,7 +39,10 @@ with tempfile.TemporaryDirectory() as scratch:
     commands = re.findall(r"^  (\S+)", listed, re.MULTILINE)
     wrong, used = [], set()
     for command in commands:
-        text = run(f"bukorval {command} --help", folder).stdout.partition("\nExample:\n")[2]
+        options, _, text = run(f"bukorval {command} --help", folder).stdout.partition("\nExample:\n")
+        # What options do stands in one column.
+        wrong += [option for option in re.findall(r"^  -.*\S  .*", options, re.MULTILINE)
+                  if re.match(r"  -.*?\S(  +)", option).end() != 36]
         text = re.sub(r"\\\n +", "", text)
         examples = re.findall(r"^  bukorval (.*?)(?:   +[^-].*)?$", text, re.MULTILINE)
         wrong += [] if examples else [f"{command} has no example"]
