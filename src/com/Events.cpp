@@ -89,10 +89,15 @@ class EventPoint : public IConnectionPoint {
     return E_OUTOFMEMORY;
   }
 
-  std::vector<Ref<IDispatch>> sinks() const {
-    std::vector<Ref<IDispatch>> list;
-    for (const auto& [cookie, sink] : sinks_) list.push_back(sink);
+  std::vector<DWORD> cookies() const {
+    std::vector<DWORD> list;
+    for (const auto& [cookie, sink] : sinks_) list.push_back(cookie);
     return list;
+  }
+  /// Null for one that has gone.
+  Ref<IDispatch> sink(DWORD cookie) const {
+    const auto found = sinks_.find(cookie);
+    return found == sinks_.end() ? nullptr : found->second;
   }
 
  private:
@@ -120,7 +125,10 @@ STDMETHODIMP EventSource::FindConnectionPoint(REFIID id, IConnectionPoint** poin
 }
 
 void EventSource::raise(DISPID event, std::vector<VARIANT*> arguments) {
-  for (const auto& sink : point_->sinks()) {
+  for (const auto cookie : point_->cookies()) {
+    // Whoever was let go by another one may be no more, whatever is counted.
+    const auto sink = point_->sink(cookie);
+    if (!sink) continue;
     std::vector<VARIANT> reversed;
     for (auto each = arguments.rbegin(); each != arguments.rend(); ++each) {
       VARIANT reference;

@@ -21,8 +21,8 @@ class EventSource : public IConnectionPointContainer {
 
  protected:
   ~EventSource();
-  /// Raises an event at every sink, whatever the other ones do with it. Sinks that come or go meanwhile are heard from
-  /// the next event on.
+  /// Raises an event at every sink, whatever the other ones do with it. One that comes meanwhile hears the next event,
+  /// one that goes hears nothing more.
   /// @param arguments  in order; what a sink changes of them reaches the next one, as with any arguments by reference.
   void raise(DISPID event, std::vector<VARIANT*> arguments);
 

@@ -244,14 +244,14 @@ struct Events : LateCompany {
 };
 
 TEST_F(Events, ReachEverySinkWhateverItDoes) {
-  com_helper::Listener failing, calling, leaving;
+  com_helper::Listener failing, calling, leaving, left;
   failing.answer = [](const std::string&) { return E_FAIL; };
   calling.answer = [&](const std::string&) {
     budget.call(L"GetDescrizioneTipoBudget", args(4));
     return S_OK;
   };
-  leaving.answer = [&](const std::string&) { return leaving.stop(), S_OK; };
-  for (auto* listener : {&failing, &calling, &leaving}) listener->listen(budget.get());
+  leaving.answer = [&](const std::string&) { return left.stop(), leaving.stop(), S_OK; };
+  for (auto* listener : {&failing, &calling, &leaving, &left}) listener->listen(budget.get());
 
   const auto container = Ref<IConnectionPointContainer>::from(budget.get(), IID_IConnectionPointContainer);
   Ref<IEnumConnectionPoints> points;
@@ -261,9 +261,9 @@ TEST_F(Events, ReachEverySinkWhateverItDoes) {
   ASSERT_EQ(container->EnumConnectionPoints(points.out()), S_OK);
   ASSERT_EQ(points->Next(1, point.out(), &fetched), S_OK);
   ASSERT_EQ(point->EnumConnections(connections.out()), S_OK);
-  std::array<CONNECTDATA, 4> sinks{};
-  EXPECT_EQ(connections->Next(4, sinks.data(), &fetched), S_FALSE);
-  EXPECT_EQ(fetched, 3u);
+  std::array<CONNECTDATA, 5> sinks{};
+  EXPECT_EQ(connections->Next(5, sinks.data(), &fetched), S_FALSE);
+  EXPECT_EQ(fetched, 4u);
   for (ULONG i = 0; i < fetched; ++i) sinks[i].pUnk->Release();
 
   budget.call(L"BdgDupSchede_Duplicazione");
@@ -271,6 +271,7 @@ TEST_F(Events, ReachEverySinkWhateverItDoes) {
   EXPECT_EQ(failing.heard(), "begin Duplicazione schede budget 1\nstep 1\nend\n");
   EXPECT_EQ(calling.heard(), failing.heard());
   EXPECT_EQ(leaving.heard(), "begin Duplicazione schede budget 1\n");
+  EXPECT_EQ(left.heard(), "");
   failing.stop();
   calling.stop();
 }
