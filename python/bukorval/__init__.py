@@ -13,6 +13,7 @@ result, when it has one, then what the arguments have received. help(bukorval.Bu
 """
 
 import ctypes
+import weakref
 
 from . import _library as lib
 from ._library import Failure, Misuse
@@ -38,7 +39,8 @@ def connect(connection_string, company=None):
 
 
 class Session(lib.Handle):
-    """A connection and the suite's session on it; for one thread at a time. As a context it is closed at the end."""
+    """A connection and the suite's session on it; for one thread at a time. As a context it is closed at the end; what
+    still uses it keeps the connection open."""
 
     _free = "close"
 
@@ -92,6 +94,12 @@ class Session(lib.Handle):
         return self._handle
 
 
+def _weak(method):
+    """The method as the library calls it, which alone does not keep the object alive."""
+    found = weakref.WeakMethod(method)
+    return lambda *arguments: found()(*arguments)
+
+
 class _Base(lib.Handle):
     """The budget object."""
 
@@ -107,7 +115,8 @@ class _Base(lib.Handle):
         #: nothing.
         self.on_begin = self.on_step = self.on_end = None
         self._raised = None
-        self._events = lib.Events(None, lib.BEGIN(self._begin), lib.STEP(self._step), lib.END(self._end))
+        self._events = lib.Events(None, lib.BEGIN(_weak(self._begin)), lib.STEP(_weak(self._step)),
+                                  lib.END(_weak(self._end)))
         lib.call("listen", self._handle, ctypes.byref(self._events))
 
     def __setattr__(self, name, value):
@@ -153,7 +162,10 @@ class _Base(lib.Handle):
         self._raised = None
         lib.call("call", self._handle, member.name, handles(arguments), len(arguments), result._handle)
         if self._raised:
-            raise self._raised
+            try:
+                raise self._raised
+            finally:
+                self._raised = None  # its frames hold this object
         if self.raises and member.name not in _WITHOUT_OUTCOME and self.Stato:
             raise Outcome(self.Stato, self.errore)
         left = [argument.take() for argument, in_out in zip(arguments, member.in_out) if in_out]

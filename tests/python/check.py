@@ -4,12 +4,14 @@
 import copy
 import csv
 import datetime
+import gc
 import io
 import pickle
 import subprocess
 import sys
 import threading
 import types
+import weakref
 from decimal import Decimal
 
 import bukorval
@@ -138,6 +140,18 @@ def events(company):
     company.on_message(None)
 
 
+def lifetime(company):
+    """A budget goes with its last name, and its connection with it."""
+    budget = company.budget(**selection)
+    budget.RecordSetBudget()
+    budget.on_step = lambda number: None
+    gone = weakref.ref(budget)
+    gc.disable()
+    del budget
+    assert gone() is None
+    gc.enable()
+
+
 def threads():
     """Each thread works with a session of its own."""
     found = {}
@@ -156,7 +170,7 @@ def threads():
 
 
 with bukorval.connect(where) as company:
-    for case in (same_as_the_program, members, outcomes, events):
+    for case in (same_as_the_program, members, outcomes, events, lifetime):
         case(company)
 threads()
 raised(bukorval.Failure, company.execute, "SELECT 1")
