@@ -4,6 +4,7 @@
 #include "com/Module.h"
 #include "com/Objects.h"
 #include "com/TypeLibrary.h"
+#include "values/WideText.h"
 
 namespace com {
 
@@ -86,8 +87,8 @@ STDMETHODIMP DispatchObject::Invoke(DISPID id, REFIID, LCID locale, WORD flags, 
     // budget.ElencoSedi(1): the arguments are those of the value's own default member.
     if (info.givesObject && parameters->cArgs > (assigns ? 1u : 0u)) {
       const auto object = objectIn(member);
-      return object ? object->Invoke(DISPID_VALUE, IID_NULL, locale, flags, parameters, result, exception, argument)
-                    : DISP_E_BADPARAMCOUNT;
+      if (!object) throw values::Errore(kNoObject + (": " + values::fromWide(info.name)));
+      return object->Invoke(DISPID_VALUE, IID_NULL, locale, flags, parameters, result, exception, argument);
     }
     if (assigns ? !info.writes : !info.reads) return DISP_E_MEMBERNOTFOUND;
     Arguments arguments(info, flags, *parameters);

@@ -35,6 +35,7 @@ constexpr std::array kNumbers{
     Number{"The connection string names no Provider", number(3706)},
     Number{"This key is already associated", number(457)},
     Number{"Element not found", number(32811)},
+    Number{kNoObject, number(91)},
 };
 
 /// For callers that look there: the thread's error object.

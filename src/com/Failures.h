@@ -21,6 +21,9 @@ class ClientFailure : public values::Errore {
   HRESULT code_;
 };
 
+/// What using Nothing is called.
+inline constexpr const char* kNoObject = "Object variable or With block variable not set";
+
 /// The number that a data-access client knows an error text by.
 HRESULT numberOf(std::string_view description);
 

@@ -128,6 +128,8 @@ TEST(Calls, WhatIsWrongWithACallIsItsOutcome) {
   EXPECT_EQ(outcomeOf(object, L"Connessione", {}, DISPATCH_PROPERTYGET).first, DISP_E_MEMBERNOTFOUND);
   EXPECT_EQ(outcomeOf(object, L"NoSuchMember", {}).first, DISP_E_MEMBERNOTFOUND);
   EXPECT_EQ(object.value(L"errore"), before) << "nothing has run";
+  EXPECT_EQ(failure([&] { object.value(L"RstSaldiElaEco", args("CONTO")); }),
+            "91 Object variable or With block variable not set: RstSaldiElaEco");
   // By name: the second parameter first, the optional one left out.
   wchar_t* names[] = {const_cast<wchar_t*>(L"calcoladelta"), const_cast<wchar_t*>(L"MYVALORE1"),
                       const_cast<wchar_t*>(L"MyValore2")};
