@@ -27,6 +27,8 @@ constexpr std::array kNumbers{
     Number{"Type mismatch", number(3421)},
     Number{"Field ", number(3421)},
     Number{"Filter does not parse", number(3001)},
+    Number{"Filter takes", number(3001)},
+    Number{"GetRows takes", number(3001)},
     Number{"LIKE takes", number(3001)},
     Number{"Only = and <> can be used with NULL", number(3001)},
     Number{"Type ", number(3001)},

@@ -15,6 +15,7 @@ namespace {
 
 using values::Variant;
 
+constexpr std::int32_t kRest = -1;  // as many rows as there are
 constexpr std::int32_t kFromFirst = 1;
 
 /// The elements of an array of one dimension; a single value is one.
@@ -153,7 +154,8 @@ OleVariant RecordsetObject::getRows(Arguments& arguments) {
   else
     for (std::size_t i = 0; i < set_->Fields().Count(); ++i) wanted.push_back(&set_->Fields().Item(i));
   if (arguments.number(1, 0) == kFromFirst) set_->MoveFirst();
-  auto left = arguments.number(0, -1);
+  auto left = arguments.number(0, kRest);
+  if (left < kRest || left == 0) throw values::Errore("GetRows takes a number of rows, or -1 for the rest");
   std::vector<std::vector<OleVariant>> columns(wanted.size());
   // Reading a value where there is no row says so.
   do {
@@ -212,6 +214,7 @@ std::span<const Entry<RecordsetObject>> RecordsetObject::entries() {
       {"Filter", "", [](R& r, Arguments&) { return r.set_->Filter().empty() ? valueOf(0) : valueOf(r.set_->Filter()); },
        [](R& r, Arguments& a) {
          const auto criteria = toValue(a.assigned());
+         if (criteria.isNumber() && values::toInt32(criteria) != 0) throw values::Errore("Filter takes criteria or 0");
          r.set_->Filter(criteria.isNumber() ? std::string() : values::toText(criteria));
        }},
       {"Open", "Source? ActiveConnection? CursorType? LockType? Options?",

@@ -29,6 +29,12 @@ std::wstring textOf(REFGUID id) {
 
 std::wstring classKey(REFGUID id) { return L"CLSID\\" + textOf(id); }
 
+std::wstring libraryKey() { return L"TypeLib\\" + textOf(kLibrary); }
+/// Where the file with the type library stands for programs of this width.
+std::wstring libraryFileKey() {
+  return libraryKey() + L"\\" + kVersion + (sizeof(void*) == 8 ? L"\\0\\win64" : L"\\0\\win32");
+}
+
 struct Key {
   std::wstring path;
   std::wstring value;
@@ -53,10 +59,10 @@ std::vector<Key> allKeys() {
   std::vector<Key> keys;
   for (const auto& entry : classes())
     for (auto& key : keysOf(entry, file)) keys.push_back(std::move(key));
-  const auto library = L"TypeLib\\" + textOf(kLibrary) + L"\\" + kVersion;
+  const auto library = libraryKey() + L"\\" + kVersion;
   keys.push_back({library, L"BUKORVAL"});
   keys.push_back({library + L"\\FLAGS", L"0"});
-  keys.push_back({library + (sizeof(void*) == 8 ? L"\\0\\win64" : L"\\0\\win32"), file});
+  keys.push_back({libraryFileKey(), file});
   for (std::size_t i = 0; i < std::size(kInterfaces); ++i) {
     const auto key = L"Interface\\" + textOf(kInterfaces[i]);
     keys.push_back({key, kInterfaceNames[i]});
@@ -78,6 +84,17 @@ HRESULT write(Scope scope, const Key& key) {
 HRESULT remove(Scope scope, const std::wstring& path) {
   const auto outcome = ::RegDeleteTreeW(rootOf(scope), (kRoot + path).c_str());
   return outcome == ERROR_FILE_NOT_FOUND ? S_OK : HRESULT_FROM_WIN32(outcome);
+}
+
+/// Whether the class is registered for programs of the other width too. They have classes of their own, but share their
+/// names and the type library.
+bool otherWidthHas(Scope scope, REFGUID id) {
+  constexpr REGSAM kOther = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+  HKEY key = nullptr;
+  if (::RegOpenKeyExW(rootOf(scope), (kRoot + classKey(id)).c_str(), 0, KEY_READ | kOther, &key) != ERROR_SUCCESS)
+    return false;
+  ::RegCloseKey(key);
+  return true;
 }
 
 std::wstring readRecordsetClass() {
@@ -105,11 +122,15 @@ HRESULT unregisterClasses(Scope scope) {
   const auto removing = [&](const std::wstring& path) {
     if (const auto outcome = remove(scope, path); FAILED(outcome) && SUCCEEDED(first)) first = outcome;
   };
+  bool shared = false;
   for (const auto& entry : classes()) {
     removing(classKey(entry.id));
-    removing(entry.name);
+    if (otherWidthHas(scope, entry.id))
+      shared = true;
+    else
+      removing(entry.name);
   }
-  removing(L"TypeLib\\" + textOf(kLibrary));
+  removing(shared ? libraryFileKey() : libraryKey());
   for (const auto& id : kInterfaces) removing(L"Interface\\" + textOf(id));
   return first;
 }

@@ -57,6 +57,10 @@ set1("CODE") = "AB"
 set1.Update
 set1.Filter = "CODE ="
 Failing "filter"
+set1.Filter = 2
+Failing "filter by number"
+words = set1.GetRows(0)
+Failing "no rows"
 connection.Execute "SELECT 1 FROM NO_TABLE"
 Failing "database"
 On Error Goto 0
