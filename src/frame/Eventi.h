@@ -8,7 +8,7 @@ namespace bukorval {
 
 /// The outgoing events, raised synchronously on the caller's thread. Each step of a long operation raises BeginProcess,
 /// StepProcess for each unit of work, and EndProcess, also after a failure. A handler may call the object; what its
-/// arguments receive changes nothing.
+/// arguments receive changes nothing. One that throws, or ends the operation's transaction, ends the operation with 99.
 struct Eventi {
   /// A step begins: its description and how many units of work it has.
   std::function<void(values::Variant& Description, values::Variant& NumSteps)> BeginProcess;

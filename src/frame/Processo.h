@@ -3,11 +3,13 @@
 #include <string_view>
 
 #include "frame/Contesto.h"
+#include "values/Errore.h"
 
 namespace bukorval {
 
 /// The progress events of one long step: begins when it is made, counts its units of work, ends once, also when a
-/// unit fails. A handler that throws ends the running operation; one that calls the object does not disturb it.
+/// unit fails. A handler that throws, or ends the operation's transaction, ends the running operation; one that calls
+/// the object does not disturb it.
 class Processo {
  public:
   template <class Passi>
@@ -41,8 +43,14 @@ class Processo {
   void avvisa(const Gestore& evento, Argomenti&... argomenti) {
     if (!evento) return;
     const Gestore gestore = evento;  // one that replaces itself is still whole until it returns
-    const Contesto::TurnoDelCliente turno(ctx_);
-    gestore(argomenti...);
+    const auto transazione = ctx_.connessione().transaction();
+    {
+      const Contesto::TurnoDelCliente turno(ctx_);
+      gestore(argomenti...);
+    }
+    // What is written after it would stay, whatever becomes of the operation.
+    if (transazione != 0 && ctx_.connessione().transaction() != transazione)
+      throw values::Errore("An event handler has ended the transaction of the operation");
   }
 
   Contesto& ctx_;

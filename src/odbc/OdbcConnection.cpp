@@ -228,6 +228,7 @@ void OdbcConnection::BeginTrans() {
     throw;
   }
   inTransaction_ = true;
+  ++transactions_;
   worked_ = false;
 }
 

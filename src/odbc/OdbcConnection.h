@@ -30,6 +30,7 @@ class OdbcConnection : public ado::Connection {
   void BeginTrans() override;
   void CommitTrans() override;
   void RollbackTrans() override;
+  std::int64_t transaction() const override { return inTransaction_ ? transactions_ : 0; }
 
  private:
   void requireOpen() const;
@@ -60,6 +61,7 @@ class OdbcConnection : public ado::Connection {
   bool lost_ = false;                    ///< the driver has said that the link is gone
   mutable RowStream* stream_ = nullptr;  ///< whose rows are being visited
   bool inTransaction_ = false;
+  std::int64_t transactions_ = 0;  ///< begun until now
   std::optional<CodePage> codePage_;
   std::optional<SQLULEN> usualLevel_;  ///< of the connection, while a transaction has a level of its own
   bool worked_ = false;                ///< a statement of the transaction went well

@@ -43,6 +43,7 @@ class PostgresConnection : public ado::Connection {
   void BeginTrans() override;
   void CommitTrans() override;
   void RollbackTrans() override;
+  std::int64_t transaction() const override { return inTransaction_ ? transactions_ : 0; }
 
   ado::ChangeTracker* changes() override;
   std::string commitMark() override;
@@ -89,9 +90,9 @@ class PostgresConnection : public ado::Connection {
   engine::StatementCache<Plan> cache_{256};  ///< more than the distinct statements of the whole system
   std::unique_ptr<ado::ChangeTracker> tracker_;
   std::optional<std::int64_t> lastIdentity_;
-  int sent_ = 0;           ///< statements whose answers are still to come
-  long names_ = 0;         ///< of prepared statements
-  long transactions_ = 0;  ///< begun until now
+  int sent_ = 0;                   ///< statements whose answers are still to come
+  long names_ = 0;                 ///< of prepared statements
+  std::int64_t transactions_ = 0;  ///< begun until now
   bool open_ = false;
   bool writes_ = true;  ///< false with Mode=Read
   bool inTransaction_ = false;

@@ -191,6 +191,7 @@ void SqliteConnection::BeginTrans() {
   if (!rollback_) rollback_ = prepare(database_.get(), "ROLLBACK", SQLITE_PREPARE_PERSISTENT);
   run(database_.get(), writable_ ? "BEGIN IMMEDIATE" : "BEGIN");
   inTransaction_ = true;
+  ++transactions_;
   schemaChangedInTransaction_ = false;
 }
 

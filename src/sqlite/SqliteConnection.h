@@ -44,6 +44,7 @@ class SqliteConnection : public ado::Connection {
   void CommitTrans() override;
   /// Also ends a transaction that the engine has already rolled back by itself.
   void RollbackTrans() override;
+  std::int64_t transaction() const override { return inTransaction_ ? transactions_ : 0; }
   ado::ChangeTracker* changes() override;
   std::string commitMark() override;
   /// Of a file with a log (WAL), where readers and the writer do not wait for each other.
@@ -73,6 +74,7 @@ class SqliteConnection : public ado::Connection {
   long stagePrefixes_ = 0;
   bool writable_ = false;
   bool inTransaction_ = false;
+  std::int64_t transactions_ = 0;  ///< begun until now
   bool schemaChangedInTransaction_ = false;
 };
 

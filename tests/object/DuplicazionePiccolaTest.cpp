@@ -181,4 +181,28 @@ TEST_F(DuplicazionePiccola, TellsItsStepsAndKeepsNothingOfARunThatFails) {
   EXPECT_EQ(bo.SottoTipoBudget, Variant("01"));
 }
 
+TEST_F(DuplicazionePiccola, WritesNothingAfterAHandlerHasEndedItsTransaction) {
+  card("A1");
+  card("B1");
+  card("C1");
+  const auto endedBy = [&](auto handler) {
+    bo.eventi.StepProcess = [&, handler](Variant& step) {
+      if (values::toInt32(step) == 2) handler(*db);
+    };
+    const auto told = run();
+    if (db->transaction() != 0) db->RollbackTrans();
+    return told;
+  };
+  const std::string refused =
+      "99 An event handler has ended the transaction of the operation in BdgDupSchede_Duplicazione";
+  EXPECT_EQ(endedBy([](ado::Connection& own) { own.RollbackTrans(); }), refused);
+  EXPECT_EQ(copies(), "");
+  EXPECT_EQ(endedBy([](ado::Connection& own) { own.RollbackTrans(), own.BeginTrans(); }), refused);
+  EXPECT_EQ(copies(), "");
+  EXPECT_EQ(endedBy([](ado::Connection& own) { own.CommitTrans(); }), refused);
+  const auto committed = copies();
+  EXPECT_THAT(committed, Not(testing::HasSubstr("C1")));
+  EXPECT_THAT(committed, testing::HasSubstr("A1"));
+}
+
 }  // namespace

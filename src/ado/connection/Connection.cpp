@@ -81,6 +81,7 @@ class AnyConnection : public Connection {
   void BeginTrans() override { opened().BeginTrans(); }
   void CommitTrans() override { opened().CommitTrans(); }
   void RollbackTrans() override { opened().RollbackTrans(); }
+  std::int64_t transaction() const override { return real_ ? real_->transaction() : 0; }
   ChangeTracker* changes() override { return real_ ? real_->changes() : nullptr; }
   std::string commitMark() override { return real_ ? real_->commitMark() : std::string(); }
   std::int64_t rowMark() override { return real_ ? real_->rowMark() : 0; }

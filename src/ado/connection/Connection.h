@@ -49,6 +49,9 @@ class BUKORVAL_API Connection : public values::Object {
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;
   virtual void RollbackTrans() = 0;
+  /// Tells the transaction that is open from every other one of this connection. 0 when none is, and for a connection
+  /// that does not tell.
+  virtual std::int64_t transaction() const { return 0; }
 
   /// Null for an engine that keeps no track, and before Open.
   virtual ChangeTracker* changes() { return nullptr; }
