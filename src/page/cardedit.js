@@ -23,7 +23,7 @@ export class CardEditing {
       card,
       stamp,
       onstate: (...state) => this.#mark(...state),
-      isAsSeen: (edit) => edit.over !== undefined && sameAmount(edit.over, edit.row.cells[edit.column.index]),
+      isAsSeen: (edit) => this.#isAsSeen(edit),
       onconflict: (edits, failure) => this.#conflict(edits, failure),
       ondrained: () => this.#drained(),
     });
@@ -51,6 +51,20 @@ export class CardEditing {
 
   rowName(row) {
     return this.cells.name(row.cells);
+  }
+
+  /** What the cell of an edit holds, though the grid was made anew since; undefined where it is gone. */
+  #now({ column, period, detail }) {
+    const now = this.grid.columns.find(({ name }) => name === column.name);
+    const row = this.grid.roots.find(
+      ({ cells }) => this.cells.period(cells) === period && this.cells.detail(cells, addressOf(column)) === detail,
+    );
+    return now && row?.cells[now.index];
+  }
+
+  #isAsSeen(edit) {
+    const now = this.#now(edit);
+    return now !== undefined && sameAmount(edit.over, now);
   }
 
   #lookOf(row, column) {
@@ -133,7 +147,7 @@ export class CardEditing {
   /** The card as it is now beside what is to be written; what somebody wrote just the same is no conflict. */
   async #conflict(edits, failure) {
     await this.#seeNow();
-    const now = (edit) => edit.row.cells[edit.column.index];
+    const now = (edit) => this.#now(edit) ?? null;
     const differing = [];
     for (const edit of edits) {
       const mine = edit.text === "" ? null : parseDecimal(edit.text);

@@ -22,7 +22,7 @@ export class Edits {
   /**
    * @param stamp       the card's last change that was seen
    * @param onstate     (edit, state, message): "saving", "saved", "refused"
-   * @param isAsSeen    (edit) => whether its cell is still as it was when it was begun
+   * @param isAsSeen    (edit) => whether its cell still holds what it is to be written over
    * @param onconflict  (edits, failure) => promise of those to write all the same
    * @param ondrained   when nothing is left to write
    */
@@ -53,7 +53,7 @@ export class Edits {
    */
   write(edits, look = this.look) {
     this.undone = [];
-    return this.#add({ edits: edits.map((edit) => ({ ...edit, look })), into: this.done });
+    return this.#add({ edits: this.#saving(edits.map((edit) => ({ ...edit, look }))), into: this.done });
   }
 
   get canUndo() {
@@ -70,17 +70,25 @@ export class Edits {
     return this.#turn(this.undone, this.done);
   }
 
-  /** The values of before are written like any others. */
+  /** What is still being written is taken back first. */
   #turn(from, into) {
-    const step = from.pop();
-    if (!step) return null;
-    const back = (edit) => ({ ...edit, look: this.look, over: undefined, text: textOf(edit.before) });
-    return this.#add({ edits: step.map(back).reverse(), into });
+    if (!from.length && !this.busy) return null;
+    return this.#add({ from, into });
+  }
+
+  /** The last step backwards: over what it left, the values of before are written like any others. */
+  #back(from) {
+    const back = (edit) => ({ ...edit, over: edit.after, text: textOf(edit.before) });
+    return this.#saving((from.pop() ?? []).map(back).reverse());
+  }
+
+  #saving(edits) {
+    for (const edit of edits) this.onstate(edit, "saving");
+    return edits;
   }
 
   #add(group) {
     this.queue.push(group);
-    for (const edit of group.edits) this.onstate(edit, "saving");
     return this.#drain();
   }
 
@@ -95,7 +103,7 @@ export class Edits {
     await this.ondrained();
   }
 
-  async #writeGroup({ edits, into }) {
+  async #writeGroup({ from, edits = this.#back(from), into }) {
     const written = [];
     for (let rest = edits.slice(); rest.length;) {
       try {

@@ -8,7 +8,7 @@ from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.keys import Keys
 
-PATIENCE = 10  # seconds
+PATIENCE = 30  # seconds
 
 # A grid as it is shown: the columns' names, and the texts of its rows.
 GRID = """
@@ -50,6 +50,15 @@ class Browser:
         self.driver.execute_cdp_cmd("Network.emulateNetworkConditions", {
             "offline": False, "latency": milliseconds, "downloadThroughput": bytes_a_second,
             "uploadThroughput": bytes_a_second})
+
+    def hold(self, command):
+        """From now on the server's answer to a command comes when window.release() lets it through."""
+        self.js("""const real = window.fetch;
+                window.fetch = async (path, options) => {
+                  const answer = await real(path, options);
+                  if (String(path).endsWith("/run/" + arguments[0])) await new Promise((go) => (window.release = go));
+                  return answer;
+                };""", command)
 
     def open(self, address):
         self.driver.get(address)

@@ -117,6 +117,26 @@ class Editing(Page):
             b.slow()
         self.assertEqual([line["IMP_BUDGET"] for line in self.periods(54)[1:3]], ["12.50", "13.50"])
 
+    def test_5_undo_at_once(self):
+        """What is still being written is what undo takes back."""
+        b = self.browser
+        self.open_card(54)
+        held = lambda: self.periods(54)[3]["IMP_BUDGET"]
+        before = held()
+        self.type_into(3, "IMP_BUDGET", "21")
+        self.saved(3, "IMP_BUDGET", "21,00")
+        b.hold("set")
+        self.addCleanup(b.driver.refresh)
+        self.type_into(3, "IMP_BUDGET", "22")
+        b.wait(lambda: held() == "22.00", "what was typed")
+        b.chord(Keys.CONTROL, "z")
+        b.wait(lambda: b.js("window.release(); return !document.querySelector('button[title=\"Ctrl+Y\"]').disabled"), "the undo")
+        b.wait(lambda: held() == "21.00", "what was there before it")
+        b.js("window.release = null")
+        for key, expected in (("z", before), ("y", "21.00"), ("y", "22.00")):
+            b.chord(Keys.CONTROL, key)
+            b.wait(lambda: b.js("window.release?.()") or held() == expected, expected)
+
     def test_6_restart(self):
         b = self.browser
         self.open_card(55)

@@ -5,17 +5,6 @@ from browser import Browser, Keys
 from case import BUDGET, CARD, FOLDER, GRID, Page
 
 
-# Answers of the server about the whole card come when they are let through.
-HELD = """
-const real = window.fetch;
-window.fetch = async (path, options) => {
-  const answer = await real(path, options);
-  if (String(path).endsWith("/run/card")) await new Promise((go) => (window.release = go));
-  return answer;
-};
-"""
-
-
 class TwoPeople(Page):
     def test_conflict(self):
         b, other = self.browser, Browser(FOLDER, 1100, 700)
@@ -73,13 +62,35 @@ class TwoPeople(Page):
             script = "import('/edits.js').then((edits) => arguments[2](edits.isLater(arguments[0], arguments[1])))"
             self.assertEqual(self.browser.driver.execute_async_script(script, change, than), later, (change, than))
 
+    def test_undo_after_theirs(self):
+        """What somebody else has written over is not taken back unasked, the rest is."""
+        b = self.browser
+        self.open_card(56)
+        before = self.periods(56)[1]["IMP_BUDGET"]
+        for row in (1, 2):
+            self.type_into(row, "IMP_BUDGET", str(row))
+            self.saved(row, "IMP_BUDGET", f"{row},00")
+        b.click(".check", "Explain forecasts")
+        b.wait(lambda: "IMP_CONS_FORE1" in b.grid()["columns"], "a grid that was made anew")
+        self.server.run("set", "56", "3", "300")
+        b.come_back()
+        b.element(".notice", "Somebody else has changed a value")
+        b.wait(lambda: b.cell_text(2, "IMP_BUDGET") == "300,00", "theirs")
+        b.click("button", "Undo")
+        self.assertEqual(b.text("dialog .theirs"), "300,00")
+        b.click("dialog button", "Keep theirs")
+        b.absent("dialog")
+        b.click("button", "Undo")
+        b.wait(lambda: self.periods(56)[1]["IMP_BUDGET"] == before, "the other value")
+        self.assertEqual(self.periods(56)[2]["IMP_BUDGET"], "300.00")
+
     def test_typing_meanwhile(self):
         """What was begun before theirs was seen is not written over it, even where theirs is loaded while one types."""
         b = self.browser
         self.open_card(54)
         self.type_into(1, "IMP_BUDGET", "1")
         self.saved(1, "IMP_BUDGET", "1,00")
-        b.js(HELD)
+        b.hold("card")
         self.addCleanup(b.driver.refresh)
         # One's own change is in the history, theirs is not.
         time.sleep(1.1)
