@@ -317,11 +317,12 @@ std::int64_t PostgresConnection::rowMark() {
 std::vector<std::int64_t> PostgresConnection::rowsSince(std::string_view table, std::string_view key,
                                                         std::int64_t mark) {
   const auto behind = rowMark() - mark;
-  // Of a moment too far away, or of another database, all rows are younger.
-  const auto from = behind >= 0 && behind < INT32_MAX ? static_cast<std::uint32_t>(mark) : 0;
-  const auto result = runBeside(
-      "SELECT " + storedName(key) + "::bigint FROM " + sqlName(table) + " WHERE age(xmin) BETWEEN 0 AND age($1::xid)",
-      {std::to_string(from)});
+  const std::string rows = "SELECT " + storedName(key) + "::bigint FROM " + sqlName(table);
+  // Of a moment too far away, or of another database, all of them may be younger.
+  const bool isNear = behind >= 0 && behind < INT32_MAX;
+  const auto result = isNear ? runBeside(rows + " WHERE age(xmin) BETWEEN 0 AND age($1::xid)",
+                                         {std::to_string(static_cast<std::uint32_t>(mark))})
+                             : runBeside(rows);
   std::vector<std::int64_t> keys;
   for (int row = 0; row < PQntuples(result.get()); ++row) keys.push_back(std::stoll(PQgetvalue(result.get(), row, 0)));
   return keys;

@@ -100,7 +100,7 @@ TEST_F(PostgresTransactions, RowsThatAreCommittedLaterAreTold) {
   const auto since = [&](std::int64_t mark) { return watcher->rowsSince("A", "ID", mark); };
   // What others have begun on the server, other tests among them, holds the mark back.
   const auto isQuiet = [&] { return since(watcher->rowMark()).empty(); };
-  for (int tried = 0; tried < 500 && !isQuiet(); ++tried) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  for (int tried = 0; tried < 3000 && !isQuiet(); ++tried) std::this_thread::sleep_for(std::chrono::milliseconds(10));
   EXPECT_TRUE(isQuiet());
   // With a number of its own for what a savepoint holds.
   past("BEGIN; SAVEPOINT a; UPDATE a SET x = 3 WHERE id = 1; RELEASE a");

@@ -538,7 +538,7 @@ def check_away(where, sql, database):
         check("before", server.run("grid", GRID).status == 200)
         for allowed, statuses in ((False, {503}), (True, {200})):
             subprocess.run([*sql, f"ALTER DATABASE {database} ALLOW_CONNECTIONS {allowed}"], check=True)
-            subprocess.run([*sql, f"SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '{database}'"],
+            subprocess.run([*sql, f"SELECT pg_terminate_backend(pid, 10000) FROM pg_stat_activity WHERE datname = '{database}'"],
                            check=True, capture_output=True)
             answers = [server.run("grid", GRID) for _ in range(2)]
             got = {answer.status for answer in answers}
