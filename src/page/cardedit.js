@@ -91,6 +91,7 @@ export class CardEditing {
     this.typed = text === null ? null : { row, column, text };
     if (this.typed) return this.previewLater();
     this.begun = undefined;
+    this.ended?.();
     if (!this.edits.busy) this.#forgetPreviews();
     return this.waiting && this.others(this.waiting);
   }
@@ -155,6 +156,8 @@ export class CardEditing {
       else differing.push(edit);
     }
     if (!differing.length) return [];
+    // A question would take half of what is being typed for the whole.
+    if (this.grid.editor.open) await new Promise((go) => (this.ended = go));
     const kept = await askWhose(
       differing.map((edit) => ({
         edit,

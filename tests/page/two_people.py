@@ -108,6 +108,26 @@ class TwoPeople(Page):
         b.wait(lambda: b.cell_text(2, "IMP_BUDGET") == "300,00", "theirs")
         self.assertEqual(self.periods(54)[2]["IMP_BUDGET"], "300.00")
 
+    def test_question_while_typing(self):
+        """Whose value stays is asked when one has done typing: no half of a number is written."""
+        b = self.browser
+        self.open_card(57)
+        b.js("Object.defineProperty(document, 'hidden', {get: () => true, configurable: true})")
+        self.addCleanup(b.driver.refresh)
+        self.server.run("set", "57", "2", "300")
+        b.hold("set")
+        self.type_into(1, "IMP_BUDGET", "5")
+        b.wait(lambda: b.js("return Boolean(window.release)"), "the refusal")
+        b.cell(3, "IMP_BUDGET").click()
+        b.keys("12")
+        b.js("window.release()")
+        time.sleep(1)
+        b.keys("00", Keys.ENTER)
+        b.wait(lambda: b.js("window.release(); return Boolean(document.querySelector('dialog'))"), "the question")
+        b.click("dialog button", "Write mine")
+        held = lambda: [self.periods(57)[row]["IMP_BUDGET"] for row in (1, 3)]
+        b.wait(lambda: b.js("window.release()") or held() == ["5.00", "1200.00"], "both")
+
     def test_what_goes(self):
         """A card that is written as it was, one that is deleted, a year that is closed."""
         b = self.browser
