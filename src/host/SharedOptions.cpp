@@ -122,9 +122,11 @@ constexpr std::array kHelp{
     PropertyHelp{"AData", Movements, "", "last date of the movements"},
     PropertyHelp{"TipoDataMovimenti", Movements, "", "0 registration date, 1 competence dates"},
     PropertyHelp{"TipoMovimenti", Movements, "", "SQL condition for movement kinds: \"CG41_INDTIPOMOV = 0\""},
-    PropertyHelp{"MovimentiConsolidati", CardRun, "", "include consolidated movements; without any of the three kinds, these and those to be consolidated"},
+    PropertyHelp{"MovimentiConsolidati", CardRun, "", "include consolidated movements; without any of the three kinds, "
+                 "these and those to be consolidated"},
     PropertyHelp{"MovimentiDaConsolidare", CardRun, "", "include movements still to be consolidated"},
-    PropertyHelp{"MovimentiPrevisionali", CardRun, "", "include forecast movements; the other two kinds only where they are named as well"},
+    PropertyHelp{"MovimentiPrevisionali", CardRun, "", "include forecast movements; the other two kinds only where they are "
+                 "named as well"},
     PropertyHelp{"GestioneAmmortamenti", Balances, "", "include depreciation"},
     PropertyHelp{"GestioneRateiRisconti", Balances, "", "include accruals and deferrals"},
     PropertyHelp{"GestioneRettifiche", Balances, "", "include adjusting entries after the year end"},

@@ -46,10 +46,6 @@ export function notice(text, kind = "info", action = null) {
   return { close };
 }
 
-export function clearNotices() {
-  stack?.replaceChildren();
-}
-
 /** What the program told beside a table. */
 export const messagesOf = ({ messages = [] }) => messages.map((text) => h("p", { class: "muted" }, text));
 
