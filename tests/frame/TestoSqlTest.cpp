@@ -9,8 +9,6 @@ namespace {
 
 using namespace bukorval;
 
-Variant dec(std::string_view text) { return values::Decimal::TryParse(text).value(); }
-
 TEST(TestoSql, LinesEndWithCarriageReturnAndLineFeed) {
   TestoSql sql;
   sql.riga(" SELECT ", numero(1)).riga().testo(" FROM T");

@@ -5,8 +5,6 @@ namespace {
 
 using namespace bukorval;
 
-Variant dec(std::string_view text) { return values::Decimal::TryParse(text).value(); }
-
 /// A service whose every call fails.
 class BrokenDates : public suite::ServizioDate {
  public:

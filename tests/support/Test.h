@@ -26,6 +26,8 @@ using values::Date, values::Decimal, values::Variant;
 
 namespace testing_support {
 
+inline Decimal dec(std::string_view text) { return Decimal::TryParse(text).value(); }
+
 /// The text of the error that an action raises; "" when it raises none.
 inline std::string errorOf(const std::function<void()>& action) {
   try {
@@ -61,4 +63,4 @@ inline std::vector<std::string> linesOf(const std::string& file) {
 
 }  // namespace testing_support
 
-using testing_support::errorOf, testing_support::inOut, testing_support::linesOf;
+using testing_support::dec, testing_support::errorOf, testing_support::inOut, testing_support::linesOf;

@@ -1,5 +1,5 @@
+#include "support/Test.h"
 #include "values/Arithmetic.h"
-#include "values/Helpers.h"
 
 namespace {
 

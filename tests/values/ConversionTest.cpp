@@ -1,4 +1,4 @@
-#include "values/Helpers.h"
+#include "support/Test.h"
 #include "values/NumberText.h"
 
 namespace {
