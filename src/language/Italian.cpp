@@ -940,6 +940,7 @@ constexpr ItalianText kTexts[] = {
      "Un numero è troppo grande: il database non ha posto per contenerlo"},
     {"The database holds no company; `bukorval create` makes the tables",
      "Il database non contiene una ditta; `bukorval create` crea le tabelle"},
+    {"The database does not permit this to its user ({})", "Il database non lo permette al suo utente ({})"},
     {"There is no budget {}/{} to copy into", "Il budget di destinazione {}/{} non è definito"},
     {"There is no accounting year {}/{} to copy into", "L'esercizio di destinazione {}/{} non esiste"},
     {"The budgets to copy from and into have periods of different length",

@@ -31,6 +31,7 @@ constexpr Wording kWordings[] = {
     {"25006", "The database is open for reading only"},
     {"40001", "Un altro utente ha modificato gli stessi dati: l'operazione è stata annullata e va ripetuta"},
     {"40P01", "Un altro utente tiene gli stessi dati: l'operazione è stata annullata e va ripetuta"},
+    {"42501", "The user has no permission for this ($m)"},
     {kTooLong, "I dati sono in uso da parte di un altro utente"},
 };
 
@@ -70,14 +71,15 @@ std::string describeFailure(PGconn* server, const PGresult* result) {
     return "La connessione al database è caduta (" + firstLine(PQerrorMessage(server)) + ")";
   if (code == kTooLong)
     if (auto turn = describeTurn(server); !turn.empty()) return turn;
+  const auto message = detail(result, PG_DIAG_MESSAGE_PRIMARY);
   for (const auto& wording : kWordings) {
     if (wording.code != code) continue;
     std::string text(wording.text);
     replace(text, "$c", shownName(detail(result, PG_DIAG_COLUMN_NAME)));
     replace(text, "$t", shownName(detail(result, PG_DIAG_TABLE_NAME)));
+    replace(text, "$m", std::string(message));
     return text;
   }
-  const auto message = detail(result, PG_DIAG_MESSAGE_PRIMARY);
   return message.empty() ? connectionFailure(server) : std::string(message);
 }
 

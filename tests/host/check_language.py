@@ -45,7 +45,7 @@ def keys():
             found += re.findall(r'\.title = "([^"]+)"', text)
             found += re.findall(r'\.tables\.emplace_back\("([^"]+)"', text)
         if file.name == "Outcome.cpp":
-            found += table(text, "kOfOthers[]")[1::2]
+            found += table(text, "kOfOthers[]")[1::2] + table(text, "kOfValues[]")[1::2]
         if file.name == "Titles.cpp":
             found += re.findall(r'Word\{"[^"]+", "([^"]+)"\}', text)
         if file.name == "Landing.cpp":

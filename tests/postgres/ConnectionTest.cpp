@@ -93,6 +93,11 @@ TEST_F(PostgresTransactions, ACollisionIsRefusedInItalianAndTakesEverythingBack)
   EXPECT_EQ(outcome("SELECT X FROM A"), "2");
 }
 
+TEST_F(PostgresTransactions, APermissionThatIsMissingIsSaid) {
+  connection->runBeside("SET ROLE pg_monitor");
+  EXPECT_EQ(outcome("SELECT X FROM A"), "The user has no permission for this (permission denied for table a)");
+}
+
 TEST_F(PostgresTransactions, RowsThatAreCommittedLaterAreTold) {
   run("INSERT INTO A (X) VALUES (1)");
   run("INSERT INTO A (X) VALUES (2)");

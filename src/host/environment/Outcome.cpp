@@ -35,6 +35,7 @@ constexpr std::size_t kRepeatable = 2;
 constexpr Retelling kOfValues[] = {
     {"Arithmetic overflow error{}", "A number is too large: the database has no room for it"},
     {"Invalid object name 'CG18_ANADITTE'{}", "The database holds no company; `bukorval create` makes the tables"},
+    {"The user has no permission for this ({}){}", "The database does not permit this to its user ({})"},
     {"Il budget di destinazione {}/{} non è definito {}", "There is no budget {}/{} to copy into"},
     {"L'esercizio di destinazione {}/{} non esiste {}", "There is no accounting year {}/{} to copy into"},
     {"I budget di origine e di destinazione hanno periodicità diverse {}",
