@@ -34,10 +34,15 @@ export class CardCells {
     return cells[this.places.DESCRIZIONE] ?? String(this.period(cells));
   }
 
+  /** The detail in a cell, also where it is its period's only one; null for none yet. */
+  own(cells, address) {
+    return cells[this.places[address.id]];
+  }
+
   /** Which detail a cell stands for where its period has several of a kind; null where there is one, or none yet. */
   detail(cells, address) {
     const several = (this.details.get(`${this.period(cells)} ${address.id}`) ?? 0) > 1;
-    return several ? cells[this.places[address.id]] : null;
+    return several ? this.own(cells, address) : null;
   }
 
   /** The first row of a period has its only details, each row one of several. */

@@ -84,7 +84,26 @@ export class CardEditing {
 
   /** What somebody begins to type belongs to what they see now. */
   opened(row, column) {
-    this.begun = { look: this.edits.look, over: row.cells[column.index] };
+    const { cells } = row;
+    this.begun = {
+      look: this.edits.look,
+      over: cells[column.index],
+      column,
+      period: this.cells.period(cells),
+      own: this.cells.own(cells, addressOf(column)),
+    };
+  }
+
+  /** Where one types in a grid that was made anew meanwhile: the places of row and column, negative where it is gone. */
+  typedAt() {
+    const { column, period, own } = this.begun;
+    const { rows, shown } = this.grid;
+    const place = shown.findIndex(({ name }) => name === column.name);
+    const isIt = (row) =>
+      this.cells.period(row.cells) === period &&
+      this.canEdit(row, shown[place]) &&
+      (own === null || own === this.cells.own(row.cells, addressOf(shown[place])));
+    return [place < 0 ? -1 : rows.findIndex(isIt), place];
   }
 
   typing(row, column, text) {

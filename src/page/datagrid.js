@@ -107,7 +107,7 @@ export class DataGrid {
   /** Shows a table of the server. @param rows  instead of the table's, with rows below them */
   show(table, { rows = null, keep = false } = {}) {
     this.table = table;
-    this.editor.cancel();
+    const typing = keep ? this.editor.pause() : this.editor.cancel();
     const held = keep && this.body.contains(document.activeElement);
     const place = keep ? { top: this.scroller.scrollTop, left: this.scroller.scrollLeft } : null;
     this.columns = this.makeColumns?.(table) ?? gridColumns(table);
@@ -118,7 +118,8 @@ export class DataGrid {
     this.#layOut();
     if (!keep) this.active = { row: 0, column: 0 };
     if (place) this.scroller.scrollTo(place);
-    if (held) this.moveTo(this.active.row, this.active.column);
+    if (typing) this.editor.resume(typing);
+    else if (held) this.moveTo(this.active.row, this.active.column);
   }
 
   #layOut() {

@@ -1,6 +1,8 @@
 // The box that a cell is edited in, and blocks that are pasted.
 
 import { h } from "./dom.js";
+import { notice } from "./notices.js";
+import { t } from "./words.js";
 
 /** "1\t2\r\n3\t4" as rows of texts; a spreadsheet ends with a line's end. */
 export function blockOf(text) {
@@ -31,26 +33,52 @@ export class CellEditor {
     const { grid } = this;
     const [row, column] = this.#target();
     if (!row || !column || !grid.editing.canEdit(row, column)) return false;
-    const cell = grid.cell(grid.active.row, grid.active.column);
     const before = grid.editing.text(row, column);
-    Object.assign(this, { open: true, row: grid.active.row, column: grid.active.column, typed: typed !== null, before });
     grid.editing.opened(row, column);
+    this.#show({ typed: typed !== null, before, text: typed ?? before });
+    if (typed === null) this.input.select();
+    else grid.editing.typing(row, column, typed);
+    return true;
+  }
+
+  #show({ typed, before, text }) {
+    const { grid } = this;
+    const [row, column] = this.#target();
+    Object.assign(this, { open: true, row: grid.active.row, column: grid.active.column, typed, before });
     this.input = h("input", {
       class: "edit",
       inputmode: "decimal",
       autocomplete: "off",
       maxlength: 64,
       "aria-label": `${column.title}, ${grid.editing.rowName(row)}`,
-      value: typed ?? before,
+      value: text,
       onkeydown: (event) => this.#key(event),
       onblur: () => this.#left(),
       oninput: () => grid.editing.typing(row, column, this.input.value),
     });
-    cell.replaceChildren(this.input);
+    grid.cell(this.row, this.column).replaceChildren(this.input);
     this.input.focus();
-    if (typed === null) this.input.select();
-    else grid.editing.typing(row, column, typed);
-    return true;
+  }
+
+  /** Takes the box away while the grid is made anew. @return what `resume` goes on from; null where none is open */
+  pause() {
+    if (!this.open) return null;
+    const { typed, before, input } = this;
+    this.#close();
+    return { typed, before, text: input.value, marked: [input.selectionStart, input.selectionEnd] };
+  }
+
+  resume(held) {
+    const { grid } = this;
+    const [row, column] = grid.editing.typedAt();
+    if (row < 0) {
+      grid.editing.typing(null, null, null);
+      return notice(t("The cell is gone: {} was not saved", held.text), "bad");
+    }
+    grid.moveTo(row, column, { focus: false });
+    this.#show(held);
+    this.input.setSelectionRange(...held.marked);
+    return grid.editing.typing(...this.#target(), held.text);
   }
 
   #key(event) {

@@ -160,6 +160,7 @@ const ITALIAN = {
   "Take it back": "Annulla",
   "That is not right": "Non è giusto",
   "The address that it printed, or its token": "L'indirizzo che ha stampato, o il suo token",
+  "The cell is gone: {} was not saved": "La cella non c'è più: {} non è stato salvato",
   "The first {} of all rows…": "Le prime {} di tutte le righe…",
   "The first {} of {} rows are printed": "Sono stampate le prime {} di {} righe",
   "The program asks": "Il programma chiede",

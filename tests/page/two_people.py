@@ -1,4 +1,6 @@
 """Two browsers on one card."""
+import contextlib
+import sqlite3
 import time
 
 from browser import Browser, Keys
@@ -127,6 +129,27 @@ class TwoPeople(Page):
         b.click("dialog button", "Write mine")
         held = lambda: [self.periods(57)[row]["IMP_BUDGET"] for row in (1, 3)]
         b.wait(lambda: b.js("window.release()") or held() == ["5.00", "1200.00"], "both")
+
+    def test_typing_while_rows_come(self):
+        """An order that somebody has added makes the grid anew: what is being typed goes on in its cell."""
+        b = self.browser
+        self.open_card(58)
+        b.js("Object.defineProperty(document, 'hidden', {get: () => true, configurable: true})")
+        self.addCleanup(b.driver.refresh)
+        with contextlib.closing(sqlite3.connect(self.server.database)) as database, database:
+            database.executemany("""INSERT INTO BU66_DETBUDGET (BU66_ID_BU65, BU66_TIPO, BU66_PERIODO, BU66_IMPORTO, BU66_QTA1,
+                                 BU66_QTA2) VALUES (58, 2, 3, ?, 0, 0)""", [(1,), (2,)])
+        rows = len(b.grid()["rows"])
+        b.hold("periods")
+        self.type_into(1, "IMP_BUDGET", "1")
+        b.wait(lambda: b.js("return Boolean(window.release)"), "the values")
+        b.cell(5, "IMP_BUDGET").click()
+        b.keys("57", Keys.HOME)
+        b.js("window.release()")
+        b.wait(lambda: len(b.grid()["rows"]) == rows + 1, "the added order")
+        b.keys("4", Keys.ENTER)
+        held = lambda: [line["IMP_BUDGET"] for line in self.periods(58) if line["PERIODO"] in "26" and line["IMP_BUDGET"]]
+        b.wait(lambda: b.js("window.release()") or held() == ["1.00", "457.00"], "both")
 
     def test_what_goes(self):
         """A card that is written as it was, one that is deleted, a year that is closed."""
