@@ -64,6 +64,7 @@ async function send(path, method, body) {
     method,
     headers,
     cache: "no-store",
+    keepalive: method === "DELETE", // also of a page that is just being closed
     body: body === undefined ? undefined : JSON.stringify(body),
   });
 }
@@ -117,7 +118,8 @@ export function run(command, options, { again = true } = {}) {
 export const startJob = (command, options) =>
   request(`/api/v1/jobs/${command}`, { method: "POST", body: { options }, again: false });
 export const jobState = (id) => request(`/api/v1/jobs/${encodeURIComponent(id)}`);
-export const forgetJob = (id) => request(`/api/v1/jobs/${encodeURIComponent(id)}`, { method: "DELETE" });
+/** Ends a job that still runs. What came of it. */
+export const endJob = (id) => request(`/api/v1/jobs/${encodeURIComponent(id)}`, { method: "DELETE" });
 export const deltas = (body) => request("/api/v1/deltas", { method: "POST", body });
 export const changes = (query) => request(`/api/v1/changes?${new URLSearchParams(query)}`);
 

@@ -1,6 +1,6 @@
 // One run with its options: a trial with the differences it would make, then, after a question, the write.
 
-import { forgetJob, jobState, startJob } from "./api.js";
+import { endJob, jobState, startJob } from "./api.js";
 import { confirmQuestion } from "./asking.js";
 import { DataGrid } from "./datagrid.js";
 import { ask } from "./dialog.js";
@@ -32,6 +32,7 @@ export class RunView {
     const { operation, fixed } = this;
     this.fields = optionFields(operation, { ...options, given: Object.keys(fixed) });
     this.tryButton = h("button", { type: "submit", class: "primary" }, t("Try"));
+    this.stopButton = button(t("Stop"), null, { hidden: true });
     this.progress = h("div", { class: "progress", role: "status" });
     this.result = h("div", { class: "result" });
     this.element = h(
@@ -45,7 +46,13 @@ export class RunView {
       },
       h("p", { class: "muted" }, operation.summary),
       this.fields.element,
-      h("div", { class: "buttons" }, this.tryButton, h("span", { class: "muted" }, t("A trial writes nothing"))),
+      h(
+        "div",
+        { class: "buttons" },
+        this.tryButton,
+        this.stopButton,
+        h("span", { class: "muted" }, t("A trial writes nothing")),
+      ),
       this.progress,
       this.result,
     );
@@ -55,29 +62,45 @@ export class RunView {
     return { ...this.fixed, ...this.fields.values(), ...more };
   }
 
-  /** Runs a job and follows it; a question of the program is put to the user. */
+  /** Runs a job and follows it; a question of the program is put to the user. A trial ends with its page. */
   async #run(options) {
+    const left = new AbortController();
+    let ended = null;
     this.tryButton.disabled = true;
     try {
       const { id } = await startJob(this.command, options);
+      const end = () => {
+        this.stopButton.disabled = true;
+        ended ??= endJob(id);
+      };
+      const trial = options["dry-run"];
+      if (trial) addEventListener("pagehide", end, { signal: left.signal });
+      this.stopButton.onclick = end;
+      this.stopButton.disabled = this.stopButton.hidden = false;
       for (;;) {
-        const job = await jobState(id);
+        const job = await (ended ?? jobState(id).catch((failure) => ended ?? Promise.reject(failure)));
         this.#follow(job.progress);
-        if (job.state === "done") {
-          forgetJob(id).catch(() => {});
-          return job.result;
+        if (job.state !== "running") {
+          this.stopButton.disabled = true;
+          if (!ended) endJob(id).catch(() => {});
+          return await this.#outcome(job, options);
         }
-        if (job.state === "failed") {
-          if (job.error.kind !== "question" || !(await confirmQuestion(job.error.message)))
-            throw Object.assign(new Error(job.error.message), job.error);
-          return await this.#run({ ...options, yes: true });
-        }
-        await new Promise((resolve) => setTimeout(resolve, LOOK_EVERY));
+        if (trial && !this.element.isConnected) end();
+        else await new Promise((resolve) => setTimeout(resolve, LOOK_EVERY));
       }
     } finally {
+      left.abort();
       this.progress.replaceChildren();
+      this.stopButton.hidden = true;
       this.tryButton.disabled = false;
     }
+  }
+
+  async #outcome(job, options) {
+    if (job.state === "done") return job.result;
+    if (job.error.kind !== "question" || !(await confirmQuestion(job.error.message)))
+      throw Object.assign(new Error(job.error.message), job.error);
+    return this.#run({ ...options, yes: true });
   }
 
   #follow(progress) {

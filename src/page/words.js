@@ -154,6 +154,7 @@ const ITALIAN = {
   "Spread an amount over the periods": "Ripartizione di un importo sui periodi",
   "Spread…": "Ripartisci…",
   "State": "Stato",
+  "Stop": "Interrompi",
   "Take an edit back, and make it again": "Annullare una modifica e ripeterla",
   "Take back entry {}": "Annulla la registrazione {}",
   "Take back entry {}?": "Annullare la registrazione {}?",

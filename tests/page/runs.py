@@ -1,7 +1,9 @@
 """The elaborations from the trial to the write, beside the same runs on the command line."""
+import contextlib
 import json
 import os
 import shutil
+import sqlite3
 import subprocess
 
 from case import DEMO, FOLDER, PROGRAM, Page, shown
@@ -67,3 +69,32 @@ class Runs(Page):
                 self.assertTrue(now == self.figures(self.on_twin, written), "as the program writes it")
                 last = self.csv("history")[0]
                 self.assertIn(command, last["COMANDO"])
+
+    def test_stop(self):
+        """Of a run that waits for others: what is stopped, or left before it wrote, is ended on the server."""
+        b = self.browser
+        place = "#/elaborate/4/01/2025?site=1&kind=0&run=elaborate-cards"
+        ended = lambda: b.js("return window.ended")
+        with contextlib.closing(sqlite3.connect(self.server.database, isolation_level=None)) as other:
+            for leave in (lambda: b.click(".run button", "Stop"), lambda: b.go("#/")):
+                b.go(place)
+                b.js("""window.ended = 0;
+                        const real = window.fetch;
+                        window.fetch = async (path, options) => {
+                          const answer = await real(path, options);
+                          if (options?.method === "DELETE") {
+                            const job = await answer.clone().json();
+                            if (job.error?.message.startsWith("Ended from outside")) ++window.ended;
+                          }
+                          return answer;
+                        };""")
+                other.execute("BEGIN IMMEDIATE")
+                b.click(".run button", "Try")
+                b.element(".progress", "Working")
+                leave()
+                other.execute("ROLLBACK")
+                b.wait(lambda: ended() == 1, "the end of the job")
+                if b.js("return location.hash") == place:
+                    b.element(".result", "Ended from outside: nothing was written")
+                    b.element(".run button:enabled", "Try")
+                b.driver.refresh()

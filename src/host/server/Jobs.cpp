@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <condition_variable>
 #include <utility>
 
 #include "dati/Failure.h"
@@ -46,12 +47,16 @@ class Jobs::Job : public Watcher {
   bool ended() const override { return end_; }
 
   void stop() { end_ = true; }
+  void wait() const {
+    std::unique_lock lock(mutex_);
+    hasFinished_.wait(lock, [this] { return finished_; });
+  }
   bool isDone() const {
     const std::lock_guard lock(mutex_);
     return finished_;
   }
 
-  std::string text(const std::string& id) const {
+  std::string text(const std::string& id, bool withReply = true) const {
     const std::lock_guard lock(mutex_);
     const bool good = reply_.status == 200;
     std::string out = R"({"id":)" + quotedText(id) + R"(,"state":")" +
@@ -66,7 +71,7 @@ class Jobs::Job : public Watcher {
           .append(quotedText(description_))
           .append(R"(,"steps":)")
           .append(std::to_string(steps_) + R"(,"done":)" + std::to_string(done_) + "}");
-    if (!finished_) return out + "}";
+    if (!finished_ || !withReply) return out + "}";
     // A failure is an object of its own already, {"error": {…}}.
     const auto& body = reply_.body;
     return out + (good ? R"(,"result":)" + body : "," + body.substr(1, body.size() - 2)) + "}";
@@ -77,9 +82,11 @@ class Jobs::Job : public Watcher {
     const std::lock_guard lock(mutex_);
     reply_ = std::move(reply);
     finished_ = true;
+    hasFinished_.notify_all();
   }
 
   mutable std::mutex mutex_;
+  mutable std::condition_variable hasFinished_;
   std::string description_;
   std::int64_t steps_ = 0, done_ = 0;
   std::atomic<bool> end_ = false;
@@ -138,10 +145,12 @@ Reply Jobs::look(const std::string& id) {
 Reply Jobs::forget(const std::string& id) {
   const auto job = find(id);
   if (!job) return unknown();
+  const bool runs = !job->isDone();
   job->stop();
+  job->wait();
   const std::lock_guard lock(mutex_);
   jobs_.erase(id);
-  return jsonReply(200, R"({"id":)" + quotedText(id) + "}");
+  return jsonReply(200, job->text(id, runs));
 }
 
 }  // namespace bukorval::host::server

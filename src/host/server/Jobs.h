@@ -22,7 +22,7 @@ class Jobs {
 
   Reply start(std::string_view command, const std::string& body, const std::string& user);
   Reply look(const std::string& id);
-  /// A job that still runs is ended first; it leaves nothing behind.
+  /// A job that still runs is ended first; it leaves nothing behind, unless it was done already: the reply tells.
   Reply forget(const std::string& id);
   /// Tells those that run to end.
   void stop();

@@ -168,7 +168,7 @@ void addOthers(json& paths) {
   auto& job = paths["/api/v1/jobs/{id}"];
   job["parameters"] = {parameter("id", "path", true)};
   job["get"] = operation("job", tr("How far a job is, and what came of it"), answers("200", "Job"));
-  job["delete"] = operation("forget-job", tr("End a job, or forget what came of it"), answers("200", "Id"));
+  job["delete"] = operation("forget-job", tr("End a job, or forget what came of it"), answers("200", "Job"));
   const auto figures = object({{"type", {{"oneOf", {kText, kNumber}}}},
                                {"subtype", kText},
                                {"cells", {{"type", "object"}}},
